@@ -1,0 +1,116 @@
+#include "FiscalCommands.h"
+
+#include <cstddef>
+
+#if UINTPTR_MAX == UINT32_MAX
+// The firmware's parser fills these records by offset on the 32-bit target.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Winvalid-offsetof"
+static_assert(offsetof(CmdAbreCupom, m_sCPF_CNPJ) == 152);
+static_assert(offsetof(CmdAbreCupom, m_sNomeConsumidor) == 167);
+static_assert(offsetof(CmdAbreCupom, m_sEnderecoConsumidor) == 198);
+static_assert(sizeof(CmdAbreCupom) == 280);
+static_assert(offsetof(CmdVendeItem, m_iReservado) == 152);
+static_assert(offsetof(CmdVendeItem, m_sCodigoItem) == 156);
+static_assert(offsetof(CmdVendeItem, m_sDescricao) == 171);
+static_assert(offsetof(CmdVendeItem, m_sTributacao) == 406);
+static_assert(offsetof(CmdVendeItem, m_iIndiceTributacao) == 412);
+static_assert(offsetof(CmdVendeItem, m_sUnidadeMedida) == 416);
+static_assert(offsetof(CmdVendeItem, m_iCasasDecimaisQtde) == 428);
+static_assert(offsetof(CmdVendeItem, m_iCasasDecimaisValor) == 432);
+static_assert(offsetof(CmdVendeItem, m_cArredTrunc) == 436);
+static_assert(sizeof(CmdVendeItem) == 440);
+static_assert(offsetof(CmdVendeItemDetalhado, m_sCodigoItem) == 152);
+static_assert(offsetof(CmdVendeItemDetalhado, m_sDescricao) == 167);
+static_assert(offsetof(CmdVendeItemDetalhado, m_sTributacao) == 402);
+static_assert(offsetof(CmdVendeItemDetalhado, m_iIndiceTributacao) == 408);
+static_assert(offsetof(CmdVendeItemDetalhado, m_sUnidadeMedida) == 412);
+static_assert(offsetof(CmdVendeItemDetalhado, m_iCasasDecimaisQtde) == 424);
+static_assert(offsetof(CmdVendeItemDetalhado, m_iCasasDecimaisValor) == 428);
+static_assert(offsetof(CmdVendeItemDetalhado, m_cArredTrunc) == 432);
+static_assert(sizeof(CmdVendeItemDetalhado) == 436);
+static_assert(offsetof(CmdEfetuaDescAcresItem, m_eOperacao) == 152);
+static_assert(offsetof(CmdEfetuaDescAcresItem, m_eTipoValor) == 156);
+static_assert(offsetof(CmdEfetuaDescAcresItem, m_Valor) == 160);
+static_assert(offsetof(CmdEfetuaDescAcresItem, m_iNumeroItem) == 172);
+static_assert(sizeof(CmdEfetuaDescAcresItem) == 176);
+static_assert(offsetof(CmdCancelaDescAcresItem, m_eOperacao) == 152);
+static_assert(offsetof(CmdCancelaDescAcresItem, m_iNumeroItem) == 156);
+static_assert(sizeof(CmdCancelaDescAcresItem) == 160);
+static_assert(offsetof(CmdEfetuaDescAcresSubtotal, m_eOperacao) == 152);
+static_assert(offsetof(CmdEfetuaDescAcresSubtotal, m_eTipoValor) == 156);
+static_assert(offsetof(CmdEfetuaDescAcresSubtotal, m_Valor) == 160);
+static_assert(sizeof(CmdEfetuaDescAcresSubtotal) == 172);
+static_assert(offsetof(CmdCancelaDescAcresSubtotal, m_eOperacao) == 152);
+static_assert(sizeof(CmdCancelaDescAcresSubtotal) == 156);
+static_assert(offsetof(CmdEfetuaPagamento, m_iMeioPagamento) == 152);
+static_assert(offsetof(CmdEfetuaPagamento, m_finValor) == 156);
+static_assert(offsetof(CmdEfetuaPagamento, m_iNumParcelas) == 168);
+static_assert(offsetof(CmdEfetuaPagamento, m_sInfoAdicional) == 172);
+static_assert(sizeof(CmdEfetuaPagamento) == 260);
+static_assert(offsetof(CmdFechaCupom, m_bCupomAdicional) == 152);
+static_assert(offsetof(CmdFechaCupom, m_iReservado) == 156);
+static_assert(offsetof(CmdFechaCupom, m_sMsgPromocional) == 160);
+static_assert(sizeof(CmdFechaCupom) == 1660);
+static_assert(offsetof(CmdCancelaItem, m_iNumeroItem) == 152);
+static_assert(sizeof(CmdCancelaItem) == 156);
+static_assert(sizeof(CmdCancelaCupomFiscalNfEmEmissao) == 152);
+static_assert(offsetof(CmdCancelaCupom, m_iCOOCancelado) == 152);
+static_assert(sizeof(CmdCancelaCupom) == 156);
+static_assert(offsetof(CmdAbreCNF, m_sCPF_CNPJ) == 152);
+static_assert(offsetof(CmdAbreCNF, m_sNomeConsumidor) == 167);
+static_assert(sizeof(CmdAbreCNF) == 200);
+static_assert(offsetof(CmdVendeItemNF, m_iIndiceTotalizador) == 152);
+static_assert(sizeof(CmdVendeItemNF) == 156);
+static_assert(sizeof(CmdFechaCupomNF) == 152);
+static_assert(offsetof(CmdEstornaMeioPagamento, m_iMeioPagamentoOrigem) == 152);
+static_assert(offsetof(CmdEstornaMeioPagamento, m_iMeioPagamentoDestino) == 156);
+static_assert(offsetof(CmdEstornaMeioPagamento, m_finValor) == 160);
+static_assert(offsetof(CmdEstornaMeioPagamento, m_iNumParcelas) == 172);
+static_assert(offsetof(CmdEstornaMeioPagamento, m_sInfoAdicional) == 176);
+static_assert(sizeof(CmdEstornaMeioPagamento) == 264);
+static_assert(offsetof(CmdSangria, m_eTipoOperacao) == 152);
+static_assert(sizeof(CmdSangria) == 156);
+static_assert(offsetof(CmdLeituraX, m_eMidia) == 152);
+static_assert(sizeof(CmdLeituraX) == 156);
+static_assert(sizeof(CmdLeituraMF) == 152);
+static_assert(sizeof(CmdReducaoZ) == 152);
+static_assert(sizeof(CmdAbreCCD) == 152);
+static_assert(sizeof(CmdAbreEstornoCCD) == 152);
+static_assert(sizeof(CmdAbreGerencial) == 152);
+static_assert(sizeof(CmdFechaCCDGerencial) == 152);
+static_assert(sizeof(CmdEntradaMILInterno) == 152);
+static_assert(sizeof(CmdSaidaMILInterno) == 152);
+static_assert(sizeof(CmdEntradaMITInterno) == 152);
+static_assert(sizeof(CmdSaidaMITInterno) == 152);
+static_assert(offsetof(CmdReimprimeMFD, m_iCooInicial) == 152);
+static_assert(offsetof(CmdReimprimeMFD, m_iCooFinal) == 156);
+static_assert(sizeof(CmdReimprimeMFD) == 160);
+static_assert(sizeof(CmdInsereAliquota) == 152);
+static_assert(sizeof(CmdHabilitaTotalizadores) == 152);
+static_assert(sizeof(CmdDesabilitaTotalizadores) == 152);
+static_assert(offsetof(CmdInsereMeiosPagamento, m_iIndice) == 152);
+static_assert(offsetof(CmdInsereMeiosPagamento, m_sDescricao) == 156);
+static_assert(offsetof(CmdInsereMeiosPagamento, m_eVinculacaoCCD) == 172);
+static_assert(sizeof(CmdInsereMeiosPagamento) == 176);
+static_assert(offsetof(CmdInsereRegOpeNF, m_iIndice) == 152);
+static_assert(offsetof(CmdInsereRegOpeNF, m_sDescricao) == 156);
+static_assert(sizeof(CmdInsereRegOpeNF) == 180);
+static_assert(sizeof(CmdProgramaLoja) == 152);
+static_assert(offsetof(CmdProgramaSequenciaECF, m_iNumCaixa) == 152);
+static_assert(sizeof(CmdProgramaSequenciaECF) == 156);
+static_assert(sizeof(CmdProgramaUsuario) == 152);
+static_assert(offsetof(CmdProgramaCNPJ_IE_IM, m_sCNPJ) == 152);
+static_assert(offsetof(CmdProgramaCNPJ_IE_IM, m_sIE) == 167);
+static_assert(offsetof(CmdProgramaCNPJ_IE_IM, m_sIM) == 188);
+static_assert(offsetof(CmdProgramaCNPJ_IE_IM, m_sUF) == 209);
+static_assert(sizeof(CmdProgramaCNPJ_IE_IM) == 212);
+static_assert(offsetof(CmdProgramaNrSerie, m_sMarca) == 152);
+static_assert(offsetof(CmdProgramaNrSerie, m_sModelo) == 168);
+static_assert(offsetof(CmdProgramaNrSerie, m_sTipo) == 189);
+static_assert(offsetof(CmdProgramaNrSerie, m_sNumSerie) == 197);
+static_assert(sizeof(CmdProgramaNrSerie) == 220);
+static_assert(offsetof(CmdProgramaMoeda, m_sSimboloMoeda) == 152);
+static_assert(sizeof(CmdProgramaMoeda) == 160);
+#pragma GCC diagnostic pop
+#endif
