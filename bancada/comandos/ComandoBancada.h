@@ -1,0 +1,62 @@
+// What the bench adds to a firmware command so that it can be run from a tape.
+#pragma once
+
+#include "Interpreter.h"
+
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace bancada
+{
+
+class FieldVisitor;
+class Registro;
+
+// Why something is refused; empty when it is not.
+using Recusa = std::optional<std::string>;
+
+// A command that the bench can read, run and describe. Objects come from the catalogue, are used
+// for one execution and belong to whoever made them.
+class ComandoBancada
+{
+  public:
+    virtual ~ComandoBancada() = default;
+
+    // The firmware command of which this object is a part; it lives as long as this object.
+    virtual Command& GetCommand() = 0;
+
+    // Lists every tape field of the command, once each, in the tape's order. Fields that the
+    // visitor does not set keep their documented default. A command without fields lists none.
+    virtual void Campos(FieldVisitor& campos) = 0;
+
+    // Whether the host sends the command or the firmware raises it.
+    virtual EOrigemCmd Origem() const { return CMD_EXTERNO; }
+
+    // Set when InitCheck or FiscalCheck answers FALSE, empty otherwise.
+    Recusa recusa;
+};
+
+// The part that every bench command shares: `Cmd` is its firmware class, which stays the object's
+// own (its logger reads the members that the tape's fields filled).
+template <class Cmd>
+class ComandoDe : public Cmd, public ComandoBancada
+{
+  public:
+    // `registro` is borrowed and outlives the object.
+    explicit ComandoDe(Registro& registro) : m_registro(registro) {}
+
+    Command& GetCommand() override { return *this; }
+
+  protected:
+    // Keeps the refusal, if there is one, and gives the answer of the check that met it.
+    BOOL Aceita(Recusa motivo)
+    {
+        recusa = std::move(motivo);
+        return recusa ? FALSE : TRUE;
+    }
+
+    Registro& m_registro;
+};
+
+} // namespace bancada
