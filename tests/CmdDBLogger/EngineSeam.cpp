@@ -1,0 +1,93 @@
+#include "tests/CmdDBLogger/EngineSeam.h"
+
+#include "FiscalData/RateioSubtotal.h"
+#include "Interpreter.h"
+#include "MfdServices/GravaLog.h"
+
+#include <sqlite3.h>
+
+EngineSeam seam;
+
+namespace
+{
+
+// Whether the engine has just refused a statement, so that the next allocation is the message's.
+bool refused = false;
+
+} // namespace
+
+void Vindral_GravaLog(char* text)
+{
+    seam.log.emplace_back(text);
+}
+
+int GetRatearSubtotal()
+{
+    if (seam.calls != nullptr)
+        seam.calls->push_back("GetRatearSubtotal()");
+    return seam.ratearSubtotal;
+}
+
+using ExecCallback = int (*)(void*, int, char**, char**);
+
+extern "C" {
+
+int __real_sqlite3_exec(sqlite3* db, const char* sql, ExecCallback callback, void* argument,
+                        char** errorText);
+
+int __wrap_sqlite3_exec(sqlite3* db, const char* sql, ExecCallback callback, void* argument,
+                        char** errorText)
+{
+    seam.statements.emplace_back(sql);
+    if (seam.engineOutOfMemory) {
+        refused = true;
+        return SQLITE_NOMEM;
+    }
+    const int result = __real_sqlite3_exec(db, sql, callback, argument, errorText);
+    refused = result != SQLITE_OK;
+    return result;
+}
+
+int __real_sqlite3_prepare_v2(sqlite3* db, const char* sql, int bytes, sqlite3_stmt** statement,
+                              const char** tail);
+
+int __wrap_sqlite3_prepare_v2(sqlite3* db, const char* sql, int bytes, sqlite3_stmt** statement,
+                              const char** tail)
+{
+    seam.queries.push_back({sql, bytes});
+    return __real_sqlite3_prepare_v2(db, sql, bytes, statement, tail);
+}
+
+void* __real_malloc(std::size_t size);
+
+void* __wrap_malloc(std::size_t size)
+{
+    if (refused) {
+        refused = false;
+        seam.messageBytes = size;
+        if (seam.messageOutOfMemory)
+            return nullptr;
+    }
+    return __real_malloc(size);
+}
+
+// BOOL Command::DBLoggerExecuteSQL(sqlite3* db, const char* sql)
+BOOL __real__ZN7Command18DBLoggerExecuteSQLEP7sqlite3PKc(Command* command, sqlite3* db,
+                                                         const char* sql);
+
+BOOL __wrap__ZN7Command18DBLoggerExecuteSQLEP7sqlite3PKc(Command* command, sqlite3* db,
+                                                         const char* sql)
+{
+    const BOOL result = __real__ZN7Command18DBLoggerExecuteSQLEP7sqlite3PKc(command, db, sql);
+    if (seam.executionsPassed > 0) {
+        --seam.executionsPassed;
+        return result;
+    }
+    if (seam.executionsRejected > 0) {
+        --seam.executionsRejected;
+        return FALSE;
+    }
+    return result;
+}
+
+} // extern "C"

@@ -1,0 +1,40 @@
+// Where the test program stands between the library and what it calls. The linker's --wrap sends
+// the library's calls of sqlite3_exec, sqlite3_prepare_v2, malloc and Command::DBLoggerExecuteSQL
+// through here; all of them pass on to the real ones. The firmware's log and its apportionment
+// setting, which the library leaves to its user, are defined here too.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+struct PreparedQuery {
+    std::string text;
+    int bytes; // the length handed to the engine
+};
+
+struct EngineSeam {
+    std::vector<std::string> statements; // every text handed to sqlite3_exec, in order
+    std::vector<PreparedQuery> queries;  // every text handed to sqlite3_prepare_v2, in order
+    std::vector<std::string> log;        // every entry of the firmware log, in order
+
+    // What GetRatearSubtotal answers, and where it notes that it was asked, if not null.
+    int ratearSubtotal = 0;
+    std::vector<std::string>* calls = nullptr;
+
+    // After the first `executionsPassed` executions, so many report 0. They are executed all the
+    // same: only their result is another.
+    int executionsPassed = 0;
+    int executionsRejected = 0;
+
+    // Makes sqlite3_exec answer SQLITE_NOMEM without executing and without an error text.
+    bool engineOutOfMemory = false;
+
+    // Makes the first malloc after an engine's refusal fail, and what that malloc asked for. The
+    // firmware half allocates nothing but the message of a refused statement.
+    bool messageOutOfMemory = false;
+    std::size_t messageBytes = 0;
+};
+
+// The state of the running test. LoggerTest begins every test with a new one.
+extern EngineSeam seam;
