@@ -1,0 +1,177 @@
+#include "libs/Financial.h"
+
+#include "libs/Magnitude.h"
+
+#include <cstddef>
+#include <cstring>
+
+namespace
+{
+
+constexpr int DEFAULT_DECIMALS = 2;
+
+// What one unit of the n-th decimal counts in `nr`.
+constexpr UINT32 UNIT_OF_DECIMALS[Financial::DECIMALS + 1] = {10000, 1000, 100, 10, 1};
+
+// The extremes have 29 digits, 25 of them before the decimals.
+constexpr int MAX_WHOLE_DIGITS = BigInt::TEXT_SIZE - 2 - Financial::DECIMALS;
+
+// The longest text before the decimals: sign, digits, a point before every three but the first
+// group, decimal mark.
+constexpr int WHOLE_TEXT_SIZE = 1 + MAX_WHOLE_DIGITS + (MAX_WHOLE_DIGITS - 1) / 3 + 1;
+
+struct Style {
+    bool grouped;
+    char decimalMark; // NUL: none
+};
+
+Style StyleOf(FINANCIAL_STR_TIPO tipo)
+{
+    switch (tipo) {
+    case FIN_STR_2:
+        return {false, ','};
+    case FIN_STR_3:
+        return {false, '.'};
+    case FIN_STR_4:
+        return {false, '\0'};
+    case FIN_STR_DEFAULT:
+    case FIN_STR_1:
+        break;
+    }
+    return {true, ','};
+}
+
+char* WriteThreeDigitsBefore(char* end, UINT32 group)
+{
+    end[-1] = static_cast<char>('0' + group % 10);
+    end[-2] = static_cast<char>('0' + group / 10 % 10);
+    end[-3] = static_cast<char>('0' + group / 100);
+    return end - 3;
+}
+
+// Writes the digits of `whole` so that they end before `end`; answers the first.
+char* WriteWholeBefore(char* end, Magnitude whole, bool grouped)
+{
+    while (!whole.FitsOneWord()) {
+        end = WriteThreeDigitsBefore(end, whole.CutBy<1000>());
+        if (grouped)
+            *--end = '.';
+    }
+    UINT32 rest = whole.word[0];
+    while (rest >= 1000) {
+        end = WriteThreeDigitsBefore(end, rest % 1000);
+        if (grouped)
+            *--end = '.';
+        rest /= 1000;
+    }
+    do {
+        *--end = static_cast<char>('0' + rest % 10);
+        rest /= 10;
+    } while (rest != 0);
+    return end;
+}
+
+} // namespace
+
+Financial Financial::FromCents(std::int64_t cents)
+{
+    return Financial(BigInt::FromInt64(cents) * (SCALE / 100));
+}
+
+bool Financial::FromText(const char* text, Financial& out)
+{
+    const char* const DIGITS = "0123456789";
+    const bool negative = *text == '-';
+    const char* whole = negative ? text + 1 : text;
+    std::size_t wholeDigits = std::strspn(whole, DIGITS);
+    if (wholeDigits == 0)
+        return false;
+    const char* decimals = "";
+    std::size_t decimalDigits = 0;
+    const char* end = whole + wholeDigits;
+    if (*end == '.') {
+        decimals = end + 1;
+        decimalDigits = std::strspn(decimals, DIGITS);
+        if (decimalDigits == 0 || decimalDigits > DECIMALS)
+            return false;
+        end = decimals + decimalDigits;
+    }
+    if (*end != '\0')
+        return false;
+
+    // The count's own digits: the whole ones, then all the decimals that `nr` holds.
+    while (*whole == '0') {
+        ++whole;
+        --wholeDigits;
+    }
+    char count[1 + MAX_WHOLE_DIGITS + DECIMALS + 1] = {};
+    if (wholeDigits > MAX_WHOLE_DIGITS)
+        return false;
+    char* next = count;
+    if (negative)
+        *next++ = '-';
+    std::memcpy(next, whole, wholeDigits);
+    next += wholeDigits;
+    std::memset(next, '0', DECIMALS);
+    std::memcpy(next, decimals, decimalDigits);
+    return BigInt::FromText(count, out.nr);
+}
+
+Financial Financial::Times(const BigInt& factor, const BigInt& divisor, int decimals,
+                           Rounding rounding) const
+{
+    const BigInt product = nr * factor;
+    if (decimals == DECIMALS)
+        return Financial(product.DividedBy(divisor, rounding));
+    // The divisor times the unit might leave the range, so the division is done in two steps. It
+    // is still one rounding: the unit is even, its half is a whole number, and a fraction cut from
+    // the first quotient cannot change on which side of that half the value lies.
+    return Financial(product.DividedBy(divisor, Rounding::TOWARD_ZERO)).Rounded(decimals, rounding);
+}
+
+Financial Financial::Rounded(int decimals, Rounding rounding) const
+{
+    const BigInt unit(static_cast<int>(UNIT_OF_DECIMALS[decimals]));
+    return Financial(nr.DividedBy(unit, rounding) * unit);
+}
+
+char* Financial::ToString(char* out, int size, FINANCIAL_STR_TIPO tipo, int decimals, short) const
+{
+    if (size < 1)
+        return out;
+    if (decimals <= 0)
+        decimals = DEFAULT_DECIMALS;
+    const int heldDecimals = decimals < DECIMALS ? decimals : DECIMALS;
+    const int zeros = decimals - heldDecimals;
+    const Style style = StyleOf(tipo);
+
+    // The whole part is written backwards from the decimals' place, all the decimals that `nr`
+    // holds forwards from it; the cut leaves the last of them out.
+    char text[WHOLE_TEXT_SIZE + DECIMALS];
+    char* const place = text + WHOLE_TEXT_SIZE;
+    Magnitude whole = Magnitude::Of(nr);
+    UINT32 fraction = whole.CutBy<SCALE>();
+    const bool isZeroAsWritten = whole.IsZero() && fraction < UNIT_OF_DECIMALS[heldDecimals];
+    place[0] = static_cast<char>('0' + fraction / 1000);
+    place[1] = static_cast<char>('0' + fraction / 100 % 10);
+    place[2] = static_cast<char>('0' + fraction / 10 % 10);
+    place[3] = static_cast<char>('0' + fraction % 10);
+    char* first = place;
+    if (style.decimalMark != '\0')
+        *--first = style.decimalMark;
+    first = WriteWholeBefore(first, whole, style.grouped);
+    if (IsNegative() && !isZeroAsWritten)
+        *--first = '-';
+
+    const int length = static_cast<int>(place + heldDecimals - first);
+    if (length >= size - zeros) {
+        *out = '\0';
+        return out;
+    }
+    std::memcpy(out, first, static_cast<std::size_t>(length));
+    char* end = out + length;
+    for (int i = 0; i < zeros; ++i)
+        *end++ = '0';
+    *end = '\0';
+    return out;
+}
