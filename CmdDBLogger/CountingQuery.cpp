@@ -1,13 +1,15 @@
 #include "CmdDBLogger/CountingQuery.h"
 
+#include "CmdDBLogger/StatementComposer.h"
+
 #include <cstdlib>
 #include <sqlite3.h>
 
-CountingQuery::CountingQuery(sqlite3* db, const char* text, int length)
+CountingQuery::CountingQuery(sqlite3* db, const StatementComposer& query)
 {
     // The result is not looked at: what could not be prepared stays null, and stepping that yields
     // no row. The byte count includes the terminator, which spares the engine a copy of the text.
-    sqlite3_prepare_v2(db, text, length + 1, &m_statement, nullptr);
+    sqlite3_prepare_v2(db, query.Sql(), query.Length() + 1, &m_statement, nullptr);
     m_result = sqlite3_step(m_statement);
 }
 

@@ -1,6 +1,7 @@
 // The query that counts the rows already carrying a key, before an insert.
 #pragma once
 
+class StatementComposer;
 struct sqlite3;
 struct sqlite3_stmt;
 
@@ -11,7 +12,7 @@ class CountingQuery
 {
   public:
     // A query that cannot be prepared yields no row.
-    CountingQuery(sqlite3* db, const char* text, int length);
+    CountingQuery(sqlite3* db, const StatementComposer& query);
 
     // Whether the step yielded a row.
     bool HasRow() const;

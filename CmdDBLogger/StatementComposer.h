@@ -4,7 +4,8 @@
 // A logger makes a Statement in its own frame, begins it, appends its pieces in the order of the
 // columns and executes it. Each form is named by the call and takes the required text as it is
 // written in the table of the row, its conversion ("%d", "%s", "%c", "%.2f", "%02d") standing where
-// the value goes; no pattern is ever handed to a formatting routine.
+// the value goes; no pattern is ever handed to a formatting routine. REQUIRES of every pattern: it
+// is a literal with the conversions that its form names.
 //
 // Nothing is written past an array. A piece that would not fit is left out whole, and so is all
 // that follows: the statement has overflowed until it is begun again, and is not executed.
@@ -45,7 +46,7 @@ class StatementComposer
 
     // The statement composed so far, NUL-terminated, and its length in bytes. The pointer lives as
     // long as the composer; the text until the next call.
-    const char* Text() const { return m_sql; }
+    const char* Sql() const { return m_sql; }
     int Length() const { return static_cast<int>(m_length); }
 
     // --- Forms -------------------------------------------------------------------------------

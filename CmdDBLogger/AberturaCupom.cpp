@@ -1,0 +1,46 @@
+// The opening of a fiscal receipt.
+#include "CmdDBLogger/StatementComposer.h"
+#include "FiscalCommands.h"
+#include "FiscalData/FiscalDataController.h"
+#include "libs/CharTools.h"
+
+BOOL CmdAbreCupom::DBLogger(sqlite3* db)
+{
+    Statement<SQL_SIZE_CUPOM> insert;
+
+    // Required: the address keeps a comma of its own after it, and of the consumer's three texts it
+    // alone loses its apostrophes.
+    CharRemove(insert.CopyToAux(m_sEnderecoConsumidor, ","), '\'');
+
+    insert.Begin(
+        "INSERT INTO cupom_fiscal (cont_coo, cont_ccf, cont_crz, data_hora_emissao, cpf_cnpj_consumidor, ");
+    insert.Piece(
+        "nome_consumidor, endereco_consumidor, assinatura_documento, valor_subtotal, valor_total, tipo_desconto, valor_desconto, ");
+    insert.Piece(
+        "tipo_acrescimo, valor_acrescimo, valor_canc_acrescimo, valor_troco, texto_suplementar, id_cancelado, id_cupom_adicional, perc_acrescimo, perc_desconto, texto_complementar, chave_cupom) VALUES (");
+    insert.Integer("%d,", FDController->Contador_Get(COUNTER_COO));
+    insert.Integer("%d,", FDController->Contador_Get(COUNTER_CCF));
+    // The reduction that will close the current day.
+    insert.Integer("%d,", FDController->Contador_Get(COUNTER_CRZ) + 1);
+    insert.DateTimeText("'%s',", m_dtExecStart);
+    insert.Text("'%s',", m_sCPF_CNPJ);
+    insert.Text("'%s',", m_sNomeConsumidor);
+    insert.Text("'%s',", insert.aux); // endereco_consumidor
+    insert.Piece("' ',");             // assinatura_documento
+    insert.Piece("0,");               // valor_subtotal
+    insert.Piece("0,");               // valor_total
+    insert.Piece("'V',");             // tipo_desconto
+    insert.Piece("0,");               // valor_desconto
+    insert.Piece("'V',");             // tipo_acrescimo
+    insert.Piece("0,");               // valor_acrescimo
+    insert.Piece("0,");               // valor_canc_acrescimo
+    insert.Piece("0,");               // valor_troco
+    insert.Piece("' ',");             // texto_suplementar
+    insert.Piece("'N',");             // id_cancelado
+    insert.Piece("'N',");             // id_cupom_adicional
+    insert.Piece("0,");               // perc_acrescimo
+    insert.Piece("0,");               // perc_desconto
+    insert.Piece("' ',");             // texto_complementar
+    insert.Piece("' ')");             // chave_cupom
+    return insert.Execute(*this, db);
+}

@@ -1,0 +1,98 @@
+// The owner's data: names and address by one command, registrations by the other.
+#include "CmdDBLogger/CountingQuery.h"
+#include "CmdDBLogger/StatementComposer.h"
+#include "FiscalCommands.h"
+#include "FiscalData/FiscalDataController.h"
+
+namespace
+{
+
+// The restarts as a new row counts them: the first one before there was any.
+int CroOfNewRow(FiscalDataController& controller)
+{
+    const int cro = controller.Contador_Get(COUNTER_CRO);
+    return cro == 0 ? 1 : cro;
+}
+
+} // namespace
+
+BOOL CmdProgramaUsuario::DBLogger(sqlite3* db)
+{
+    Statement<SQL_SIZE> sql;
+    FiscalDataController& controller = *FDController;
+
+    sql.Begin("SELECT count(*) FROM dados_usuario");
+    CountingQuery query(db, sql);
+    if (!query.HasRow())
+        return 0; // required: the statement stays open
+    const int rows = query.Count(0);
+    query.Finalize();
+
+    if (rows == 0) {
+        sql.Begin(
+            "INSERT INTO dados_usuario (seq_usuario, endereco, nome_fantasia, razao_social, data_hora_gravacao, cont_cro, valor_gt) VALUES(");
+        sql.Integer("%d,", 1); // seq_usuario
+        sql.TextAt("'%s',", controller.DadosContribuinte_GetEndereco(sql.aux, AUX_SIZE));
+        sql.TextAt("'%s',", controller.DadosContribuinte_GetNomeFantasia(sql.aux, AUX_SIZE));
+        sql.TextAt("'%s',", controller.DadosContribuinte_GetRazaoSocial(sql.aux, AUX_SIZE));
+        sql.DateTimeText("'%s',", m_dtExecStart);
+        sql.Integer("%d,", CroOfNewRow(controller));
+        sql.MoneyText("%s)", controller.Totalizador_GetGTIni(0));
+    } else {
+        sql.Begin("UPDATE dados_usuario SET ");
+        sql.TextAt("endereco = '%s',", controller.DadosContribuinte_GetEndereco(sql.aux, AUX_SIZE));
+        sql.TextAt("nome_fantasia = '%s',",
+                   controller.DadosContribuinte_GetNomeFantasia(sql.aux, AUX_SIZE));
+        sql.TextAt("razao_social = '%s', ",
+                   controller.DadosContribuinte_GetRazaoSocial(sql.aux, AUX_SIZE));
+        sql.Integer("cont_cro = %d, ", controller.Contador_Get(COUNTER_CRO));
+        sql.MoneyText("valor_gt = %s ", controller.Totalizador_GetGTIni(0));
+        sql.Piece("WHERE seq_usuario = 1");
+    }
+    return sql.Execute(*this, db);
+}
+
+BOOL CmdProgramaCNPJ_IE_IM::DBLogger(sqlite3* db)
+{
+    Statement<SQL_SIZE> sql;
+    FiscalDataController& controller = *FDController;
+
+    sql.Begin("SELECT count(*) FROM dados_usuario");
+    CountingQuery query(db, sql);
+    if (!query.HasRow())
+        return 0; // required: the statement stays open
+    const int rows = query.Count(0);
+    query.Finalize();
+
+    if (rows == 0) {
+        sql.Begin(
+            "INSERT INTO dados_usuario (seq_usuario, endereco, nome_fantasia, razao_social, cnpj, ie, im, uf, data_hora_gravacao, cont_cro, valor_gt) VALUES(");
+        sql.Integer("%d,", 1); // seq_usuario
+        sql.TextAt("'%s',", controller.DadosContribuinte_GetEndereco(sql.aux, AUX_SIZE));
+        sql.TextAt("'%s',", controller.DadosContribuinte_GetNomeFantasia(sql.aux, AUX_SIZE));
+        sql.TextAt("'%s',", controller.DadosContribuinte_GetRazaoSocial(sql.aux, AUX_SIZE));
+        sql.Text("'%s',", m_sCNPJ);
+        sql.Text("'%s',", m_sIE);
+        sql.Text("'%s',", m_sIM);
+        sql.Text("'%s',", m_sUF);
+        sql.DateTimeText("'%s',", m_dtExecStart);
+        sql.Integer("%d,", CroOfNewRow(controller));
+        sql.MoneyText("%s)", controller.Totalizador_GetGTIni(0));
+    } else {
+        // Required text: UF before IM, and the blanks around the commas as they stand.
+        sql.Begin("UPDATE dados_usuario SET ");
+        sql.Text("cnpj = '%s', ", m_sCNPJ);
+        sql.Text("ie = '%s', ", m_sIE);
+        sql.Text("uf = '%s', ", m_sUF);
+        sql.Text("im = '%s',", m_sIM);
+        sql.Integer("cont_cro = %d ,", controller.Contador_Get(COUNTER_CRO));
+        sql.TextAt("endereco = '%s',", controller.DadosContribuinte_GetEndereco(sql.aux, AUX_SIZE));
+        sql.TextAt("nome_fantasia = '%s',",
+                   controller.DadosContribuinte_GetNomeFantasia(sql.aux, AUX_SIZE));
+        sql.TextAt("razao_social = '%s', ",
+                   controller.DadosContribuinte_GetRazaoSocial(sql.aux, AUX_SIZE));
+        sql.MoneyText("valor_gt = %s ", controller.Totalizador_GetGTIni(0));
+        sql.Piece("WHERE seq_usuario = 1");
+    }
+    return sql.Execute(*this, db);
+}

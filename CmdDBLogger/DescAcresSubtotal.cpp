@@ -1,0 +1,75 @@
+// Discounts and surcharges on the subtotal, and their cancellation.
+#include "CmdDBLogger/ReceiptTable.h"
+#include "CmdDBLogger/StatementComposer.h"
+#include "FiscalCommands.h"
+#include "FiscalData/FiscalDataController.h"
+
+namespace
+{
+
+void BeginReceiptUpdate(StatementComposer& update, ReceiptTable table)
+{
+    update.Begin(table == ReceiptTable::FISCAL ? "UPDATE cupom_fiscal SET "
+                                               : "UPDATE cupom_nf SET ");
+}
+
+} // namespace
+
+// The rows differ on purpose: by percentage only the fiscal surcharge says its kind, the others
+// leave the 'V' of the opening; by value only a fiscal receipt has its percentage reset.
+BOOL CmdEfetuaDescAcresSubtotal::DBLogger(sqlite3* db)
+{
+    Statement<SQL_SIZE> update;
+
+    const ReceiptTable table = ChooseReceiptTable(*FDController);
+    if (table == ReceiptTable::NONE)
+        return 0;
+    const bool fiscal = table == ReceiptTable::FISCAL;
+
+    BeginReceiptUpdate(update, table);
+    if (m_eOperacao == ACRESCIMO) {
+        if (m_eTipoValor != VALOR) {
+            if (fiscal)
+                update.Piece("tipo_acrescimo = 'P', ");
+            update.PercentText("perc_acrescimo = %.2f, ", m_Valor);
+        } else if (fiscal) {
+            update.Piece("tipo_acrescimo = 'V', perc_acrescimo = 0, ");
+        } else {
+            update.Piece("tipo_acrescimo = 'V', ");
+        }
+        update.MoneyText("valor_acrescimo = %s ", FDController->Cupom_GetSTValorDescAcr());
+    } else if (m_eOperacao == DESCONTO) {
+        if (m_eTipoValor != VALOR)
+            update.PercentText("perc_desconto = %.2f, ", m_Valor);
+        else if (fiscal)
+            update.Piece("tipo_desconto = 'V', perc_desconto = 0, ");
+        else
+            update.Piece("tipo_desconto = 'V', ");
+        update.MoneyText("valor_desconto = %s ", FDController->Cupom_GetSTValorDescAcr());
+    }
+    update.Integer("WHERE cont_coo = %d", FDController->Contador_Get(COUNTER_COO));
+    return update.Execute(*this, db);
+}
+
+BOOL CmdCancelaDescAcresSubtotal::DBLogger(sqlite3* db)
+{
+    Statement<SQL_SIZE> update;
+
+    const ReceiptTable table = ChooseReceiptTable(*FDController);
+    if (table == ReceiptTable::NONE)
+        return 0;
+
+    const Financial val_aplic = FDController->Cupom_GetSTValorDescAcr();
+    const Financial val_canc = FDController->Cupom_GetSTValorCanceladoDescAcr();
+    const Financial val = val_aplic - val_canc;
+
+    BeginReceiptUpdate(update, table);
+    if (m_eOperacao == ACRESCIMO) {
+        update.Piece("valor_canc_acrescimo = valor_acrescimo, ");
+        update.MoneyText("valor_acrescimo = %s ", val);
+    } else if (m_eOperacao == DESCONTO) {
+        update.MoneyText("valor_desconto = %s ", val);
+    }
+    update.Integer("WHERE cont_coo = %d", FDController->Contador_Get(COUNTER_COO));
+    return update.Execute(*this, db);
+}

@@ -1,0 +1,29 @@
+// A reprint from the detail tape.
+#include "CmdDBLogger/CountingQuery.h"
+#include "CmdDBLogger/StatementComposer.h"
+#include "FiscalCommands.h"
+#include "FiscalData/FiscalDataController.h"
+
+// The counter still stands before this reprint, hence the 1 added to it.
+BOOL CmdReimprimeMFD::DBLogger(sqlite3* db)
+{
+    Statement<SQL_SIZE> sql;
+
+    sql.Begin();
+    sql.Integer("SELECT count(*) FROM fita_detalhe WHERE cont_cfd = %d",
+                FDController->Contador_Get(COUNTER_CFD) + 1);
+    CountingQuery query(db, sql);
+    const int rows = query.Count(0);
+    query.Finalize();
+    if (rows != 0)
+        return 1;
+
+    sql.Begin(
+        "INSERT INTO fita_detalhe (cont_cfd, num_ecf, data_hora_emissao, coo_inicial, coo_final) VALUES (");
+    sql.Integer("%d,", FDController->Contador_Get(COUNTER_CFD) + 1);
+    sql.Integer("%d,", 1); // num_ecf
+    sql.DateTimeText("'%s',", m_dtExecStart);
+    sql.Integer("%d,", m_iCooInicial);
+    sql.Integer("%d)", m_iCooFinal);
+    return sql.Execute(*this, db);
+}

@@ -1,0 +1,67 @@
+// The register's identity: serial number with the basic software's version, and till number.
+#include "CmdDBLogger/CountingQuery.h"
+#include "CmdDBLogger/StatementComposer.h"
+#include "FiscalCommands.h"
+#include "FiscalData/FiscalDataController.h"
+
+namespace
+{
+
+// The count; `otherwise` when it cannot be had.
+int CountRows(StatementComposer& sql, const char* select, int otherwise, sqlite3* db)
+{
+    sql.Begin(select);
+    CountingQuery query(db, sql);
+    const int rows = query.Count(otherwise);
+    query.Finalize();
+    return rows;
+}
+
+} // namespace
+
+BOOL CmdProgramaNrSerie::DBLogger(sqlite3* db)
+{
+    Statement<SQL_SIZE> sql;
+
+    int rows = CountRows(sql, "SELECT count(*) FROM dados_ecf", 0, db);
+    if (rows == 0) {
+        sql.Begin("INSERT INTO dados_ecf (num_serie, marca, modelo, tipo, num_caixa) VALUES (");
+        sql.Text("'%s',", m_sNumSerie);
+        sql.Text("'%s',", m_sMarca);
+        sql.Text("'%s',", m_sModelo);
+        sql.Text("'%s',", m_sTipo);
+        FDController->DadosECF_GetNrOrdemSeq(sql.aux, AUX_SIZE);
+        if (sql.aux[0] == '\0')
+            sql.Piece("0)"); // num_caixa
+        else
+            sql.Text("%s)", sql.aux);
+    } else {
+        sql.Begin("UPDATE dados_ecf SET ");
+        sql.Text("num_serie = '%s',", m_sNumSerie);
+        sql.Text("marca = '%s',", m_sMarca);
+        sql.Text("modelo = '%s',", m_sModelo);
+        sql.Text("tipo = '%s'", m_sTipo);
+        sql.Piece(" WHERE num_ecf = 1");
+    }
+    if (sql.Execute(*this, db) == 0)
+        return 0;
+
+    // Required: where the versions cannot be counted, the first count stands.
+    rows = CountRows(sql, "SELECT count(*) FROM versao_sb", rows, db);
+    if (rows != 0)
+        return 1;
+    sql.Begin("INSERT INTO versao_sb(num_ecf, versao) VALUES(");
+    sql.Integer("%d,", 1); // num_ecf
+    sql.TextAt("'%s')", FDController->DadosECF_GetVersaoSB(sql.aux, AUX_SIZE));
+    return sql.Execute(*this, db) == 0 ? 0 : 1;
+}
+
+BOOL CmdProgramaSequenciaECF::DBLogger(sqlite3* db)
+{
+    Statement<SQL_SIZE> update;
+
+    update.Begin("UPDATE dados_ecf SET ");
+    update.Integer("num_caixa = %d", m_iNumCaixa);
+    update.Piece(" WHERE num_ecf = 1");
+    return update.Execute(*this, db);
+}
