@@ -1,0 +1,131 @@
+// The logging database as its owner keeps it.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace bancada
+{
+
+class FirmwareLog;
+
+// What the database was asked and what it holds of it.
+struct LogDatabaseCounts {
+    struct Rows {
+        std::int64_t inserted = 0;
+        std::int64_t updated = 0;
+    };
+
+    std::int64_t statementsExecuted = 0; // INSERT and UPDATE that the engine carried out
+    std::int64_t statementsRejected = 0; // reported to the firmware log instead
+    std::int64_t commandsLost = 0;       // commands none of whose rows are kept
+    std::map<std::string, Rows> rows;    // kept rows, by table
+};
+
+// Owns the connection that the command loggers write through, and each command's transaction.
+//
+// A command's rows are kept whole or not at all. A statement that the engine refuses for itself
+// (its syntax, a constraint, a missing column, something that the module has no business with)
+// costs its own row alone. Anything else that fails (no room, no memory, a damaged file, an error
+// of the disk) loses the command: the engine may have rolled the whole transaction back without a
+// word, so from then on every statement of that command is refused, and what is left open is rolled
+// back. A transaction that cannot begin (locked, read-only) refuses the command's statements too.
+// None of this stops the register: it is counted and told to the firmware log.
+//
+// Not for more than one thread.
+class LogDatabase
+{
+  public:
+    struct Options {
+        bool append = false;      // accept a database that already holds rows
+        int busyTimeoutMs = 1000; // how long to wait for a lock of another connection
+        std::string vfs;          // the engine's file layer; empty is its default
+    };
+
+    // Opens the file `path` (":memory:" is a database in memory), makes it with the schema if it is
+    // missing or empty, and sets the connection up. `log` gets what goes wrong and must outlive
+    // this object, which becomes the observer of its rejected statements. Throws Unusable when the
+    // file cannot be opened or made, is no database or not a logging database, or holds rows and
+    // `append` is not set; an existing file is then as it was.
+    LogDatabase(const std::string& path, FirmwareLog& log);
+    LogDatabase(const std::string& path, FirmwareLog& log, const Options& options);
+    // Rolls back what is open and closes the file.
+    ~LogDatabase();
+    LogDatabase(const LogDatabase&) = delete;
+    LogDatabase& operator=(const LogDatabase&) = delete;
+
+    // The handle for Command::DBLogger. Between BeginCommand and CommitCommand the module's
+    // statements run on it (SELECT, INSERT and UPDATE on the logging tables); outside, SELECT
+    // alone.
+    sqlite3* Handle() const { return m_db; }
+
+    // Begins the transaction of a command. REQUIRES: none is begun. If the engine cannot begin it,
+    // the statements that follow are refused and the command goes on.
+    void BeginCommand();
+
+    // Releases the statements that the loggers left open and ends the transaction. Answers true
+    // when everything of the command that was not refused for itself is durable; false when the
+    // command is lost, and nothing of it is in the file. A command that begins no statement loses
+    // nothing. REQUIRES: a command is begun.
+    bool CommitCommand();
+
+    // Why the command committed last was lost; empty when it was not.
+    const std::string& LastLoss() const { return m_loss; }
+
+    const LogDatabaseCounts& Counts() const { return m_counts; }
+
+  private:
+    struct Change {
+        std::string table;
+        bool inserted;
+    };
+
+    void Open(const std::string& path, const Options& options);
+    void Close();
+    void LoadTables();
+    void CreateOrCheckSchema(const std::string& path, const Options& options);
+    void Configure(const Options& options);
+    void Harden();
+    bool ExecuteOwn(const char* sql);
+    void Lose(const std::string& reason);
+    void NoteEnvironmentalError();
+    void ReleaseOpenStatements();
+    void KeepStatement();
+    void StatementRejected(std::string_view statement);
+    int Authorize(int action, const char* first, const char* second, const char* database,
+                  const char* trigger);
+    bool IsLoggingTable(const char* name) const;
+
+    static int OnAuthorize(void* self, int action, const char* first, const char* second,
+                           const char* database, const char* trigger);
+    static int OnTrace(unsigned type, void* self, void* statement, void* text);
+    static void OnUpdate(void* self, int operation, const char* database, const char* table,
+                         long long rowid);
+
+    sqlite3* m_db = nullptr;
+    FirmwareLog& m_log;
+    std::vector<std::string> m_tables; // sorted
+
+    bool m_own = false;       // a statement of this class itself runs
+    bool m_inCommand = false; // between BeginCommand and CommitCommand
+    bool m_lost = false;      // the command's transaction is lost, or never began
+    bool m_asked = false;     // the command has begun at least one statement
+    std::string m_loss;
+
+    bool m_composing = false; // the statement being prepared has begun an INSERT, UPDATE or SELECT
+    std::string m_started;    // text of the statement started last
+    bool m_startedWrites = false; // ... and it may write
+    std::vector<Change> m_statementChanges;
+    std::vector<Change> m_commandChanges;
+    std::int64_t m_commandExecuted = 0;
+
+    LogDatabaseCounts m_counts;
+};
+
+} // namespace bancada
