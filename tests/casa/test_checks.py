@@ -1,0 +1,164 @@
+#!/usr/bin/env python3
+"""Plants one violation at a time and expects the checks of this folder to name it.
+
+Usage: test_checks.py --cxx COMPILER --nm NM --ar AR
+"""
+
+import argparse
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+HERE = Path(__file__).resolve().parent
+tools = argparse.Namespace()
+
+
+def run(*command):
+    done = subprocess.run([str(c) for c in command], capture_output=True, text=True)
+    return done.returncode, done.stdout + done.stderr
+
+
+class Includes(unittest.TestCase):
+    def check(self, files):
+        with tempfile.TemporaryDirectory() as folder:
+            for name, text in files.items():
+                path = Path(folder, name)
+                path.parent.mkdir(parents=True, exist_ok=True)
+                path.write_text(text)
+            return run(sys.executable, HERE / "check_includes.py", folder)
+
+    def assert_fault(self, files, expected):
+        code, output = self.check(files)
+        self.assertEqual(code, 1, output)
+        self.assertIn(expected, output)
+
+    def test_downward_includes_pass(self):
+        code, output = self.check({
+            "libs/A.h": "#include <cstdint>\n",
+            "RtcClasses.h": '#include "libs/A.h"\n',
+            "CmdDBLogger/B.cpp": '#include "RtcClasses.h"\n#include <sqlite3.h>\n',
+            "bancada/C.cpp": '#include "libs/A.h"\n#include <sodium.h>\n',
+        })
+        self.assertEqual(code, 0, output)
+
+    def test_firmware_half_includes_the_bench(self):
+        self.assert_fault(
+            {"bancada/A.h": "", "CmdDBLogger/B.cpp": '#include "bancada/A.h"\n'},
+            'CmdDBLogger/B.cpp:1: #include "bancada/A.h": CmdDBLogger may not include bancada')
+
+    def test_upward_include(self):
+        self.assert_fault(
+            {"RtcClasses.h": "", "libs/A.h": '\n  #  include "RtcClasses.h"\n'},
+            "libs/A.h:2: #  include \"RtcClasses.h\": libs may not include RtcClasses")
+
+    def test_include_that_is_not_from_the_root(self):
+        self.assert_fault(
+            {"libs/A.h": "", "libs/B.h": '#include "A.h"\n'},
+            'libs/B.h:1: #include "A.h": no such file')
+
+    def test_firmware_half_includes_the_bench_in_angle_brackets(self):
+        self.assert_fault(
+            {"bancada/A.h": "", "libs/B.h": "#include <bancada/A.h>\n"},
+            "libs/B.h:1: #include <bancada/A.h>: the firmware half needs")
+
+    def test_firmware_half_needs_another_library(self):
+        self.assert_fault({"CmdDBLogger/A.cpp": "#include <sodium.h>\n"},
+                          "CmdDBLogger/A.cpp:1: #include <sodium.h>: the firmware half needs")
+
+    def test_engine_seen_below_the_loggers(self):
+        self.assert_fault({"libs/A.h": "#include <sqlite3.h>\n"},
+                          "libs/A.h:1: #include <sqlite3.h>: this layer does not talk")
+
+    def test_layer_without_a_rule(self):
+        self.assert_fault({"novo/A.h": ""}, "novo/A.h: a layer that has no rule here")
+
+    def test_nothing_to_check(self):
+        self.assert_fault({}, "no sources found")
+
+
+class Symbols(unittest.TestCase):
+    def check(self, sources):
+        with tempfile.TemporaryDirectory() as folder:
+            objects = []
+            for name, text in sources.items():
+                source = Path(folder, name)
+                source.write_text(text)
+                objects.append(source.with_name(name + ".o"))
+                code, output = run(tools.cxx, "-std=c++17", "-O0", "-c", source, "-o", objects[-1])
+                self.assertEqual(code, 0, output)
+            archive = Path(folder, "libtest.a")
+            code, output = run(tools.ar, "rcs", archive, *objects)
+            self.assertEqual(code, 0, output)
+            return run(sys.executable, HERE / "check_symbols.py",
+                       "--cxx", tools.cxx, "--nm", tools.nm, archive)
+
+    def assert_fault(self, sources, expected):
+        code, output = self.check(sources)
+        self.assertEqual(code, 1, output)
+        self.assertIn(expected, output)
+
+    def test_what_the_library_may_need_passes(self):
+        code, output = self.check({
+            "a.cpp": 'extern "C" int sqlite3_exec();\nvoid Vindral_GravaLog(char*);\n'
+                     "int GetRatearSubtotal();\n#include <cstring>\nint b();\n"
+                     "long long g;\nlong long a(char* t) { Vindral_GravaLog(t);\n"
+                     "return g / (GetRatearSubtotal() + sqlite3_exec() + b()) +\n"
+                     "static_cast<int>(std::strlen(t)); }\n",
+            "b.cpp": "int b() { return 1; }\n",
+            "RejectedStatement.cpp": "#include <cstdlib>\n"
+                                     "void* m() { return std::malloc(1); }\n"
+                                     "void f(void* p) { std::free(p); }\n",
+        })
+        self.assertEqual(code, 0, output)
+
+    def test_symbol_of_nobody(self):
+        self.assert_fault({"a.cpp": "void Elsewhere(int);\nvoid a() { Elsewhere(1); }\n"},
+                          "Elsewhere(int), needed by a.cpp.o, is neither")
+
+    def test_other_form_of_a_symbol_left_to_the_user(self):
+        self.assert_fault(
+            {"a.cpp": "void Vindral_GravaLog(const char*);\nvoid a() { Vindral_GravaLog(0); }\n"},
+            "Vindral_GravaLog(char const*), needed by a.cpp.o, is neither")
+
+    def test_symbol_of_the_user_defined(self):
+        self.assert_fault({"a.cpp": "int GetRatearSubtotal() { return 1; }\n"},
+                          "GetRatearSubtotal() is the user's to define")
+
+    def test_implementation_of_the_facade(self):
+        self.assert_fault(
+            {"a.cpp": "struct F { virtual ~F(); };\nvoid a(F& f) { f.F::~F(); }\n"},
+            "F::~F(), needed by a.cpp.o, is neither")
+
+    def test_operator_new(self):
+        self.assert_fault({"a.cpp": "int* a() { return new int; }\n"}, "operator new(")
+
+    def test_malloc_elsewhere(self):
+        self.assert_fault({"a.cpp": "#include <cstdlib>\nvoid* a() { return std::malloc(1); }\n"},
+                          "malloc, needed by a.cpp.o, allocates")
+
+    def test_allocation_of_the_engine(self):
+        self.assert_fault(
+            {"a.cpp": 'extern "C" void* sqlite3_malloc64(long);\n'
+                      "void* a() { return sqlite3_malloc64(1); }\n"},
+            "sqlite3_malloc64, needed by a.cpp.o, allocates")
+
+    def test_standard_string(self):
+        self.assert_fault(
+            {"a.cpp": "#include <string>\nvoid a(std::string& s) { s.append(9, 'a'); }\n"},
+            "basic_string")
+
+    def test_throw(self):
+        self.assert_fault({"a.cpp": "void a() { throw 1; }\n"}, "__cxa_throw")
+
+    def test_empty_archive(self):
+        self.assert_fault({"a.cpp": ""}, "defines nothing")
+
+
+if __name__ == "__main__":
+    parser = argparse.ArgumentParser()
+    for tool in ("cxx", "nm", "ar"):
+        parser.add_argument("--" + tool, required=True)
+    tools = parser.parse_args()
+    unittest.main(argv=[sys.argv[0], "--verbose"])
