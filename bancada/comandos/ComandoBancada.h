@@ -43,6 +43,8 @@ template <class Cmd>
 class ComandoDe : public Cmd, public ComandoBancada
 {
   public:
+    using Firmware = Cmd;
+
     // `registro` is borrowed and outlives the object.
     explicit ComandoDe(Registro& registro) : m_registro(registro) {}
 

@@ -1,0 +1,16 @@
+#include "bancada/comandos/Assinatura.h"
+
+#include <cstring>
+
+namespace bancada
+{
+
+void Assina(Command& comando, const Registro& registro)
+{
+    const auto& assinatura = registro.GetAssinatura();
+    static_assert(sizeof assinatura == sizeof comando.m_sAssinaturaDigitalDocumento);
+    std::memcpy(comando.m_sAssinaturaDigitalDocumento, assinatura.data(), assinatura.size());
+    comando.m_bSignedDoc = TRUE;
+}
+
+} // namespace bancada

@@ -1,0 +1,100 @@
+// Cancellation of an item, of the receipt being issued and of the receipt issued last.
+#include "FiscalCommands.h"
+#include "bancada/comandos/Assuntos.h"
+#include "bancada/fita/FieldVisitor.h"
+#include "bancada/registro/Registro.h"
+
+namespace bancada
+{
+namespace
+{
+
+class CancelaItem final : public ComandoDe<CmdCancelaItem>
+{
+  public:
+    using ComandoDe::ComandoDe;
+
+    void Campos(FieldVisitor& campos) override
+    {
+        campos.Integer("item", m_iNumeroItem, 1, Cupom::MAX_ITENS, Presence::REQUIRED,
+                       "item number from 1", "2");
+    }
+
+    BOOL FiscalCheck() override
+    {
+        return Aceita(m_registro.PodeCancelaItem(m_iNumeroItem, m_dtExecStart));
+    }
+
+    BOOL Fiscal() override
+    {
+        m_registro.CancelaItem(m_iNumeroItem, m_dtExecStart);
+        return TRUE;
+    }
+};
+
+class CancelaCupomEmEmissao final : public ComandoDe<CmdCancelaCupomFiscalNfEmEmissao>
+{
+  public:
+    using ComandoDe::ComandoDe;
+
+    void Campos(FieldVisitor&) override {}
+
+    BOOL FiscalCheck() override
+    {
+        return Aceita(m_registro.PodeCancelaCupomEmEmissao(m_dtExecStart));
+    }
+
+    BOOL Fiscal() override
+    {
+        m_registro.CancelaCupomEmEmissao(m_dtExecStart);
+        return TRUE;
+    }
+};
+
+class CancelaCupom final : public ComandoDe<CmdCancelaCupom>
+{
+  public:
+    using ComandoDe::ComandoDe;
+
+    void Campos(FieldVisitor& campos) override
+    {
+        campos.Integer("coo", m_iCOOCancelado, 1, 999999, Presence::OPTIONAL,
+                       "document number of the receipt; the receipt issued last when absent",
+                       "120");
+    }
+
+    BOOL InitCheck(CommandDataFisco*) override
+    {
+        if (m_iCOOCancelado == 0)
+            m_iCOOCancelado = m_registro.GetUltimoCupomCOO();
+        return TRUE;
+    }
+
+    BOOL FiscalCheck() override
+    {
+        return Aceita(m_registro.PodeCancelaCupom(m_iCOOCancelado, m_dtExecStart));
+    }
+
+    BOOL Fiscal() override
+    {
+        m_registro.CancelaCupom(m_iCOOCancelado, m_dtExecStart);
+        return TRUE;
+    }
+};
+
+} // namespace
+
+std::vector<ItemCatalogo> ComandosDeCancelamento()
+{
+    return {
+        ItemDe<CancelaItem>("cancela_item", "CmdCancelaItem", "cancels an item of the open receipt",
+                            "item_cupom_fiscal, item_cupom_nf", ""),
+        ItemDe<CancelaCupomEmEmissao>(
+            "cancela_cupom_em_emissao", "CmdCancelaCupomFiscalNfEmEmissao",
+            "cancels the receipt that is being issued", "cupom_fiscal, cupom_nf", ""),
+        ItemDe<CancelaCupom>("cancela_cupom", "CmdCancelaCupom", "cancels the receipt issued last",
+                             "cupom_fiscal, cupom_nf, outros_documentos", "NC"),
+    };
+}
+
+} // namespace bancada

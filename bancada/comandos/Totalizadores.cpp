@@ -1,0 +1,150 @@
+// Programming of rates, special totalizers, payment means and non-fiscal totalizers.
+#include "FiscalCommands.h"
+#include "bancada/comandos/Assuntos.h"
+#include "bancada/comandos/Campo.h"
+#include "bancada/registro/Registro.h"
+
+namespace bancada
+{
+namespace
+{
+
+class InsereAliquota final : public ComandoDe<CmdInsereAliquota>
+{
+  public:
+    using ComandoDe::ComandoDe;
+
+    void Campos(FieldVisitor& campos) override
+    {
+        CampoSigla(campos, "tributacao", m_sTributacao, {{"T", 0}, {"S", 1}},
+                   "T an ICMS rate, S an ISSQN rate", "T");
+        campos.Integer("indice", m_iIndice, 1, 30, Presence::OPTIONAL,
+                       "number of the rate; the first free one when absent", "1");
+        campos.Percent("percentual", m_iCentesimos, Presence::REQUIRED, "the rate", "18.00");
+    }
+
+    BOOL FiscalCheck() override
+    {
+        return Aceita(m_registro.PodeProgramaAliquota(m_sTributacao, m_iIndice, m_iCentesimos));
+    }
+
+    BOOL Fiscal() override
+    {
+        m_registro.ProgramaAliquota(m_sTributacao, m_iIndice, m_iCentesimos);
+        return TRUE;
+    }
+
+  private:
+    char m_sTributacao[4] = {};
+    int m_iIndice = 0;
+    int m_iCentesimos = 0;
+};
+
+template <class Cmd, bool HABILITADO>
+class Habilitacao final : public ComandoDe<Cmd>
+{
+  public:
+    using ComandoDe<Cmd>::ComandoDe;
+
+    void Campos(FieldVisitor& campos) override
+    {
+        CampoSigla(campos, "codigo", m_sCodigo,
+                   {{"F", 0}, {"I", 1}, {"N", 2}, {"FS", 3}, {"IS", 4}, {"NS", 5}},
+                   "code of the special totalizer", "F");
+        campos.Integer("numero", m_iNumero, 1, 3, Presence::REQUIRED, "its number", "1");
+    }
+
+    BOOL FiscalCheck() override
+    {
+        return this->Aceita(
+            this->m_registro.PodeHabilitaTotalizador(m_sCodigo, m_iNumero, HABILITADO));
+    }
+
+    BOOL Fiscal() override
+    {
+        this->m_registro.HabilitaTotalizador(m_sCodigo, m_iNumero, HABILITADO);
+        return TRUE;
+    }
+
+  private:
+    char m_sCodigo[4] = {};
+    int m_iNumero = 0;
+};
+
+class InsereMeioPagamento final : public ComandoDe<CmdInsereMeiosPagamento>
+{
+  public:
+    explicit InsereMeioPagamento(Registro& registro) : ComandoDe(registro)
+    {
+        m_eVinculacaoCCD = SEM_CCD;
+    }
+
+    void Campos(FieldVisitor& campos) override
+    {
+        campos.Integer("indice", m_iIndice, 1, 20, Presence::REQUIRED,
+                       "number of the payment means", "2");
+        campos.Text("descricao", m_sDescricao, Presence::REQUIRED, "its name", "CARTAO CREDITO");
+        bool vinculado = m_eVinculacaoCCD == COM_CCD;
+        campos.Flag("vinculado_ccd", vinculado, Presence::OPTIONAL,
+                    "it may be tied to a credit/debit voucher, and so gives no change", "true");
+        m_eVinculacaoCCD = vinculado ? COM_CCD : SEM_CCD;
+    }
+
+    BOOL FiscalCheck() override
+    {
+        return Aceita(
+            m_registro.PodeProgramaMeioPagamento(m_iIndice, m_sDescricao, m_eVinculacaoCCD));
+    }
+
+    BOOL Fiscal() override
+    {
+        m_registro.ProgramaMeioPagamento(m_iIndice, m_sDescricao, m_eVinculacaoCCD);
+        return TRUE;
+    }
+};
+
+class InsereRegOpeNF final : public ComandoDe<CmdInsereRegOpeNF>
+{
+  public:
+    using ComandoDe::ComandoDe;
+
+    void Campos(FieldVisitor& campos) override
+    {
+        campos.Integer("indice", m_iIndice, 3, 39, Presence::REQUIRED,
+                       "number of the totalizer; 1 and 2 are the register's own", "3");
+        campos.Text("descricao", m_sDescricao, Presence::REQUIRED, "its name", "RECARGA CELULAR");
+    }
+
+    BOOL FiscalCheck() override
+    {
+        return Aceita(m_registro.PodeProgramaTotalizadorNF(m_iIndice, m_sDescricao));
+    }
+
+    BOOL Fiscal() override
+    {
+        m_registro.ProgramaTotalizadorNF(m_iIndice, m_sDescricao);
+        return TRUE;
+    }
+};
+
+} // namespace
+
+std::vector<ItemCatalogo> ComandosDeTotalizadores()
+{
+    return {
+        ItemDe<InsereAliquota>("insere_aliquota", "CmdInsereAliquota", "programs a tax rate", "",
+                               ""),
+        ItemDe<Habilitacao<CmdHabilitaTotalizadores, true>>("habilita_totalizadores",
+                                                            "CmdHabilitaTotalizadores",
+                                                            "enables a special totalizer", "", ""),
+        ItemDe<Habilitacao<CmdDesabilitaTotalizadores, false>>(
+            "desabilita_totalizadores", "CmdDesabilitaTotalizadores",
+            "disables a special totalizer", "", ""),
+        ItemDe<InsereMeioPagamento>("insere_meio_pagamento", "CmdInsereMeiosPagamento",
+                                    "programs a payment means", "meio_pagamento", ""),
+        ItemDe<InsereRegOpeNF>("insere_reg_ope_nf", "CmdInsereRegOpeNF",
+                               "programs a non-fiscal totalizer", "totalizador_nao_fiscal", ""),
+    };
+}
+
+} // namespace bancada

@@ -1,0 +1,102 @@
+// Sale of an item, by the plain and by the detailed command.
+#include "FiscalCommands.h"
+#include "bancada/comandos/Assuntos.h"
+#include "bancada/comandos/Campo.h"
+#include "bancada/fita/FieldVisitor.h"
+#include "bancada/registro/Registro.h"
+
+#include <cstring>
+
+namespace bancada
+{
+namespace
+{
+
+// The two commands have the same members under the same names, at different places.
+template <class Cmd>
+class Venda : public ComandoDe<Cmd>
+{
+  public:
+    explicit Venda(Registro& registro) : ComandoDe<Cmd>(registro)
+    {
+        std::strcpy(this->m_sUnidadeMedida, "UN");
+    }
+
+    void Campos(FieldVisitor& campos) override
+    {
+        campos.Text("codigo", this->m_sCodigoItem, Presence::REQUIRED, "item code",
+                    "7891000100103");
+        campos.Text("descricao", this->m_sDescricao, Presence::REQUIRED, "item description",
+                    "ARROZ TIPO 1 5KG");
+        campos.Quantity("quantidade", m_quantidade, 3, Presence::REQUIRED,
+                        "quantity, 0 to 3 decimals; the decimals written are those of the sale",
+                        "1.500");
+        campos.Text("unidade", this->m_sUnidadeMedida, Presence::OPTIONAL,
+                    "unit of measure; UN when absent", "KG");
+        campos.Quantity("valor_unitario", m_valorUnitario, 3, Presence::REQUIRED,
+                        "unit price, 0 to 3 decimals; the decimals written are those of the sale",
+                        "2.999");
+        CampoSigla(
+            campos, "tributacao", this->m_sTributacao,
+            {{"T", 0}, {"S", 1}, {"F", 2}, {"I", 3}, {"N", 4}, {"FS", 5}, {"IS", 6}, {"NS", 7}},
+            "T an ICMS rate, S an ISSQN rate, the others a special totalizer", "T");
+        campos.Integer("indice", this->m_iIndiceTributacao, 1, 30, Presence::REQUIRED,
+                       "number of the rate or totalizer, from 1", "1");
+        bool arredonda = this->m_cArredTrunc == 'A';
+        campos.Flag("arredonda", arredonda, Presence::OPTIONAL,
+                    "true: the item's total is rounded half up to cents; false: it is truncated",
+                    "true");
+        this->m_cArredTrunc = arredonda ? 'A' : 'T';
+    }
+
+    BOOL InitCheck(CommandDataFisco*) override
+    {
+        this->m_iCasasDecimaisQtde = m_quantidade.casas;
+        this->m_iCasasDecimaisValor = m_valorUnitario.casas;
+        return TRUE;
+    }
+
+    BOOL FiscalCheck() override
+    {
+        return this->Aceita(this->m_registro.PodeVendeItem(Item(), this->m_dtExecStart));
+    }
+
+    BOOL Fiscal() override
+    {
+        this->m_registro.VendeItem(Item(), this->m_dtExecStart);
+        return TRUE;
+    }
+
+  private:
+    VendaItem Item() const
+    {
+        VendaItem item;
+        item.codigo = this->m_sCodigoItem;
+        item.descricao = this->m_sDescricao;
+        item.unidade = this->m_sUnidadeMedida;
+        item.tributacao = this->m_sTributacao;
+        item.indice = this->m_iIndiceTributacao;
+        item.quantidade = m_quantidade;
+        item.valorUnitario = m_valorUnitario;
+        item.arredonda = this->m_cArredTrunc == 'A';
+        return item;
+    }
+
+    Decimal m_quantidade;
+    Decimal m_valorUnitario;
+};
+
+} // namespace
+
+std::vector<ItemCatalogo> ComandosDeVenda()
+{
+    return {
+        ItemDe<Venda<CmdVendeItem>>("vende_item", "CmdVendeItem", "sells an item",
+                                    "item_cupom_fiscal", ""),
+        ItemDe<Venda<CmdVendeItemDetalhado>>("vende_item_detalhado", "CmdVendeItemDetalhado",
+                                             "sells an item by the detailed command",
+                                             "item_cupom_fiscal", ""),
+    };
+}
+
+} // namespace bancada
