@@ -2,7 +2,6 @@
 #include "FiscalCommands.h"
 #include "bancada/comandos/Assuntos.h"
 #include "bancada/comandos/Campo.h"
-#include "bancada/registro/Registro.h"
 
 namespace bancada
 {
@@ -19,7 +18,7 @@ class EfetuaDescAcresItem final : public ComandoDe<CmdEfetuaDescAcresItem>
         CampoOperacao(campos, m_eOperacao);
         CampoTipoValor(campos, m_eTipoValor);
         CampoValorAjuste(campos, m_valor);
-        campos.Integer("item", m_iNumeroItem, 0, Cupom::MAX_ITENS, Presence::OPTIONAL,
+        campos.Integer("item", m_iNumeroItem, 0, MAX_ITENS_CUPOM, Presence::OPTIONAL,
                        "item number from 1; 0 or absent is the item sold last", "2");
     }
 
@@ -53,7 +52,7 @@ class CancelaDescAcresItem final : public ComandoDe<CmdCancelaDescAcresItem>
     void Campos(FieldVisitor& campos) override
     {
         CampoOperacao(campos, m_eOperacao);
-        campos.Integer("item", m_iNumeroItem, 1, Cupom::MAX_ITENS, Presence::REQUIRED,
+        campos.Integer("item", m_iNumeroItem, 1, MAX_ITENS_CUPOM, Presence::REQUIRED,
                        "item number from 1", "2");
     }
 

@@ -1,5 +1,7 @@
 #include "bancada/comandos/Campo.h"
 
+#include "bancada/registro/Registro.h"
+
 #include <cstring>
 
 namespace bancada
@@ -47,7 +49,7 @@ BigInt ValorComandado(ETipoValor tipo, const Decimal& valor)
 
 void CampoMeioPagamento(FieldVisitor& campos, const char* nome, int& numero, const char* doc)
 {
-    campos.Integer(nome, numero, 1, 20, Presence::REQUIRED, doc, "1");
+    campos.Integer(nome, numero, 1, MAX_MEIOS_PAGAMENTO, Presence::REQUIRED, doc, "1");
 }
 
 void CampoParcelas(FieldVisitor& campos, int& parcelas)

@@ -2,7 +2,6 @@
 #include "FiscalCommands.h"
 #include "bancada/comandos/Assuntos.h"
 #include "bancada/fita/FieldVisitor.h"
-#include "bancada/registro/Registro.h"
 
 namespace bancada
 {
@@ -16,7 +15,7 @@ class CancelaItem final : public ComandoDe<CmdCancelaItem>
 
     void Campos(FieldVisitor& campos) override
     {
-        campos.Integer("item", m_iNumeroItem, 1, Cupom::MAX_ITENS, Presence::REQUIRED,
+        campos.Integer("item", m_iNumeroItem, 1, MAX_ITENS_CUPOM, Presence::REQUIRED,
                        "item number from 1", "2");
     }
 
@@ -66,7 +65,7 @@ class CancelaCupom final : public ComandoDe<CmdCancelaCupom>
     BOOL InitCheck(CommandDataFisco*) override
     {
         if (m_iCOOCancelado == 0)
-            m_iCOOCancelado = m_registro.GetUltimoCupomCOO();
+            m_iCOOCancelado = m_registro.GetMemoria().cupom.coo;
         return TRUE;
     }
 

@@ -2,19 +2,14 @@
 #pragma once
 
 #include "Interpreter.h"
+#include "bancada/registro/Registro.h"
 
-#include <optional>
-#include <string>
 #include <utility>
 
 namespace bancada
 {
 
 class FieldVisitor;
-class Registro;
-
-// Why something is refused; empty when it is not.
-using Recusa = std::optional<std::string>;
 
 // A command that the bench can read, run and describe. Objects come from the catalogue, are used
 // for one execution and belong to whoever made them.

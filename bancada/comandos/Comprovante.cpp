@@ -2,7 +2,6 @@
 #include "FiscalCommands.h"
 #include "bancada/comandos/Assuntos.h"
 #include "bancada/comandos/Campo.h"
-#include "bancada/registro/Registro.h"
 
 namespace bancada
 {
@@ -18,10 +17,17 @@ class AbreCCD final : public ComandoDe<CmdAbreCCD>
     {
         CampoMeioPagamento(campos, "meio", m_iMeioPagamento,
                            "number of the payment means that the voucher is tied to");
+        campos.Integer("coo", m_iCOO, 1, 999999, Presence::OPTIONAL,
+                       "document number of the receipt; the receipt issued last when absent",
+                       "120");
     }
 
     BOOL FiscalCheck() override
     {
+        const int ultimo = m_registro.GetMemoria().cupom.coo;
+        if (m_iCOO != 0 && m_iCOO != ultimo)
+            return Aceita("document " + std::to_string(m_iCOO) +
+                          " is not the receipt issued last, which is " + std::to_string(ultimo));
         return Aceita(m_registro.PodeAbreCCD(m_iMeioPagamento, m_dtExecStart));
     }
 
@@ -33,6 +39,7 @@ class AbreCCD final : public ComandoDe<CmdAbreCCD>
 
   private:
     int m_iMeioPagamento = 0;
+    int m_iCOO = 0; // 0 is the receipt issued last
 };
 
 class AbreEstornoCCD final : public ComandoDe<CmdAbreEstornoCCD>

@@ -1,7 +1,6 @@
 #include "bancada/comandos/Executor.h"
 
 #include "bancada/banco/LogDatabase.h"
-#include "bancada/registro/Registro.h"
 
 namespace bancada
 {

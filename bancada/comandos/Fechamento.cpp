@@ -3,7 +3,6 @@
 #include "bancada/comandos/Assinatura.h"
 #include "bancada/comandos/Assuntos.h"
 #include "bancada/fita/FieldVisitor.h"
-#include "bancada/registro/Registro.h"
 
 namespace bancada
 {

@@ -2,7 +2,6 @@
 #include "FiscalCommands.h"
 #include "bancada/comandos/Assuntos.h"
 #include "bancada/fita/FieldVisitor.h"
-#include "bancada/registro/Registro.h"
 
 namespace bancada
 {

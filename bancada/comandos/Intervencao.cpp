@@ -1,7 +1,6 @@
 // Entering and leaving the intervention modes.
 #include "FiscalCommands.h"
 #include "bancada/comandos/Assuntos.h"
-#include "bancada/registro/Registro.h"
 
 namespace bancada
 {
@@ -9,7 +8,7 @@ namespace
 {
 
 // The firmware raises these itself, when the seal's switch or the technician's key says so.
-template <class Cmd, ModoIntervencao MODO>
+template <class Cmd, EModoIntervencao MODO>
 class Entrada final : public ComandoDe<Cmd>
 {
   public:
@@ -30,7 +29,7 @@ class Entrada final : public ComandoDe<Cmd>
     }
 };
 
-template <class Cmd, ModoIntervencao MODO>
+template <class Cmd, EModoIntervencao MODO>
 class Saida final : public ComandoDe<Cmd>
 {
   public:
@@ -56,16 +55,16 @@ class Saida final : public ComandoDe<Cmd>
 std::vector<ItemCatalogo> ComandosDeIntervencao()
 {
     return {
-        ItemDe<Entrada<CmdEntradaMILInterno, ModoIntervencao::L>>(
+        ItemDe<Entrada<CmdEntradaMILInterno, EModoIntervencao::MIL>>(
             "entrada_mil_interno", "CmdEntradaMILInterno", "enters the intervention mode L",
             "intervencao, outros_documentos", "LX"),
-        ItemDe<Saida<CmdSaidaMILInterno, ModoIntervencao::L>>(
+        ItemDe<Saida<CmdSaidaMILInterno, EModoIntervencao::MIL>>(
             "saida_mil_interno", "CmdSaidaMILInterno", "leaves the intervention mode L",
             "outros_documentos", "LX"),
-        ItemDe<Saida<CmdSaidaMITInterno, ModoIntervencao::T>>(
+        ItemDe<Saida<CmdSaidaMITInterno, EModoIntervencao::MIT>>(
             "saida_mit_interno", "CmdSaidaMITInterno", "leaves the intervention mode T",
             "outros_documentos", "LX"),
-        ItemDe<Entrada<CmdEntradaMITInterno, ModoIntervencao::T>>(
+        ItemDe<Entrada<CmdEntradaMITInterno, EModoIntervencao::MIT>>(
             "entrada_mit_interno", "CmdEntradaMITInterno", "enters the intervention mode T",
             "intervencao", ""),
     };

@@ -2,7 +2,6 @@
 #include "FiscalCommands.h"
 #include "bancada/comandos/Assuntos.h"
 #include "bancada/comandos/Campo.h"
-#include "bancada/registro/Registro.h"
 
 namespace bancada
 {
@@ -22,13 +21,11 @@ class LeituraX final : public ComandoDe<CmdLeituraX>
                      "impressao");
     }
 
-    BOOL FiscalCheck() override { return Aceita(m_registro.PodeLeituraX(m_dtExecStart)); }
+    BOOL FiscalCheck() override { return Aceita(m_registro.PodeLeituraX(m_eMidia, m_dtExecStart)); }
 
     BOOL Fiscal() override
     {
-        // A reading written to a file is no document: it takes no number and has no row.
-        if (m_eMidia != ARQUIVO)
-            m_registro.LeituraX(m_dtExecStart);
+        m_registro.LeituraX(m_eMidia, m_dtExecStart);
         return TRUE;
     }
 };

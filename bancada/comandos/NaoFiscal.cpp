@@ -3,7 +3,6 @@
 #include "bancada/comandos/Assinatura.h"
 #include "bancada/comandos/Assuntos.h"
 #include "bancada/comandos/Campo.h"
-#include "bancada/registro/Registro.h"
 
 namespace bancada
 {
@@ -42,7 +41,8 @@ class VendeItemNF final : public ComandoDe<CmdVendeItemNF>
 
     void Campos(FieldVisitor& campos) override
     {
-        campos.Integer("totalizador", m_iIndiceTotalizador, 1, 39, Presence::REQUIRED,
+        campos.Integer("totalizador", m_iIndiceTotalizador, 1, MAX_TOTALIZADORES_NF,
+                       Presence::REQUIRED,
                        "number of the non-fiscal totalizer; 1 and 2 are kept for floats and "
                        "withdrawals",
                        "3");

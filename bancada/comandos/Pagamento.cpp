@@ -2,7 +2,6 @@
 #include "FiscalCommands.h"
 #include "bancada/comandos/Assuntos.h"
 #include "bancada/comandos/Campo.h"
-#include "bancada/registro/Registro.h"
 
 namespace bancada
 {

@@ -1,7 +1,6 @@
 // The Z reduction.
 #include "FiscalCommands.h"
 #include "bancada/comandos/Assuntos.h"
-#include "bancada/registro/Registro.h"
 
 namespace bancada
 {

@@ -2,7 +2,6 @@
 #include "FiscalCommands.h"
 #include "bancada/comandos/Assuntos.h"
 #include "bancada/comandos/Campo.h"
-#include "bancada/registro/Registro.h"
 
 namespace bancada
 {
@@ -18,7 +17,7 @@ class InsereAliquota final : public ComandoDe<CmdInsereAliquota>
     {
         CampoSigla(campos, "tributacao", m_sTributacao, {{"T", 0}, {"S", 1}},
                    "T an ICMS rate, S an ISSQN rate", "T");
-        campos.Integer("indice", m_iIndice, 1, 30, Presence::OPTIONAL,
+        campos.Integer("indice", m_iIndice, 1, MAX_ALIQUOTAS, Presence::OPTIONAL,
                        "number of the rate; the first free one when absent", "1");
         campos.Percent("percentual", m_iCentesimos, Presence::REQUIRED, "the rate", "18.00");
     }
@@ -81,7 +80,7 @@ class InsereMeioPagamento final : public ComandoDe<CmdInsereMeiosPagamento>
 
     void Campos(FieldVisitor& campos) override
     {
-        campos.Integer("indice", m_iIndice, 1, 20, Presence::REQUIRED,
+        campos.Integer("indice", m_iIndice, 1, MAX_MEIOS_PAGAMENTO, Presence::REQUIRED,
                        "number of the payment means", "2");
         campos.Text("descricao", m_sDescricao, Presence::REQUIRED, "its name", "CARTAO CREDITO");
         bool vinculado = m_eVinculacaoCCD == COM_CCD;
@@ -110,7 +109,8 @@ class InsereRegOpeNF final : public ComandoDe<CmdInsereRegOpeNF>
 
     void Campos(FieldVisitor& campos) override
     {
-        campos.Integer("indice", m_iIndice, 3, 39, Presence::REQUIRED,
+        campos.Integer("indice", m_iIndice, NUMERO_NF_SANGRIA + 1, MAX_TOTALIZADORES_NF,
+                       Presence::REQUIRED,
                        "number of the totalizer; 1 and 2 are the register's own", "3");
         campos.Text("descricao", m_sDescricao, Presence::REQUIRED, "its name", "RECARGA CELULAR");
     }

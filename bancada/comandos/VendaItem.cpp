@@ -3,7 +3,6 @@
 #include "bancada/comandos/Assuntos.h"
 #include "bancada/comandos/Campo.h"
 #include "bancada/fita/FieldVisitor.h"
-#include "bancada/registro/Registro.h"
 
 #include <cstring>
 
@@ -40,7 +39,7 @@ class Venda : public ComandoDe<Cmd>
             campos, "tributacao", this->m_sTributacao,
             {{"T", 0}, {"S", 1}, {"F", 2}, {"I", 3}, {"N", 4}, {"FS", 5}, {"IS", 6}, {"NS", 7}},
             "T an ICMS rate, S an ISSQN rate, the others a special totalizer", "T");
-        campos.Integer("indice", this->m_iIndiceTributacao, 1, 30, Presence::REQUIRED,
+        campos.Integer("indice", this->m_iIndiceTributacao, 1, MAX_ALIQUOTAS, Presence::REQUIRED,
                        "number of the rate or totalizer, from 1", "1");
         bool arredonda = this->m_cArredTrunc == 'A';
         campos.Flag("arredonda", arredonda, Presence::OPTIONAL,
