@@ -41,10 +41,26 @@ Style StyleOf(FINANCIAL_STR_TIPO tipo)
     return {true, ','};
 }
 
+// The two digits of every number below 100: a pair is copied where two digits would be divided.
+constexpr char DIGIT_PAIRS[] = "00010203040506070809"
+                               "10111213141516171819"
+                               "20212223242526272829"
+                               "30313233343536373839"
+                               "40414243444546474849"
+                               "50515253545556575859"
+                               "60616263646566676869"
+                               "70717273747576777879"
+                               "80818283848586878889"
+                               "90919293949596979899";
+
+void WritePair(char* out, UINT32 number)
+{
+    std::memcpy(out, &DIGIT_PAIRS[2 * number], 2);
+}
+
 char* WriteThreeDigitsBefore(char* end, UINT32 group)
 {
-    end[-1] = static_cast<char>('0' + group % 10);
-    end[-2] = static_cast<char>('0' + group / 10 % 10);
+    WritePair(end - 2, group % 100);
     end[-3] = static_cast<char>('0' + group / 100);
     return end - 3;
 }
@@ -64,10 +80,13 @@ char* WriteWholeBefore(char* end, Magnitude whole, bool grouped)
             *--end = '.';
         rest /= 1000;
     }
-    do {
-        *--end = static_cast<char>('0' + rest % 10);
-        rest /= 10;
-    } while (rest != 0);
+    if (rest >= 100)
+        return WriteThreeDigitsBefore(end, rest);
+    if (rest >= 10) {
+        WritePair(end - 2, rest);
+        return end - 2;
+    }
+    *--end = static_cast<char>('0' + rest);
     return end;
 }
 
@@ -152,10 +171,8 @@ char* Financial::ToString(char* out, int size, FINANCIAL_STR_TIPO tipo, int deci
     Magnitude whole = Magnitude::Of(nr);
     UINT32 fraction = whole.CutBy<SCALE>();
     const bool isZeroAsWritten = whole.IsZero() && fraction < UNIT_OF_DECIMALS[heldDecimals];
-    place[0] = static_cast<char>('0' + fraction / 1000);
-    place[1] = static_cast<char>('0' + fraction / 100 % 10);
-    place[2] = static_cast<char>('0' + fraction / 10 % 10);
-    place[3] = static_cast<char>('0' + fraction % 10);
+    WritePair(place, fraction / 100);
+    WritePair(place + 2, fraction % 100);
     char* first = place;
     if (style.decimalMark != '\0')
         *--first = style.decimalMark;
