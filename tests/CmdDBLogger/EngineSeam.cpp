@@ -8,14 +8,6 @@
 
 EngineSeam seam;
 
-namespace
-{
-
-// Whether the engine has just refused a statement, so that the next allocation is the message's.
-bool refused = false;
-
-} // namespace
-
 void Vindral_GravaLog(char* text)
 {
     seam.log.emplace_back(text);
@@ -40,11 +32,11 @@ int __wrap_sqlite3_exec(sqlite3* db, const char* sql, ExecCallback callback, voi
 {
     seam.statements.emplace_back(sql);
     if (seam.engineOutOfMemory) {
-        refused = true;
+        seam.nextMallocIsTheMessages = true;
         return SQLITE_NOMEM;
     }
     const int result = __real_sqlite3_exec(db, sql, callback, argument, errorText);
-    refused = result != SQLITE_OK;
+    seam.nextMallocIsTheMessages = result != SQLITE_OK;
     return result;
 }
 
@@ -62,8 +54,8 @@ void* __real_malloc(std::size_t size);
 
 void* __wrap_malloc(std::size_t size)
 {
-    if (refused) {
-        refused = false;
+    if (seam.nextMallocIsTheMessages) {
+        seam.nextMallocIsTheMessages = false;
         seam.messageBytes = size;
         if (seam.messageOutOfMemory)
             return nullptr;

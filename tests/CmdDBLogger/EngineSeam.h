@@ -30,10 +30,12 @@ struct EngineSeam {
     // Makes sqlite3_exec answer SQLITE_NOMEM without executing and without an error text.
     bool engineOutOfMemory = false;
 
-    // Makes the first malloc after an engine's refusal fail, and what that malloc asked for. The
-    // firmware half allocates nothing but the message of a refused statement.
-    bool messageOutOfMemory = false;
-    std::size_t messageBytes = 0;
+    // The firmware half allocates nothing but the message of a refused statement: the first malloc
+    // after a refusal of the engine's is the message's. A test says so itself where the engine is
+    // not asked.
+    bool nextMallocIsTheMessages = false;
+    bool messageOutOfMemory = false; // makes that malloc fail
+    std::size_t messageBytes = 0;    // what it asked for
 };
 
 // The state of the running test. LoggerTest begins every test with a new one.
