@@ -8,7 +8,6 @@
 #include <vector>
 
 struct sqlite3;
-struct sqlite3_stmt;
 
 namespace bancada
 {
@@ -22,10 +21,13 @@ struct LogDatabaseCounts {
         std::int64_t updated = 0;
     };
 
-    std::int64_t statementsExecuted = 0; // INSERT and UPDATE that the engine carried out
-    std::int64_t statementsRejected = 0; // reported to the firmware log instead
-    std::int64_t commandsLost = 0;       // commands none of whose rows are kept
-    std::map<std::string, Rows> rows;    // kept rows, by table
+    // INSERT and UPDATE statements.
+    std::int64_t statementsExecuted = 0; // carried out and kept
+    std::int64_t statementsUndone = 0;   // carried out, then lost with their command
+    std::int64_t statementsRejected = 0; // reported to the firmware log as rejected
+
+    std::int64_t commandsLost = 0;    // commands none of whose rows are kept
+    std::map<std::string, Rows> rows; // kept rows, by table; every logging table has its entry
 };
 
 // Owns the connection that the command loggers write through, and each command's transaction.
@@ -81,26 +83,30 @@ class LogDatabase
     const LogDatabaseCounts& Counts() const { return m_counts; }
 
   private:
-    struct Change {
-        std::string table;
-        bool inserted;
-    };
-
     void Open(const std::string& path, const Options& options);
-    void Close();
-    void LoadTables();
-    void CreateOrCheckSchema(const std::string& path, const Options& options);
-    void Configure(const Options& options);
-    void Harden();
+    bool IsFresh(const std::string& path) const;
+    void CreateSchema(const std::string& path);
+    void CheckSchema(const std::string& path) const;
+    void CheckEmpty(const std::string& path) const;
+    std::string SetWriteAheadLog();
+    void Configure();
+    void LimitStatements();
     bool ExecuteOwn(const char* sql);
-    void Lose(const std::string& reason);
-    void NoteEnvironmentalError();
-    void ReleaseOpenStatements();
+
+    void ForgetStatement();
     void KeepStatement();
     void StatementRejected(std::string_view statement);
+    void CheckTransaction();
+    void Lose(const std::string& reason);
+    void TellLoss();
+    void ReleaseOpenStatements();
+    void SettleCounts(bool kept);
+
     int Authorize(int action, const char* first, const char* second, const char* database,
                   const char* trigger);
-    bool IsLoggingTable(const char* name) const;
+    bool IsAllowed(int action, const char* first, const char* second);
+    // The position of a logging table in m_tables, or its size for any other name.
+    std::size_t TableIndex(std::string_view name) const;
 
     static int OnAuthorize(void* self, int action, const char* first, const char* second,
                            const char* database, const char* trigger);
@@ -110,20 +116,26 @@ class LogDatabase
 
     sqlite3* m_db = nullptr;
     FirmwareLog& m_log;
-    std::vector<std::string> m_tables; // sorted
+    std::vector<std::string> m_tables; // the logging tables, sorted
 
-    bool m_own = false;       // a statement of this class itself runs
-    bool m_inCommand = false; // between BeginCommand and CommitCommand
-    bool m_lost = false;      // the command's transaction is lost, or never began
-    bool m_asked = false;     // the command has begun at least one statement
+    bool m_own = false; // a statement of this class itself is at work
+
+    // The command.
+    bool m_inCommand = false;
+    bool m_began = false;    // its transaction was begun
+    bool m_asked = false;    // it has asked for a statement
+    bool m_lost = false;     // nothing more of it may reach the file
+    bool m_lossTold = false; // the firmware log has the reason
     std::string m_loss;
 
-    bool m_composing = false; // the statement being prepared has begun an INSERT, UPDATE or SELECT
-    std::string m_started;    // text of the statement started last
-    bool m_startedWrites = false; // ... and it may write
-    std::vector<Change> m_statementChanges;
-    std::vector<Change> m_commandChanges;
-    std::int64_t m_commandExecuted = 0;
+    // Its statement. What one changed is known to stay only when the next begins: until then it may
+    // be reported as rejected.
+    bool m_accessing = false; // the one being prepared reads or writes a table
+    std::string m_started;    // text of the one started last
+    bool m_startedWrites = false;
+    std::vector<LogDatabaseCounts::Rows> m_statementRows; // as m_tables
+    std::vector<LogDatabaseCounts::Rows> m_commandRows;   // as m_tables
+    std::int64_t m_commandStatements = 0;
 
     LogDatabaseCounts m_counts;
 };

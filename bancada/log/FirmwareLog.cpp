@@ -1,0 +1,106 @@
+#include "bancada/log/FirmwareLog.h"
+
+#include "bancada/Unusable.h"
+#include "bancada/log/LogText.h"
+#include "bancada/log/RejectionMessage.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <new>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace bancada
+{
+namespace
+{
+
+constexpr std::size_t TIME_SIZE = sizeof "yyyy-mm-dd hh:mm:ss";
+
+// Whether the file of `path` ends within a line, as a write cut short leaves it. What cannot be
+// read (a pipe, a device) does not.
+bool EndsWithinLine(const std::string& path)
+{
+    const int file = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (file < 0)
+        return false;
+    struct stat status = {};
+    char last = '\n';
+    if (fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_size > 0 &&
+        pread(file, &last, 1, status.st_size - 1) != 1)
+        last = '\n';
+    close(file);
+    return last != '\n';
+}
+
+} // namespace
+
+FirmwareLog::FirmwareLog() = default;
+
+FirmwareLog::FirmwareLog(const std::string& path)
+{
+    m_file = open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644);
+    if (m_file < 0)
+        throw Unusable("cannot write the firmware log " + path + ": " + std::strerror(errno));
+    m_lineOpen = EndsWithinLine(path);
+}
+
+FirmwareLog::~FirmwareLog()
+{
+    if (m_file >= 0)
+        close(m_file);
+}
+
+void FirmwareLog::SetRejectionObserver(RejectionObserver observer)
+{
+    m_observer = std::move(observer);
+}
+
+void FirmwareLog::Write(std::string_view text)
+{
+    ++m_records;
+    try {
+        char time[TIME_SIZE];
+        std::string line(m_lineOpen ? "\n" : "");
+        line += m_now.ToStrDateTime("yyyy-mm-dd", "hh:mm:ss", time);
+        line += '\t';
+        AppendEscaped(line, text);
+        line += '\n';
+        if (m_file >= 0)
+            Append(line);
+        Observe(text);
+    } catch (const std::bad_alloc&) {
+        // Out of memory: as any record that could not be written.
+        ++m_writeErrors;
+    }
+}
+
+void FirmwareLog::Append(const std::string& line)
+{
+    std::size_t written = 0;
+    while (written < line.size()) {
+        const ssize_t result = write(m_file, line.data() + written, line.size() - written);
+        if (result > 0) {
+            written += static_cast<std::size_t>(result);
+            m_lineOpen = line[written - 1] != '\n';
+        } else if (result == 0 || errno != EINTR) {
+            ++m_writeErrors;
+            return;
+        }
+    }
+}
+
+void FirmwareLog::Observe(std::string_view text)
+{
+    if (m_statementFollows) {
+        m_statementFollows = false;
+        if (m_observer)
+            m_observer(text);
+    } else {
+        m_statementFollows = IsRejectionMessage(text);
+    }
+}
+
+} // namespace bancada
