@@ -9,16 +9,16 @@ class RtcTime
   public:
     UINT32 s;
 
-    RtcTime() : s(0) {}
+    constexpr RtcTime() : s(0) {}
 };
 
 // A span of time.
 class RtcRelativeTime : public RtcTime
 {
   public:
-    RtcRelativeTime() {}
+    constexpr RtcRelativeTime() {}
     // REQUIRES: `seconds` fits 32 bits; more is cut to its low 32 bits.
-    RtcRelativeTime(unsigned long seconds) { s = static_cast<UINT32>(seconds); }
+    constexpr RtcRelativeTime(unsigned long seconds) { s = static_cast<UINT32>(seconds); }
 };
 
 // An instant: seconds since 1970-01-01 00:00:00, with neither time zone nor leap seconds. The last
@@ -26,8 +26,8 @@ class RtcRelativeTime : public RtcTime
 class RtcAbsoluteTime : public RtcTime
 {
   public:
-    RtcAbsoluteTime() {}
-    explicit RtcAbsoluteTime(UINT32 seconds) { s = seconds; }
+    constexpr RtcAbsoluteTime() {}
+    explicit constexpr RtcAbsoluteTime(UINT32 seconds) { s = seconds; }
 
     // 1 when both are the same instant, else 0.
     BOOL operator==(RtcAbsoluteTime other) const { return s == other.s ? 1 : 0; }
@@ -50,4 +50,4 @@ static_assert(sizeof(RtcRelativeTime) == 4 && sizeof(RtcAbsoluteTime) == 4,
 extern const UINT32 matlong[1];
 
 // The longest that a fiscal day may stay open: 26 hours.
-inline const RtcRelativeTime MAX_TEMPO_OPERACIONAL(93600);
+inline constexpr RtcRelativeTime MAX_TEMPO_OPERACIONAL(93600);

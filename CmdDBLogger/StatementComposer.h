@@ -104,8 +104,13 @@ class StatementComposer
         : m_sql(sql), m_sqlSize(static_cast<std::size_t>(sqlSize)), m_work(work),
           m_workSize(workSize)
     {
+        Clear(m_sql, m_sqlSize);
+        Clear(m_work, static_cast<std::size_t>(workSize));
     }
     ~StatementComposer() = default;
+
+    // Fills an array with zero bytes.
+    static void Clear(char* array, std::size_t size);
 
   private:
     void Append(const char* text, std::size_t length);
@@ -126,11 +131,11 @@ template <int sqlSize, int auxSize = AUX_SIZE, int aux2Size = AUX_SIZE>
 class Statement : public StatementComposer
 {
   public:
-    Statement() : StatementComposer(sql, sqlSize, aux2, aux2Size) {}
+    Statement() : StatementComposer(sql, sqlSize, aux2, aux2Size) { Clear(aux, auxSize); }
 
     // Where the fiscal data model writes a text, and where a text is changed before it is appended.
     // It is the logger's alone; the forms above do not touch it.
-    char aux[auxSize] = {};
+    char aux[auxSize];
 
     // Puts the text of an array and what is to follow it into `aux`, and answers `aux`.
     template <std::size_t size, std::size_t afterSize>
@@ -146,6 +151,6 @@ class Statement : public StatementComposer
   private:
     static_assert(aux2Size >= AUX_SIZE_DATA_FINAL, "an instant fits the work array");
 
-    char sql[sqlSize] = {};
-    char aux2[aux2Size] = {};
+    char sql[sqlSize];
+    char aux2[aux2Size];
 };
