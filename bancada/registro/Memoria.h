@@ -5,6 +5,7 @@
 #pragma once
 
 #include "FiscalCommands.h"
+#include "FiscalData/Cupom.h"
 #include "FiscalData/FiscalDataTypes.h"
 #include "RtcClasses.h"
 #include "bancada/registro/Decimal.h"
