@@ -111,7 +111,7 @@ struct CupomAtual {
 
     std::vector<PagamentoRegistrado> pagamentos;
     Financial pago;
-    Financial troco; // change; known once it is closed
+    Financial troco; // change: what was paid beyond the total
     std::string mensagem;
     std::array<std::uint8_t, 32> assinatura{}; // of the closed document
 };

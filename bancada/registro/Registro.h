@@ -5,19 +5,16 @@
 #include "FiscalData/FiscalDataController.h"
 #include "bancada/registro/Decimal.h"
 #include "bancada/registro/Memoria.h"
+#include "bancada/registro/Recusa.h"
 #include "libs/BigInt.h"
 #include "libs/Financial.h"
 
 #include <array>
 #include <cstdint>
-#include <optional>
 #include <string>
 
 namespace bancada
 {
-
-// Why the register refuses an operation, in words for the operator; empty when it does not.
-using Recusa = std::optional<std::string>;
 
 // An item to be sold on a fiscal receipt.
 struct VendaItem {
@@ -53,12 +50,12 @@ class Registro final : public FiscalDataController
     explicit Registro(Memoria inicial = {});
 
     // The whole state, for as long as the register lives.
-    const Memoria& GetMemoria() const { return memoria; }
+    const Memoria& GetMemoria() const { return m_memoria; }
 
     // --- Settings of the bench ---------------------------------------------------------------
 
     void SetRatearSubtotal(bool ratear);
-    bool GetRatearSubtotal() const { return memoria.ratearSubtotal; }
+    bool GetRatearSubtotal() const { return m_memoria.ratearSubtotal; }
     void SetAplicativo(const std::string& identificacao);
     void SetVersaoSB(const std::string& versao);
 
@@ -236,7 +233,7 @@ class Registro final : public FiscalDataController
 
     // The signature of the receipt issued last: SHA-256 of its canonical text. Zeros while none
     // was closed.
-    const std::array<std::uint8_t, 32>& GetAssinatura() const { return memoria.cupom.assinatura; }
+    const std::array<std::uint8_t, 32>& GetAssinatura() const { return m_memoria.cupom.assinatura; }
 
     // --- The facade --------------------------------------------------------------------------
     // What FiscalDataController says, and: all take constant time but Cupom_GetRateioPorItem, which
@@ -307,7 +304,7 @@ class Registro final : public FiscalDataController
     char* DadosECF_GetNrOrdemSeq(char* out, int size) override;
 
   private:
-    Memoria memoria;
+    Memoria m_memoria;
 };
 
 } // namespace bancada

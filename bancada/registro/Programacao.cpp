@@ -1,0 +1,240 @@
+// Programming of the register.
+#include "bancada/registro/DigitosVerificadores.h"
+#include "bancada/registro/Registro.h"
+#include "bancada/registro/Regras.h"
+#include "bancada/registro/Textos.h"
+#include "bancada/registro/Totalizadores.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace bancada
+{
+
+namespace
+{
+
+constexpr int MAX_ALIQUOTA = 9999; // 99.99 %
+constexpr int MAX_LOJA = 9999;
+constexpr int MAX_SEQUENCIA = 999;
+
+constexpr std::array<std::string_view, 27> UNIDADES_DA_FEDERACAO = {
+    "AC", "AL", "AM", "AP", "BA", "CE", "DF", "ES", "GO", "MA", "MG", "MS", "MT", "PA",
+    "PB", "PE", "PI", "PR", "RJ", "RN", "RO", "RR", "RS", "SC", "SE", "SP", "TO"};
+
+// The place of the rate: `indice`, or the first free one for 0. None when there is no such place.
+LugarDoTotalizador LugarDaAliquota(const BaseFiscal& base, const std::string& tributacao,
+                                   int indice)
+{
+    if (indice != 0)
+        return LocalizaTotalizador(tributacao, indice);
+    for (int numero = 1; numero <= MAX_ALIQUOTAS; ++numero) {
+        const LugarDoTotalizador lugar = LocalizaTotalizador(tributacao, numero);
+        if (!base.programado[static_cast<std::size_t>(lugar.baseImposto)]
+                            [static_cast<std::size_t>(lugar.posicao)])
+            return lugar;
+    }
+    return {};
+}
+
+Recusa ConfereFaixa(const char* oQue, int valor, int maximo)
+{
+    if (valor < 1 || valor > maximo)
+        return std::string(oQue) + " goes from 1 to " + std::to_string(maximo);
+    return std::nullopt;
+}
+
+Recusa ConfereTexto(const char* oQue, const std::string& texto)
+{
+    if (texto.empty())
+        return std::string(oQue) + " is missing";
+    return std::nullopt;
+}
+
+} // namespace
+
+Recusa Registro::PodeProgramaAliquota(const std::string& tributacao, int indice,
+                                      int centesimos) const
+{
+    if (Recusa recusa = ConfereNadaAberto(m_memoria))
+        return recusa;
+    if (tributacao != "T" && tributacao != "S")
+        return "a rate is of T (ICMS) or S (ISSQN), not " + tributacao;
+    if (centesimos < 0 || centesimos > MAX_ALIQUOTA)
+        return "a rate goes from 0.00 to 99.99 %";
+    const LugarDoTotalizador lugar = LugarDaAliquota(m_memoria.fiscal, tributacao, indice);
+    if (!lugar.Existe())
+        return indice == 0 ? "all " + std::to_string(MAX_ALIQUOTAS) + " rates of " + tributacao +
+                                 " are programmed"
+                           : "there is no rate " + tributacao + std::to_string(indice);
+    const auto base = static_cast<std::size_t>(lugar.baseImposto);
+    const auto posicao = static_cast<std::size_t>(lugar.posicao);
+    if (m_memoria.fiscal.aliquota[base][posicao] != centesimos &&
+        !m_memoria.fiscal.totais[base][posicao].IsZero())
+        return "the rate " + tributacao + std::to_string(indice) +
+               " has moved on this day: it stands until the Redução Z";
+    return std::nullopt;
+}
+
+void Registro::ProgramaAliquota(const std::string& tributacao, int indice, int centesimos)
+{
+    const LugarDoTotalizador lugar = LugarDaAliquota(m_memoria.fiscal, tributacao, indice);
+    const auto base = static_cast<std::size_t>(lugar.baseImposto);
+    const auto posicao = static_cast<std::size_t>(lugar.posicao);
+    m_memoria.fiscal.programado[base][posicao] = true;
+    m_memoria.fiscal.aliquota[base][posicao] = centesimos;
+}
+
+Recusa Registro::PodeHabilitaTotalizador(const std::string& codigo, int numero, bool habilita) const
+{
+    if (Recusa recusa = ConfereNadaAberto(m_memoria))
+        return recusa;
+    const LugarDoTotalizador lugar = LocalizaTotalizador(codigo, numero);
+    if (!TotalizadorEspecial(codigo) || !lugar.Existe())
+        return "there is no totalizer " + codigo + std::to_string(numero);
+    if (!habilita && !m_memoria.fiscal
+                          .totais[static_cast<std::size_t>(lugar.baseImposto)]
+                                 [static_cast<std::size_t>(lugar.posicao)]
+                          .IsZero())
+        return "the totalizer " + codigo + std::to_string(numero) +
+               " has moved on this day: it stands until the Redução Z";
+    return std::nullopt;
+}
+
+void Registro::HabilitaTotalizador(const std::string& codigo, int numero, bool habilita)
+{
+    const LugarDoTotalizador lugar = LocalizaTotalizador(codigo, numero);
+    m_memoria.fiscal.programado[static_cast<std::size_t>(lugar.baseImposto)]
+                               [static_cast<std::size_t>(lugar.posicao)] = habilita;
+}
+
+Recusa Registro::PodeProgramaMeioPagamento(int indice, const std::string& descricao,
+                                           EVinculacaoCCD) const
+{
+    if (Recusa recusa = ConfereNadaAberto(m_memoria))
+        return recusa;
+    if (Recusa recusa = ConfereFaixa("a Meio de Pagamento", indice, MAX_MEIOS_PAGAMENTO))
+        return recusa;
+    return ConfereTexto("the description", descricao);
+}
+
+void Registro::ProgramaMeioPagamento(int indice, const std::string& descricao,
+                                     EVinculacaoCCD vinculacao)
+{
+    MeioDePagamento& meio = m_memoria.meios[static_cast<std::size_t>(indice) - 1];
+    meio.descricao = descricao;
+    meio.vinculacao = vinculacao;
+}
+
+Recusa Registro::PodeProgramaTotalizadorNF(int indice, const std::string& descricao) const
+{
+    if (Recusa recusa = ConfereNadaAberto(m_memoria))
+        return recusa;
+    if (indice == NUMERO_NF_FUNDO_TROCO || indice == NUMERO_NF_SANGRIA)
+        return "the non-fiscal totalizers 1 and 2 are the till's and stand as they are";
+    if (Recusa recusa = ConfereFaixa("a non-fiscal totalizer", indice, MAX_TOTALIZADORES_NF))
+        return recusa;
+    return ConfereTexto("the description", descricao);
+}
+
+void Registro::ProgramaTotalizadorNF(int indice, const std::string& descricao)
+{
+    m_memoria.naoFiscal.nome[static_cast<std::size_t>(indice) - 1] = descricao;
+}
+
+Recusa Registro::PodeProgramaLoja(int numero) const
+{
+    if (Recusa recusa = ConfereNadaAberto(m_memoria))
+        return recusa;
+    return ConfereFaixa("the shop's number", numero, MAX_LOJA);
+}
+
+void Registro::ProgramaLoja(int numero)
+{
+    m_memoria.ecf.loja = numero;
+}
+
+Recusa Registro::PodeProgramaSequenciaECF(int numero) const
+{
+    if (Recusa recusa = ConfereNadaAberto(m_memoria))
+        return recusa;
+    return ConfereFaixa("the till number", numero, MAX_SEQUENCIA);
+}
+
+void Registro::ProgramaSequenciaECF(int numero)
+{
+    m_memoria.ecf.sequencia = numero;
+}
+
+Recusa Registro::PodeProgramaUsuario(const std::string& razaoSocial, const std::string&,
+                                     const std::string&) const
+{
+    if (Recusa recusa = ConfereNadaAberto(m_memoria))
+        return recusa;
+    return ConfereTexto("the Razão Social", razaoSocial);
+}
+
+void Registro::ProgramaUsuario(const std::string& razaoSocial, const std::string& nomeFantasia,
+                               const std::string& endereco)
+{
+    m_memoria.contribuinte.razaoSocial = razaoSocial;
+    m_memoria.contribuinte.nomeFantasia = nomeFantasia;
+    m_memoria.contribuinte.endereco = endereco;
+}
+
+Recusa Registro::PodeProgramaCNPJ_IE_IM(const std::string& cnpj, const std::string&,
+                                        const std::string&, const std::string& uf) const
+{
+    if (Recusa recusa = ConfereNadaAberto(m_memoria))
+        return recusa;
+    if (!CNPJCorreto(cnpj))
+        return "the CNPJ " + cnpj + " is wrong";
+    if (std::find(UNIDADES_DA_FEDERACAO.begin(), UNIDADES_DA_FEDERACAO.end(), uf) ==
+        UNIDADES_DA_FEDERACAO.end())
+        return "there is no UF " + uf;
+    return std::nullopt;
+}
+
+void Registro::ProgramaCNPJ_IE_IM(const std::string& cnpj, const std::string& ie,
+                                  const std::string& im, const std::string& uf)
+{
+    Contribuinte& contribuinte = m_memoria.contribuinte;
+    if (contribuinte.cnpj != cnpj)
+        m_memoria.gtInicial = m_memoria.gt;
+    contribuinte.cnpj = cnpj;
+    contribuinte.ie = ie;
+    contribuinte.im = im;
+    contribuinte.uf = uf;
+}
+
+Recusa Registro::PodeProgramaNrSerie(const std::string&, const std::string&, const std::string&,
+                                     const std::string& numSerie) const
+{
+    if (Recusa recusa = ConfereNadaAberto(m_memoria))
+        return recusa;
+    return ConfereTexto("the serial number", numSerie);
+}
+
+void Registro::ProgramaNrSerie(const std::string& marca, const std::string& modelo,
+                               const std::string& tipo, const std::string& numSerie)
+{
+    m_memoria.ecf.marca = marca;
+    m_memoria.ecf.modelo = modelo;
+    m_memoria.ecf.tipo = tipo;
+    m_memoria.ecf.numSerie = numSerie;
+}
+
+Recusa Registro::PodeProgramaMoeda(const std::string& simbolo) const
+{
+    if (Recusa recusa = ConfereNadaAberto(m_memoria))
+        return recusa;
+    return ConfereTexto("the currency symbol", simbolo);
+}
+
+void Registro::ProgramaMoeda(const std::string& simbolo)
+{
+    m_memoria.ecf.simboloMoeda = simbolo;
+}
+
+} // namespace bancada

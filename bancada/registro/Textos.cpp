@@ -1,0 +1,44 @@
+#include "bancada/registro/Textos.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace bancada
+{
+
+char* CopiaTexto(const std::string& text, char* out, int size)
+{
+    if (size < 1)
+        return out;
+    const std::size_t length = std::min(text.size(), static_cast<std::size_t>(size) - 1);
+    std::memcpy(out, text.data(), length);
+    out[length] = '\0';
+    return out;
+}
+
+std::string TextoDecimal(const Decimal& numero)
+{
+    const bool negative = numero.unscaled < 0;
+    std::string digits = std::to_string(numero.unscaled).substr(negative ? 1 : 0);
+    const auto casas = static_cast<std::size_t>(std::max(numero.casas, 0));
+    if (casas > 0) {
+        if (digits.size() <= casas)
+            digits.insert(0, casas + 1 - digits.size(), '0');
+        digits.insert(digits.size() - casas, 1, ',');
+    }
+    return negative ? "-" + digits : digits;
+}
+
+std::string TextoValor(const Financial& valor)
+{
+    char text[BigInt::TEXT_SIZE + 4];
+    return valor.ToString(text, sizeof text, FIN_STR_3, 2, 0);
+}
+
+std::string TextoData(RtcAbsoluteTime instante)
+{
+    char text[16];
+    return instante.ToStrDate("yyyy-mm-dd", text);
+}
+
+} // namespace bancada
