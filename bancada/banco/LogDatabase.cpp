@@ -195,7 +195,7 @@ void LogDatabase::Configure()
     // a database in memory), commands go on in the file's own mode.
     const std::string mode = SetWriteAheadLog();
     if (mode != "wal" && mode != "memory")
-        m_log.Write("LogDatabase: no write-ahead log: " + mode);
+        m_notice = "LogDatabase: no write-ahead log: " + mode;
     ExecuteOwn("PRAGMA synchronous = FULL");
 }
 
@@ -231,6 +231,10 @@ void LogDatabase::BeginCommand()
     m_lossTold = false;
     m_loss.clear();
     ForgetStatement();
+    if (!m_notice.empty()) {
+        m_log.Write(m_notice);
+        m_notice.clear();
+    }
 
     // Nothing should be open here; a transaction that a failed rollback left behind would swallow
     // this command.

@@ -118,7 +118,8 @@ class LogDatabase
     FirmwareLog& m_log;
     std::vector<std::string> m_tables; // the logging tables, sorted
 
-    bool m_own = false; // a statement of this class itself is at work
+    std::string m_notice; // about the file, for the firmware log
+    bool m_own = false;   // a statement of this class itself is at work
 
     // The command.
     bool m_inCommand = false;

@@ -56,7 +56,7 @@ class FieldVisitor
     virtual void Flag(const char* name, bool& out, Presence presence, const char* doc,
                       const char* example) = 0;
 
-    // An amount of money as a decimal text without sign, with up to 2 decimals and up to 18 digits
+    // An amount of money as a decimal text without sign, with up to 2 decimals and up to 15 digits
     // before the point: "12.50".
     virtual void Money(const char* name, Financial& out, Presence presence, const char* doc,
                        const char* example) = 0;

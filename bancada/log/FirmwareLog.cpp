@@ -4,6 +4,7 @@
 #include "bancada/log/LogText.h"
 #include "bancada/log/RejectionMessage.h"
 
+#include <cassert>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -41,6 +42,12 @@ FirmwareLog::FirmwareLog() = default;
 
 FirmwareLog::FirmwareLog(const std::string& path)
 {
+    Open(path);
+}
+
+void FirmwareLog::Open(const std::string& path)
+{
+    assert(m_file < 0);
     m_file = open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644);
     if (m_file < 0)
         throw Unusable("cannot write the firmware log " + path + ": " + std::strerror(errno));

@@ -25,14 +25,18 @@ class FirmwareLog
     // Sees every statement that the module reports as rejected, after its records were written.
     using RejectionObserver = std::function<void(std::string_view statement)>;
 
-    // A log without a file: records are counted, shown to the observer, and written nowhere.
+    // A log without a file: until Open, records are counted, shown to the observer, and written
+    // nowhere.
     FirmwareLog();
-    // Appends to the file `path`, which is made if there is none. Throws Unusable if it cannot be
-    // opened for writing.
+    // The same, and opens `path`.
     explicit FirmwareLog(const std::string& path);
     ~FirmwareLog();
     FirmwareLog(const FirmwareLog&) = delete;
     FirmwareLog& operator=(const FirmwareLog&) = delete;
+
+    // Appends to the file `path` from now on; it is made if there is none. Throws Unusable if it
+    // cannot be opened for writing. REQUIRES: no file is open.
+    void Open(const std::string& path);
 
     // The register's clock for the records that follow.
     void SetTime(RtcAbsoluteTime now) { m_now = now; }

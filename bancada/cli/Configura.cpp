@@ -1,0 +1,53 @@
+#include "bancada/cli/Configura.h"
+
+#include "bancada/fita/TapeFields.h"
+#include "bancada/registro/Registro.h"
+
+namespace bancada
+{
+namespace
+{
+
+// As long as a point-of-sale application and a basic software name themselves.
+constexpr std::size_t MAX_APLICATIVO = 84;
+constexpr std::size_t MAX_VERSAO = 20;
+
+} // namespace
+
+Configura::Configura(const Registro& registro)
+    : m_ratearSubtotal(registro.GetRatearSubtotal()),
+      m_aplicativo(registro.GetMemoria().aplicativo), m_versaoSB(registro.GetMemoria().ecf.versaoSB)
+{
+}
+
+void Configura::Campos(FieldVisitor& campos)
+{
+    campos.Flag("ratear_subtotal", m_ratearSubtotal, Presence::OPTIONAL,
+                "whether the closing of a receipt rewrites every item's share of a subtotal "
+                "discount or surcharge",
+                "true");
+    campos.Text("aplicativo", m_aplicativo, MAX_APLICATIVO, Presence::OPTIONAL,
+                "identification of the point-of-sale application", "MERCEARIA PDV 2.1");
+    campos.Text("versao_sb", m_versaoSB, MAX_VERSAO, Presence::OPTIONAL,
+                "version of the basic software", "01.00.01");
+}
+
+void Configura::Apply(Registro& registro) const
+{
+    registro.SetRatearSubtotal(m_ratearSubtotal);
+    registro.SetAplicativo(m_aplicativo);
+    registro.SetVersaoSB(m_versaoSB);
+}
+
+void ExecutaConfigura(const TapeCommand& line, Registro& registro)
+{
+    if (line.em)
+        throw TapeError(line.emPlace, "configura takes no time, and no field \"em\"");
+    Configura settings(registro);
+    TapeFields fields(line);
+    settings.Campos(fields);
+    fields.Finish();
+    settings.Apply(registro);
+}
+
+} // namespace bancada

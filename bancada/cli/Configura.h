@@ -1,0 +1,37 @@
+// The directive that sets the bench itself.
+#pragma once
+
+#include "bancada/fita/FieldVisitor.h"
+
+#include <string>
+
+namespace bancada
+{
+
+class Registro;
+struct TapeCommand;
+
+inline constexpr char CONFIGURA[] = "configura";
+inline constexpr char CONFIGURA_RESUMO[] =
+    "sets the bench: not a command of the register, it takes no time and logs nothing";
+
+// The settings of a register, as the directive's fields.
+class Configura
+{
+  public:
+    // Begins with what the register has, so that a field not given changes nothing.
+    explicit Configura(const Registro& registro);
+
+    void Campos(FieldVisitor& campos);
+    void Apply(Registro& registro) const;
+
+  private:
+    bool m_ratearSubtotal;
+    std::string m_aplicativo;
+    std::string m_versaoSB;
+};
+
+// Carries a line of the tape out. Throws TapeError.
+void ExecutaConfigura(const TapeCommand& line, Registro& registro);
+
+} // namespace bancada

@@ -1,0 +1,15 @@
+// Standard input, output and error.
+#pragma once
+
+namespace bancada
+{
+
+// Makes sure that the three are open, so that no file of the bench is taken for one of them, and
+// that writing to a pipe that nobody reads is an error rather than the end of the program.
+void OpenStandardFiles();
+
+// Flushes standard output. Answers false, after saying why on standard error, if it could not be
+// written. A reader that went away (a pager that was left) wants no more, and is no error.
+bool FlushStandardOutput();
+
+} // namespace bancada

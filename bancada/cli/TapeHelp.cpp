@@ -1,0 +1,87 @@
+#include "bancada/cli/TapeHelp.h"
+
+#include "bancada/Unusable.h"
+#include "bancada/cli/Configura.h"
+#include "bancada/comandos/Catalogo.h"
+#include "bancada/fita/FieldTable.h"
+#include "bancada/registro/Registro.h"
+
+#include <stdexcept>
+
+namespace bancada
+{
+namespace
+{
+
+constexpr std::string_view BEGIN_MARK = "<!-- commands: begin -->\n";
+constexpr std::string_view END_MARK = "<!-- commands: end -->";
+
+std::string Section(const std::string& name, const std::string& head, const FieldTable& table)
+{
+    std::string text = "### `" + name + "`\n\n" + head + "\n";
+    if (!table.Fields().empty())
+        text += "\n" + MarkdownTable(table.Fields());
+    return text + "\n```json\n" + ExampleLine(name, table.Fields()) + "\n```\n";
+}
+
+std::string Capitalised(std::string text)
+{
+    if (!text.empty() && text[0] >= 'a' && text[0] <= 'z')
+        text[0] = static_cast<char>(text[0] - 'a' + 'A');
+    return text;
+}
+
+std::string DirectiveSection()
+{
+    Registro registro;
+    Configura settings(registro);
+    FieldTable table;
+    settings.Campos(table);
+    return Section(CONFIGURA,
+                   Capitalised(CONFIGURA_RESUMO) + ". A setting that is not given stays as it is.",
+                   table);
+}
+
+std::string CommandSection(const ItemCatalogo& item)
+{
+    Registro registro;
+    FieldTable table;
+    item.cria(registro)->Campos(table);
+    std::string head = Capitalised(item.resumo) + ". Class `" + item.classe + "`, code " +
+                       std::to_string(item.codigo);
+    head += *item.tabelas == '\0' ? "; logs nothing" : std::string("; logs into ") + item.tabelas;
+    if (*item.documento != '\0')
+        head += std::string(", document type ") + item.documento;
+    return Section(item.nome, head + ".", table);
+}
+
+} // namespace
+
+std::string TapeHelp()
+{
+    std::string text = DirectiveSection();
+    for (const ItemCatalogo& item : Catalogo())
+        text += "\n" + CommandSection(item);
+    return text;
+}
+
+std::string CommandHelp(std::string_view command)
+{
+    if (command == CONFIGURA)
+        return DirectiveSection();
+    const ItemCatalogo* item = ProcuraComando(command);
+    if (item == nullptr)
+        throw Unusable("there is no command \"" + std::string(command) + "\"");
+    return CommandSection(*item);
+}
+
+std::string WithTapeHelp(const std::string& document)
+{
+    const std::size_t begin = document.find(BEGIN_MARK);
+    const std::size_t end = document.find(END_MARK);
+    if (begin == std::string::npos || end == std::string::npos || end < begin)
+        throw std::invalid_argument("the markers of the commands' section are missing");
+    return document.substr(0, begin + BEGIN_MARK.size()) + TapeHelp() + document.substr(end);
+}
+
+} // namespace bancada

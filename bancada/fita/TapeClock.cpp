@@ -1,0 +1,22 @@
+#include "bancada/fita/TapeClock.h"
+
+#include <limits>
+
+namespace bancada
+{
+
+RtcAbsoluteTime TapeClock::Next(const TapeCommand& command)
+{
+    if (command.em) {
+        m_last = command.em;
+    } else {
+        if (!m_last)
+            throw TapeError(command.place, "the first command of a tape needs the field \"em\"");
+        if (m_last->s == std::numeric_limits<UINT32>::max())
+            throw TapeError(command.place, "the clock ends at 2106-02-07 06:28:15");
+        m_last = RtcAbsoluteTime(m_last->s + 1);
+    }
+    return *m_last;
+}
+
+} // namespace bancada

@@ -1,0 +1,59 @@
+// Reads a command's fields from a line of the tape.
+#pragma once
+
+#include "bancada/fita/FieldVisitor.h"
+#include "bancada/fita/TapeCommand.h"
+
+#include <string>
+#include <vector>
+
+namespace bancada
+{
+
+// Fills a command from a line. After the command has listed its fields, Finish complains about what
+// is missing and about what nobody asked for. Until then, and after a TapeError, the command is
+// filled in part.
+class TapeFields final : public FieldVisitor
+{
+  public:
+    // `line` must outlive this object.
+    explicit TapeFields(const TapeCommand& line);
+
+    // Throws TapeError with the place of the first field that the command did not ask for, or else
+    // with the place of the line when a required field is missing.
+    void Finish() const;
+
+    using FieldVisitor::Text;
+    void Text(const char* name, char* out, std::size_t size, Presence presence, const char* doc,
+              const char* example) override;
+    void Text(const char* name, std::string& out, std::size_t maxBytes, Presence presence,
+              const char* doc, const char* example) override;
+    void Integer(const char* name, int& out, int min, int max, Presence presence, const char* doc,
+                 const char* example) override;
+    void Flag(const char* name, bool& out, Presence presence, const char* doc,
+              const char* example) override;
+    void Money(const char* name, Financial& out, Presence presence, const char* doc,
+               const char* example) override;
+    void Quantity(const char* name, Decimal& out, int maxDecimals, Presence presence,
+                  const char* doc, const char* example) override;
+    void Percent(const char* name, int& hundredths, Presence presence, const char* doc,
+                 const char* example) override;
+    void Choice(const char* name, int& out, std::initializer_list<Option> options,
+                Presence presence, const char* doc, const char* example) override;
+
+  private:
+    // The field of that name, or null when the line has none.
+    const TapeField* Find(const char* name, Presence presence);
+    // Its value, which must be of that kind; null when the line has none.
+    const TapeValue* FindKind(const char* name, Presence presence, TapeValue::Kind kind,
+                              const std::string& wanted, const TapeField*& field);
+    const std::string* FindText(const char* name, std::size_t maxBytes, Presence presence);
+    bool FindDecimal(const char* name, int maxDigits, int maxDecimals, Presence presence,
+                     const char* example, Decimal& out);
+
+    const TapeCommand& m_line;
+    std::vector<std::string> m_asked;
+    std::string m_missing; // the first required field that the line has not
+};
+
+} // namespace bancada

@@ -1,0 +1,50 @@
+// Reads a tape, line by line.
+#pragma once
+
+#include "bancada/fita/TapeCommand.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace bancada
+{
+
+// No command needs a thousandth of this; a file that is no tape is not read into memory whole.
+inline constexpr std::size_t MAX_LINE_BYTES = 1024 * 1024;
+
+// A tape is JSON Lines: one object a line, UTF-8, lines ended by LF or CR LF, the last one with or
+// without. Lines of nothing but blanks are passed over. A byte order mark before the first is too.
+class TapeReader
+{
+  public:
+    // "-" is standard input. Throws Unusable if the file cannot be opened.
+    explicit TapeReader(const std::string& path);
+    ~TapeReader();
+    TapeReader(const TapeReader&) = delete;
+    TapeReader& operator=(const TapeReader&) = delete;
+
+    // Reads the next command into `command`. Answers false, and leaves it unchanged, at the end of
+    // the tape. Throws TapeError for a line that is no command, after which the tape cannot be read
+    // further, and Unusable if the file cannot be read.
+    bool Next(TapeCommand& command);
+
+    std::int64_t BytesRead() const { return m_bytes; }
+    // Of the file, or 0 where that is not known (a pipe).
+    std::int64_t Size() const { return m_size; }
+
+  private:
+    bool ReadLine(std::string& line);
+    bool FillBuffer();
+
+    std::string m_path;
+    int m_file = -1;
+    int m_line = 0;
+    std::int64_t m_bytes = 0;
+    std::int64_t m_size = 0;
+    std::vector<char> m_buffer;
+    std::size_t m_at = 0;
+    std::size_t m_end = 0;
+};
+
+} // namespace bancada
