@@ -8,6 +8,21 @@
 
 EngineSeam seam;
 
+namespace
+{
+
+// Whether an allocation of `size` bytes is the message's and is to fail.
+bool IsMessageWithoutMemory(std::size_t size)
+{
+    if (!seam.nextMallocIsTheMessages)
+        return false;
+    seam.nextMallocIsTheMessages = false;
+    seam.messageBytes = size;
+    return seam.messageOutOfMemory;
+}
+
+} // namespace
+
 void Vindral_GravaLog(char* text)
 {
     seam.log.emplace_back(text);
@@ -54,13 +69,15 @@ void* __real_malloc(std::size_t size);
 
 void* __wrap_malloc(std::size_t size)
 {
-    if (seam.nextMallocIsTheMessages) {
-        seam.nextMallocIsTheMessages = false;
-        seam.messageBytes = size;
-        if (seam.messageOutOfMemory)
-            return nullptr;
-    }
-    return __real_malloc(size);
+    return IsMessageWithoutMemory(size) ? nullptr : __real_malloc(size);
+}
+
+// An optimizer makes one calloc of a malloc and the clearing of its block.
+void* __real_calloc(std::size_t count, std::size_t size);
+
+void* __wrap_calloc(std::size_t count, std::size_t size)
+{
+    return IsMessageWithoutMemory(count * size) ? nullptr : __real_calloc(count, size);
 }
 
 // BOOL Command::DBLoggerExecuteSQL(sqlite3* db, const char* sql)

@@ -1,7 +1,8 @@
 // Where the test program stands between the library and what it calls. The linker's --wrap sends
-// the library's calls of sqlite3_exec, sqlite3_prepare_v2, malloc and Command::DBLoggerExecuteSQL
-// through here; all of them pass on to the real ones. The firmware's log and its apportionment
-// setting, which the library leaves to its user, are defined here too.
+// the library's calls of sqlite3_exec, sqlite3_prepare_v2, malloc (as calloc, where an optimizer
+// makes one of it) and Command::DBLoggerExecuteSQL through here; all of them pass on to the real
+// ones. The firmware's log and its apportionment setting, which the library leaves to its user, are
+// defined here too.
 #pragma once
 
 #include <cstddef>
