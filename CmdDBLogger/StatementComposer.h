@@ -67,7 +67,9 @@ class StatementComposer
     // "%s": the NUL-terminated text at `text`, as it is, not escaped; null is an empty text.
     void TextAt(const char* pattern, const char* text)
     {
-        Insert(pattern, text, text == nullptr ? 0 : std::strlen(text));
+        if (text == nullptr)
+            text = "";
+        Insert(pattern, text, std::strlen(text));
     }
 
     // "%c"

@@ -294,6 +294,16 @@ TEST_F(Composer, PercentTextReadsTheLowestWordUnsigned)
     EXPECT_EQ(PercentTextOf(BigInt(-1)), "42949672.95");
 }
 
+TEST_F(Composer, PercentagesAreWrittenAsPrintfWritesThem)
+{
+    for (const int value : BoundaryIntegers()) {
+        const UINT32 hundredths = static_cast<UINT32>(value);
+        char expected[20];
+        std::snprintf(expected, sizeof expected, "%.2f", hundredths / 100.0);
+        EXPECT_EQ(PercentTextOf(BigInt(value)), expected);
+    }
+}
+
 TEST_F(Composer, PercentTextStandsWhereItsPatternHasIt)
 {
     EXPECT_EQ(Composed([](StatementComposer& s) {
