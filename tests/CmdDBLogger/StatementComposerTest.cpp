@@ -33,7 +33,10 @@ class GuardedComposer : public StatementComposer
     }
 
     // Whether every byte of the statement array from `from` on is zero.
-    bool IsClearFrom(int from) const { return IsAll('\0', m_bytes.sql + from, sqlSize - from); }
+    bool IsClearFrom(std::size_t from) const
+    {
+        return IsAll('\0', m_bytes.sql + from, sqlSize - from);
+    }
 
   private:
     static constexpr char GUARD = '\x5A';
