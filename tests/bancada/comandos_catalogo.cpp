@@ -1,0 +1,144 @@
+// The catalogue against the command classes, the protocol's codes and the database.
+#include "FiscalCommands.h"
+#include "tests/bancada/ComandosTest.h"
+
+#include <gmock/gmock.h>
+
+#include <fstream>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace
+{
+
+using ::testing::HasSubstr;
+
+struct Esperado {
+    int codigo;
+    const char* classe;
+    const char* nome;
+};
+
+// Every class of FiscalCommands.h.
+constexpr Esperado ESPERADOS[] = {
+    {1, "CmdAbreCupom", "abre_cupom"},
+    {2, "CmdVendeItem", "vende_item"},
+    {3, "CmdCancelaItem", "cancela_item"},
+    {4, "CmdEfetuaPagamento", "efetua_pagamento"},
+    {5, "CmdFechaCupom", "fecha_cupom"},
+    {7, "CmdCancelaCupom", "cancela_cupom"},
+    {8, "CmdAbreCCD", "abre_ccd"},
+    {10, "CmdFechaCCDGerencial", "fecha_ccd_gerencial"},
+    {12, "CmdAbreGerencial", "abre_gerencial"},
+    {13, "CmdAbreEstornoCCD", "abre_estorno_ccd"},
+    {16, "CmdAbreCNF", "abre_cnf"},
+    {17, "CmdVendeItemNF", "vende_item_nf"},
+    {18, "CmdFechaCupomNF", "fecha_cupom_nf"},
+    {19, "CmdEstornaMeioPagamento", "estorna_meio_pagamento"},
+    {20, "CmdLeituraX", "leitura_x"},
+    {21, "CmdReducaoZ", "reducao_z"},
+    {22, "CmdLeituraMF", "leitura_mf"},
+    {23, "CmdSangria", "sangria"},
+    {27, "CmdEfetuaDescAcresItem", "efetua_desc_acres_item"},
+    {28, "CmdCancelaDescAcresItem", "cancela_desc_acres_item"},
+    {29, "CmdEfetuaDescAcresSubtotal", "efetua_desc_acres_subtotal"},
+    {30, "CmdCancelaDescAcresSubtotal", "cancela_desc_acres_subtotal"},
+    {31, "CmdCancelaCupomFiscalNfEmEmissao", "cancela_cupom_em_emissao"},
+    {81, "CmdInsereAliquota", "insere_aliquota"},
+    {82, "CmdHabilitaTotalizadores", "habilita_totalizadores"},
+    {83, "CmdDesabilitaTotalizadores", "desabilita_totalizadores"},
+    {84, "CmdInsereMeiosPagamento", "insere_meio_pagamento"},
+    {85, "CmdInsereRegOpeNF", "insere_reg_ope_nf"},
+    {91, "CmdProgramaLoja", "programa_loja"},
+    {92, "CmdProgramaSequenciaECF", "programa_sequencia_ecf"},
+    {93, "CmdProgramaUsuario", "programa_usuario"},
+    {95, "CmdProgramaCNPJ_IE_IM", "programa_cnpj_ie_im"},
+    {98, "CmdProgramaMoeda", "programa_moeda"},
+    {100, "CmdReimprimeMFD", "reimprime_mfd"},
+    {157, "CmdVendeItemDetalhado", "vende_item_detalhado"},
+    {257, "CmdProgramaNrSerie", "programa_nr_serie"},
+    {259, "CmdEntradaMILInterno", "entrada_mil_interno"},
+    {260, "CmdSaidaMILInterno", "saida_mil_interno"},
+    {261, "CmdSaidaMITInterno", "saida_mit_interno"},
+    {267, "CmdEntradaMITInterno", "entrada_mit_interno"},
+};
+
+// What stands between ", ".
+std::vector<std::string> Partes(const std::string& lista)
+{
+    std::vector<std::string> partes;
+    std::istringstream entrada(lista);
+    for (std::string parte; std::getline(entrada, parte, ',');)
+        partes.push_back(parte.substr(parte.find_first_not_of(' ')));
+    return partes;
+}
+
+using CatalogoTest = ComandosTest;
+
+TEST_F(CatalogoTest, HoldsEveryCommandClassExactlyOnce)
+{
+    ASSERT_EQ(bancada::Catalogo().size(), 40u);
+    std::size_t i = 0;
+    for (const bancada::ItemCatalogo& item : bancada::Catalogo()) {
+        const Esperado& esperado = ESPERADOS[i++];
+        EXPECT_EQ(item.codigo, esperado.codigo);
+        EXPECT_STREQ(item.classe, esperado.classe);
+        EXPECT_STREQ(item.nome, esperado.nome);
+        EXPECT_STRNE(item.resumo, "") << item.nome;
+    }
+}
+
+// The header is read as text, so that a class added to it cannot be forgotten here.
+TEST_F(CatalogoTest, HoldsEveryClassThatTheHeaderDeclares)
+{
+    std::ifstream cabecalho(ECF_SOURCE_DIR "/FiscalCommands.h");
+    ASSERT_TRUE(cabecalho) << ECF_SOURCE_DIR;
+    std::set<std::string> declaradas;
+    for (std::string linha; std::getline(cabecalho, linha);) {
+        const std::string inicio = "class ";
+        const std::size_t fim = linha.find(" : public Command");
+        if (linha.rfind(inicio, 0) == 0 && fim != std::string::npos)
+            declaradas.insert(linha.substr(inicio.size(), fim - inicio.size()));
+    }
+    std::set<std::string> listadas;
+    for (const bancada::ItemCatalogo& item : bancada::Catalogo())
+        listadas.insert(item.classe);
+    EXPECT_EQ(declaradas, listadas);
+}
+
+TEST_F(CatalogoTest, MakesObjectsOfTheClassItNames)
+{
+    for (const bancada::ItemCatalogo& item : bancada::Catalogo()) {
+        const auto comando = item.cria(registro);
+        ASSERT_NE(comando, nullptr) << item.nome;
+        EXPECT_EQ(comando->GetCommand().m_eCmdType, item.codigo) << item.nome;
+        EXPECT_EQ(&comando->GetCommand(), dynamic_cast<Command*>(comando.get())) << item.nome;
+    }
+}
+
+TEST_F(CatalogoTest, FindsACommandByItsNameAlone)
+{
+    for (const bancada::ItemCatalogo& item : bancada::Catalogo())
+        EXPECT_EQ(bancada::ProcuraComando(item.nome), &item);
+    EXPECT_EQ(bancada::ProcuraComando("configura"), nullptr);
+    EXPECT_EQ(bancada::ProcuraComando("ABRE_CUPOM"), nullptr);
+    EXPECT_EQ(bancada::ProcuraComando(""), nullptr);
+}
+
+TEST_F(CatalogoTest, NamesTablesThatExistAndTypesThatAreInUse)
+{
+    const std::set<std::string> tipos = {"", "LX", "MF", "CC", "RG", "NC", "CN", "RZ"};
+    const auto& tabelas = banco.Counts().rows;
+    for (const bancada::ItemCatalogo& item : bancada::Catalogo()) {
+        for (const std::string& tabela : Partes(item.tabelas))
+            EXPECT_EQ(tabelas.count(tabela), 1u) << item.nome << ": " << tabela;
+        EXPECT_EQ(tipos.count(item.documento), 1u) << item.nome;
+        if (*item.documento != '\0') {
+            EXPECT_THAT(item.tabelas, HasSubstr("outros_documentos")) << item.nome;
+        }
+    }
+}
+
+} // namespace
