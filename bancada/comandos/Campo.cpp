@@ -54,8 +54,7 @@ void CampoMeioPagamento(FieldVisitor& campos, const char* nome, int& numero, con
 
 void CampoParcelas(FieldVisitor& campos, int& parcelas)
 {
-    campos.Integer("parcelas", parcelas, 1, 99, Presence::OPTIONAL,
-                   "number of instalments; 1 when absent", "3");
+    campos.Integer("parcelas", parcelas, 1, 99, Presence::OPTIONAL, "number of instalments", "3");
 }
 
 void CampoInfoAdicional(FieldVisitor& campos, char (&info)[85])

@@ -15,10 +15,12 @@ class LeituraX final : public ComandoDe<CmdLeituraX>
 
     void Campos(FieldVisitor& campos) override
     {
-        CampoEscolha(campos, "midia", m_eMidia,
-                     {{"impressao", IMPRESSAO}, {"arquivo", ARQUIVO}, {"arquivo_dll", ARQUIVO_DLL}},
-                     Presence::OPTIONAL, "where the reading goes; impressao when absent",
-                     "impressao");
+        CampoEscolha(
+            campos, "midia", m_eMidia,
+            {{"impressao", IMPRESSAO}, {"arquivo", ARQUIVO}, {"arquivo_dll", ARQUIVO_DLL}},
+            Presence::OPTIONAL,
+            "where the reading goes; a reading written to a file (arquivo) is no document: it takes no number and has no row",
+            "impressao");
     }
 
     BOOL FiscalCheck() override { return Aceita(m_registro.PodeLeituraX(m_eMidia, m_dtExecStart)); }

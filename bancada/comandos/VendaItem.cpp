@@ -30,8 +30,7 @@ class Venda : public ComandoDe<Cmd>
         campos.Quantity("quantidade", m_quantidade, 3, Presence::REQUIRED,
                         "quantity, 0 to 3 decimals; the decimals written are those of the sale",
                         "1.500");
-        campos.Text("unidade", this->m_sUnidadeMedida, Presence::OPTIONAL,
-                    "unit of measure; UN when absent", "KG");
+        campos.Text("unidade", this->m_sUnidadeMedida, Presence::OPTIONAL, "unit of measure", "KG");
         campos.Quantity("valor_unitario", m_valorUnitario, 3, Presence::REQUIRED,
                         "unit price, 0 to 3 decimals; the decimals written are those of the sale",
                         "2.999");

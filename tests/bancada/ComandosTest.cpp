@@ -35,19 +35,20 @@ std::string Retrato(const bancada::Registro& registro)
     for (const int contador : memoria.contadores)
         retrato << contador << ' ';
     dinheiro("gt", memoria.gt);
-    for (int imposto = 0; imposto < bancada::BASES_DE_IMPOSTO; ++imposto)
-        for (int i = 0; i < bancada::MAX_TOTALIZADORES; ++i) {
-            dinheiro("tot", memoria.fiscal.totais[imposto][i]);
-            retrato << memoria.fiscal.programado[imposto][i];
-        }
-    for (int i = 0; i < bancada::MAX_TOTALIZADORES_NF; ++i) {
-        dinheiro("nf", memoria.naoFiscal.totais[i]);
-        retrato << memoria.naoFiscal.nome[i];
-    }
-    for (int i = 0; i < bancada::MAX_MEIOS_PAGAMENTO; ++i) {
-        dinheiro("meio", memoria.jornada.meios[i]);
-        retrato << memoria.meios[i].descricao;
-    }
+    for (const auto& imposto : memoria.fiscal.totais)
+        for (const Financial& total : imposto)
+            dinheiro("tot", total);
+    for (const auto& imposto : memoria.fiscal.programado)
+        for (const bool programado : imposto)
+            retrato << programado;
+    for (const Financial& total : memoria.naoFiscal.totais)
+        dinheiro("nf", total);
+    for (const std::string& nome : memoria.naoFiscal.nome)
+        retrato << nome << ' ';
+    for (const Financial& recebido : memoria.jornada.meios)
+        dinheiro("meio", recebido);
+    for (const bancada::MeioDePagamento& meio : memoria.meios)
+        retrato << meio.descricao << ' ';
     retrato << memoria.jornada.aberta << memoria.jornada.data.s << ' '
             << static_cast<int>(memoria.cupom.situacao) << memoria.cupom.coo << ' ';
     for (const bancada::ItemRegistrado& item : memoria.cupom.itens) {
