@@ -1,10 +1,12 @@
 // The apportionment of a subtotal's adjustment.
 #include "bancada/registro/Rateio.h"
 #include "tests/bancada/RegistroTeste.h"
+#include "tests/libs/RandomSeed.h"
 
-#include <iostream>
+#include <cstdint>
 #include <memory>
 #include <random>
+#include <string>
 #include <vector>
 
 namespace bancada
@@ -70,9 +72,8 @@ TEST(RegistroRateio, TheLargestAmountsStayExact)
 // The properties, over random receipts of up to 999 items.
 TEST(RegistroRateio, PropertiesOverRandomReceipts)
 {
-    const unsigned semente = std::random_device{}();
+    const std::uint32_t semente = RandomSeed();
     SCOPED_TRACE("seed " + std::to_string(semente));
-    std::cout << "seed " << semente << '\n';
     std::mt19937 sorteio(semente);
     const auto entre = [&sorteio](std::int64_t menor, std::int64_t maior) {
         return std::uniform_int_distribution<std::int64_t>(menor, maior)(sorteio);
