@@ -1,0 +1,208 @@
+#include "bancada/conferencia/Conferencia.h"
+
+#include "bancada/conferencia/Contexto.h"
+
+#include <cstring>
+#include <stdexcept>
+
+namespace bancada
+{
+
+namespace
+{
+
+const TipoAchado& Tipo(const char* nome)
+{
+    for (const TipoAchado& tipo : TiposDeAchado()) {
+        if (std::strcmp(tipo.nome, nome) == 0) {
+            return tipo;
+        }
+    }
+    throw std::logic_error(std::string("no such kind of finding: ") + nome);
+}
+
+UltimoDocumento LeUltimo(sqlite3* db)
+{
+    // The last of each table, the later of the two; of the same second, the one further on.
+    Consulta fiscal(db, "SELECT cont_coo, data_hora_emissao FROM cupom_fiscal"
+                        " ORDER BY rowid DESC LIMIT 1");
+    Consulta outro(db, "SELECT cont_coo, data_hora_inicio_emissao FROM outros_documentos"
+                       " ORDER BY rowid DESC LIMIT 1");
+    const bool temFiscal = fiscal.Avanca();
+    const bool temOutro = outro.Avanca();
+    if (!temFiscal && !temOutro) {
+        return {};
+    }
+    bool ehFiscal = temFiscal;
+    if (temFiscal && temOutro) {
+        const std::string horaFiscal = fiscal.Texto(1);
+        const std::string horaOutro = outro.Texto(1);
+        ehFiscal = horaFiscal != horaOutro
+                       ? horaFiscal > horaOutro
+                       : Avanco(outro.Inteiro(0), fiscal.Inteiro(0)) < MAX_CONTADOR / 2;
+    }
+    return {ehFiscal ? fiscal.Inteiro(0) : outro.Inteiro(0), ehFiscal};
+}
+
+// The days that a lost row concerns: those of its receipt.
+Perdas ComDias(sqlite3* db, const Perdas& perdas)
+{
+    Perdas com = perdas;
+    Consulta dia(db, "SELECT cont_crz FROM cupom_fiscal WHERE cont_coo = ?1"
+                     " UNION SELECT cont_crz FROM cupom_nf WHERE cont_coo = ?1");
+    for (const std::int64_t coo : perdas.Coos()) {
+        dia.Com(coo);
+        while (dia.Avanca()) {
+            com.JuntaCrz(dia.Inteiro(0));
+        }
+    }
+    return com;
+}
+
+void RelataPerdas(Contexto& contexto, const Perdas& perdas)
+{
+    for (const Perda& perda : perdas.Todas()) {
+        const std::string linha = perda.operacao.empty() ? "a statement that cannot be read"
+                                                         : perda.operacao + " of " + perda.tabela;
+        contexto.Relata(
+            perda.prevista ? "perda-prevista" : "linha-perdida", perda.tabela + " " + perda.Chave(),
+            linha + " by command " + std::to_string(perda.comando) + " was rejected: " + perda.erro,
+            false);
+    }
+}
+
+} // namespace
+
+std::int64_t Avanco(std::int64_t a, std::int64_t b)
+{
+    const std::int64_t diferenca = (b - a) % MAX_CONTADOR;
+    return diferenca < 0 ? diferenca + MAX_CONTADOR : diferenca;
+}
+
+void Faixa::Soma(std::int64_t valor)
+{
+    Soma(valor, valor);
+}
+
+void Faixa::Soma(std::int64_t deste, std::int64_t ateEste)
+{
+    menor += deste;
+    maior += ateEste;
+}
+
+std::string Faixa::Texto() const
+{
+    return menor == maior ? Dinheiro(menor) : Dinheiro(menor) + " to " + Dinheiro(maior);
+}
+
+void Dia::Junta(std::int64_t coo, const std::string& hora)
+{
+    if (primeiraHora.empty() || hora < primeiraHora) {
+        primeiraHora = hora;
+        primeiroCoo = coo;
+    }
+    if (ultimaHora.empty() || hora > ultimaHora) {
+        ultimaHora = hora;
+        ultimoCoo = coo;
+    }
+}
+
+std::string Dinheiro(std::int64_t centavos)
+{
+    const std::int64_t resto = centavos < 0 ? -(centavos % 100) : centavos % 100;
+    const std::int64_t inteiro = centavos < 0 ? -(centavos / 100) : centavos / 100;
+    return (centavos < 0 ? "-" : "") + std::to_string(inteiro) + (resto < 10 ? ".0" : ".") +
+           std::to_string(resto);
+}
+
+std::string Coo(std::int64_t coo)
+{
+    return "COO " + std::to_string(coo);
+}
+
+std::string Crz(std::int64_t crz)
+{
+    return "CRZ " + std::to_string(crz);
+}
+
+Contexto::Contexto(sqlite3* db, const Perdas* perdas, const DestinoAchados& destino)
+    : m_db(db), m_perdas(perdas), m_destino(destino), m_ultimo(LeUltimo(db)),
+      m_cuponsComCoo(db, "SELECT (SELECT count(*) FROM cupom_fiscal WHERE cont_coo = ?1)"
+                         " + (SELECT count(*) FROM cupom_nf WHERE cont_coo = ?1)"),
+      m_pagamentos(db,
+                   "SELECT indice_meio_pagamento, centavos(valor_pagamento), id_estornado = 'S',"
+                   " centavos(valor_estornado) FROM pagamento_cupom WHERE cont_coo = ?1"
+                   " ORDER BY indice_meio_pagamento")
+{
+}
+
+void Contexto::Relata(const char* tipo, const std::string& chave, const std::string& texto,
+                      std::int64_t coo, std::int64_t crz)
+{
+    Relata(tipo, chave, texto,
+           m_perdas != nullptr &&
+               ((coo != 0 && m_perdas->TemCoo(coo)) || (crz != 0 && m_perdas->TemCrz(crz))));
+}
+
+void Contexto::Relata(const char* tipo, const std::string& chave, const std::string& texto,
+                      bool explicado)
+{
+    const Achado achado = {&Tipo(tipo), chave, texto, explicado};
+    if (achado.tipo->peso == Peso::AVISO) {
+        ++resumo.avisos;
+    } else {
+        ++resumo.faltas;
+        resumo.explicadas += explicado ? 1 : 0;
+    }
+    m_destino(achado);
+}
+
+std::int64_t Contexto::CuponsComCoo(std::int64_t coo)
+{
+    m_cuponsComCoo.Com(coo).Avanca();
+    return m_cuponsComCoo.Inteiro(0);
+}
+
+Pagamentos Contexto::PagamentosDe(std::int64_t coo)
+{
+    Pagamentos pagamentos;
+    // A reversal leaves the payment's value as it was and notes the amount beside it; a second one
+    // takes the first off the value. What the means holds is the values less the amount noted last.
+    std::map<std::int64_t, std::int64_t> estornado;
+    m_pagamentos.Com(coo);
+    while (m_pagamentos.Avanca()) {
+        const std::int64_t meio = m_pagamentos.Inteiro(0);
+        pagamentos.porMeio[meio] += m_pagamentos.Inteiro(1);
+        pagamentos.soma += m_pagamentos.Inteiro(1);
+        if (m_pagamentos.Inteiro(2) == 0) {
+            continue;
+        }
+        if (!estornado.emplace(meio, m_pagamentos.Inteiro(3)).second) {
+            pagamentos.incerto = true;
+        }
+    }
+    for (const auto& [meio, valor] : estornado) {
+        pagamentos.porMeio[meio] -= valor;
+        pagamentos.soma -= valor;
+    }
+    return pagamentos;
+}
+
+ResumoConferencia Confere(const BancoLeitura& banco, const Perdas* perdas,
+                          const DestinoAchados& destino)
+{
+    Perdas comDias;
+    if (perdas != nullptr) {
+        comDias = ComDias(banco.Handle(), *perdas);
+    }
+    Contexto contexto(banco.Handle(), perdas == nullptr ? nullptr : &comDias, destino);
+    RelataPerdas(contexto, comDias);
+    ConfereCupons(contexto);
+    ConfereCuponsNf(contexto);
+    ConfereReducoes(contexto);
+    ConfereSequencias(contexto);
+    ConfereLigacoes(contexto);
+    return contexto.resumo;
+}
+
+} // namespace bancada
