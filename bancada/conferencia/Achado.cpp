@@ -75,10 +75,12 @@ const std::vector<TipoAchado>& TiposDeAchado()
         {"z-meio", Peso::FALTA, "a payment means that is not the payments of the day"},
         {"z-troco", Peso::FALTA,
          "payment means less the change that are not the valid receipts of the day"},
+        {"z-data", Peso::FALTA, "a fiscal day that is not the date of its first receipt"},
         {"z-tempos", Peso::FALTA,
          "more time issuing documents than operating (the two columns are crossed on purpose)"},
         // The firmware log.
         {"linha-perdida", Peso::FALTA, "a statement that the engine rejected: the row is missing"},
+        {"comando-perdido", Peso::FALTA, "a command whose rows the caller of the loggers lost"},
         {"perda-prevista", Peso::AVISO,
          "a statement that the engine always rejects: the closing of an additional receipt, a "
          "currency symbol"},

@@ -63,7 +63,7 @@ void Funcao(sqlite3* db, const char* nome, void (*f)(sqlite3_context*, int, sqli
 {
     if (sqlite3_create_function_v2(db, nome, 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, f,
                                    nullptr, nullptr, nullptr) != SQLITE_OK) {
-        throw ErroLeitura(sqlite3_errmsg(db));
+        throw Unusable(sqlite3_errmsg(db));
     }
 }
 
@@ -72,23 +72,23 @@ void Prepara(sqlite3* db)
     sqlite3_busy_timeout(db, 5000);
     if (sqlite3_exec(db, "PRAGMA temp_store = MEMORY; PRAGMA trusted_schema = OFF", nullptr,
                      nullptr, nullptr) != SQLITE_OK) {
-        throw ErroLeitura(sqlite3_errmsg(db));
+        throw Unusable(sqlite3_errmsg(db));
     }
     Funcao(db, "centavos", Escala<100>);
     Funcao(db, "milesimos", Escala<1000>);
     // One picture of the database for all the checks, however long they take.
     if (sqlite3_exec(db, "BEGIN", nullptr, nullptr, nullptr) != SQLITE_OK) {
-        throw ErroLeitura(sqlite3_errmsg(db));
+        throw Unusable(sqlite3_errmsg(db));
     }
     for (const char* sql : LIDOS) {
         sqlite3_stmt* stmt = nullptr;
         const int rc = sqlite3_prepare_v2(db, sql, -1, &stmt, nullptr);
         sqlite3_finalize(stmt);
         if (rc == SQLITE_ERROR) {
-            throw ErroLeitura(std::string("not a logging database: ") + sqlite3_errmsg(db));
+            throw Unusable(std::string("not a logging database: ") + sqlite3_errmsg(db));
         }
         if (rc != SQLITE_OK) {
-            throw ErroLeitura(sqlite3_errmsg(db));
+            throw Unusable(sqlite3_errmsg(db));
         }
     }
 }
@@ -98,7 +98,7 @@ void Prepara(sqlite3* db)
 Consulta::Consulta(sqlite3* db, const char* sql) : m_db(db)
 {
     if (sqlite3_prepare_v2(db, sql, -1, &m_stmt, nullptr) != SQLITE_OK) {
-        throw ErroLeitura(sqlite3_errmsg(db));
+        throw Unusable(sqlite3_errmsg(db));
     }
 }
 
@@ -130,7 +130,7 @@ bool Consulta::Avanca()
     if (rc == SQLITE_DONE) {
         return false;
     }
-    throw ErroLeitura(sqlite3_errmsg(m_db));
+    throw Unusable(sqlite3_errmsg(m_db));
 }
 
 std::int64_t Consulta::Inteiro(int coluna) const
@@ -148,20 +148,20 @@ BancoLeitura::BancoLeitura(const std::string& caminho)
 {
     std::error_code erroArquivo;
     if (!std::filesystem::exists(caminho, erroArquivo)) {
-        throw ErroLeitura(caminho + ": no such file");
+        throw Unusable(caminho + ": no such file");
     }
     if (!std::filesystem::is_regular_file(caminho, erroArquivo)) {
-        throw ErroLeitura(caminho + ": not a file");
+        throw Unusable(caminho + ": not a file");
     }
     try {
         if (sqlite3_open_v2(caminho.c_str(), &m_db, SQLITE_OPEN_READONLY, nullptr) != SQLITE_OK) {
-            throw ErroLeitura(m_db == nullptr ? "out of memory" : sqlite3_errmsg(m_db));
+            throw Unusable(m_db == nullptr ? "out of memory" : sqlite3_errmsg(m_db));
         }
         Prepara(m_db);
-    } catch (const ErroLeitura& erro) {
+    } catch (const Unusable& erro) {
         const std::string texto = caminho + ": " + erro.what();
         sqlite3_close(m_db);
-        throw ErroLeitura(texto);
+        throw Unusable(texto);
     }
 }
 

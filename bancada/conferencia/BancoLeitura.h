@@ -1,26 +1,20 @@
 // A logging database opened to be read.
 #pragma once
 
+#include "bancada/Unusable.h"
+
 #include <cstdint>
 #include <sqlite3.h>
-#include <stdexcept>
 #include <string>
 
 namespace bancada
 {
 
-// The database cannot be read: missing, damaged, not a database, another program's.
-class ErroLeitura : public std::runtime_error
-{
-  public:
-    using std::runtime_error::runtime_error;
-};
-
 // A prepared query. Columns count from 0, parameters from 1.
 class Consulta
 {
   public:
-    // Throws ErroLeitura when the query cannot be prepared.
+    // Throws Unusable when the query cannot be prepared.
     Consulta(sqlite3* db, const char* sql);
     ~Consulta();
     Consulta(const Consulta&) = delete;
@@ -30,7 +24,7 @@ class Consulta
     Consulta& Com(std::int64_t primeiro);
     Consulta& Com(std::int64_t primeiro, std::int64_t segundo);
 
-    // Steps to the next row; false after the last one. Throws ErroLeitura when it cannot.
+    // Steps to the next row; false after the last one. Throws Unusable when it cannot.
     bool Avanca();
 
     // A value of the row. A null is 0, or an empty text.
@@ -49,7 +43,7 @@ class Consulta
 class BancoLeitura
 {
   public:
-    // Throws ErroLeitura when the file is missing, is no database, or lacks a table or column that
+    // Throws Unusable when the file is missing, is no database, or lacks a table or column that
     // a logging database has.
     explicit BancoLeitura(const std::string& caminho);
     ~BancoLeitura();

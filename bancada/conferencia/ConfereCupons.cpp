@@ -170,7 +170,7 @@ void ConfereCupons(Contexto& contexto)
             for (const auto& [meio, valor] : pagamentos.porMeio) {
                 dia.meios[meio] += valor;
             }
-            if (pagamentos.incerto) {
+            if (pagamentos.incerto && pagamentos.soma - cupom.troco != cupom.total) {
                 dia.meiosIncertos = Coo(cupom.coo) + " has a reversal of several payments";
             }
         }

@@ -26,7 +26,7 @@ struct Reducao {
     std::int64_t crz, coo, gt, vb;
     std::int64_t base[2], imposto[2], desconto[2], acrescimo[2], cancelamento[2];
     std::int64_t emitindo, operacional;
-    std::string hora;
+    std::string hora, movimento;
 };
 
 // The tax base (0 ICMS, 1 ISSQN) of a tax totalizer by its code, and whether it is a rate:
@@ -72,7 +72,8 @@ class Reducoes
                         " centavos(valor_canc_icms), centavos(valor_base_iss), centavos(valor_iss),"
                         " centavos(valor_desc_iss), centavos(valor_acres_iss),"
                         " centavos(valor_canc_iss), tempo_operacional, tempo_emitindo_doc,"
-                        " data_hora_emissao FROM reducao_z ORDER BY rowid");
+                        " data_hora_emissao, substr(data_movimento, 1, 10)"
+                        " FROM reducao_z ORDER BY rowid");
         std::set<std::int64_t> vistas;
         Reducao anterior = {};
         bool temAnterior = false;
@@ -94,6 +95,7 @@ class Reducoes
             z.emitindo = linhas.Inteiro(14);
             z.operacional = linhas.Inteiro(15);
             z.hora = linhas.Texto(16);
+            z.movimento = linhas.Texto(17);
             ++m_contexto.resumo.reducoes;
             const bool nova = vistas.insert(z.crz).second;
             if (temAnterior) {
@@ -246,6 +248,12 @@ class Reducoes
                               "issued " + dia.primeiraHora + ", filed under " + Crz(z.crz) +
                                   ", before the Z of " + horaAnterior,
                               dia.primeiroCoo, 0);
+        }
+        if (!dia.primeiraHora.empty() && dia.primeiraHora.substr(0, 10) != z.movimento) {
+            m_contexto.Relata("z-data", Crz(z.crz),
+                              "day of " + z.movimento + ", first receipt " + Coo(dia.primeiroCoo) +
+                                  " of " + dia.primeiraHora,
+                              z.coo, z.crz);
         }
         std::map<std::int64_t, std::int64_t> meios;
         std::int64_t soma = 0;

@@ -3,13 +3,16 @@
 //  - the cancellation of a closed fiscal receipt takes a COO; the receipt's row says that it is
 //    cancelled;
 //  - a reprint of the detail tape takes a COO; it has its row in fita_detalhe;
-//  - the reversal of a voucher takes a COO and a GNF; only the jump of both shows it, some time
-//    after its voucher.
+//  - the reversal of a payment on a closed receipt takes a COO and a GNF; the payment that it made
+//    carries that GNF;
+//  - the reversal of a voucher takes a COO and a GNF; only the jump of both shows it, after the
+//    voucher and before the next receipt.
 // Any other number without a row is a fault.
 #include "bancada/conferencia/Contexto.h"
 
 #include <algorithm>
 #include <deque>
+#include <vector>
 
 namespace bancada
 {
@@ -33,6 +36,7 @@ struct Documento {
 struct Lacuna {
     std::int64_t primeiro;
     std::int64_t quantos;
+    std::int64_t podemEstornar; // how many of them can be reversals of the last receipt's vouchers
     bool viuCcf = false;
     bool viuGnf = false;
 };
@@ -155,6 +159,11 @@ class Sequencias
         } else if (documento.tipo == "CN" || documento.tipo == "RZ") {
             m_cancelamento = false;
         }
+        if (documento.fiscal || documento.tipo == "CN" || documento.tipo == "RZ") {
+            m_vouchers = 0;
+        } else if (documento.tipo == "CC") {
+            ++m_vouchers;
+        }
     }
 
     void ConfereCoo(const Documento& documento)
@@ -180,7 +189,9 @@ class Sequencias
             m_cancelamento = false;
         }
         if (faltam > 0) {
-            m_lacunas.push_back({Seguinte(m_coo, 1), faltam});
+            const std::int64_t podemEstornar = std::min(faltam, m_vouchers);
+            m_vouchers -= podemEstornar;
+            m_lacunas.push_back({Seguinte(m_coo, 1), faltam, podemEstornar});
         }
         m_coo = documento.coo;
     }
@@ -218,10 +229,10 @@ class Sequencias
                     explicado = m_contexto.Log()->TemCcf(Seguinte(primeiro, i));
                 }
                 m_contexto.Relata("ccf-ausente", chave + Numeros(primeiro, avanco - 1),
-                                  "no fiscal receipt" + Onde(avanco - 1) + " before " +
+                                  "no fiscal receipt" + Onde(avanco - 1, false) + " before " +
                                       Coo(documento.coo),
                                   explicado);
-                Consome(avanco - 1);
+                Consome(avanco - 1, false);
             }
         }
         m_temCcf = true;
@@ -231,7 +242,6 @@ class Sequencias
     void ConfereGnf(const Documento& documento)
     {
         const std::int64_t proprio = TomaGnf(documento.tipo) ? 1 : 0;
-        m_vouchers += documento.tipo == "CC" ? 1 : 0;
         if (m_temGnf) {
             const std::int64_t avanco = Avanco(m_gnf, documento.contador);
             if (avanco < proprio || avanco > MAX_CONTADOR / 2) {
@@ -244,37 +254,56 @@ class Sequencias
         }
         m_temGnf = true;
         m_gnf = documento.contador;
-        if (documento.tipo == "RZ") {
-            m_vouchers = 0;
+    }
+
+    // Non-fiscal documents without a row before this one: the reversals of payments, then as many
+    // reversals of vouchers as there can have been; the others are missing.
+    void ConfereGnfSemLinha(const Documento& documento, std::int64_t quantos)
+    {
+        std::vector<std::int64_t> semPagamento;
+        for (std::int64_t i = 1; i <= quantos; ++i) {
+            const std::int64_t gnf = Seguinte(m_gnf, i);
+            if (m_contexto.gnfsDeEstorno.count(gnf) == 0) {
+                semPagamento.push_back(gnf);
+            } else {
+                Consome(1, false);
+            }
+        }
+        std::size_t i = 0;
+        for (; i < semPagamento.size() && PodeSerEstorno(); ++i) {
+            m_contexto.Relata("documento-sem-linha", "GNF " + std::to_string(semPagamento[i]),
+                              "reversal of a voucher" + Onde(1, true) + " before " +
+                                  Coo(documento.coo),
+                              false);
+            Consome(1, true);
+        }
+        while (i < semPagamento.size()) {
+            std::size_t fim = i + 1;
+            bool explicado = TemGnfNoLog(semPagamento[i]);
+            while (fim < semPagamento.size() &&
+                   semPagamento[fim] == Seguinte(semPagamento[fim - 1], 1)) {
+                explicado = explicado && TemGnfNoLog(semPagamento[fim]);
+                ++fim;
+            }
+            const auto destes = static_cast<std::int64_t>(fim - i);
+            m_contexto.Relata("gnf-ausente", "GNF " + Numeros(semPagamento[i], destes),
+                              "no non-fiscal document" + Onde(destes, false) + " before " +
+                                  Coo(documento.coo),
+                              explicado);
+            Consome(destes, false);
+            i = fim;
         }
     }
 
-    // Non-fiscal documents without a row before this one: as many reversals as there are vouchers
-    // not reversed yet, each with its COO; the others are missing.
-    void ConfereGnfSemLinha(const Documento& documento, std::int64_t quantos)
+    bool PodeSerEstorno() const
     {
-        if (quantos == 0) {
-            return;
-        }
-        // The voucher that this very row opens cannot have been reversed before it.
-        const std::int64_t abertos = m_vouchers - (documento.tipo == "CC" ? 1 : 0);
-        const std::int64_t estornos = std::min({quantos, abertos, NumerosEmAberto()});
-        const std::int64_t primeiro = Seguinte(m_gnf, 1);
-        if (estornos > 0) {
-            m_contexto.Relata(
-                "documento-sem-linha", "GNF " + Numeros(primeiro, estornos),
-                "reversal of a voucher" + Onde(estornos) + " before " + Coo(documento.coo), false);
-            m_vouchers -= estornos;
-            Consome(estornos);
-        }
-        if (quantos > estornos) {
-            m_contexto.Relata("gnf-ausente",
-                              "GNF " + Numeros(Seguinte(primeiro, estornos), quantos - estornos),
-                              "no non-fiscal document" + Onde(quantos - estornos) + " before " +
-                                  Coo(documento.coo),
-                              documento.coo, 0);
-            Consome(quantos - estornos);
-        }
+        return std::any_of(m_lacunas.begin(), m_lacunas.end(),
+                           [](const Lacuna& lacuna) { return lacuna.podemEstornar > 0; });
+    }
+
+    bool TemGnfNoLog(std::int64_t gnf) const
+    {
+        return m_contexto.Log() != nullptr && m_contexto.Log()->TemGnf(gnf);
     }
 
     // Documents other than fiscal receipts are filed under the last Z made; before the first,
@@ -291,35 +320,39 @@ class Sequencias
         m_crz = documento.crz;
     }
 
-    std::int64_t NumerosEmAberto() const
+    // The numbers without a row that the next explanation is for: those that can be reversals of
+    // vouchers when it is one, and the others first when it is not.
+    std::deque<Lacuna>::iterator Procura(bool estorno)
     {
-        std::int64_t numeros = 0;
-        for (const Lacuna& lacuna : m_lacunas) {
-            numeros += lacuna.quantos;
-        }
-        return numeros;
+        const auto achada =
+            std::find_if(m_lacunas.begin(), m_lacunas.end(), [estorno](const Lacuna& lacuna) {
+                return estorno ? lacuna.podemEstornar > 0 : lacuna.quantos > lacuna.podemEstornar;
+            });
+        return achada == m_lacunas.end() ? m_lacunas.begin() : achada;
     }
 
-    // Where the first of so many documents without a row may stand, as text.
-    std::string Onde(std::int64_t quantos) const
+    // Where so many documents without a row may stand, as text.
+    std::string Onde(std::int64_t quantos, bool estorno)
     {
-        if (m_lacunas.empty()) {
+        const auto lacuna = Procura(estorno);
+        if (lacuna == m_lacunas.end()) {
             return "";
         }
-        const Lacuna& lacuna = m_lacunas.front();
-        return " (COO " + Numeros(lacuna.primeiro, std::min(quantos, lacuna.quantos)) + ")";
+        return " (COO " + Numeros(lacuna->primeiro, std::min(quantos, lacuna->quantos)) + ")";
     }
 
-    void Consome(std::int64_t quantos)
+    void Consome(std::int64_t quantos, bool estorno)
     {
         while (quantos > 0 && !m_lacunas.empty()) {
-            Lacuna& lacuna = m_lacunas.front();
-            const std::int64_t destes = std::min(quantos, lacuna.quantos);
-            lacuna.primeiro = Seguinte(lacuna.primeiro, destes);
-            lacuna.quantos -= destes;
+            const auto lacuna = Procura(estorno);
+            const std::int64_t destes = estorno ? 1 : std::min(quantos, lacuna->quantos);
+            lacuna->primeiro = Seguinte(lacuna->primeiro, destes);
+            lacuna->quantos -= destes;
+            lacuna->podemEstornar =
+                std::min(lacuna->podemEstornar - (estorno ? 1 : 0), lacuna->quantos);
             quantos -= destes;
-            if (lacuna.quantos == 0) {
-                m_lacunas.pop_front();
+            if (lacuna->quantos == 0) {
+                m_lacunas.erase(lacuna);
             }
         }
     }
@@ -334,22 +367,23 @@ class Sequencias
                           "no document, and nothing logged that took the number", explicado);
     }
 
-    // The end of the rows: no later document tells whether a number was a reversal's.
+    // The end of the rows: no later document's GNF tells what took a number.
     void Encerra()
     {
-        const std::int64_t semGnf = std::count_if(m_lacunas.begin(), m_lacunas.end(),
-                                                  [](const Lacuna& l) { return !l.viuGnf; });
-        const std::int64_t estornos = std::min(m_vouchers, semGnf);
-        if (estornos > 0) {
-            m_contexto.Relata("documento-sem-linha", "COO " + Numeros(m_lacunas.back().primeiro, 1),
-                              "may be the reversal of a voucher; no later document tells", false);
-            Lacuna& ultima = m_lacunas.back();
-            ultima.primeiro = Seguinte(ultima.primeiro, 1);
-            --ultima.quantos;
-        }
-        for (const Lacuna& lacuna : m_lacunas) {
-            if (lacuna.quantos > 0) {
+        while (!m_lacunas.empty()) {
+            const Lacuna lacuna = m_lacunas.front();
+            const std::int64_t seguinte = Seguinte(m_gnf, 1);
+            if (!lacuna.viuGnf && m_contexto.gnfsDeEstorno.count(seguinte) != 0) {
+                m_gnf = seguinte;
+                Consome(1, false);
+            } else if (!lacuna.viuGnf && lacuna.podemEstornar > 0) {
+                m_contexto.Relata("documento-sem-linha", Coo(lacuna.primeiro),
+                                  "may be the reversal of a voucher; no later document tells",
+                                  false);
+                Consome(1, true);
+            } else {
                 RelataAusente(lacuna);
+                m_lacunas.pop_front();
             }
         }
     }
@@ -363,7 +397,7 @@ class Sequencias
     std::string m_hora;
     // A closed receipt was cancelled and its cancellation document is still to come.
     bool m_cancelamento = false;
-    // Vouchers of the day that may still be reversed.
+    // Vouchers of the receipt issued last that may still be reversed.
     std::int64_t m_vouchers = 0;
     std::deque<Lacuna> m_lacunas;
     std::deque<std::string> m_fitasPendentes;

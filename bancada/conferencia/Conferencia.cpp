@@ -69,6 +69,10 @@ void RelataPerdas(Contexto& contexto, const Perdas& perdas)
             linha + " by command " + std::to_string(perda.comando) + " was rejected: " + perda.erro,
             false);
     }
+    for (const auto& [hora, motivo] : perdas.Comandos()) {
+        contexto.Relata("comando-perdido", hora, "the rows of a command are lost: " + motivo,
+                        false);
+    }
 }
 
 } // namespace
@@ -129,10 +133,10 @@ Contexto::Contexto(sqlite3* db, const Perdas* perdas, const DestinoAchados& dest
     : m_db(db), m_perdas(perdas), m_destino(destino), m_ultimo(LeUltimo(db)),
       m_cuponsComCoo(db, "SELECT (SELECT count(*) FROM cupom_fiscal WHERE cont_coo = ?1)"
                          " + (SELECT count(*) FROM cupom_nf WHERE cont_coo = ?1)"),
-      m_pagamentos(db,
-                   "SELECT indice_meio_pagamento, centavos(valor_pagamento), id_estornado = 'S',"
-                   " centavos(valor_estornado) FROM pagamento_cupom WHERE cont_coo = ?1"
-                   " ORDER BY indice_meio_pagamento")
+      m_pagamentos(
+          db, "SELECT indice_meio_pagamento, centavos(valor_pagamento), id_estornado = 'S',"
+              " centavos(valor_estornado), rowid, cont_gnf FROM pagamento_cupom WHERE cont_coo = ?1"
+              " ORDER BY indice_meio_pagamento, rowid")
 {
 }
 
@@ -169,9 +173,11 @@ Pagamentos Contexto::PagamentosDe(std::int64_t coo)
     // A reversal leaves the payment's value as it was and notes the amount beside it; a second one
     // takes the first off the value. What the means holds is the values less the amount noted last.
     std::map<std::int64_t, std::int64_t> estornado;
+    std::map<std::int64_t, std::int64_t> gnfPorLinha;
     m_pagamentos.Com(coo);
     while (m_pagamentos.Avanca()) {
         const std::int64_t meio = m_pagamentos.Inteiro(0);
+        gnfPorLinha.emplace(m_pagamentos.Inteiro(4), m_pagamentos.Inteiro(5));
         pagamentos.porMeio[meio] += m_pagamentos.Inteiro(1);
         pagamentos.soma += m_pagamentos.Inteiro(1);
         if (m_pagamentos.Inteiro(2) == 0) {
@@ -179,6 +185,13 @@ Pagamentos Contexto::PagamentosDe(std::int64_t coo)
         }
         if (!estornado.emplace(meio, m_pagamentos.Inteiro(3)).second) {
             pagamentos.incerto = true;
+        }
+    }
+    // While a receipt is open the GNF stands still: a payment with another one was moved there by a
+    // reversal, a document of its own.
+    for (const auto& [linha, gnf] : gnfPorLinha) {
+        if (gnf != gnfPorLinha.begin()->second) {
+            gnfsDeEstorno.insert(gnf);
         }
     }
     for (const auto& [meio, valor] : estornado) {

@@ -24,7 +24,7 @@ struct ResumoConferencia {
 // Reads the whole database once and hands every finding to `destino`. `perdas` is what the firmware
 // log names, null when there is no log: without it, a receipt paid in full that keeps its opening
 // values is taken for an additional receipt; with it, only when the log names its closing.
-// Throws ErroLeitura when the database turns out to be unreadable on the way.
+// Throws Unusable when the database turns out to be unreadable on the way.
 ResumoConferencia Confere(const BancoLeitura& banco, const Perdas* perdas,
                           const DestinoAchados& destino);
 

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <map>
+#include <set>
 #include <string>
 
 namespace bancada
@@ -55,7 +56,8 @@ struct Pagamentos {
     std::map<std::int64_t, std::int64_t> porMeio;
     std::int64_t soma = 0;
     // A reversal marks every payment of its means on the receipt, so that with several of them the
-    // amount reversed is recorded several times: the means cannot be told apart any more.
+    // amount reversed is recorded several times. It is counted once here, which is right unless
+    // there was more than one reversal.
     bool incerto = false;
 };
 
@@ -79,6 +81,9 @@ class Contexto
     Pagamentos PagamentosDe(std::int64_t coo);
 
     std::map<std::int64_t, Dia> dias;
+    // The GNFs taken by reversals of payments, as the payments they made show; complete once every
+    // receipt was asked for its payments.
+    std::set<std::int64_t> gnfsDeEstorno;
     ResumoConferencia resumo;
 
   private:

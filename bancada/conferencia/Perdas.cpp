@@ -11,9 +11,9 @@ namespace
 {
 
 // The columns by which a reader finds a row again.
-const char* const COLUNAS_CHAVE[] = {"cont_coo",   "cont_ccf",    "cont_crz",
-                                     "seq_item",   "cont_cro",    "cont_cfd",
-                                     "num_indice", "seq_usuario", "indice_meio_pagamento"};
+const char* const COLUNAS_CHAVE[] = {
+    "cont_coo", "cont_ccf", "cont_gnf",   "cont_crz",    "seq_item",
+    "cont_cro", "cont_cfd", "num_indice", "seq_usuario", "indice_meio_pagamento"};
 
 bool EhChave(const std::string& coluna)
 {
@@ -151,27 +151,6 @@ bool Comeca(const std::string& texto, const char* prefixo)
     return texto.rfind(prefixo, 0) == 0;
 }
 
-const char PREFIXO[] = "DBLoggerExecuteSQL: Erro executando SQL Code. Comando:'";
-
-std::optional<Perda> LeMensagem(const std::string& texto)
-{
-    if (!Comeca(texto, PREFIXO)) {
-        return std::nullopt;
-    }
-    Perda perda;
-    const std::size_t codigo = sizeof PREFIXO - 1;
-    perda.comando = std::atoi(texto.c_str() + codigo);
-    const char rotulo[] = "', Erro:'";
-    const std::size_t erro = texto.find(rotulo, codigo);
-    if (erro != std::string::npos) {
-        perda.erro = texto.substr(erro + sizeof rotulo - 1);
-        if (!perda.erro.empty() && perda.erro.back() == '\'') {
-            perda.erro.pop_back();
-        }
-    }
-    return perda;
-}
-
 } // namespace
 
 std::optional<std::int64_t> Perda::Valor(const std::string& coluna) const
@@ -209,16 +188,11 @@ Perda LeStatement(const std::string& sql)
     return perda;
 }
 
-void Perdas::Entrada(const std::string& texto)
+void Perdas::Rejeitado(int comando, const std::string& erro, const std::string& sql)
 {
-    if (!m_mensagem) {
-        m_mensagem = LeMensagem(texto);
-        return;
-    }
-    Perda perda = LeStatement(texto);
-    perda.comando = m_mensagem->comando;
-    perda.erro = m_mensagem->erro;
-    m_mensagem.reset();
+    Perda perda = LeStatement(sql);
+    perda.comando = comando;
+    perda.erro = erro;
     if (const std::optional<std::int64_t> coo = perda.Valor("cont_coo")) {
         m_coos.insert(*coo);
         if (perda.prevista) {
@@ -228,10 +202,18 @@ void Perdas::Entrada(const std::string& texto)
     if (const std::optional<std::int64_t> ccf = perda.Valor("cont_ccf")) {
         m_ccfs.insert(*ccf);
     }
+    if (const std::optional<std::int64_t> gnf = perda.Valor("cont_gnf")) {
+        m_gnfs.insert(*gnf);
+    }
     if (const std::optional<std::int64_t> crz = perda.Valor("cont_crz")) {
         m_crzs.insert(*crz);
     }
     m_todas.push_back(std::move(perda));
+}
+
+void Perdas::ComandoPerdido(const std::string& hora, const std::string& motivo)
+{
+    m_comandos.emplace_back(hora, motivo);
 }
 
 } // namespace bancada

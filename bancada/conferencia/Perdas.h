@@ -6,6 +6,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace bancada
@@ -32,17 +33,22 @@ struct Perda {
 // text in it may hold apostrophes, and its end may be missing.
 Perda LeStatement(const std::string& sql);
 
-// Gathers the losses out of the entries of a log, given one by one in their order. A rejection is
-// two entries: the message, then the statement.
+// What a firmware log says was lost, given in the log's order.
 class Perdas
 {
   public:
-    void Entrada(const std::string& texto);
+    // A rejected statement: the command's code, the engine's text, the statement (empty when the
+    // log does not hold it).
+    void Rejeitado(int comando, const std::string& erro, const std::string& sql);
+    // A command whose rows are all lost: when, and why.
+    void ComandoPerdido(const std::string& hora, const std::string& motivo);
 
     const std::vector<Perda>& Todas() const { return m_todas; }
-    // Whether a loss concerns this document, this fiscal receipt number, this Z.
+    const std::vector<std::pair<std::string, std::string>>& Comandos() const { return m_comandos; }
+    // Whether a loss concerns this document, this fiscal or non-fiscal number, this Z.
     bool TemCoo(std::int64_t coo) const { return m_coos.count(coo) != 0; }
     bool TemCcf(std::int64_t ccf) const { return m_ccfs.count(ccf) != 0; }
+    bool TemGnf(std::int64_t gnf) const { return m_gnfs.count(gnf) != 0; }
     bool TemCrz(std::int64_t crz) const { return m_crzs.count(crz) != 0; }
     // Whether the closing of this receipt was rejected as that of an additional receipt.
     bool Adicional(std::int64_t coo) const { return m_adicionais.count(coo) != 0; }
@@ -52,8 +58,8 @@ class Perdas
 
   private:
     std::vector<Perda> m_todas;
-    std::set<std::int64_t> m_coos, m_ccfs, m_crzs, m_adicionais;
-    std::optional<Perda> m_mensagem;
+    std::vector<std::pair<std::string, std::string>> m_comandos;
+    std::set<std::int64_t> m_coos, m_ccfs, m_gnfs, m_crzs, m_adicionais;
 };
 
 } // namespace bancada
