@@ -38,7 +38,7 @@ class Itens
     }
 
     // Checks the items of a receipt; answers the sum of the live ones.
-    std::int64_t Confere(std::int64_t coo, std::int64_t crz)
+    std::int64_t Confere(std::int64_t coo)
     {
         std::int64_t soma = 0;
         std::int64_t anterior = 0;
@@ -50,7 +50,7 @@ class Itens
                     "item-ausente", Coo(coo),
                     "no row of item " + std::to_string(anterior + 1) +
                         (item > anterior + 2 ? " to " + std::to_string(item - 1) : ""),
-                    coo, crz);
+                    coo, 0);
             }
             anterior = item;
             if (m_itens.Inteiro(7) != 0) {
@@ -64,7 +64,7 @@ class Itens
                 m_contexto.Relata("item-total", Coo(coo) + " item " + std::to_string(item),
                                   "total " + Dinheiro(total) +
                                       ", quantity by price and adjustments " + Dinheiro(calculado),
-                                  coo, crz);
+                                  coo, 0);
             }
             soma += total;
         }
@@ -84,7 +84,7 @@ void ConfereFechado(Contexto& contexto, const Cupom& cupom, std::int64_t itens,
                         "total " + Dinheiro(cupom.total) + ", subtotal " +
                             Dinheiro(cupom.subtotal) + " less " + Dinheiro(cupom.desconto) +
                             " plus " + Dinheiro(cupom.acrescimo),
-                        cupom.coo, cupom.crz);
+                        cupom.coo, 0);
     }
     // Apportionment writes the subtotal adjustment into the items.
     const bool ajustado = cupom.desconto != 0 || cupom.acrescimo != 0;
@@ -92,13 +92,13 @@ void ConfereFechado(Contexto& contexto, const Cupom& cupom, std::int64_t itens,
         contexto.Relata("cupom-itens", Coo(cupom.coo),
                         "live items " + Dinheiro(itens) + ", subtotal " + Dinheiro(cupom.subtotal) +
                             ", total " + Dinheiro(cupom.total),
-                        cupom.coo, cupom.crz);
+                        cupom.coo, 0);
     }
     if (!pagamentos.incerto && pagamentos.soma - cupom.troco != cupom.total) {
         contexto.Relata("cupom-pagamentos", Coo(cupom.coo),
                         "payments " + Dinheiro(pagamentos.soma) + " less change " +
                             Dinheiro(cupom.troco) + ", total " + Dinheiro(cupom.total),
-                        cupom.coo, cupom.crz);
+                        cupom.coo, 0);
     }
 }
 
@@ -132,7 +132,7 @@ void ConfereSemFechamento(Contexto& contexto, const Cupom& cupom, std::int64_t i
         "cupom-aberto", Coo(cupom.coo),
         pago ? "paid " + Dinheiro(pagamentos.soma) + ", closing neither in the row nor in the log"
              : "never closed, paid " + Dinheiro(pagamentos.soma) + " of " + Dinheiro(menor),
-        cupom.coo, cupom.crz);
+        cupom.coo, 0);
 }
 
 } // namespace
@@ -164,7 +164,7 @@ void ConfereCupons(Contexto& contexto)
         if (!so) {
             continue;
         }
-        const std::int64_t soma = itens.Confere(cupom.coo, cupom.crz);
+        const std::int64_t soma = itens.Confere(cupom.coo);
         const Pagamentos pagamentos = contexto.PagamentosDe(cupom.coo);
         if (!cupom.cancelado) {
             for (const auto& [meio, valor] : pagamentos.porMeio) {

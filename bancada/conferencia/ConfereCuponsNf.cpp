@@ -33,7 +33,7 @@ class ItensNf
     {
     }
 
-    SomaItens Confere(std::int64_t coo, std::int64_t crz)
+    SomaItens Confere(std::int64_t coo)
     {
         SomaItens soma;
         std::int64_t anterior = 0;
@@ -45,7 +45,7 @@ class ItensNf
                     "item-ausente", Coo(coo),
                     "no row of item " + std::to_string(anterior + 1) +
                         (item > anterior + 2 ? " to " + std::to_string(item - 1) : ""),
-                    coo, crz);
+                    coo, 0);
             }
             anterior = item;
             soma.algum = true;
@@ -60,7 +60,7 @@ class ItensNf
                 m_contexto.Relata("item-nf-total", Coo(coo) + " item " + std::to_string(item),
                                   "net value " + Dinheiro(liquido) + ", value and adjustments " +
                                       Dinheiro(calculado),
-                                  coo, crz);
+                                  coo, 0);
             }
             soma.liquido += liquido;
         }
@@ -80,19 +80,19 @@ void ConfereValores(Contexto& contexto, const CupomNf& cupom, const SomaItens& i
                         "total " + Dinheiro(cupom.total) + ", subtotal " +
                             Dinheiro(cupom.subtotal) + " less " + Dinheiro(cupom.desconto) +
                             " plus " + Dinheiro(cupom.acrescimo),
-                        cupom.coo, cupom.crz);
+                        cupom.coo, 0);
     }
     if (itens.liquido != cupom.subtotal) {
         contexto.Relata("nf-itens", Coo(cupom.coo),
                         "live items " + Dinheiro(itens.liquido) + ", subtotal " +
                             Dinheiro(cupom.subtotal),
-                        cupom.coo, cupom.crz);
+                        cupom.coo, 0);
     }
     if (itens.algum && !itens.caixa && !pagamentos.incerto && pagamentos.soma < cupom.total) {
         contexto.Relata("nf-pagamentos", Coo(cupom.coo),
                         "payments " + Dinheiro(pagamentos.soma) + ", total " +
                             Dinheiro(cupom.total),
-                        cupom.coo, cupom.crz);
+                        cupom.coo, 0);
     }
 }
 
@@ -120,7 +120,7 @@ void ConfereCuponsNf(Contexto& contexto)
             dia.meiosIncertos = Coo(cupom.coo) + " names several receipts";
             continue;
         }
-        const SomaItens soma = itens.Confere(cupom.coo, cupom.crz);
+        const SomaItens soma = itens.Confere(cupom.coo);
         const Pagamentos pagamentos = contexto.PagamentosDe(cupom.coo);
         if (!cupom.cancelado && !soma.caixa) {
             dia.recebido.Soma(cupom.total);
@@ -138,8 +138,7 @@ void ConfereCuponsNf(Contexto& contexto)
         } else if (!cupom.cancelado && !ultimo && (!soma.algum || soma.liquido != 0)) {
             dia.meiosIncertos = Coo(cupom.coo) + " was left open";
             contexto.Relata("nf-aberto", Coo(cupom.coo),
-                            "never closed, live items " + Dinheiro(soma.liquido), cupom.coo,
-                            cupom.crz);
+                            "never closed, live items " + Dinheiro(soma.liquido), cupom.coo, 0);
         }
     }
 }

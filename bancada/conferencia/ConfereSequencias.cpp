@@ -271,10 +271,9 @@ class Sequencias
         }
         std::size_t i = 0;
         for (; i < semPagamento.size() && PodeSerEstorno(); ++i) {
-            m_contexto.Relata("documento-sem-linha", "GNF " + std::to_string(semPagamento[i]),
-                              "reversal of a voucher" + Onde(1, true) + " before " +
-                                  Coo(documento.coo),
-                              false);
+            m_contexto.Relata(
+                "documento-sem-linha", "GNF " + std::to_string(semPagamento[i]),
+                "reversal of a voucher" + Onde(1, true) + " before " + Coo(documento.coo), false);
             Consome(1, true);
         }
         while (i < semPagamento.size()) {

@@ -194,10 +194,8 @@ void Perdas::Rejeitado(int comando, const std::string& erro, const std::string& 
     perda.comando = comando;
     perda.erro = erro;
     if (const std::optional<std::int64_t> coo = perda.Valor("cont_coo")) {
-        m_coos.insert(*coo);
-        if (perda.prevista) {
-            m_adicionais.insert(*coo);
-        }
+        // A loss that is part of the required behaviour is reckoned with and explains no fault.
+        (perda.prevista ? m_adicionais : m_coos).insert(*coo);
     }
     if (const std::optional<std::int64_t> ccf = perda.Valor("cont_ccf")) {
         m_ccfs.insert(*ccf);
