@@ -21,6 +21,17 @@ const TipoAchado& Tipo(const char* nome)
     throw std::logic_error(std::string("no such kind of finding: ") + nome);
 }
 
+// Texts of the rows and of the log may hold anything; a finding is one line.
+std::string UmaLinha(std::string texto)
+{
+    for (char& c : texto) {
+        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f) {
+            c = '?';
+        }
+    }
+    return texto;
+}
+
 UltimoDocumento LeUltimo(sqlite3* db)
 {
     // The last of each table, the later of the two; of the same second, the one further on.
@@ -151,7 +162,7 @@ void Contexto::Relata(const char* tipo, const std::string& chave, const std::str
 void Contexto::Relata(const char* tipo, const std::string& chave, const std::string& texto,
                       bool explicado)
 {
-    const Achado achado = {&Tipo(tipo), chave, texto, explicado};
+    const Achado achado = {&Tipo(tipo), UmaLinha(chave), UmaLinha(texto), explicado};
     if (achado.tipo->peso == Peso::AVISO) {
         ++resumo.avisos;
     } else {
