@@ -138,6 +138,28 @@ TEST_F(Composer, BeginClearsTheWholeArray)
     EXPECT_TRUE(statement.IsClearFrom(3));
 }
 
+template <int sqlSize>
+void ExpectBeginClears()
+{
+    GuardedComposer<sqlSize> composer;
+    composer.Begin();
+    EXPECT_TRUE(composer.IsClearFrom(0)) << sqlSize;
+}
+
+TEST_F(Composer, BeginClearsArraysOfAnySizeAndNothingElse)
+{
+    ExpectBeginClears<1>();
+    ExpectBeginClears<2>();
+    ExpectBeginClears<3>();
+    ExpectBeginClears<4>();
+    ExpectBeginClears<5>();
+    ExpectBeginClears<50>();
+    ExpectBeginClears<SQL_SIZE_DATA_FINAL>();
+    ExpectBeginClears<SQL_SIZE>();
+    ExpectBeginClears<SQL_SIZE_CUPOM - 1>();
+    ExpectBeginClears<SQL_SIZE_CUPOM>();
+}
+
 TEST_F(Composer, PiecesFollowOneAnother)
 {
     statement.Begin("INSERT INTO moeda (num_ecf) VALUES (");
