@@ -73,7 +73,7 @@ Recusa Registro::PodeCancelaCupom(int coo, RtcAbsoluteTime) const
     if (Recusa recusa = ConfereUltimoCupom(m_memoria))
         return recusa;
     if (std::any_of(cupom.pagamentos.begin(), cupom.pagamentos.end(),
-                    [](const PagamentoRegistrado& pagamento) { return pagamento.ccdEmitido; }))
+                    [](const PagamentoRegistrado& pagamento) { return pagamento.ordemCCD != 0; }))
         return "the receipt has a Comprovante de Crédito ou Débito: reverse it first";
     return std::nullopt;
 }

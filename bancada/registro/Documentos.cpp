@@ -11,12 +11,15 @@ namespace bancada
 namespace
 {
 
-// Why the last voucher's payment is looked for from the end: it is the one issued last.
+// The payment whose voucher, of those not reversed, was issued last. Where none has a voucher it is
+// one of order 0. REQUIRES: there is a payment, as on every issued receipt.
 template <class Pagamentos>
-auto UltimoComCCD(Pagamentos& pagamentos)
+auto UltimoCCD(Pagamentos& pagamentos)
 {
-    return std::find_if(pagamentos.rbegin(), pagamentos.rend(),
-                        [](const PagamentoRegistrado& pagamento) { return pagamento.ccdEmitido; });
+    return std::max_element(pagamentos.begin(), pagamentos.end(),
+                            [](const PagamentoRegistrado& a, const PagamentoRegistrado& b) {
+                                return a.ordemCCD < b.ordemCCD;
+                            });
 }
 
 template <class Pagamentos>
@@ -24,7 +27,7 @@ auto PrimeiroSemCCD(Pagamentos& pagamentos, int meio)
 {
     return std::find_if(
         pagamentos.begin(), pagamentos.end(), [meio](const PagamentoRegistrado& pagamento) {
-            return pagamento.meio == meio && !pagamento.ccdEmitido && !pagamento.valor.IsZero();
+            return pagamento.meio == meio && pagamento.ordemCCD == 0 && !pagamento.valor.IsZero();
         });
 }
 
@@ -79,7 +82,9 @@ Recusa Registro::PodeAbreCCD(int meio, RtcAbsoluteTime) const
 
 void Registro::AbreCCD(int meio, RtcAbsoluteTime)
 {
-    PrimeiroSemCCD(m_memoria.cupom.pagamentos, meio - 1)->ccdEmitido = true;
+    auto& pagamentos = m_memoria.cupom.pagamentos;
+    const int ordem = UltimoCCD(pagamentos)->ordemCCD + 1;
+    PrimeiroSemCCD(pagamentos, meio - 1)->ordemCCD = ordem;
     m_memoria.documento = EDocumentoAberto::CCD;
     AvancaContador(m_memoria, COUNTER_COO);
     AvancaContador(m_memoria, COUNTER_GNF);
@@ -92,8 +97,7 @@ Recusa Registro::PodeAbreEstornoCCD(RtcAbsoluteTime) const
         return recusa;
     if (Recusa recusa = ConfereUltimoCupom(m_memoria))
         return recusa;
-    const auto& pagamentos = m_memoria.cupom.pagamentos;
-    if (UltimoComCCD(pagamentos) == pagamentos.rend())
+    if (UltimoCCD(m_memoria.cupom.pagamentos)->ordemCCD == 0)
         return "the receipt COO " + std::to_string(m_memoria.cupom.coo) +
                " has no Comprovante de Crédito ou Débito";
     return std::nullopt;
@@ -101,7 +105,7 @@ Recusa Registro::PodeAbreEstornoCCD(RtcAbsoluteTime) const
 
 void Registro::AbreEstornoCCD(RtcAbsoluteTime)
 {
-    UltimoComCCD(m_memoria.cupom.pagamentos)->ccdEmitido = false;
+    UltimoCCD(m_memoria.cupom.pagamentos)->ordemCCD = 0;
     m_memoria.documento = EDocumentoAberto::ESTORNO_CCD;
     AvancaContador(m_memoria, COUNTER_COO);
     AvancaContador(m_memoria, COUNTER_GNF);

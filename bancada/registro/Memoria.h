@@ -84,7 +84,7 @@ struct ItemRegistrado {
 struct PagamentoRegistrado {
     int meio = 0; // position of the payment means
     Financial valor;
-    bool ccdEmitido = false; // its voucher was issued and not reversed
+    int ordemCCD = 0; // of its voucher in the order of issue, from 1; 0: none, or reversed
 };
 
 // The receipt that is open or, when none is, the one issued last. A cash withdrawal or a till float

@@ -30,7 +30,7 @@ Financial Reversivel(const CupomAtual& cupom, int meio)
 {
     Financial soma;
     for (const PagamentoRegistrado& pagamento : cupom.pagamentos)
-        if (pagamento.meio == meio && !pagamento.ccdEmitido)
+        if (pagamento.meio == meio && pagamento.ordemCCD == 0)
             soma += pagamento.valor;
     return soma;
 }
@@ -111,7 +111,7 @@ void Registro::EstornaMeioPagamento(int origem, int destino, Financial valor, Rt
     CupomAtual& cupom = m_memoria.cupom;
     Financial falta = valor;
     for (PagamentoRegistrado& pagamento : cupom.pagamentos) {
-        if (pagamento.meio != origem - 1 || pagamento.ccdEmitido)
+        if (pagamento.meio != origem - 1 || pagamento.ordemCCD != 0)
             continue;
         const Financial parte = std::min(falta, pagamento.valor);
         pagamento.valor -= parte;

@@ -79,6 +79,31 @@ TEST_F(RegistroDocumentos, ReversedVoucherCanBeIssuedAgain)
     EXPECT_EQ(Meio(CARTAO), "0.00");
 }
 
+TEST_F(RegistroDocumentos, TheVoucherIssuedLastIsReversedFirst)
+{
+    registro.ProgramaMeioPagamento(5, "CARTAO B", COM_CCD);
+    AbreCupom();
+    Vende("10.00");
+    Paga(CARTAO, "6.00");
+    Paga(5, "4.00");
+    FechaCupom();
+    AbreCCD(5);
+    FechaCCDGerencial();
+    AbreCCD(CARTAO);
+    FechaCCDGerencial();
+    registro.AbreEstornoCCD(Agora());
+    FechaCCDGerencial();
+    EXPECT_EQ(Motivo(registro.PodeAbreCCD(CARTAO, Agora())), "");
+    EXPECT_EQ(Motivo(registro.PodeAbreCCD(5, Agora())),
+              "the receipt COO 1 has no payment in Meio de Pagamento 5 without its Comprovante de "
+              "Crédito ou Débito");
+    registro.AbreEstornoCCD(Agora());
+    FechaCCDGerencial();
+    EXPECT_EQ(Motivo(registro.PodeAbreCCD(5, Agora())), "");
+    EXPECT_EQ(Motivo(registro.PodeAbreEstornoCCD(Agora())),
+              "the receipt COO 1 has no Comprovante de Crédito ou Débito");
+}
+
 TEST_F(RegistroDocumentos, ReportMovesGNFAndGRG)
 {
     registro.AbreGerencial(Agora());

@@ -21,7 +21,9 @@ TEST_F(RegistroFachada, TextsHonourTheSizeTheyAreGiven)
     for (int size = 1; size <= 9; ++size) {
         std::memset(texto, '#', sizeof texto);
         EXPECT_EQ(registro.DadosPDV_GetIdAplicativo(texto, size), texto);
-        EXPECT_EQ(std::string(texto), std::string("PDV 1.0").substr(0, size - 1)) << size;
+        EXPECT_EQ(std::string(texto),
+                  std::string("PDV 1.0").substr(0, static_cast<std::size_t>(size) - 1))
+            << size;
         EXPECT_EQ(texto[size > 8 ? 8 : size], '#') << size;
     }
     std::memset(texto, '#', sizeof texto);
