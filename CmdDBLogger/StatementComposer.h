@@ -101,13 +101,12 @@ class StatementComposer
     BOOL Execute(Command& command, sqlite3* db) const;
 
   protected:
-    // `work` is where money and instants are turned into text.
+    // `work` is where money and instants are turned into text. The arrays are the derived class's,
+    // which clears them.
     StatementComposer(char* sql, int sqlSize, char* work, int workSize)
         : m_sql(sql), m_sqlSize(static_cast<std::size_t>(sqlSize)), m_work(work),
           m_workSize(workSize)
     {
-        Clear(m_sql, m_sqlSize);
-        Clear(m_work, static_cast<std::size_t>(workSize));
     }
     ~StatementComposer() = default;
 
@@ -133,7 +132,12 @@ template <int sqlSize, int auxSize = AUX_SIZE, int aux2Size = AUX_SIZE>
 class Statement : public StatementComposer
 {
   public:
-    Statement() : StatementComposer(sql, sqlSize, aux2, aux2Size) { Clear(aux, auxSize); }
+    Statement() : StatementComposer(sql, sqlSize, aux2, aux2Size)
+    {
+        Clear(sql, sqlSize);
+        Clear(aux, auxSize);
+        Clear(aux2, aux2Size);
+    }
 
     // Where the fiscal data model writes a text, and where a text is changed before it is appended.
     // It is the logger's alone; the forms above do not touch it.
