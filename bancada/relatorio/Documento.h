@@ -155,8 +155,8 @@ struct Documento {
     bool adicional = false;
     std::vector<Item> itens;
     std::vector<Pagamento> pagamentos;
-    // The number came twice and the rows of its items or payments do not say whose they are: this
-    // document shows what cannot be told apart, the others of its number do not.
+    // The number came twice and the rows of its items or payments do not say whose they are: each
+    // document of that number shows them all.
     bool linhasIncertas = false;
 
     // Z reductions.

@@ -194,7 +194,7 @@ void corpoDoCupom(Bobina& papel, const Documento& d)
         papel.centro("*** FECHAMENTO NÃO REGISTRADO ***");
     }
     if (d.linhasIncertas) {
-        papel.centro("*** COO REPETIDO: ITENS OU PAGAMENTOS INCERTOS ***");
+        papel.centro("*** COO REPETIDO: LINHAS INCERTAS ***");
     }
     if (!emBranco(d.mensagem) || !emBranco(d.aplicativo)) {
         papel.regua('-');

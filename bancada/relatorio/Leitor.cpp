@@ -85,8 +85,8 @@ class Calendario
 };
 
 // The k-th of the groups into which `novo` (this row, the row before) parts the rows, when there
-// are as many groups as documents that claim them. When there are not, the last document gets all
-// of them and is marked.
+// are as many groups as documents that claim them. When there are not, it is all of them, and the
+// document is marked.
 template <typename Linha, typename Novo>
 std::vector<Linha> parte(std::vector<Linha> linhas, std::int64_t ordem, std::int64_t documentos,
                          bool& incertas, Novo novo)
@@ -103,9 +103,6 @@ std::vector<Linha> parte(std::vector<Linha> linhas, std::int64_t ordem, std::int
     }
     if (linhas.empty() || grupo + 1 == documentos) {
         return minhas;
-    }
-    if (ordem + 1 < documentos) {
-        return {};
     }
     incertas = true;
     return linhas;
