@@ -22,6 +22,7 @@ int main(int argc, char** argv)
     app.footer("Exit codes: 0 done; 1 done, with findings that were asked for; 2 an input or an "
                "output cannot be used.\nThe files of the bench are described in docs/.");
     AddRun(app, exitCode);
+    AddShow(app, exitCode);
     AddCheck(app, exitCode);
     AddHelpTape(app, exitCode);
 

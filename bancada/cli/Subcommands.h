@@ -20,6 +20,7 @@ inline constexpr int EXIT_UNUSABLE = 2; // an input or an output cannot be used
 // which main flushes and checks, and what a person should notice to std::cerr. `app` and `exitCode`
 // outlive the parse.
 void AddRun(CLI::App& app, int& exitCode);
+void AddShow(CLI::App& app, int& exitCode);
 void AddCheck(CLI::App& app, int& exitCode);
 void AddHelpTape(CLI::App& app, int& exitCode);
 

@@ -31,24 +31,22 @@ void imprimeTodos(Leitor& leitor, const std::vector<Documento>& documentos, std:
     }
 }
 
-ShowResult mostraCoo(Leitor& leitor, const ShowOptions& options, std::ostream& out,
-                     std::ostream& errors)
+bool mostraCoo(Leitor& leitor, const ShowOptions& options, std::ostream& out, std::ostream& errors)
 {
     const std::vector<Documento> documentos = leitor.documentos(*options.coo);
     if (documentos.empty()) {
         errors << options.database << ": no document has the COO " << *options.coo << '\n';
-        return SHOW_NOT_THERE;
+        return false;
     }
     if (options.json) {
         escreveDocumentosJson(*options.coo, documentos, out);
     } else {
         imprimeTodos(leitor, documentos, out);
     }
-    return SHOW_SHOWN;
+    return true;
 }
 
-ShowResult mostraCrz(Leitor& leitor, const ShowOptions& options, std::ostream& out,
-                     std::ostream& errors)
+bool mostraCrz(Leitor& leitor, const ShowOptions& options, std::ostream& out, std::ostream& errors)
 {
     const std::vector<ReducaoZ> reducoes = leitor.reducoes(*options.crz);
     if (reducoes.empty()) {
@@ -57,28 +55,28 @@ ShowResult mostraCrz(Leitor& leitor, const ShowOptions& options, std::ostream& o
             errors << " (" << cupons << " receipts wait for it)";
         }
         errors << '\n';
-        return SHOW_NOT_THERE;
+        return false;
     }
     if (options.json) {
         escreveReducoesJson(*options.crz, reducoes, out);
-        return SHOW_SHOWN;
+        return true;
     }
     std::vector<Documento> documentos;
     for (const ReducaoZ& reducao : reducoes) {
         documentos.push_back(documentoDaReducao(reducao));
     }
     imprimeTodos(leitor, documentos, out);
-    return SHOW_SHOWN;
+    return true;
 }
 
-ShowResult mostraPagina(Leitor& leitor, const ShowOptions& options,
-                        const std::vector<RejectedStatement>* perdidos, std::ostream& errors)
+bool mostraPagina(Leitor& leitor, const ShowOptions& options,
+                  const std::vector<RejectedStatement>* perdidos, std::ostream& errors)
 {
     if (options.crz && leitor.reducoes(*options.crz).empty() &&
         leitor.cuponsDoDia(*options.crz) == 0) {
         errors << options.database << ": there is no day of the Z reduction " << *options.crz
                << '\n';
-        return SHOW_NOT_THERE;
+        return false;
     }
     std::ofstream arquivo(options.html, std::ios::binary | std::ios::trunc);
     if (arquivo) {
@@ -89,7 +87,7 @@ ShowResult mostraPagina(Leitor& leitor, const ShowOptions& options,
     if (!arquivo) {
         throw Unusable(options.html + ": cannot be written");
     }
-    return SHOW_SHOWN;
+    return true;
 }
 
 void listaPerdidos(const std::vector<RejectedStatement>& perdidos, std::ostream& out)
@@ -101,7 +99,9 @@ void listaPerdidos(const std::vector<RejectedStatement>& perdidos, std::ostream&
     }
 }
 
-ShowResult mostra(const ShowOptions& options, std::ostream& out, std::ostream& errors)
+} // namespace
+
+bool Show(const ShowOptions& options, std::ostream& out, std::ostream& errors)
 {
     Leitor leitor(options.database);
     if (options.coo) {
@@ -121,29 +121,13 @@ ShowResult mostra(const ShowOptions& options, std::ostream& out, std::ostream& e
     }
     if (options.json) {
         escreveListaJson(leitor, perdidos, out);
-        return SHOW_SHOWN;
+        return true;
     }
     escreveLista(leitor, out);
     if (perdidos) {
         listaPerdidos(*perdidos, out);
     }
-    return SHOW_SHOWN;
-}
-
-} // namespace
-
-ShowResult Show(const ShowOptions& options, std::ostream& out, std::ostream& errors)
-{
-    try {
-        const ShowResult resultado = mostra(options, out, errors);
-        if (!out.flush()) {
-            throw Unusable("the output cannot be written");
-        }
-        return resultado;
-    } catch (const Unusable& erro) {
-        errors << erro.what() << '\n';
-        return SHOW_UNREADABLE;
-    }
+    return true;
 }
 
 } // namespace bancada

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
+#include "bancada/Unusable.h"
 #include "bancada/banco/LogSchema.h"
 #include "bancada/relatorio/Show.h"
 
@@ -58,6 +59,12 @@ class Amostra : public ::testing::Test
         return {std::istreambuf_iterator<char>(arquivo), {}};
     }
 
+    enum Resultado {
+        SHOWN,
+        NOT_THERE,
+        UNUSABLE,
+    };
+
     // Shows and keeps the result and both outputs.
     void Mostra(ShowOptions options)
     {
@@ -66,7 +73,12 @@ class Amostra : public ::testing::Test
         }
         std::ostringstream saida;
         std::ostringstream erros;
-        resultado = Show(options, saida, erros);
+        try {
+            resultado = Show(options, saida, erros) ? SHOWN : NOT_THERE;
+        } catch (const Unusable& inutil) {
+            resultado = UNUSABLE;
+            erros << inutil.what();
+        }
         texto = saida.str();
         erro = erros.str();
     }
@@ -83,7 +95,7 @@ class Amostra : public ::testing::Test
         Mostra(options);
     }
 
-    ShowResult resultado = SHOW_SHOWN;
+    Resultado resultado = SHOWN;
     std::string texto;
     std::string erro;
 

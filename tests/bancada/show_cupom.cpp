@@ -26,7 +26,7 @@ class ShowCupom : public Amostra
 TEST_F(ShowCupom, FiscalReceiptWholePaper)
 {
     MostraCoo(102);
-    EXPECT_EQ(resultado, SHOW_SHOWN);
+    EXPECT_EQ(resultado, SHOWN);
     EXPECT_EQ(erro, "");
     EXPECT_EQ(texto, R"(              Mercearia Bom Preço
       Bom Preço Comércio de Alimentos Ltda
@@ -222,7 +222,7 @@ TEST_F(ShowCupom, RowsThatCannotBeToldApartAreSaidToBe)
     const std::size_t segundo = texto.find("02/01/2028 10:00:00");
     ASSERT_NE(segundo, std::string::npos);
     for (const std::string& papel : {texto.substr(0, segundo), texto.substr(segundo)}) {
-        EXPECT_THAT(papel, HasSubstr("      *** COO REPETIDO: LINHAS INCERTAS ***\n"));
+        EXPECT_THAT(papel, HasSubstr("*** COO REPETIDO: LINHAS INCERTAS ***\n"));
         EXPECT_THAT(papel, HasSubstr("004 556 Gás de cozinha\n"));
     }
 }
@@ -231,7 +231,7 @@ TEST_F(ShowCupom, AReceiptWhoseOpeningIsLostShowsWhatIsThere)
 {
     Grava("DELETE FROM cupom_fiscal WHERE cont_coo = 105");
     MostraCoo(105);
-    EXPECT_EQ(resultado, SHOW_SHOWN);
+    EXPECT_EQ(resultado, SHOWN);
     EXPECT_THAT(texto, HasSubstr("*** ABERTURA NÃO REGISTRADA ***\n"));
     EXPECT_THAT(texto, HasSubstr("001 900 Forno elétrico\n"));
     EXPECT_THAT(texto, HasSubstr("SOMA DOS ITENS R$                       1.240,00\n"));
@@ -258,7 +258,7 @@ TEST_F(ShowCupom, AnAmountThatIsNoNumberIsAQuestionMark)
 {
     Grava("UPDATE cupom_fiscal SET valor_total = 'abc' WHERE cont_coo = 102");
     MostraCoo(102);
-    EXPECT_EQ(resultado, SHOW_SHOWN);
+    EXPECT_EQ(resultado, SHOWN);
     EXPECT_THAT(texto, HasSubstr("TOTAL R$                                       ?\n"));
 }
 
@@ -273,7 +273,7 @@ TEST_F(ShowCupom, TerminalControlsInTextsAreDisarmed)
 TEST_F(ShowCupom, ACooThatIsNotThere)
 {
     MostraCoo(999);
-    EXPECT_EQ(resultado, SHOW_NOT_THERE);
+    EXPECT_EQ(resultado, NOT_THERE);
     EXPECT_EQ(texto, "");
     EXPECT_EQ(erro, Banco() + ": no document has the COO 999\n");
 }

@@ -30,7 +30,7 @@ TEST_F(ShowLista, DaysAndDocumentsInTheOrderOfTheirIssue)
 {
     GravaAmostra();
     Mostra({});
-    EXPECT_EQ(resultado, SHOW_SHOWN);
+    EXPECT_EQ(resultado, SHOWN);
     EXPECT_EQ(
         texto,
         "Z 0001  day 15/03/2024  closed 15/03/2024 22:10:03  gross sales 1.330,96"
@@ -104,7 +104,7 @@ TEST_F(ShowLista, AnEmptyDatabaseHasNoDocuments)
 {
     Grava("");
     Mostra({});
-    EXPECT_EQ(resultado, SHOW_SHOWN);
+    EXPECT_EQ(resultado, SHOWN);
     EXPECT_EQ(texto, "No documents.\n");
     EXPECT_EQ(MostraJson(), Json::parse(R"({"dias": []})"));
 }
@@ -113,7 +113,7 @@ TEST_F(ShowLista, AReductionWithItsTimesUncrossed)
 {
     GravaAmostra();
     MostraCrz(1);
-    EXPECT_EQ(resultado, SHOW_SHOWN);
+    EXPECT_EQ(resultado, SHOWN);
     const std::size_t inicio = texto.find("15/03/2024 22:10:03");
     ASSERT_NE(inicio, std::string::npos);
     EXPECT_EQ(texto.substr(inicio), R"(15/03/2024 22:10:03                   COO:000111
@@ -200,10 +200,10 @@ TEST_F(ShowLista, AReductionThatIsNotThere)
 {
     GravaAmostra();
     MostraCrz(9);
-    EXPECT_EQ(resultado, SHOW_NOT_THERE);
+    EXPECT_EQ(resultado, NOT_THERE);
     EXPECT_EQ(erro, Banco() + ": there is no Z reduction 9\n");
     MostraCrz(2);
-    EXPECT_EQ(resultado, SHOW_NOT_THERE);
+    EXPECT_EQ(resultado, NOT_THERE);
     EXPECT_EQ(erro, Banco() + ": there is no Z reduction 2 (1 receipts wait for it)\n");
     EXPECT_EQ(texto, "");
 }
@@ -214,7 +214,7 @@ TEST_F(ShowLista, JsonOfAReceipt)
     ShowOptions options;
     options.coo = 102;
     const Json json = MostraJson(options);
-    EXPECT_EQ(resultado, SHOW_SHOWN);
+    EXPECT_EQ(resultado, SHOWN);
     ASSERT_EQ(json["documentos"].size(), 1U);
     const Json& cupom = json["documentos"][0];
     EXPECT_EQ(cupom["tipo"], "cupom_fiscal");

@@ -21,7 +21,7 @@ class ShowPagina : public Amostra
     {
         options.html = Caminho("pagina.html");
         Mostra(options);
-        if (resultado == SHOW_SHOWN) {
+        if (resultado == SHOWN) {
             pagina = Le(options.html);
         }
     }
@@ -33,7 +33,7 @@ TEST_F(ShowPagina, HoldsTheSumsOfWhatIsNotCancelled)
 {
     GravaAmostra();
     Escreve();
-    EXPECT_EQ(resultado, SHOW_SHOWN) << erro;
+    EXPECT_EQ(resultado, SHOWN) << erro;
     EXPECT_THAT(pagina, HasSubstr("<b>R$ 1.274,32</b>"));
     EXPECT_THAT(pagina, HasSubstr("<td>17 h</td><td class=\"num\">1</td>"
                                   "<td class=\"num\">1.240,00</td>"));
@@ -65,7 +65,7 @@ TEST_F(ShowPagina, OfADayThatIsNotThereIsNotWritten)
     ShowOptions options;
     options.crz = 9;
     Escreve(options);
-    EXPECT_EQ(resultado, SHOW_NOT_THERE);
+    EXPECT_EQ(resultado, NOT_THERE);
     EXPECT_EQ(erro, Banco() + ": there is no day of the Z reduction 9\n");
     EXPECT_FALSE(std::filesystem::exists(Caminho("pagina.html")));
 }
@@ -97,7 +97,7 @@ TEST_F(ShowPagina, NoTextOfTheDatabaseIsMarkup)
     ShowOptions options;
     options.log = Caminho("firmware.log");
     Escreve(options);
-    ASSERT_EQ(resultado, SHOW_SHOWN) << erro;
+    ASSERT_EQ(resultado, SHOWN) << erro;
     EXPECT_THAT(pagina, HasSubstr("&lt;script&gt;alert(1)"));
     EXPECT_THAT(pagina, Not(HasSubstr("<script>alert")));
     EXPECT_THAT(pagina, Not(HasSubstr("<img")));
@@ -131,7 +131,7 @@ TEST_F(ShowPagina, OfAnEmptyDatabase)
 {
     Grava("");
     Escreve();
-    EXPECT_EQ(resultado, SHOW_SHOWN);
+    EXPECT_EQ(resultado, SHOWN);
     EXPECT_THAT(pagina, HasSubstr("<title>registro.db</title>"));
     EXPECT_THAT(pagina, HasSubstr("No documents."));
     EXPECT_THAT(pagina, HasSubstr("No payments."));

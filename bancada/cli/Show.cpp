@@ -1,0 +1,49 @@
+// ecf-bancada show: a logging database as a person would look at it.
+#include "bancada/relatorio/Show.h"
+#include "bancada/cli/Subcommands.h"
+
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <memory>
+
+namespace bancada
+{
+
+void AddShow(CLI::App& app, int& exitCode)
+{
+    const auto options = std::make_shared<ShowOptions>();
+    CLI::App* show = app.add_subcommand(
+        "show", "Show what a logging database holds: its days and documents, one document as on "
+                "paper, or a page for the browser");
+    show->add_option("DB", options->database, "The logging database, which is only read")
+        ->required();
+    CLI::Option* coo = show->add_option(
+        "--coo", options->coo, "The document of this number as on paper; both, if it came twice");
+    CLI::Option* crz = show->add_option("--crz", options->crz,
+                                        "The Z reduction of this number; with --html the page of "
+                                        "the day that it closes, open or closed");
+    CLI::Option* html =
+        show->add_option("--html", options->html,
+                         "Write one page that needs nothing else: days, receipts, sales by hour "
+                         "and by payment means, lost statements")
+            ->type_name("FILE");
+    CLI::Option* log = show->add_option("--log", options->log,
+                                        "The firmware log, whose rejected statements the list and "
+                                        "the page then show")
+                           ->type_name("FILE");
+    CLI::Option* json =
+        show->add_flag("--json", options->json, "JSON instead of text; money as decimal texts");
+    coo->excludes(crz)->excludes(html)->excludes(log);
+    html->excludes(json);
+    show->footer("Without --coo, --crz and --html it lists the days, by the Z reduction that "
+                 "closes each, and their documents.\n\nExit codes: 0 shown; 1 the document, the Z "
+                 "reduction or the day is not in the database; 2 a file cannot be\nread or "
+                 "written, or is no logging database.");
+    show->callback([options, crz, html, log, &exitCode] {
+        if (*log && *crz && !*html)
+            throw CLI::ExcludesError("--log", "--crz without --html");
+        exitCode = Show(*options, std::cout, std::cerr) ? EXIT_OK : EXIT_FINDINGS;
+    });
+}
+
+} // namespace bancada
