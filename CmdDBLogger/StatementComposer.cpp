@@ -72,6 +72,14 @@ void StatementComposer::Integer(const char* pattern, int value)
     Insert(pattern, digits, static_cast<std::size_t>(end - digits));
 }
 
+void StatementComposer::Character(const char* pattern, char character)
+{
+    if (character == '\0')
+        UpToConversion(pattern);
+    else
+        Insert(pattern, &character, 1);
+}
+
 void StatementComposer::MoneyText(const char* pattern, const Financial& value,
                                   FINANCIAL_STR_TIPO style, int decimals)
 {

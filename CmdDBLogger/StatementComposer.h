@@ -72,8 +72,8 @@ class StatementComposer
         Insert(pattern, text, std::strlen(text));
     }
 
-    // "%c"
-    void Character(const char* pattern, char character) { Insert(pattern, &character, 1); }
+    // "%c". NUL ends the form, as it would end its text: what follows in the pattern is left out.
+    void Character(const char* pattern, char character);
 
     // "%s": the value's display form of two decimals without its '.', its ',' turned into '.';
     // other styles and decimals as Financial::ToString gives them.

@@ -2,7 +2,9 @@
 #include "CmdDBLogger/StatementComposer.h"
 #include "FiscalCommands.h"
 #include "FiscalData/FiscalDataController.h"
-#include "libs/CharTools.h"
+
+#include <algorithm>
+#include <cstring>
 
 namespace
 {
@@ -74,7 +76,8 @@ BOOL LogVenda(Venda& venda, const char* issqnPattern, sqlite3* db)
 BOOL CmdVendeItem::DBLogger(sqlite3* db)
 {
     // Required to be done in the command's own description, which keeps the backquotes.
-    CharReplace(m_sDescricao, '\'', '`');
+    char* const end = m_sDescricao + strnlen(m_sDescricao, sizeof m_sDescricao);
+    std::replace(m_sDescricao, end, '\'', '`');
     return LogVenda(*this, "'%02dS%02d.%02d',", db);
 }
 
