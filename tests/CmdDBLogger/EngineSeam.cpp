@@ -99,4 +99,19 @@ BOOL __wrap__ZN7Command18DBLoggerExecuteSQLEP7sqlite3PKc(Command* command, sqlit
     return result;
 }
 
+// char* Financial::ToString(char* out, int size, FINANCIAL_STR_TIPO tipo, int decimals, short)
+// const
+char* __real__ZNK9Financial8ToStringEPci18FINANCIAL_STR_TIPOis(const Financial* value, char* out,
+                                                               int size, FINANCIAL_STR_TIPO style,
+                                                               int decimals, short last);
+
+char* __wrap__ZNK9Financial8ToStringEPci18FINANCIAL_STR_TIPOis(const Financial* value, char* out,
+                                                               int size, FINANCIAL_STR_TIPO style,
+                                                               int decimals, short last)
+{
+    seam.money.push_back({size, style, decimals, last});
+    return __real__ZNK9Financial8ToStringEPci18FINANCIAL_STR_TIPOis(value, out, size, style,
+                                                                    decimals, last);
+}
+
 } // extern "C"

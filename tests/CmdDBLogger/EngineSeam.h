@@ -1,9 +1,11 @@
 // Where the test program stands between the library and what it calls. The linker's --wrap sends
 // the library's calls of sqlite3_exec, sqlite3_prepare_v2, malloc (as calloc, where an optimizer
-// makes one of it) and Command::DBLoggerExecuteSQL through here; all of them pass on to the real
-// ones. The firmware's log and its apportionment setting, which the library leaves to its user, are
-// defined here too.
+// makes one of it), Command::DBLoggerExecuteSQL and Financial::ToString through here; all of them
+// pass on to the real ones. The firmware's log and its apportionment setting, which the library
+// leaves to its user, are defined here too.
 #pragma once
+
+#include "libs/Financial.h"
 
 #include <cstddef>
 #include <string>
@@ -14,10 +16,19 @@ struct PreparedQuery {
     int bytes; // the length handed to the engine
 };
 
+// What Financial::ToString was asked for, beside its value and its array.
+struct MoneyRequest {
+    int size;
+    FINANCIAL_STR_TIPO style;
+    int decimals;
+    short last;
+};
+
 struct EngineSeam {
     std::vector<std::string> statements; // every text handed to sqlite3_exec, in order
     std::vector<PreparedQuery> queries;  // every text handed to sqlite3_prepare_v2, in order
     std::vector<std::string> log;        // every entry of the firmware log, in order
+    std::vector<MoneyRequest> money;     // every money text asked for, in order
 
     // What GetRatearSubtotal answers, and where it notes that it was asked, if not null.
     int ratearSubtotal = 0;

@@ -93,9 +93,19 @@ std::string LoggerTest::Statement() const
     return Statements().empty() ? "" : Statements().front();
 }
 
+std::vector<std::string> LoggerTest::MoneyRequests() const
+{
+    std::vector<std::string> requests;
+    for (const MoneyRequest& asked : seam.money)
+        requests.push_back(std::to_string(asked.size) + "," + std::to_string(asked.style) + "," +
+                           std::to_string(asked.decimals) + "," + std::to_string(asked.last));
+    return requests;
+}
+
 void LoggerTest::Forget()
 {
     seam.statements.clear();
+    seam.money.clear();
     seam.queries.clear();
     seam.log.clear();
     fiscal.calls.clear();

@@ -28,6 +28,21 @@ void SetText(char (&array)[size], const std::string& text)
     array[text.size()] = '\0';
 }
 
+// Fills a command's whole array, so that no terminator stands in it.
+template <std::size_t size>
+void FillWithoutTerminator(char (&array)[size], const std::string& text)
+{
+    ASSERT_EQ(text.size(), size);
+    text.copy(array, size);
+}
+
+// Every byte of a command, to tell whether a call has left it as it was.
+template <class CommandClass>
+std::string BytesOf(const CommandClass& command)
+{
+    return std::string(reinterpret_cast<const char*>(&command), sizeof command);
+}
+
 class LoggerTest : public ::testing::Test
 {
   protected:
@@ -55,7 +70,10 @@ class LoggerTest : public ::testing::Test
     const std::vector<PreparedQuery>& Queries() const { return seam.queries; }
     const std::vector<std::string>& LogEntries() const { return seam.log; }
 
-    // Forgets the statements, queries, log entries and facade calls so far.
+    // What money texts were asked for, in order, as "size,style,decimals,last".
+    std::vector<std::string> MoneyRequests() const;
+
+    // Forgets the statements, queries, log entries, money texts and facade calls so far.
     void Forget();
 
     // After `passed` more executions, Command::DBLoggerExecuteSQL reports 0 for `count` of them,
