@@ -1,0 +1,403 @@
+// Discounts and surcharges on the subtotal, and their cancellation.
+#include "FiscalCommands.h"
+#include "tests/CmdDBLogger/LoggerTest.h"
+
+namespace
+{
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+// The receipt of number 90 with an adjusted subtotal, in the tables of either type.
+class SubtotalAdjustment : public LoggerTest
+{
+  protected:
+    SubtotalAdjustment()
+    {
+        fiscal.SetCounter(COUNTER_COO, 90);
+        fiscal.money["Cupom_GetSTValorDescAcr()"] = Money("1234.56");
+        fiscal.money["Cupom_GetSTValorCanceladoDescAcr()"] = Money("1000.06");
+        for (const char* table : {"cupom_fiscal", "cupom_nf"})
+            Execute(std::string("INSERT INTO ") + table +
+                    " (cont_coo, tipo_acrescimo, perc_acrescimo, valor_acrescimo,"
+                    " valor_canc_acrescimo, tipo_desconto, perc_desconto, valor_desconto) VALUES"
+                    " (90,'a',11,12,13,'d',14,15), (91,'a',11,12,13,'d',14,15)");
+    }
+
+    void SetReceiptType(int type) { fiscal.numbers["Cupom_GetTipoCupom()"] = type; }
+
+    // The adjustments of receipt 90: surcharge's kind, percentage, value and cancelled value, then
+    // discount's kind, percentage and value.
+    std::vector<std::string> Receipt(const std::string& table)
+    {
+        return Rows("SELECT tipo_acrescimo, perc_acrescimo, valor_acrescimo, valor_canc_acrescimo,"
+                    " tipo_desconto, perc_desconto, valor_desconto FROM " +
+                    table + " WHERE cont_coo = 90");
+    }
+
+    // Nothing but receipt 90 in `table` was touched.
+    void ExpectOtherRowsUntouched(const std::string& table)
+    {
+        for (const std::string name : {"cupom_fiscal", "cupom_nf"}) {
+            EXPECT_THAT(Rows("SELECT count(*) FROM " + name +
+                             " WHERE tipo_acrescimo = 'a' AND perc_acrescimo = 11"
+                             " AND valor_acrescimo = 12 AND valor_canc_acrescimo = 13 AND"
+                             " tipo_desconto = 'd' AND perc_desconto = 14 AND valor_desconto = 15" +
+                             (name == table ? " AND cont_coo <> 90" : "")),
+                        ElementsAre(name == table ? "1" : "2"));
+        }
+    }
+};
+
+class DescAcresSubtotal : public SubtotalAdjustment
+{
+  protected:
+    CmdEfetuaDescAcresSubtotal command = NewCommand<CmdEfetuaDescAcresSubtotal>();
+
+    void Set(int receiptType, int operation, int kind, UINT32 value = 500)
+    {
+        SetReceiptType(receiptType);
+        command.m_eOperacao = static_cast<EOperacao>(operation);
+        command.m_eTipoValor = static_cast<ETipoValor>(kind);
+        command.m_Valor.number[0] = value;
+    }
+
+    std::string Adjust(int receiptType, int operation, int kind)
+    {
+        Forget();
+        Set(receiptType, operation, kind);
+        EXPECT_EQ(command.DBLogger(db), 1);
+        return Statement();
+    }
+};
+
+TEST_F(DescAcresSubtotal, FiscalSurchargeByValueResetsThePercentage)
+{
+    EXPECT_EQ(
+        Adjust(CUPOM_FISCAL, ACRESCIMO, VALOR),
+        "UPDATE cupom_fiscal SET tipo_acrescimo = 'V', perc_acrescimo = 0, valor_acrescimo = 1234.56 WHERE cont_coo = 90");
+    EXPECT_THAT(Receipt("cupom_fiscal"), ElementsAre("V|0|1234.56|13|d|14|15"));
+    ExpectOtherRowsUntouched("cupom_fiscal");
+    EXPECT_THAT(LogEntries(), IsEmpty());
+}
+
+TEST_F(DescAcresSubtotal, FiscalSurchargeByPercentageSaysItsKind)
+{
+    EXPECT_EQ(
+        Adjust(CUPOM_FISCAL, ACRESCIMO, PERCENTUAL),
+        "UPDATE cupom_fiscal SET tipo_acrescimo = 'P', perc_acrescimo = 5.00, valor_acrescimo = 1234.56 WHERE cont_coo = 90");
+    EXPECT_THAT(Receipt("cupom_fiscal"), ElementsAre("P|5|1234.56|13|d|14|15"));
+    ExpectOtherRowsUntouched("cupom_fiscal");
+}
+
+TEST_F(DescAcresSubtotal, FiscalDiscountByValueResetsThePercentage)
+{
+    EXPECT_EQ(
+        Adjust(CUPOM_FISCAL, DESCONTO, VALOR),
+        "UPDATE cupom_fiscal SET tipo_desconto = 'V', perc_desconto = 0, valor_desconto = 1234.56 WHERE cont_coo = 90");
+    EXPECT_THAT(Receipt("cupom_fiscal"), ElementsAre("a|11|12|13|V|0|1234.56"));
+    ExpectOtherRowsUntouched("cupom_fiscal");
+}
+
+TEST_F(DescAcresSubtotal, FiscalDiscountByPercentageLeavesItsKind)
+{
+    EXPECT_EQ(
+        Adjust(CUPOM_FISCAL, DESCONTO, PERCENTUAL),
+        "UPDATE cupom_fiscal SET perc_desconto = 5.00, valor_desconto = 1234.56 WHERE cont_coo = 90");
+    EXPECT_THAT(Receipt("cupom_fiscal"), ElementsAre("a|11|12|13|d|5|1234.56"));
+    ExpectOtherRowsUntouched("cupom_fiscal");
+}
+
+TEST_F(DescAcresSubtotal, NonFiscalSurchargeByValueLeavesThePercentage)
+{
+    fiscal.SetCounter(COUNTER_COO, 91);
+    fiscal.money["Cupom_GetSTValorDescAcr()"] = Money("2.00");
+    EXPECT_EQ(
+        Adjust(COMPROVANTE_NAO_FISCAL, ACRESCIMO, VALOR),
+        "UPDATE cupom_nf SET tipo_acrescimo = 'V', valor_acrescimo = 2.00 WHERE cont_coo = 91");
+    EXPECT_THAT(Receipt("cupom_nf"), ElementsAre("a|11|12|13|d|14|15"));
+    EXPECT_THAT(Rows("SELECT tipo_acrescimo, perc_acrescimo, valor_acrescimo FROM cupom_nf"
+                     " WHERE cont_coo = 91"),
+                ElementsAre("V|11|2"));
+    EXPECT_THAT(Receipt("cupom_fiscal"), ElementsAre("a|11|12|13|d|14|15"));
+}
+
+TEST_F(DescAcresSubtotal, NonFiscalSurchargeByPercentageLeavesItsKind)
+{
+    EXPECT_EQ(
+        Adjust(COMPROVANTE_NAO_FISCAL, ACRESCIMO, PERCENTUAL),
+        "UPDATE cupom_nf SET perc_acrescimo = 5.00, valor_acrescimo = 1234.56 WHERE cont_coo = 90");
+    EXPECT_THAT(Receipt("cupom_nf"), ElementsAre("a|5|1234.56|13|d|14|15"));
+    ExpectOtherRowsUntouched("cupom_nf");
+}
+
+TEST_F(DescAcresSubtotal, NonFiscalDiscountByValueLeavesThePercentage)
+{
+    EXPECT_EQ(
+        Adjust(COMPROVANTE_NAO_FISCAL, DESCONTO, VALOR),
+        "UPDATE cupom_nf SET tipo_desconto = 'V', valor_desconto = 1234.56 WHERE cont_coo = 90");
+    EXPECT_THAT(Receipt("cupom_nf"), ElementsAre("a|11|12|13|V|14|1234.56"));
+    ExpectOtherRowsUntouched("cupom_nf");
+}
+
+TEST_F(DescAcresSubtotal, NonFiscalDiscountByPercentageLeavesItsKind)
+{
+    EXPECT_EQ(
+        Adjust(COMPROVANTE_NAO_FISCAL, DESCONTO, PERCENTUAL),
+        "UPDATE cupom_nf SET perc_desconto = 5.00, valor_desconto = 1234.56 WHERE cont_coo = 90");
+    EXPECT_THAT(Receipt("cupom_nf"), ElementsAre("a|11|12|13|d|5|1234.56"));
+    ExpectOtherRowsUntouched("cupom_nf");
+}
+
+TEST_F(DescAcresSubtotal, AnyKindThatIsNotByValueCountsAsPercentage)
+{
+    for (const int kind : {2, -1}) {
+        EXPECT_EQ(
+            Adjust(1, ACRESCIMO, kind),
+            "UPDATE cupom_fiscal SET tipo_acrescimo = 'P', perc_acrescimo = 5.00, valor_acrescimo = 1234.56 WHERE cont_coo = 90");
+        EXPECT_EQ(
+            Adjust(1, DESCONTO, kind),
+            "UPDATE cupom_fiscal SET perc_desconto = 5.00, valor_desconto = 1234.56 WHERE cont_coo = 90");
+        EXPECT_EQ(
+            Adjust(0, ACRESCIMO, kind),
+            "UPDATE cupom_nf SET perc_acrescimo = 5.00, valor_acrescimo = 1234.56 WHERE cont_coo = 90");
+        EXPECT_EQ(
+            Adjust(0, DESCONTO, kind),
+            "UPDATE cupom_nf SET perc_desconto = 5.00, valor_desconto = 1234.56 WHERE cont_coo = 90");
+    }
+}
+
+TEST_F(DescAcresSubtotal, OtherOperationsAreRejected)
+{
+    for (const int operation : {2, -1}) {
+        for (const int kind : {0, 1, 2}) {
+            EXPECT_EQ(Adjust(1, operation, kind), "UPDATE cupom_fiscal SET WHERE cont_coo = 90");
+            EXPECT_THAT(
+                LogEntries(),
+                ElementsAre(
+                    "DBLoggerExecuteSQL: Erro executando SQL Code. Comando:'29', Erro:'near \"WHERE\": syntax error'",
+                    "UPDATE cupom_fiscal SET WHERE cont_coo = 90"));
+            EXPECT_EQ(Adjust(0, operation, kind), "UPDATE cupom_nf SET WHERE cont_coo = 90");
+            EXPECT_THAT(LogEntries(), testing::SizeIs(2));
+        }
+    }
+    ExpectOtherRowsUntouched("none");
+}
+
+TEST_F(DescAcresSubtotal, ReceiptOfAnotherTypeIsLeftAndAnswered0)
+{
+    for (const int type : {2, -1}) {
+        Forget();
+        Set(type, ACRESCIMO, VALOR);
+
+        EXPECT_EQ(command.DBLogger(db), 0);
+
+        EXPECT_THAT(Statements(), IsEmpty());
+        EXPECT_THAT(LogEntries(), IsEmpty());
+        EXPECT_THAT(fiscal.calls, ElementsAre("Cupom_GetTipoCupom()", "Cupom_GetTipoCupom()"));
+    }
+}
+
+TEST_F(DescAcresSubtotal, TypeIsAskedOnceOrTwice)
+{
+    Adjust(CUPOM_FISCAL, ACRESCIMO, PERCENTUAL);
+    EXPECT_THAT(fiscal.calls, ElementsAre("Cupom_GetTipoCupom()", "Cupom_GetSTValorDescAcr()",
+                                          "Contador_Get(0)"));
+    EXPECT_THAT(MoneyRequests(), ElementsAre("500,0,0,0"));
+
+    Adjust(COMPROVANTE_NAO_FISCAL, DESCONTO, VALOR);
+    EXPECT_THAT(fiscal.calls, ElementsAre("Cupom_GetTipoCupom()", "Cupom_GetTipoCupom()",
+                                          "Cupom_GetSTValorDescAcr()", "Contador_Get(0)"));
+}
+
+TEST_F(DescAcresSubtotal, PercentageIsTheLowestWordOfTheValueUnsigned)
+{
+    struct {
+        UINT32 value;
+        const char* text;
+    } const cases[] = {
+        {0, "0.00"},
+        {5, "0.05"},
+        {1050, "10.50"},
+        {9999, "99.99"},
+        {10000, "100.00"},
+        {2147483648u, "21474836.48"},
+        {4294967295u, "42949672.95"},
+    };
+    for (const auto& one : cases) {
+        Forget();
+        Set(CUPOM_FISCAL, DESCONTO, PERCENTUAL, one.value);
+        command.m_Valor.number[1] = 7;
+        command.m_Valor.number[2] = 0xFFFFFFFFu;
+        command.DBLogger(db);
+        EXPECT_EQ(Statement(), std::string("UPDATE cupom_fiscal SET perc_desconto = ") + one.text +
+                                   ", valor_desconto = 1234.56 WHERE cont_coo = 90");
+    }
+}
+
+TEST_F(DescAcresSubtotal, AnswersWhatItsExecutionReports)
+{
+    for (const int type : {1, 0}) {
+        Set(type, ACRESCIMO, VALOR);
+        RejectNextExecutions(1);
+        EXPECT_EQ(command.DBLogger(db), 0);
+        EXPECT_EQ(command.DBLogger(db), 1);
+    }
+}
+
+TEST_F(DescAcresSubtotal, LeavesTheCommandAsItIs)
+{
+    Set(CUPOM_FISCAL, ACRESCIMO, PERCENTUAL);
+    const std::string asItWas = BytesOf(command);
+    command.DBLogger(db);
+    EXPECT_EQ(BytesOf(command), asItWas);
+}
+
+class CancelamentoDescAcresSubtotal : public SubtotalAdjustment
+{
+  protected:
+    CmdCancelaDescAcresSubtotal command = NewCommand<CmdCancelaDescAcresSubtotal>();
+
+    void Set(int receiptType, int operation)
+    {
+        SetReceiptType(receiptType);
+        command.m_eOperacao = static_cast<EOperacao>(operation);
+    }
+
+    std::string Cancel(int receiptType, int operation)
+    {
+        Forget();
+        Set(receiptType, operation);
+        EXPECT_EQ(command.DBLogger(db), 1);
+        return Statement();
+    }
+};
+
+TEST_F(CancelamentoDescAcresSubtotal, FiscalSurchargeMovesIntoTheCancelledOneWithinTheRow)
+{
+    EXPECT_EQ(
+        Cancel(CUPOM_FISCAL, ACRESCIMO),
+        "UPDATE cupom_fiscal SET valor_canc_acrescimo = valor_acrescimo, valor_acrescimo = 234.50 WHERE cont_coo = 90");
+    EXPECT_THAT(Receipt("cupom_fiscal"), ElementsAre("a|11|234.5|12|d|14|15"));
+    ExpectOtherRowsUntouched("cupom_fiscal");
+    EXPECT_THAT(LogEntries(), IsEmpty());
+}
+
+TEST_F(CancelamentoDescAcresSubtotal, NonFiscalSurchargeMovesIntoTheCancelledOneWithinTheRow)
+{
+    EXPECT_EQ(
+        Cancel(COMPROVANTE_NAO_FISCAL, ACRESCIMO),
+        "UPDATE cupom_nf SET valor_canc_acrescimo = valor_acrescimo, valor_acrescimo = 234.50 WHERE cont_coo = 90");
+    EXPECT_THAT(Receipt("cupom_nf"), ElementsAre("a|11|234.5|12|d|14|15"));
+    ExpectOtherRowsUntouched("cupom_nf");
+}
+
+TEST_F(CancelamentoDescAcresSubtotal, SurchargeCancelledWholeLeavesZero)
+{
+    fiscal.money["Cupom_GetSTValorDescAcr()"] = Money("3.00");
+    fiscal.money["Cupom_GetSTValorCanceladoDescAcr()"] = Money("3.00");
+
+    EXPECT_EQ(
+        Cancel(CUPOM_FISCAL, ACRESCIMO),
+        "UPDATE cupom_fiscal SET valor_canc_acrescimo = valor_acrescimo, valor_acrescimo = 0.00 WHERE cont_coo = 90");
+    EXPECT_THAT(Receipt("cupom_fiscal"), ElementsAre("a|11|0|12|d|14|15"));
+}
+
+TEST_F(CancelamentoDescAcresSubtotal, FiscalDiscountIsWhatIsLeftOfIt)
+{
+    EXPECT_EQ(Cancel(CUPOM_FISCAL, DESCONTO),
+              "UPDATE cupom_fiscal SET valor_desconto = 234.50 WHERE cont_coo = 90");
+    EXPECT_THAT(Receipt("cupom_fiscal"), ElementsAre("a|11|12|13|d|14|234.5"));
+    ExpectOtherRowsUntouched("cupom_fiscal");
+}
+
+TEST_F(CancelamentoDescAcresSubtotal, NonFiscalDiscountIsWhatIsLeftOfIt)
+{
+    EXPECT_EQ(Cancel(COMPROVANTE_NAO_FISCAL, DESCONTO),
+              "UPDATE cupom_nf SET valor_desconto = 234.50 WHERE cont_coo = 90");
+    EXPECT_THAT(Receipt("cupom_nf"), ElementsAre("a|11|12|13|d|14|234.5"));
+    ExpectOtherRowsUntouched("cupom_nf");
+}
+
+TEST_F(CancelamentoDescAcresSubtotal, MoreCancelledThanAppliedIsNegative)
+{
+    fiscal.money["Cupom_GetSTValorDescAcr()"] = Money("1.00");
+    fiscal.money["Cupom_GetSTValorCanceladoDescAcr()"] = Money("3.50");
+
+    EXPECT_EQ(Cancel(CUPOM_FISCAL, DESCONTO),
+              "UPDATE cupom_fiscal SET valor_desconto = -2.50 WHERE cont_coo = 90");
+}
+
+TEST_F(CancelamentoDescAcresSubtotal, ValuesAreAskedBeforeTheOperationIsLookedAt)
+{
+    for (const int operation : {0, 1, 2}) {
+        Cancel(CUPOM_FISCAL, operation);
+        EXPECT_THAT(fiscal.calls,
+                    ElementsAre("Cupom_GetTipoCupom()", "Cupom_GetSTValorDescAcr()",
+                                "Cupom_GetSTValorCanceladoDescAcr()", "Contador_Get(0)"));
+
+        Cancel(COMPROVANTE_NAO_FISCAL, operation);
+        EXPECT_THAT(fiscal.calls,
+                    ElementsAre("Cupom_GetTipoCupom()", "Cupom_GetTipoCupom()",
+                                "Cupom_GetSTValorDescAcr()", "Cupom_GetSTValorCanceladoDescAcr()",
+                                "Contador_Get(0)"));
+    }
+}
+
+TEST_F(CancelamentoDescAcresSubtotal, MoneyIsAskedForAsEverywhere)
+{
+    for (const int operation : {0, 1}) {
+        Cancel(CUPOM_FISCAL, operation);
+        EXPECT_THAT(MoneyRequests(), ElementsAre("500,0,0,0"));
+    }
+}
+
+TEST_F(CancelamentoDescAcresSubtotal, OtherOperationsAreRejected)
+{
+    for (const int operation : {2, -1}) {
+        EXPECT_EQ(Cancel(CUPOM_FISCAL, operation), "UPDATE cupom_fiscal SET WHERE cont_coo = 90");
+        EXPECT_THAT(
+            LogEntries(),
+            ElementsAre(
+                "DBLoggerExecuteSQL: Erro executando SQL Code. Comando:'30', Erro:'near \"WHERE\": syntax error'",
+                "UPDATE cupom_fiscal SET WHERE cont_coo = 90"));
+        EXPECT_EQ(Cancel(COMPROVANTE_NAO_FISCAL, operation),
+                  "UPDATE cupom_nf SET WHERE cont_coo = 90");
+        EXPECT_THAT(LogEntries(), testing::SizeIs(2));
+    }
+    ExpectOtherRowsUntouched("none");
+}
+
+TEST_F(CancelamentoDescAcresSubtotal, ReceiptOfAnotherTypeIsLeftAndAnswered0)
+{
+    for (const int type : {2, -1}) {
+        Forget();
+        Set(type, ACRESCIMO);
+
+        EXPECT_EQ(command.DBLogger(db), 0);
+
+        EXPECT_THAT(Statements(), IsEmpty());
+        EXPECT_THAT(LogEntries(), IsEmpty());
+        EXPECT_THAT(fiscal.calls, ElementsAre("Cupom_GetTipoCupom()", "Cupom_GetTipoCupom()"));
+    }
+}
+
+TEST_F(CancelamentoDescAcresSubtotal, AnswersWhatItsExecutionReports)
+{
+    for (const int type : {1, 0}) {
+        Set(type, DESCONTO);
+        RejectNextExecutions(1);
+        EXPECT_EQ(command.DBLogger(db), 0);
+        EXPECT_EQ(command.DBLogger(db), 1);
+    }
+}
+
+TEST_F(CancelamentoDescAcresSubtotal, LeavesTheCommandAsItIs)
+{
+    Set(CUPOM_FISCAL, DESCONTO);
+    const std::string asItWas = BytesOf(command);
+    command.DBLogger(db);
+    EXPECT_EQ(BytesOf(command), asItWas);
+}
+
+} // namespace
