@@ -83,7 +83,8 @@ class CadaVendaItem : public VendaItemOf<Venda>
 };
 
 using CadaVenda = ::testing::Types<CmdVendeItem, CmdVendeItemDetalhado>;
-TYPED_TEST_SUITE(CadaVendaItem, CadaVenda);
+// The comma at the end is for compilers that want an argument where a macro takes any number.
+TYPED_TEST_SUITE(CadaVendaItem, CadaVenda, );
 
 TYPED_TEST(CadaVendaItem, InsertCarriesTheItemAsRegistered)
 {
