@@ -31,6 +31,9 @@ struct Item {
     // Of an item of a non-fiscal receipt: the name of its totalizer.
     std::string descricao;
     Decimal quantidade{0, 4, true};
+    // With how many decimals the quantity and the unit price are written, at least.
+    int casasQuantidade = 0;
+    int casasValor = 2;
     std::string unidade;
     Decimal valorUnitario{0, 4, true};
     // The tax code as it stands in the row. A detailed item's ISSQN rate carries the letter T.

@@ -100,8 +100,8 @@ void imprimeItem(Bobina& papel, const Item& item, bool fiscal)
     const std::string numero = comZeros(item.numero, 3);
     if (fiscal) {
         papel.texto(numero + ' ' + item.codigo + ' ' + item.descricao);
-        papel.lados(textoBr(item.quantidade, 0) + ' ' + item.unidade + " x " +
-                        textoBr(item.valorUnitario) + "  " + item.aliquota,
+        papel.lados(textoBr(item.quantidade, item.casasQuantidade) + ' ' + item.unidade + " x " +
+                        textoBr(item.valorUnitario, item.casasValor) + "  " + item.aliquota,
                     textoBr(item.bruto()), RECUO_ITEM);
     } else {
         const std::string nome = emBranco(item.descricao)

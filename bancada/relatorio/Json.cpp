@@ -30,9 +30,9 @@ Json item(const Item& i, bool fiscal)
     if (fiscal) {
         json["codigo"] = i.codigo;
         json["descricao"] = i.descricao;
-        json["quantidade"] = numero(i.quantidade, 0);
+        json["quantidade"] = numero(i.quantidade, i.casasQuantidade);
         json["unidade"] = i.unidade;
-        json["valor_unitario"] = numero(i.valorUnitario);
+        json["valor_unitario"] = numero(i.valorUnitario, i.casasValor);
         json["aliquota"] = i.aliquota;
         json["arredonda_trunca"] = i.arredondaTrunca;
     } else {

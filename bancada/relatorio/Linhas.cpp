@@ -1,6 +1,7 @@
 #include "bancada/relatorio/Linhas.h"
 
-#include "bancada/relatorio/Texto.h"
+#include <algorithm>
+#include <cstdint>
 
 namespace bancada::relatorio
 {
@@ -145,8 +146,8 @@ Documento documentoDaReducao(const ReducaoZ& reducao)
 const char* const SELECT_ITENS_FISCAIS =
     "SELECT seq_item, cod_item, descricao, quantidade, aliquota, un_medida, valor_unitario,"
     " tipo_desconto, perc_desconto, valor_desconto, tipo_acrescimo, perc_acrescimo,"
-    " valor_acrescimo, valor_canc_acrescimo, valor_total, id_arred_trunc_valor, id_cancelado"
-    " FROM item_cupom_fiscal WHERE cont_coo = ?1 ORDER BY rowid";
+    " valor_acrescimo, valor_canc_acrescimo, valor_total, id_arred_trunc_valor, id_cancelado,"
+    " casas_decimais_quantidade, casas_decimais_valor FROM item_cupom_fiscal WHERE cont_coo = ?1 ORDER BY rowid";
 
 Item itemFiscal(const Consulta& linha)
 {
@@ -164,6 +165,8 @@ Item itemFiscal(const Consulta& linha)
     i.liquido = linha.decimal(14, 3);
     i.arredondaTrunca = linha.texto(15);
     i.cancelado = linha.sim(16);
+    i.casasQuantidade = static_cast<int>(std::clamp<std::int64_t>(linha.inteiro(17), 0, 4));
+    i.casasValor = static_cast<int>(std::clamp<std::int64_t>(linha.inteiro(18), 2, 4));
     return i;
 }
 

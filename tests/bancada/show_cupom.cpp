@@ -254,6 +254,19 @@ TEST_F(ShowCupom, ATotalOfThreeDecimalsKeepsThem)
     EXPECT_THAT(texto, HasSubstr("    2 UN x 4,605  N1                       9,215\n"));
 }
 
+TEST_F(ShowCupom, QuantityAndUnitPriceHaveTheDecimalsOfTheirSale)
+{
+    Grava("UPDATE item_cupom_fiscal SET quantidade = 12.48, casas_decimais_quantidade = 3,"
+          " valor_unitario = 4.6, casas_decimais_valor = 3 WHERE cont_coo = 102 AND seq_item = 2");
+    MostraCoo(102);
+    EXPECT_THAT(texto, HasSubstr("    12,480 kg x 4,600  02T07.00 "));
+    // Never fewer than the value has.
+    Grava("UPDATE item_cupom_fiscal SET casas_decimais_quantidade = -7,"
+          " casas_decimais_valor = 2 WHERE cont_coo = 102 AND seq_item = 4");
+    MostraCoo(102);
+    EXPECT_THAT(texto, HasSubstr("    2 UN x 4,605  N1 "));
+}
+
 TEST_F(ShowCupom, AnAmountThatIsNoNumberIsAQuestionMark)
 {
     Grava("UPDATE cupom_fiscal SET valor_total = 'abc' WHERE cont_coo = 102");
