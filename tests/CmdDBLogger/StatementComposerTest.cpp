@@ -228,6 +228,15 @@ TEST_F(Composer, CharacterStandsBetweenItsQuotes)
     EXPECT_EQ(Composed([](StatementComposer& s) { s.Character("'%c',", '%'); }), "'%',");
 }
 
+TEST_F(Composer, CharacterNulEndsItsForm)
+{
+    EXPECT_EQ(Composed([](StatementComposer& s) {
+                  s.Character("'%c',", '\0');
+                  s.Piece("'N',");
+              }),
+              "''N',");
+}
+
 TEST_F(Composer, MoneyTextIsBareWithADecimalPoint)
 {
     EXPECT_EQ(MoneyTextOf(Financial()), "0.00,");

@@ -430,6 +430,16 @@ TEST_F(VendaItem, IssqnRateIsWrittenWithTheLetterS)
     EXPECT_EQ(fiscal.CallsOf("Totalizador_GetTotPercTrib"), 1);
 }
 
+TEST_F(VendaItem, IssqnRatesAreNumberSAndPercent)
+{
+    fiscal.numbers["Totalizador_GetTotPercTrib(0,1,0)"] = 1;
+    SetTaxCode("S", 1);
+    EXPECT_EQ(TaxCodeText(), "'01S00.01',");
+    fiscal.numbers["Totalizador_GetTotPercTrib(0,1,11)"] = 10000;
+    SetTaxCode("S", 12);
+    EXPECT_EQ(TaxCodeText(), "'12S100.00',");
+}
+
 TEST_F(VendaItem, MemberBeforeTheCodeIsNotRead)
 {
     const std::string statement = Sell();
@@ -462,6 +472,16 @@ TEST_F(VendaItemDetalhado, IssqnRateIsReadFromItsBaseAndWrittenWithTheLetterT)
         Sell(),
         "INSERT INTO item_cupom_fiscal (seq_item, cont_coo, cod_item, descricao, quantidade, aliquota, un_medida, valor_unitario, tipo_acrescimo, valor_acrescimo, tipo_desconto, valor_desconto, valor_canc_acrescimo, valor_total, casas_decimais_quantidade, casas_decimais_valor, id_arred_trunc_valor, id_cancelado, perc_acrescimo, perc_desconto) VALUES (1,120,'7891000100103','ARROZ',1.500,'03T05.00','KG',2.99,'V',0,'V',0,0,4.48,3,2,'A','N',0,0)");
     EXPECT_EQ(fiscal.CallsOf("Totalizador_GetTotPercTrib"), 1);
+}
+
+TEST_F(VendaItemDetalhado, IssqnRatesAreNumberTAndPercent)
+{
+    fiscal.numbers["Totalizador_GetTotPercTrib(0,1,0)"] = 1;
+    SetTaxCode("S", 1);
+    EXPECT_EQ(TaxCodeText(), "'01T00.01',");
+    fiscal.numbers["Totalizador_GetTotPercTrib(0,1,11)"] = 10000;
+    SetTaxCode("S", 12);
+    EXPECT_EQ(TaxCodeText(), "'12T100.00',");
 }
 
 } // namespace
