@@ -24,6 +24,7 @@ int main(int argc, char** argv)
     AddRun(app, exitCode);
     AddShow(app, exitCode);
     AddCheck(app, exitCode);
+    AddGenerate(app, exitCode);
     AddHelpTape(app, exitCode);
 
     try {

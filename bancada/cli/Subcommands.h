@@ -22,6 +22,7 @@ inline constexpr int EXIT_UNUSABLE = 2; // an input or an output cannot be used
 void AddRun(CLI::App& app, int& exitCode);
 void AddShow(CLI::App& app, int& exitCode);
 void AddCheck(CLI::App& app, int& exitCode);
+void AddGenerate(CLI::App& app, int& exitCode);
 void AddHelpTape(CLI::App& app, int& exitCode);
 
 } // namespace bancada
