@@ -11,6 +11,7 @@
 #include "bancada/conferencia/Contexto.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <deque>
 #include <vector>
 
@@ -183,7 +184,9 @@ class Sequencias
         std::int64_t faltam = avanco - 1;
         const std::int64_t porReimpressao = std::min(faltam, reimpressoes);
         faltam -= porReimpressao;
-        m_fitasPendentes.erase(m_fitasPendentes.begin(), m_fitasPendentes.begin() + porReimpressao);
+        m_fitasPendentes.erase(m_fitasPendentes.begin(),
+                               m_fitasPendentes.begin() +
+                                   static_cast<std::ptrdiff_t>(porReimpressao));
         if (faltam > 0 && m_cancelamento) {
             --faltam;
             m_cancelamento = false;
