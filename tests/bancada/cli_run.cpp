@@ -1,0 +1,328 @@
+// ecf-bancada run, as a user runs it: exit codes, messages, what is left behind.
+#include "bancada/banco/Sql.h"
+#include "tests/bancada/BancadaProgram.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+#include <string>
+
+using namespace bancada_test;
+
+namespace
+{
+
+const std::string PROGRAMMING =
+    R"({"cmd":"insere_aliquota","em":"2026-03-02 07:50:00","tributacao":"T","indice":1,"percentual":"18.00"}
+{"cmd":"insere_meio_pagamento","indice":1,"descricao":"DINHEIRO"}
+)";
+
+const std::string RECEIPT =
+    R"({"cmd":"abre_cupom"}
+{"cmd":"vende_item","codigo":"1","descricao":"ARROZ","quantidade":"2","valor_unitario":"3.00","tributacao":"T","indice":1}
+{"cmd":"efetua_pagamento","meio":1,"valor":"10.00"}
+{"cmd":"fecha_cupom"}
+)";
+
+class CliRunTest : public testing::Test
+{
+  protected:
+    ProgramResult Run(const std::string& arguments) { return RunBancada(folder, arguments); }
+
+    ProgramResult RunTape(const std::string& tape, const std::string& options = "")
+    {
+        folder.Write("tape", tape);
+        return Run("run tape --db db " + options);
+    }
+
+    std::string Rows(const std::string& sql)
+    {
+        sqlite3* db = nullptr;
+        EXPECT_EQ(sqlite3_open(folder.File("db").c_str(), &db), SQLITE_OK);
+        std::string rows;
+        {
+            bancada::Query query(db, sql.c_str());
+            while (query.Next())
+                rows += (rows.empty() ? "" : " ") + query.Text(0);
+            EXPECT_FALSE(query.Failed()) << sqlite3_errmsg(db);
+        }
+        sqlite3_close(db);
+        return rows;
+    }
+
+    TempFolder folder;
+};
+
+TEST_F(CliRunTest, ATapeIsRunToItsEndAndSummedUp)
+{
+    const ProgramResult result = RunTape(PROGRAMMING + RECEIPT);
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.out, "commands run                               6\n"
+                          "commands refused                           0\n"
+                          "statements executed                        5\n"
+                          "statements rejected                        0\n"
+                          "commands whose rows are missing            0\n"
+                          "rows                                inserted   updated\n"
+                          "  cupom_fiscal                             1         1\n"
+                          "  item_cupom_fiscal                        1         0\n"
+                          "  meio_pagamento                           1         0\n"
+                          "  pagamento_cupom                          1         0\n");
+    EXPECT_EQ(Rows("SELECT valor_troco FROM cupom_fiscal"), "4");
+    EXPECT_EQ(Rows("SELECT data_hora_emissao FROM cupom_fiscal"), "2026-03-02 07:50:02");
+    EXPECT_EQ(folder.Read("db.log"), "");
+}
+
+TEST_F(CliRunTest, WhatIsRefusedOrRejectedIsNamedWithItsLine)
+{
+    const std::string tape = PROGRAMMING + "\n" +
+                             R"({"cmd":"efetua_pagamento","meio":1,"valor":"1"}
+{"cmd":"abre_cupom","nome":"JOANA D'ARC"}
+{"cmd":"cancela_cupom_em_emissao"}
+)";
+    ProgramResult result = RunTape(tape);
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_NE(result.out.find("commands refused                           1\n"
+                              "  tape:4 efetua_pagamento: "),
+              std::string::npos)
+        << result.out;
+    EXPECT_NE(result.out.find("statements rejected                        1\n"
+                              "  tape:5 abre_cupom: 1 statement\n"),
+              std::string::npos)
+        << result.out;
+    EXPECT_EQ(folder.Read("db.log").substr(0, 91),
+              "2026-03-02 07:50:03\tDBLoggerExecuteSQL: Erro executando SQL Code. Comando:'1', "
+              "Erro:'near \"");
+
+    std::filesystem::remove(folder.File("db"));
+    result = RunTape(tape, "--strict");
+    EXPECT_EQ(result.exitCode, 1);
+}
+
+TEST_F(CliRunTest, StrictIsContentWithAnOrdinaryTape)
+{
+    EXPECT_EQ(RunTape(PROGRAMMING + RECEIPT, "--strict").exitCode, 0);
+}
+
+TEST_F(CliRunTest, AFaultOfTheTapeStopsThereAndKeepsWhatWasBefore)
+{
+    const ProgramResult result =
+        RunTape(PROGRAMMING + RECEIPT + R"({"cmd":"vende_tudo"})" + "\n" + RECEIPT);
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_EQ(result.err, "tape:7:8: there is no command \"vende_tudo\"\n");
+    EXPECT_NE(result.out.find("commands run                               6\n"), std::string::npos);
+    EXPECT_EQ(Rows("SELECT count(*) FROM cupom_fiscal"), "1");
+}
+
+TEST_F(CliRunTest, FieldsAreCheckedBeforeTheCommandRuns)
+{
+    const ProgramResult result = RunTape(PROGRAMMING + R"({"cmd":"abre_cupom","nme":"x"})");
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_EQ(result.err,
+              "tape:3:21: abre_cupom has no field \"nme\"; its fields are cpf_cnpj, nome, "
+              "endereco\n");
+    EXPECT_EQ(Rows("SELECT count(*) FROM cupom_fiscal"), "0");
+}
+
+TEST_F(CliRunTest, TheFirstCommandSaysWhen)
+{
+    EXPECT_EQ(RunTape("{\"cmd\":\"configura\"}\n" + RECEIPT).err,
+              "tape:2:1: the first command of a tape needs the field \"em\"\n");
+}
+
+TEST_F(CliRunTest, ConfiguraSetsTheBench)
+{
+    EXPECT_EQ(RunTape("{\"cmd\":\"configura\",\"aplicativo\":\"PDV 7\"}\n" + PROGRAMMING + RECEIPT)
+                  .exitCode,
+              0);
+    EXPECT_EQ(Rows("SELECT texto_complementar FROM cupom_fiscal"), "PDV 7");
+}
+
+TEST_F(CliRunTest, ConfiguraTakesNoTime)
+{
+    const ProgramResult result = RunTape(R"({"cmd":"configura","em":"2026-03-02 07:50:00"})");
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_EQ(result.err, "tape:1:20: configura takes no time, and no field \"em\"\n");
+}
+
+TEST_F(CliRunTest, StandardInputIsATape)
+{
+    folder.Write("tape", PROGRAMMING + RECEIPT + "x");
+    const ProgramResult result = Run("run - --db db <tape");
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_EQ(result.err.substr(0, 7), "-:7:1: ");
+    EXPECT_EQ(Rows("SELECT count(*) FROM cupom_fiscal"), "1");
+}
+
+TEST_F(CliRunTest, AnEmptyTapeIsATape)
+{
+    EXPECT_EQ(RunTape("").exitCode, 0);
+    EXPECT_EQ(Rows("SELECT count(*) FROM cupom_fiscal"), "0");
+}
+
+TEST_F(CliRunTest, ATapeOfBinaryNoiseIsTold)
+{
+    std::string noise("\x7F"
+                      "ELF\x02\x01\x01\x00\x00",
+                      9);
+    for (int i = 0; i < 5000; ++i)
+        noise += static_cast<char>(i * 7919 >> 3);
+    const ProgramResult result = RunTape(noise);
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_EQ(result.err, "tape:1:8: not JSON: a NUL byte\n");
+}
+
+TEST_F(CliRunTest, AMissingTapeLeavesNothingBehind)
+{
+    const ProgramResult result = Run("run tape --db db");
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_EQ(result.err, "ecf-bancada: cannot read the tape tape: No such file or directory\n");
+    EXPECT_FALSE(folder.Has("db"));
+    EXPECT_FALSE(folder.Has("db.log"));
+}
+
+TEST_F(CliRunTest, AFolderIsNoTape)
+{
+    std::filesystem::create_directory(folder.File("tape"));
+    const ProgramResult result = Run("run tape --db db");
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_EQ(result.err, "ecf-bancada: cannot read the tape tape: Is a directory\n");
+}
+
+TEST_F(CliRunTest, ADatabaseThatHoldsRowsNeedsAppend)
+{
+    ASSERT_EQ(RunTape(PROGRAMMING + RECEIPT).exitCode, 0);
+    ProgramResult result = RunTape(PROGRAMMING + RECEIPT);
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_EQ(result.err, "ecf-bancada: cannot use the database db: it already holds rows (table "
+                          "cupom_fiscal); --append adds to them\n");
+    EXPECT_EQ(Rows("SELECT count(*) FROM cupom_fiscal"), "1");
+    EXPECT_EQ(RunTape(PROGRAMMING + RECEIPT, "--append").exitCode, 0);
+    EXPECT_EQ(Rows("SELECT count(*) FROM cupom_fiscal"), "2");
+}
+
+TEST_F(CliRunTest, PlacesThatCannotBeWrittenAreTold)
+{
+    folder.Write("tape", PROGRAMMING);
+    ProgramResult result = Run("run tape --db none/db");
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_EQ(result.err, "ecf-bancada: cannot use the database none/db: unable to open database "
+                          "file (No such file or directory)\n");
+    result = Run("run tape --db db --log none/log");
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_EQ(result.err, "ecf-bancada: cannot write the firmware log none/log: No such file or "
+                          "directory\n");
+}
+
+TEST_F(CliRunTest, WhatIsNoLoggingDatabaseIsLeftAlone)
+{
+    folder.Write("db", std::string(3000, 'n'));
+    const ProgramResult result = RunTape(PROGRAMMING);
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_EQ(result.err, "ecf-bancada: cannot use the database db: file is not a database\n");
+    EXPECT_EQ(folder.Read("db"), std::string(3000, 'n'));
+    EXPECT_FALSE(folder.Has("db.log"));
+}
+
+TEST_F(CliRunTest, ADatabaseOfAnotherProgramIsLeftAlone)
+{
+    sqlite3* db = nullptr;
+    ASSERT_EQ(sqlite3_open(folder.File("db").c_str(), &db), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(db, "CREATE TABLE notes (text)", nullptr, nullptr, nullptr), SQLITE_OK);
+    sqlite3_close(db);
+    const ProgramResult result = RunTape(PROGRAMMING, "--append");
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_EQ(result.err, "ecf-bancada: cannot use the database db: it is not a logging database: "
+                          "it has no column cupom_fiscal.cont_coo\n");
+}
+
+TEST_F(CliRunTest, TapeDatabaseAndLogAreThreeFiles)
+{
+    folder.Write("tape", PROGRAMMING);
+    EXPECT_EQ(Run("run tape --db tape").exitCode, 2);
+    EXPECT_EQ(Run("run tape --db db --log db").exitCode, 2);
+    const ProgramResult result = Run("run tape --db db --log ./tape");
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_EQ(folder.Read("tape"), PROGRAMMING);
+}
+
+TEST_F(CliRunTest, ALockedDatabaseDoesNotStopTheTape)
+{
+    ASSERT_EQ(RunTape("").exitCode, 0);
+    sqlite3* db = nullptr;
+    ASSERT_EQ(sqlite3_open(folder.File("db").c_str(), &db), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(db, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+    const ProgramResult result = RunTape(
+        R"({"cmd":"insere_meio_pagamento","em":"2026-03-02 07:50:00","indice":1,"descricao":"DINHEIRO"})",
+        "--strict");
+    sqlite3_close(db);
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_NE(result.out.find("commands whose rows are missing            1\n"
+                              "  tape:1 insere_meio_pagamento: database is locked\n"),
+              std::string::npos)
+        << result.out;
+    EXPECT_NE(folder.Read("db.log").find("\tLogDatabase: the rows of this command are lost: "
+                                         "database is locked\n"),
+              std::string::npos);
+}
+
+TEST_F(CliRunTest, AFailingLogIsCountedAndDoesNotStopTheTape)
+{
+    const ProgramResult result = RunTape(
+        R"({"cmd":"abre_cupom","em":"2026-03-02 07:50:00","nome":"D'ARC"})", "--log /dev/full");
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_NE(result.out.find("firmware log: 2 of 2 records could not be written\n"),
+              std::string::npos)
+        << result.out;
+}
+
+TEST_F(CliRunTest, AReaderThatWentAwayIsNoError)
+{
+    folder.Write("tape", PROGRAMMING + RECEIPT);
+    RunShell(
+        folder,
+        "{ sleep 0.2; " + ProgramInShell() +
+            " run tape --db db; echo $? >code; } | true; while ! test -s code; do sleep 0.05; done");
+    EXPECT_EQ(folder.Read("code"), "0\n");
+    EXPECT_EQ(Rows("SELECT count(*) FROM cupom_fiscal"), "1");
+}
+
+TEST_F(CliRunTest, AFullStandardOutputIsAnError)
+{
+    folder.Write("tape", PROGRAMMING + RECEIPT);
+    const ProgramResult result = Run("run tape --db db >/dev/full");
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_EQ(result.err, "ecf-bancada: standard output could not be written\n");
+    EXPECT_EQ(Rows("SELECT count(*) FROM cupom_fiscal"), "1");
+}
+
+TEST_F(CliRunTest, ClosedStandardFilesAreNotTakenByTheFilesOfTheRun)
+{
+    folder.Write("tape", PROGRAMMING + RECEIPT);
+    EXPECT_EQ(Run("run tape --db db >&- 2>&- <&-").exitCode, 0);
+    EXPECT_EQ(folder.Read("db.log"), "");
+    EXPECT_EQ(Rows("PRAGMA integrity_check"), "ok");
+}
+
+TEST_F(CliRunTest, ProgressIsForTerminals)
+{
+    EXPECT_EQ(RunTape(PROGRAMMING + RECEIPT).err, "");
+}
+
+TEST_F(CliRunTest, HelpExplainsAndUsageErrorsAreUnusable)
+{
+    const ProgramResult help = Run("run --help");
+    EXPECT_EQ(help.exitCode, 0);
+    for (const char* word : {"TAPE", "--db", "--log", "--append", "--strict", "Exit codes"})
+        EXPECT_NE(help.out.find(word), std::string::npos) << word;
+    EXPECT_EQ(Run("").exitCode, 2);
+    EXPECT_EQ(Run("run").exitCode, 2);
+    EXPECT_EQ(Run("run tape").exitCode, 2);
+    EXPECT_EQ(Run("run tape --db db --no-such").exitCode, 2);
+    EXPECT_EQ(Run("walk").exitCode, 2);
+    EXPECT_EQ(Run("--version").out.substr(0, 12), "ecf-bancada ");
+    EXPECT_EQ(Run("help-tape no_such").exitCode, 2);
+    EXPECT_EQ(Run("help-tape --into none.md").exitCode, 2);
+}
+
+} // namespace
