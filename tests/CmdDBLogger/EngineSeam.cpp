@@ -94,7 +94,7 @@ BOOL __wrap__ZN7Command18DBLoggerExecuteSQLEP7sqlite3PKc(Command* command, sqlit
     }
     if (seam.executionsRejected > 0) {
         --seam.executionsRejected;
-        return FALSE;
+        return seam.reportedResult;
     }
     return result;
 }

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "libs/Financial.h"
+#include "libs/FirmwareTypes.h"
 
 #include <cstddef>
 #include <string>
@@ -34,10 +35,11 @@ struct EngineSeam {
     int ratearSubtotal = 0;
     std::vector<std::string>* calls = nullptr;
 
-    // After the first `executionsPassed` executions, so many report 0. They are executed all the
-    // same: only their result is another.
+    // After the first `executionsPassed` executions, so many report `reportedResult`. They are
+    // executed all the same: only their result is another.
     int executionsPassed = 0;
     int executionsRejected = 0;
+    BOOL reportedResult = FALSE;
 
     // Makes sqlite3_exec answer SQLITE_NOMEM without executing and without an error text.
     bool engineOutOfMemory = false;

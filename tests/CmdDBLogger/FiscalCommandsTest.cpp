@@ -3,6 +3,7 @@
 
 #include <cstring>
 #include <gtest/gtest.h>
+#include <type_traits>
 
 namespace
 {
@@ -76,55 +77,91 @@ void ExpectNewCommand(const Command& command, int code)
     EXPECT_EQ(command.m_Next, nullptr);
 }
 
+// A command class, as the table below hands it on.
 template <class CommandClass>
-void ExpectNew(int code)
+struct Class {
+};
+
+// Hands every command class that has a logger, its name and its code to `visit`.
+template <class Visitor>
+void ForEveryClass(Visitor visit)
+{
+    visit(Class<CmdAbreCupom>(), "CmdAbreCupom", 1);
+    visit(Class<CmdVendeItem>(), "CmdVendeItem", 2);
+    visit(Class<CmdCancelaItem>(), "CmdCancelaItem", 3);
+    visit(Class<CmdEfetuaPagamento>(), "CmdEfetuaPagamento", 4);
+    visit(Class<CmdFechaCupom>(), "CmdFechaCupom", 5);
+    visit(Class<CmdCancelaCupom>(), "CmdCancelaCupom", 7);
+    visit(Class<CmdAbreCCD>(), "CmdAbreCCD", 8);
+    visit(Class<CmdFechaCCDGerencial>(), "CmdFechaCCDGerencial", 10);
+    visit(Class<CmdAbreGerencial>(), "CmdAbreGerencial", 12);
+    visit(Class<CmdAbreEstornoCCD>(), "CmdAbreEstornoCCD", 13);
+    visit(Class<CmdAbreCNF>(), "CmdAbreCNF", 16);
+    visit(Class<CmdVendeItemNF>(), "CmdVendeItemNF", 17);
+    visit(Class<CmdFechaCupomNF>(), "CmdFechaCupomNF", 18);
+    visit(Class<CmdEstornaMeioPagamento>(), "CmdEstornaMeioPagamento", 19);
+    visit(Class<CmdLeituraX>(), "CmdLeituraX", 20);
+    visit(Class<CmdReducaoZ>(), "CmdReducaoZ", 21);
+    visit(Class<CmdLeituraMF>(), "CmdLeituraMF", 22);
+    visit(Class<CmdSangria>(), "CmdSangria", 23);
+    visit(Class<CmdEfetuaDescAcresItem>(), "CmdEfetuaDescAcresItem", 27);
+    visit(Class<CmdCancelaDescAcresItem>(), "CmdCancelaDescAcresItem", 28);
+    visit(Class<CmdEfetuaDescAcresSubtotal>(), "CmdEfetuaDescAcresSubtotal", 29);
+    visit(Class<CmdCancelaDescAcresSubtotal>(), "CmdCancelaDescAcresSubtotal", 30);
+    visit(Class<CmdCancelaCupomFiscalNfEmEmissao>(), "CmdCancelaCupomFiscalNfEmEmissao", 31);
+    visit(Class<CmdInsereAliquota>(), "CmdInsereAliquota", 81);
+    visit(Class<CmdHabilitaTotalizadores>(), "CmdHabilitaTotalizadores", 82);
+    visit(Class<CmdDesabilitaTotalizadores>(), "CmdDesabilitaTotalizadores", 83);
+    visit(Class<CmdInsereMeiosPagamento>(), "CmdInsereMeiosPagamento", 84);
+    visit(Class<CmdInsereRegOpeNF>(), "CmdInsereRegOpeNF", 85);
+    visit(Class<CmdProgramaLoja>(), "CmdProgramaLoja", 91);
+    visit(Class<CmdProgramaSequenciaECF>(), "CmdProgramaSequenciaECF", 92);
+    visit(Class<CmdProgramaUsuario>(), "CmdProgramaUsuario", 93);
+    visit(Class<CmdProgramaCNPJ_IE_IM>(), "CmdProgramaCNPJ_IE_IM", 95);
+    visit(Class<CmdProgramaMoeda>(), "CmdProgramaMoeda", 98);
+    visit(Class<CmdReimprimeMFD>(), "CmdReimprimeMFD", 100);
+    visit(Class<CmdVendeItemDetalhado>(), "CmdVendeItemDetalhado", 157);
+    visit(Class<CmdProgramaNrSerie>(), "CmdProgramaNrSerie", 257);
+    visit(Class<CmdEntradaMILInterno>(), "CmdEntradaMILInterno", 259);
+    visit(Class<CmdSaidaMILInterno>(), "CmdSaidaMILInterno", 260);
+    visit(Class<CmdSaidaMITInterno>(), "CmdSaidaMITInterno", 261);
+    visit(Class<CmdEntradaMITInterno>(), "CmdEntradaMITInterno", 267);
+}
+
+template <class CommandClass>
+void ExpectNew(Class<CommandClass>, int code)
 {
     const NewObject<CommandClass> command;
     ExpectNewCommand(*command, code);
 }
 
+// Whether the class declares a logger, and does not just inherit Command's.
+template <class CommandClass>
+constexpr bool HasItsOwnLogger(Class<CommandClass>)
+{
+    return std::is_same_v<decltype(&CommandClass::DBLogger), BOOL (CommandClass::*)(sqlite3*)>;
+}
+
 TEST(FiscalCommands, EveryClassCarriesItsCodeAndNothingElse)
 {
-    ExpectNew<CmdAbreCupom>(1);
-    ExpectNew<CmdVendeItem>(2);
-    ExpectNew<CmdCancelaItem>(3);
-    ExpectNew<CmdEfetuaPagamento>(4);
-    ExpectNew<CmdFechaCupom>(5);
-    ExpectNew<CmdCancelaCupom>(7);
-    ExpectNew<CmdAbreCCD>(8);
-    ExpectNew<CmdFechaCCDGerencial>(10);
-    ExpectNew<CmdAbreGerencial>(12);
-    ExpectNew<CmdAbreEstornoCCD>(13);
-    ExpectNew<CmdAbreCNF>(16);
-    ExpectNew<CmdVendeItemNF>(17);
-    ExpectNew<CmdFechaCupomNF>(18);
-    ExpectNew<CmdEstornaMeioPagamento>(19);
-    ExpectNew<CmdLeituraX>(20);
-    ExpectNew<CmdReducaoZ>(21);
-    ExpectNew<CmdLeituraMF>(22);
-    ExpectNew<CmdSangria>(23);
-    ExpectNew<CmdEfetuaDescAcresItem>(27);
-    ExpectNew<CmdCancelaDescAcresItem>(28);
-    ExpectNew<CmdEfetuaDescAcresSubtotal>(29);
-    ExpectNew<CmdCancelaDescAcresSubtotal>(30);
-    ExpectNew<CmdCancelaCupomFiscalNfEmEmissao>(31);
-    ExpectNew<CmdInsereAliquota>(81);
-    ExpectNew<CmdHabilitaTotalizadores>(82);
-    ExpectNew<CmdDesabilitaTotalizadores>(83);
-    ExpectNew<CmdInsereMeiosPagamento>(84);
-    ExpectNew<CmdInsereRegOpeNF>(85);
-    ExpectNew<CmdProgramaLoja>(91);
-    ExpectNew<CmdProgramaSequenciaECF>(92);
-    ExpectNew<CmdProgramaUsuario>(93);
-    ExpectNew<CmdProgramaCNPJ_IE_IM>(95);
-    ExpectNew<CmdProgramaMoeda>(98);
-    ExpectNew<CmdReimprimeMFD>(100);
-    ExpectNew<CmdVendeItemDetalhado>(157);
-    ExpectNew<CmdProgramaNrSerie>(257);
-    ExpectNew<CmdEntradaMILInterno>(259);
-    ExpectNew<CmdSaidaMILInterno>(260);
-    ExpectNew<CmdSaidaMITInterno>(261);
-    ExpectNew<CmdEntradaMITInterno>(267);
+    int classes = 0;
+    ForEveryClass([&](auto type, const char* name, int code) {
+        SCOPED_TRACE(name);
+        ExpectNew(type, code);
+        ++classes;
+    });
+    EXPECT_EQ(classes, 40);
+}
+
+TEST(FiscalCommands, EveryClassHasALoggerOfItsOwn)
+{
+    ForEveryClass(
+        [](auto type, const char* name, int) { EXPECT_TRUE(HasItsOwnLogger(type)) << name; });
+
+    class Documento : public Command
+    {
+    };
+    EXPECT_FALSE(HasItsOwnLogger(Class<Documento>()));
 }
 
 TEST(FiscalCommands, ParametersOfFiscalReceiptsAreZero)

@@ -113,6 +113,12 @@ void LoggerTest::Forget()
 
 void LoggerTest::RejectNextExecutions(int count, int passed)
 {
+    ReportNextExecutions(FALSE, count, passed);
+}
+
+void LoggerTest::ReportNextExecutions(BOOL result, int count, int passed)
+{
+    seam.reportedResult = result;
     seam.executionsRejected = count;
     seam.executionsPassed = passed;
 }
@@ -140,6 +146,12 @@ void LoggerTest::Execute(const std::string& sql)
 {
     EXPECT_EQ(__real_sqlite3_exec(db, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)
         << sql << ": " << sqlite3_errmsg(db);
+}
+
+void LoggerTest::DropTables()
+{
+    for (const std::string& table : Rows("SELECT name FROM sqlite_master WHERE type = 'table'"))
+        Execute("DROP TABLE " + table);
 }
 
 int LoggerTest::OpenQueries() const

@@ -80,6 +80,9 @@ class LoggerTest : public ::testing::Test
     // though it executes them.
     void RejectNextExecutions(int count, int passed = 0);
 
+    // The same with another result than 0, which no execution of the module's own reports.
+    void ReportNextExecutions(BOOL result, int count, int passed = 0);
+
     // What the firmware answers as its apportionment setting.
     void SetRatearSubtotal(int value) { seam.ratearSubtotal = value; }
 
@@ -88,6 +91,9 @@ class LoggerTest : public ::testing::Test
 
     // Executes a statement of the test's own, which is not recorded.
     void Execute(const std::string& sql);
+
+    // Leaves a database without any table.
+    void DropTables();
 
     // Statements that the library has left open. A test in which a logger is required to leave some
     // releases them before its end.

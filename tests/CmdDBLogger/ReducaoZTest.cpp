@@ -1,0 +1,201 @@
+// The Z reduction: its row, the order of a day with nothing programmed, its failures.
+#include "tests/CmdDBLogger/ReducaoZTest.h"
+
+namespace
+{
+
+using ::testing::Contains;
+using ::testing::Each;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::MatchesRegex;
+
+class ReducaoZ : public ReducaoZTest
+{
+  protected:
+    std::string Row()
+    {
+        Reduz();
+        return Statements()[0];
+    }
+};
+
+TEST_F(ReducaoZ, DayWithNothingProgrammedIsEightStatementsAndItsDocument)
+{
+    Reduz();
+
+    EXPECT_THAT(
+        Statements(),
+        ElementsAre(
+            "INSERT INTO reducao_z (cont_crz, num_ecf, data_hora_emissao, data_movimento, cont_coo, cont_gnf, cont_cro, valor_gt, valor_vb, valor_base_icms, valor_icms, valor_desc_icms, valor_acres_icms, valor_canc_icms, valor_base_iss, valor_iss, valor_desc_iss, valor_acres_iss, valor_canc_iss, tempo_operacional, tempo_emitindo_doc) VALUES (12,1,'2026-03-02 08:15:30','2026-03-02 00:00:00',321,45,3,0.00,0.00,0.00,0.00,0.00,0.00,0.00,0.00,0.00,0.00,0.00,0.00,0,0)",
+            "INSERT INTO totalizador_reducao(totalizador, cont_crz, valor_base_calculo, id_fiscal, valor_imposto) VALUES('DT',12,0.00,'S',0)",
+            "INSERT INTO totalizador_reducao(totalizador, cont_crz, valor_base_calculo, id_fiscal, valor_imposto) VALUES('DS',12,0.00,'S',0)",
+            "INSERT INTO totalizador_reducao(totalizador, cont_crz, valor_base_calculo, id_fiscal, valor_imposto) VALUES('AT',12,0.00,'S',0)",
+            "INSERT INTO totalizador_reducao(totalizador, cont_crz, valor_base_calculo, id_fiscal, valor_imposto) VALUES('AS',12,0.00,'S',0)",
+            "INSERT INTO totalizador_reducao(totalizador, cont_crz, valor_base_calculo, id_fiscal, valor_imposto) VALUES('Can-T',12,0.00,'S',0)",
+            "INSERT INTO totalizador_reducao(totalizador, cont_crz, valor_base_calculo, id_fiscal, valor_imposto) VALUES('Can-S',12,0.00,'S',0)",
+            "INSERT INTO meio_pagamento_reducao(indice_meio_pagamento, cont_crz, descricao_meio_pagamento, valor_acumulado) VALUES(1,12,'TROCO',0.00)",
+            "INSERT INTO outros_documentos (cont_coo, num_ecf, cont_gnf, cont_grg, cont_cdc, cont_crz, data_hora_inicio_emissao, data_hora_fim_emissao, id_tipo_documento) VALUES (321,1,45,6,7,12,'2026-03-02 08:15:30','2026-03-02 08:15:30','RZ')"));
+    EXPECT_THAT(LogEntries(), IsEmpty());
+    EXPECT_THAT(Rows("SELECT * FROM totalizador_reducao"),
+                ElementsAre("12|DT|0|S|0", "12|DS|0|S|0", "12|AT|0|S|0", "12|AS|0|S|0",
+                            "12|Can-T|0|S|0", "12|Can-S|0|S|0"));
+    EXPECT_THAT(Rows("SELECT * FROM meio_pagamento_reducao"), ElementsAre("1|12|TROCO|0"));
+    EXPECT_THAT(Rows("SELECT * FROM outros_documentos"),
+                ElementsAre("321|1|45|6|7|12|2026-03-02 08:15:30|2026-03-02 08:15:30|RZ"));
+}
+
+TEST_F(ReducaoZ, RowCarriesTheSumsOfTheClosedDayAndTheTimesCrossed)
+{
+    fiscal.seconds["Jornada_GetDataMovimento()"] = Instant("2026-03-01 13:45:00").s;
+    fiscal.seconds["Jornada_GetTempoEmitindoDocFiscal()"] = 601;
+    fiscal.seconds["Jornada_GetTempoOperacional(1772439330)"] = 36002;
+    fiscal.money["Totalizador_GetGT()"] = Money("1234567.01");
+    fiscal.money["Totalizador_GetVB(2)"] = Money("2000.02");
+    fiscal.money["Totalizador_GetSoma_Tot_VL(2,0)"] = Money("1000.03");
+    fiscal.money["Totalizador_GetSoma_TotTrib(2,0)"] = Money("100.04");
+    fiscal.money["Totalizador_GetSoma_Tot_Desc(2,0)"] = Money("10.05");
+    fiscal.money["Totalizador_GetSoma_Tot_Acr(2,0)"] = Money("20.06");
+    fiscal.money["Totalizador_GetSoma_Tot_Canc(2,0)"] = Money("30.07");
+    fiscal.money["Totalizador_GetSoma_Tot_VL(2,1)"] = Money("900.08");
+    fiscal.money["Totalizador_GetSoma_TotTrib(2,1)"] = Money("90.09");
+    fiscal.money["Totalizador_GetSoma_Tot_Desc(2,1)"] = Money("40.10");
+    fiscal.money["Totalizador_GetSoma_Tot_Acr(2,1)"] = Money("50.11");
+    fiscal.money["Totalizador_GetSoma_Tot_Canc(2,1)"] = Money("-60.12");
+
+    EXPECT_EQ(
+        Row(),
+        "INSERT INTO reducao_z (cont_crz, num_ecf, data_hora_emissao, data_movimento, cont_coo, cont_gnf, cont_cro, valor_gt, valor_vb, valor_base_icms, valor_icms, valor_desc_icms, valor_acres_icms, valor_canc_icms, valor_base_iss, valor_iss, valor_desc_iss, valor_acres_iss, valor_canc_iss, tempo_operacional, tempo_emitindo_doc) VALUES (12,1,'2026-03-02 08:15:30','2026-03-01 00:00:00',321,45,3,1234567.01,2000.02,1000.03,100.04,10.05,20.06,30.07,900.08,90.09,40.10,50.11,-60.12,601,36002)");
+    EXPECT_THAT(
+        Rows("SELECT * FROM reducao_z"),
+        ElementsAre(
+            "12|1|2026-03-02 08:15:30|2026-03-01 00:00:00|321|45|3|1234567.01|2000.02|1000.03|100.04|10.05|20.06|30.07|900.08|90.09|40.1|50.11|-60.12|601|36002"));
+    EXPECT_THAT(Rows("SELECT tempo_operacional, tempo_emitindo_doc FROM reducao_z"),
+                ElementsAre("601|36002"));
+}
+
+TEST_F(ReducaoZ, FiscalDayThatIsSetIsAskedTwiceAndWrittenAtMidnight)
+{
+    fiscal.seconds["Jornada_GetDataMovimento()"] = Instant("2026-02-28 23:59:59").s;
+    Reduz();
+    EXPECT_EQ(fiscal.CallsOf("Jornada_GetDataMovimento()"), 2);
+    EXPECT_THAT(Rows("SELECT data_movimento FROM reducao_z"), ElementsAre("2026-02-28 00:00:00"));
+}
+
+TEST_F(ReducaoZ, FiscalDayThatIsUnsetIsAskedOnceAndIsTheReductionsOwn)
+{
+    command.m_dtExecStart = Instant("2026-03-02 23:59:59");
+    Reduz();
+    EXPECT_EQ(fiscal.CallsOf("Jornada_GetDataMovimento()"), 1);
+    EXPECT_THAT(Rows("SELECT data_hora_emissao, data_movimento FROM reducao_z"),
+                ElementsAre("2026-03-02 23:59:59|2026-03-02 00:00:00"));
+}
+
+TEST_F(ReducaoZ, FirstSecondAfterTheMarkerIsADay)
+{
+    fiscal.seconds["Jornada_GetDataMovimento()"] = 1;
+    Reduz();
+    EXPECT_THAT(Rows("SELECT data_movimento FROM reducao_z"), ElementsAre("1970-01-01 00:00:00"));
+}
+
+// A span is unsigned and is printed as a signed number.
+TEST_F(ReducaoZ, SpansOfTwoToThe31AndMoreArePrintedNegative)
+{
+    const struct {
+        UINT32 issuing, operating;
+        const char* text;
+    } cases[] = {
+        {2147483647u, 2147483648u, "2147483647|-2147483648"},
+        {2147483649u, 4294967294u, "-2147483647|-2"},
+        {4294967295u, 0u, "-1|0"},
+    };
+    for (const auto& spans : cases) {
+        Execute("DELETE FROM reducao_z");
+        fiscal.seconds["Jornada_GetTempoEmitindoDocFiscal()"] = spans.issuing;
+        fiscal.seconds["Jornada_GetTempoOperacional(1772439330)"] = spans.operating;
+        Reduz();
+        EXPECT_THAT(Rows("SELECT tempo_operacional, tempo_emitindo_doc FROM reducao_z"),
+                    ElementsAre(spans.text));
+    }
+}
+
+TEST_F(ReducaoZ, EachTimeIsAskedOnce)
+{
+    Reduz();
+    EXPECT_EQ(fiscal.CallsOf("Jornada_GetTempoEmitindoDocFiscal()"), 1);
+    EXPECT_EQ(fiscal.CallsOf("Jornada_GetTempoOperacional("), 1);
+    EXPECT_THAT(fiscal.calls, Contains("Jornada_GetTempoOperacional(1772439330)"));
+}
+
+TEST_F(ReducaoZ, OnlyTotalsOfTheClosedDayAreRead)
+{
+    Programa(0, 0, 1800, "1.00", "0.18");
+    Programa(1, 0, 500, "1.00", "0.05");
+    ProgramaNaoFiscal(0, 1, "NF", "1.00");
+    Reduz();
+    std::vector<std::string> totals;
+    for (const std::string& call : fiscal.calls) {
+        if (call.rfind("Totalizador_", 0) == 0)
+            totals.push_back(call);
+    }
+    EXPECT_THAT(
+        totals,
+        Each(MatchesRegex(
+            "Totalizador_Get(GT\\(\\)|VB\\(2\\)|Soma_.*\\(2,.*|Tot[PT]?[a-zA-Z]*\\(2,.*|Tot.*NF.*\\(3,.*|TotalNF\\(3,.*|NomeNF\\(3,.*)")));
+}
+
+TEST_F(ReducaoZ, EveryMoneyTextIsAskedForInTheSameWay)
+{
+    Programa(0, 0, 1800, "1.00", "0.18");
+    Programa(0, 30, 0, "1.00", "0.00");
+    ProgramaNaoFiscal(0, 1, "NF", "1.00");
+    fiscal.numbers["ResolveTotIndex(0,F,1)"] = 30;
+    fiscal.numbers["BaseFormasPagamento_GetNumeroDeFormasDePagamento()"] = 1;
+    ProgramaMeio(0, "Dinheiro", "1.00");
+    Reduz();
+    EXPECT_EQ(MoneyRequests().size(), 12u + 2 + 1 + 6 + 1 + 2);
+    EXPECT_THAT(MoneyRequests(), Each("500,0,0,0"));
+}
+
+TEST_F(ReducaoZ, EndOfTheReductionIsWrittenWhenItIsKnown)
+{
+    command.m_dtExecEnd = Instant("2026-03-02 08:15:59");
+    Reduz();
+    EXPECT_EQ(
+        Statements().back(),
+        "INSERT INTO outros_documentos (cont_coo, num_ecf, cont_gnf, cont_grg, cont_cdc, cont_crz, data_hora_inicio_emissao, data_hora_fim_emissao, id_tipo_documento) VALUES (321,1,45,6,7,12,'2026-03-02 08:15:30','2026-03-02 08:15:59','RZ')");
+}
+
+TEST_F(ReducaoZ, WithoutTablesEveryStatementIsLoggedAndTheRestGoesOn)
+{
+    DropTables();
+    Reduz();
+    EXPECT_EQ(Statements().size(), 9u);
+    ASSERT_EQ(LogEntries().size(), 18u);
+    EXPECT_EQ(
+        LogEntries()[2],
+        "DBLoggerExecuteSQL: Erro executando SQL Code. Comando:'21', Erro:'no such table: totalizador_reducao'");
+    EXPECT_EQ(
+        LogEntries()[3],
+        "INSERT INTO totalizador_reducao(totalizador, cont_crz, valor_base_calculo, id_fiscal, valor_imposto) VALUES('DT',12,0.00,'S',0)");
+}
+
+TEST_F(ReducaoZ, ExecutionThatReportsZeroEndsItAtOnce)
+{
+    for (int passed = 0; passed < 9; ++passed) {
+        Forget();
+        RejectNextExecutions(1, passed);
+        EXPECT_EQ(command.DBLogger(db), 0) << passed;
+        EXPECT_EQ(Statements().size(), static_cast<std::size_t>(passed) + 1);
+    }
+    EXPECT_THAT(Rows("SELECT count(*) FROM outros_documentos"), ElementsAre("1"));
+}
+
+TEST_F(ReducaoZ, ExecutionThatReportsAnythingElseGoesOn)
+{
+    ReportNextExecutions(2, 8);
+    EXPECT_EQ(command.DBLogger(db), TRUE);
+    EXPECT_EQ(Statements().size(), 9u);
+}
+
+} // namespace
