@@ -26,6 +26,8 @@ int main(int argc, char** argv)
     AddCheck(app, exitCode);
     AddGenerate(app, exitCode);
     AddHelpTape(app, exitCode);
+    AddCommands(app, exitCode);
+    AddManPage(app, exitCode);
 
     try {
         app.parse(argc, argv);

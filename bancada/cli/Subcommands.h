@@ -24,5 +24,7 @@ void AddShow(CLI::App& app, int& exitCode);
 void AddCheck(CLI::App& app, int& exitCode);
 void AddGenerate(CLI::App& app, int& exitCode);
 void AddHelpTape(CLI::App& app, int& exitCode);
+void AddCommands(CLI::App& app, int& exitCode);
+void AddManPage(CLI::App& app, int& exitCode);
 
 } // namespace bancada

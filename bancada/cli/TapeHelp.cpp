@@ -2,19 +2,15 @@
 
 #include "bancada/Unusable.h"
 #include "bancada/cli/Configura.h"
+#include "bancada/cli/DocumentSection.h"
 #include "bancada/comandos/Catalogo.h"
 #include "bancada/fita/FieldTable.h"
 #include "bancada/registro/Registro.h"
-
-#include <stdexcept>
 
 namespace bancada
 {
 namespace
 {
-
-constexpr std::string_view BEGIN_MARK = "<!-- commands: begin -->\n";
-constexpr std::string_view END_MARK = "<!-- commands: end -->";
 
 std::string Section(const std::string& name, const std::string& head, const FieldTable& table)
 {
@@ -77,11 +73,7 @@ std::string CommandHelp(std::string_view command)
 
 std::string WithTapeHelp(const std::string& document)
 {
-    const std::size_t begin = document.find(BEGIN_MARK);
-    const std::size_t end = document.find(END_MARK);
-    if (begin == std::string::npos || end == std::string::npos || end < begin)
-        throw std::invalid_argument("the markers of the commands' section are missing");
-    return document.substr(0, begin + BEGIN_MARK.size()) + TapeHelp() + document.substr(end);
+    return WithSection(document, "commands", TapeHelp());
 }
 
 } // namespace bancada
