@@ -28,6 +28,19 @@ LAYERS = {
     "benchmarks": [*FIRMWARE, "bancada"],
 }
 
+# The folders of the bench, likewise. What stands in bancada/ itself is everyone's, main.cpp aside.
+BENCH = {
+    "registro": [],
+    "fita": ["registro"],
+    "log": [],
+    "banco": ["log"],
+    "comandos": ["registro", "fita", "banco"],
+    "relatorio": ["log"],
+    "conferencia": [],
+    "gerador": [],
+}
+BENCH["cli"] = list(BENCH)
+
 # The layers of the firmware half that talk to the engine.
 SEES_SQLITE = {"CmdDBLogger"}
 
@@ -51,8 +64,26 @@ def project_files(root):
                 yield path
 
 
-def fault(root, layer, opening, included):
-    """Why `layer` may not include `included`, or None."""
+def bench_folder(path):
+    """The folder of a file in the bench, or None for one in bancada/ itself."""
+    parts = path.split("/")
+    return parts[1] if len(parts) > 2 else None
+
+
+def bench_fault(name, included):
+    """Why a file of the bench may not include another, or None."""
+    folder = bench_folder(name)
+    other = bench_folder(included)
+    if name == "bancada/main.cpp" or other is None or folder == other:
+        return None
+    if folder not in BENCH:
+        return f"bancada/{folder or ''} has no rule here"
+    return None if other in BENCH[folder] else f"bancada/{folder} may not include bancada/{other}"
+
+
+def fault(root, name, opening, included):
+    """Why the file `name` may not include `included`, or None."""
+    layer = layer_of(name)
     other = layer_of(included)
     if opening == "<":
         if layer not in FIRMWARE:
@@ -64,6 +95,8 @@ def fault(root, layer, opening, included):
         return None
     if not (root / included).is_file():
         return "no such file below the project's root"
+    if layer == other == "bancada":
+        return bench_fault(name, included)
     if other == layer or other in LAYERS[layer]:
         return None
     return f"{layer} may not include {other}"
@@ -84,7 +117,7 @@ def main(root):
             match = INCLUDE.match(line)
             if match is None:
                 continue
-            reason = fault(root, layer, match["open"], match["path"])
+            reason = fault(root, name, match["open"], match["path"])
             if reason is not None:
                 print(f"{name}:{number}: {line.strip()}: {reason}")
                 faults += 1

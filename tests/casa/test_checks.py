@@ -71,11 +71,106 @@ class Includes(unittest.TestCase):
         self.assert_fault({"libs/A.h": "#include <sqlite3.h>\n"},
                           "libs/A.h:1: #include <sqlite3.h>: this layer does not talk")
 
+    def test_folder_of_the_bench_includes_one_that_it_may_not(self):
+        self.assert_fault(
+            {"bancada/cli/A.h": "", "bancada/registro/B.cpp": '#include "bancada/cli/A.h"\n'},
+            'bancada/registro/B.cpp:1: #include "bancada/cli/A.h": bancada/registro may not include '
+            "bancada/cli")
+
+    def test_folder_of_the_bench_without_a_rule(self):
+        self.assert_fault(
+            {"bancada/log/A.h": "", "bancada/novo/B.h": '#include "bancada/log/A.h"\n'},
+            'bancada/novo/B.h:1: #include "bancada/log/A.h": bancada/novo has no rule here')
+
+    def test_downward_includes_of_the_bench_pass(self):
+        code, output = self.check({
+            "bancada/A.h": "",
+            "bancada/registro/B.h": '#include "bancada/A.h"\n',
+            "bancada/comandos/C.h": '#include "bancada/registro/B.h"\n',
+            "bancada/cli/D.h": '#include "bancada/comandos/C.h"\n',
+            "bancada/main.cpp": '#include "bancada/cli/D.h"\n',
+        })
+        self.assertEqual(code, 0, output)
+
     def test_layer_without_a_rule(self):
         self.assert_fault({"novo/A.h": ""}, "novo/A.h: a layer that has no rule here")
 
     def test_nothing_to_check(self):
         self.assert_fault({}, "no sources found")
+
+
+class Documents(unittest.TestCase):
+    SCHEMA = "CREATE TABLE a (x INTEGER, y TEXT); CREATE TABLE b (z TEXT);\n"
+    DATABASE = ("# Tables\n```mermaid\nerDiagram\n    a ||--o{ b : x\n```\n"
+                "### a\n| column | holds |\n|---|---|\n| `x` | one |\n| `y` | two |\n"
+                "### b\n| `z` | three |\n## Else\n| `w` | no column |\n")
+    README = "# The first\n[tables](docs/database.md#tables) [here](#the-first)\n"
+
+    def check(self, **changed):
+        files = {"sqlite/schema.sql": self.SCHEMA, "docs/database.md": self.DATABASE,
+                 "README.md": self.README}
+        files.update({{"schema": "sqlite/schema.sql", "database": "docs/database.md",
+                       "readme": "README.md"}[name]: text for name, text in changed.items()})
+        with tempfile.TemporaryDirectory() as folder:
+            for name, text in files.items():
+                path = Path(folder, name)
+                path.parent.mkdir(parents=True, exist_ok=True)
+                path.write_text(text)
+            return run(sys.executable, HERE / "check_documents.py", folder)
+
+    def assert_fault(self, expected, **changed):
+        code, output = self.check(**changed)
+        self.assertEqual(code, 1, output)
+        self.assertIn(expected, output)
+        self.assertIn(" 1 faults", output)
+
+    def test_complete_documents_pass(self):
+        code, output = self.check()
+        self.assertEqual((code, output), (0, "2 documents, 2 links, 0 faults\n"))
+
+    def test_links_elsewhere_and_in_code_are_left_alone(self):
+        code, output = self.check(readme=self.README + "[a](https://example.org/x) `[b](c)`\n"
+                                  "```\n[d](e)\n```\n")
+        self.assertEqual((code, output), (0, "2 documents, 2 links, 0 faults\n"))
+
+    def test_link_that_leads_nowhere(self):
+        self.assert_fault("README.md:3: docs/none.md: leads nowhere",
+                          readme=self.README + "[a](docs/none.md)\n")
+
+    def test_link_to_a_heading_that_is_not_there(self):
+        self.assert_fault("README.md:3: docs/database.md#none: there is no such heading",
+                          readme=self.README + "[a](docs/database.md#none)\n")
+
+    def test_link_out_of_the_project(self):
+        self.assert_fault("README.md:3: ..: leads out of the project",
+                          readme=self.README + "[a](..)\n")
+
+    def test_no_links(self):
+        self.assert_fault("no links found", readme="none\n")
+
+    def test_table_that_is_not_told(self):
+        self.assert_fault("docs/database.md: does not tell the table c",
+                          schema=self.SCHEMA + "CREATE TABLE c (x);\n")
+
+    def test_table_that_is_none(self):
+        self.assert_fault("docs/database.md: tells c, which is no table",
+                          database=self.DATABASE + "### c\n")
+
+    def test_column_that_is_not_told(self):
+        self.assert_fault("docs/database.md: tells a.y 0 times",
+                          database=self.DATABASE.replace("| `y` | two |\n", ""))
+
+    def test_column_that_is_told_twice(self):
+        self.assert_fault("docs/database.md: tells b.z 2 times",
+                          database=self.DATABASE.replace("## Else", "| `z` | again |\n## Else"))
+
+    def test_column_that_is_none(self):
+        self.assert_fault("docs/database.md: tells b.v, which is no column",
+                          database=self.DATABASE.replace("## Else", "| `v` | what |\n## Else"))
+
+    def test_table_of_the_diagram_that_is_none(self):
+        self.assert_fault("docs/database.md: the diagram has c, which is no table",
+                          database=self.DATABASE.replace("a ||--o{ b", "a ||--o{ c"))
 
 
 class Symbols(unittest.TestCase):
