@@ -55,12 +55,12 @@ class Installed(unittest.TestCase):
         build = Path(f"{prefix}-cmake")
         options = [f"-DCMAKE_CXX_COMPILER={tools.cxx}"]
         if tools.toolchain:
-            # The folder is none of the sysroot's.
-            options = [f"-DCMAKE_TOOLCHAIN_FILE={tools.toolchain}",
-                       "-DCMAKE_FIND_ROOT_PATH_MODE_PACKAGE=BOTH"]
+            # Packages are looked for in the sysroot alone, so this one's folder is told.
+            package = next(prefix.rglob("ecf_dblogger-config.cmake")).parent
+            options = [f"-DCMAKE_TOOLCHAIN_FILE={tools.toolchain}", f"-Decf_dblogger_DIR={package}"]
         run(tools.cmake, "-S", CONSUMER, "-B", build, "-G", tools.generator, *options,
             f"-DCMAKE_CXX_FLAGS={tools.flags}", f"-DCMAKE_PREFIX_PATH={prefix}")
-        found = re.search("ecf_dblogger_DIR:PATH=(.*)", (build / "CMakeCache.txt").read_text())
+        found = re.search("ecf_dblogger_DIR:[A-Z]+=(.*)", (build / "CMakeCache.txt").read_text())
         self.assertEqual(Path(found[1]).relative_to(prefix).name, "ecf_dblogger")
         run(tools.cmake, "--build", build)
         return start(build / "consumer")
