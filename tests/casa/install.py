@@ -3,7 +3,7 @@
 CMake project and with pkg-config; then moves the folder elsewhere and does it again.
 
 Usage: install.py --cmake CMAKE --build BUILD --work FOLDER --cxx COMPILER --generator GENERATOR
-                  [--flags FLAGS] [--toolchain FILE --emulator COMMAND] [--bench]
+                  [--flags FLAGS] [--toolchain FILE --emulator COMMAND --libraries FOLDER] [--bench]
 """
 
 import argparse
@@ -41,7 +41,9 @@ def run(*command, env=None):
 
 
 def start(program, *arguments):
-    return run(*shlex.split(tools.emulator), program, *arguments)
+    # An installed program knows no sysroot, where a cross build's libraries are.
+    env = {**os.environ, "LD_LIBRARY_PATH": tools.libraries} if tools.libraries else None
+    return run(*shlex.split(tools.emulator), program, *arguments, env=env)
 
 
 class Installed(unittest.TestCase):
@@ -137,7 +139,7 @@ if __name__ == "__main__":
         parser.add_argument("--" + name, required=True)
     for name in ("build", "work"):
         parser.add_argument("--" + name, required=True, type=Path)
-    for name in ("flags", "toolchain", "emulator"):
+    for name in ("flags", "toolchain", "emulator", "libraries"):
         parser.add_argument("--" + name, default="")
     parser.add_argument("--bench", action="store_true")
     tools = parser.parse_args()
