@@ -7,6 +7,19 @@
 namespace
 {
 
+// Counts the rows. Answers false where they cannot be counted; the statement then stays open, as
+// required.
+bool CountUsuarios(StatementComposer& sql, sqlite3* db, int& rows)
+{
+    sql.Begin("SELECT count(*) FROM dados_usuario");
+    CountingQuery query(db, sql);
+    if (!query.HasRow())
+        return false;
+    rows = query.Count(0);
+    query.Finalize();
+    return true;
+}
+
 // The restarts as a new row counts them: the first one before there was any.
 int CroOfNewRow(FiscalDataController& controller)
 {
@@ -21,12 +34,9 @@ BOOL CmdProgramaUsuario::DBLogger(sqlite3* db)
     Statement<SQL_SIZE> sql;
     FiscalDataController& controller = *FDController;
 
-    sql.Begin("SELECT count(*) FROM dados_usuario");
-    CountingQuery query(db, sql);
-    if (!query.HasRow())
-        return 0; // required: the statement stays open
-    const int rows = query.Count(0);
-    query.Finalize();
+    int rows = 0;
+    if (!CountUsuarios(sql, db, rows))
+        return 0;
 
     if (rows == 0) {
         sql.Begin(
@@ -57,12 +67,9 @@ BOOL CmdProgramaCNPJ_IE_IM::DBLogger(sqlite3* db)
     Statement<SQL_SIZE> sql;
     FiscalDataController& controller = *FDController;
 
-    sql.Begin("SELECT count(*) FROM dados_usuario");
-    CountingQuery query(db, sql);
-    if (!query.HasRow())
-        return 0; // required: the statement stays open
-    const int rows = query.Count(0);
-    query.Finalize();
+    int rows = 0;
+    if (!CountUsuarios(sql, db, rows))
+        return 0;
 
     if (rows == 0) {
         sql.Begin(
