@@ -250,10 +250,14 @@ bool LogDatabase::CommitCommand()
     assert(m_inCommand);
     CheckTransaction();
     ReleaseOpenStatements();
-    if (!m_lost && !ExecuteOwn("COMMIT"))
+    const bool committed = !m_lost && ExecuteOwn("COMMIT");
+    const bool failedToCommit = !m_lost && !committed;
+    if (failedToCommit)
         Lose(sqlite3_errmsg(m_db));
     if (m_lost && sqlite3_get_autocommit(m_db) == 0)
         ExecuteOwn("ROLLBACK");
+    if (failedToCommit)
+        OverwriteFailedCommit();
     m_inCommand = false;
 
     // A command that could not begin, but asked for nothing, has lost nothing.
@@ -264,6 +268,23 @@ bool LogDatabase::CommitCommand()
         TellLoss();
     SettleCounts(kept);
     return kept;
+}
+
+// A commit that failed in its last step, the sync, has left the whole command in the write-ahead
+// log, and whoever reads the log anew takes it for committed, though it was told as lost. The next
+// transaction overwrites it; as that of a next command may never come, one that changes nothing
+// does. It may fail for the same reason, but not before it has overwritten.
+void LogDatabase::OverwriteFailedCommit()
+{
+    std::string unchanged;
+    m_own = true;
+    {
+        Query version(m_db, "PRAGMA user_version");
+        if (version.Next())
+            unchanged = "PRAGMA user_version = " + version.Text(0);
+    }
+    m_own = false;
+    ExecuteOwn(unchanged.c_str());
 }
 
 void LogDatabase::SettleCounts(bool kept)

@@ -100,6 +100,7 @@ class LogDatabase
     void Lose(const std::string& reason);
     void TellLoss();
     void ReleaseOpenStatements();
+    void OverwriteFailedCommit();
     void SettleCounts(bool kept);
 
     int Authorize(int action, const char* first, const char* second, const char* database,

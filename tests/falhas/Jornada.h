@@ -1,0 +1,116 @@
+// A short day at a register, run again and again under faults, and what must hold after each run.
+#pragma once
+
+#include "bancada/banco/LogDatabase.h"
+#include "bancada/comandos/Executor.h"
+#include "bancada/fita/TapeCommand.h"
+#include "bancada/log/FirmwareDuty.h"
+#include "bancada/log/FirmwareLog.h"
+#include "bancada/registro/Registro.h"
+#include "tests/falhas/SimulatedDisk.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+struct sqlite3;
+
+namespace falhas
+{
+
+// The name of the logging database on a simulated disk.
+inline constexpr char BANCO[] = "banco.db";
+
+// The lines of a tape, parsed once. REQUIRES: each is a command of the catalogue.
+std::vector<bancada::TapeCommand> ParseTape(const std::vector<std::string>& lines);
+
+// Programming with refused and repeated rows, a receipt with an adjusted item and an apportioned
+// subtotal, a withdrawal, a reprint and a Z: every logger that works in several statements. With
+// ECF_FALHAS=longa in the environment, three such days.
+const std::vector<bancada::TapeCommand>& Fita();
+
+// The value of a variable of the environment as a number from 1, 1 without it. ECF_FALHAS_PASSO=k
+// tries each k-th call alone, for builds that are slow.
+int Step();
+
+// One register that logs on `disk`, as `ecf-bancada run` puts it together.
+class Bancada
+{
+  public:
+    // Throws bancada::Unusable as LogDatabase does.
+    Bancada(const SimulatedDisk& disk, const std::string& logPath, bool append = false);
+
+    // Executes the command on the register; the answer is LogDatabase's about its rows. Fails the
+    // test if the register refuses it.
+    bool Roda(const bancada::TapeCommand& linha);
+    // The same, with the rows going to another database.
+    bool Roda(const bancada::TapeCommand& linha, bancada::LogDatabase& outro);
+
+    // The register's counters and totals.
+    std::string Retrato() const;
+
+    sqlite3* Handle() { return banco.Handle(); }
+
+    bancada::Registro registro;
+    bancada::FirmwareLog log;
+    bancada::FirmwareDuty plantao{log, [this] { return registro.GetRatearSubtotal(); }};
+    bancada::LogDatabase banco;
+
+  private:
+    UINT32 m_agora = 1709539200; // 2024-03-04 08:00:00
+};
+
+// Every row of every logging table with its rowid, as text, one a line.
+std::string Dump(sqlite3* db);
+
+// What the database holds, and what the register is, after the tape's first `quantos` commands when
+// the rows of those that `perdidos` names are lost. Made by a run without faults.
+struct Esperado {
+    std::string linhas;
+    std::string retrato;
+};
+const Esperado& SemFalhas(std::size_t quantos, const std::vector<bool>& perdidos);
+
+// A connection of the test's own, to a healthy disk.
+class Leitura
+{
+  public:
+    explicit Leitura(const SimulatedDisk& disk);
+    ~Leitura();
+    Leitura(const Leitura&) = delete;
+    Leitura& operator=(const Leitura&) = delete;
+
+    sqlite3* Handle() const { return m_db; }
+    // What `PRAGMA integrity_check` answers.
+    std::string Integrity() const;
+
+  private:
+    sqlite3* m_db = nullptr;
+};
+
+// The first column of a query's first row, or the engine's error text.
+std::string Value(sqlite3* db, const std::string& sql);
+
+// A name for a scratch file of this process, removed with the object.
+class ScratchFile
+{
+  public:
+    ScratchFile();
+    ~ScratchFile();
+    ScratchFile(const ScratchFile&) = delete;
+    ScratchFile& operator=(const ScratchFile&) = delete;
+
+    const std::string& Path() const { return m_path; }
+    void Empty() const;
+
+  private:
+    std::string m_path;
+};
+
+// Runs the tape on `disk` while `arm` and what it has set up lets calls fail, closes, calls
+// `disarm`, and checks everything that a caller may rely on. Answers the number of lost commands.
+int RodaComFalhas(SimulatedDisk& disk, const std::function<void()>& disarm,
+                  const std::string& circumstances);
+
+} // namespace falhas
