@@ -1,6 +1,7 @@
 #include "bancada/banco/LogDatabase.h"
 
 #include "bancada/Unusable.h"
+#include "bancada/banco/EngineLog.h"
 #include "bancada/banco/LogSchema.h"
 #include "bancada/banco/SchemaColumns.h"
 #include "bancada/banco/Sql.h"
@@ -37,27 +38,6 @@ constexpr Limit LIMITS[] = {
     {SQLITE_LIMIT_WORKER_THREADS, 0},
 };
 
-// Whether the failed call says something about the statement alone. Any other failure (no room, no
-// memory, the disk, the file) may have cost the transaction, and leaves no reason to trust the rest
-// of it.
-bool IsStatementsOwn(int result)
-{
-    switch (result & 0xFF) {
-    case SQLITE_OK:
-    case SQLITE_ROW:
-    case SQLITE_DONE:
-    case SQLITE_ERROR:
-    case SQLITE_CONSTRAINT:
-    case SQLITE_MISMATCH:
-    case SQLITE_RANGE:
-    case SQLITE_TOOBIG:
-    case SQLITE_AUTH:
-        return true;
-    default:
-        return false;
-    }
-}
-
 [[noreturn]] void ThrowUnusable(const std::string& path, const std::string& reason)
 {
     throw Unusable("cannot use the database " + path + ": " + reason);
@@ -82,21 +62,18 @@ LogDatabase::LogDatabase(const std::string& path, FirmwareLog& log)
 LogDatabase::LogDatabase(const std::string& path, FirmwareLog& log, const Options& options)
     : m_log(log)
 {
-    for (const auto& [table, column] : LogSchemaColumns())
-        if (m_tables.empty() || m_tables.back() != table)
-            m_tables.push_back(table);
-    for (const std::string& table : m_tables)
-        m_counts.rows[table];
-    m_statementRows.resize(m_tables.size());
-    m_commandRows.resize(m_tables.size());
     // The engine calls back from C: nothing there may allocate and throw.
     m_started.reserve(MAX_STATEMENT_BYTES);
 
     try {
+        ListTables();
         Open(path, options);
-    } catch (...) {
+    } catch (const Unusable&) {
         sqlite3_close(m_db);
         throw;
+    } catch (const std::exception& error) {
+        sqlite3_close(m_db);
+        ThrowUnusable(path, error.what());
     }
     m_log.SetRejectionObserver(
         [this](std::string_view statement) { StatementRejected(statement); });
@@ -108,6 +85,17 @@ LogDatabase::~LogDatabase()
     m_own = true;
     ReleaseOpenStatements();
     sqlite3_close(m_db);
+}
+
+void LogDatabase::ListTables()
+{
+    for (const auto& [table, column] : LogSchemaColumns())
+        if (m_tables.empty() || m_tables.back() != table)
+            m_tables.push_back(table);
+    for (const std::string& table : m_tables)
+        m_counts.rows[table];
+    m_statementRows.resize(m_tables.size());
+    m_commandRows.resize(m_tables.size());
 }
 
 void LogDatabase::Open(const std::string& path, const Options& options)
@@ -152,12 +140,7 @@ bool LogDatabase::IsFresh(const std::string& path) const
 
 void LogDatabase::CheckSchema(const std::string& path) const
 {
-    SchemaColumns columns;
-    try {
-        columns = ReadSchemaColumns(m_db);
-    } catch (const std::runtime_error& error) {
-        ThrowUnusable(path, error.what());
-    }
+    const SchemaColumns columns = ReadSchemaColumns(m_db);
     for (const auto& column : LogSchemaColumns())
         if (std::find(columns.begin(), columns.end(), column) == columns.end())
             ThrowUnusable(path, "it is not a logging database: it has no column " + column.first +
@@ -243,12 +226,16 @@ void LogDatabase::BeginCommand()
     m_began = ExecuteOwn("BEGIN IMMEDIATE");
     if (!m_began)
         Lose(sqlite3_errmsg(m_db));
+    m_recordsAtBegin = EngineLog().records;
+    m_failuresAtBegin = EngineLog().failures;
 }
 
 bool LogDatabase::CommitCommand()
 {
     assert(m_inCommand);
     CheckTransaction();
+    // Without memory a statement may fail before it asks for anything.
+    m_asked = m_asked || EngineLog().records != m_recordsAtBegin;
     ReleaseOpenStatements();
     const bool committed = !m_lost && ExecuteOwn("COMMIT");
     const bool failedToCommit = !m_lost && !committed;
@@ -336,13 +323,17 @@ void LogDatabase::TellLoss()
 
 // Notices a failure that cost, or may have cost, the command's transaction. Asked whenever the
 // module comes back to the engine: the failure itself is told to nobody but the statement that met
-// it, and the engine may have rolled everything back.
+// it, and the engine may have rolled everything back. A query that could not even be prepared looks
+// to the module like a count of none, and the row that it writes then would be a wrong one: the
+// engine's log alone knows.
 void LogDatabase::CheckTransaction()
 {
     if (!m_inCommand || m_lost)
         return;
     if (!IsStatementsOwn(sqlite3_errcode(m_db)))
         Lose(sqlite3_errmsg(m_db));
+    else if (EngineLog().failures != m_failuresAtBegin)
+        Lose(sqlite3_errstr(EngineLog().lastFailure));
     else if (sqlite3_get_autocommit(m_db) != 0)
         Lose("the engine has rolled its transaction back");
 }
@@ -372,6 +363,8 @@ void LogDatabase::KeepStatement()
 void LogDatabase::StatementRejected(std::string_view statement)
 {
     ++m_counts.statementsRejected;
+    if (m_inCommand)
+        m_asked = true;
     if (statement == m_started)
         ForgetStatement();
     else

@@ -83,6 +83,7 @@ class LogDatabase
     const LogDatabaseCounts& Counts() const { return m_counts; }
 
   private:
+    void ListTables();
     void Open(const std::string& path, const Options& options);
     bool IsFresh(const std::string& path) const;
     void CreateSchema(const std::string& path);
@@ -124,8 +125,10 @@ class LogDatabase
 
     // The command.
     bool m_inCommand = false;
-    bool m_began = false;    // its transaction was begun
-    bool m_asked = false;    // it has asked for a statement
+    bool m_began = false;              // its transaction was begun
+    bool m_asked = false;              // it has asked for a statement
+    std::int64_t m_recordsAtBegin = 0; // of the engine's log
+    std::int64_t m_failuresAtBegin = 0;
     bool m_lost = false;     // nothing more of it may reach the file
     bool m_lossTold = false; // the firmware log has the reason
     std::string m_loss;
