@@ -84,6 +84,7 @@ LogDatabase::~LogDatabase()
     m_log.SetRejectionObserver(nullptr);
     m_own = true;
     ReleaseOpenStatements();
+    sqlite3_finalize(m_rollback);
     sqlite3_close(m_db);
 }
 
@@ -223,11 +224,28 @@ void LogDatabase::BeginCommand()
     // this command.
     if (sqlite3_get_autocommit(m_db) == 0)
         ExecuteOwn("ROLLBACK");
-    m_began = ExecuteOwn("BEGIN IMMEDIATE");
+    m_began = PrepareRollback() && ExecuteOwn("BEGIN IMMEDIATE");
     if (!m_began)
         Lose(sqlite3_errmsg(m_db));
     m_recordsAtBegin = EngineLog().records;
     m_failuresAtBegin = EngineLog().failures;
+}
+
+// At hand before the transaction begins: when memory runs out within it, there is none to prepare
+// its end.
+bool LogDatabase::PrepareRollback()
+{
+    m_own = true;
+    const int result = sqlite3_prepare_v2(m_db, "ROLLBACK", -1, &m_rollback, nullptr);
+    m_own = false;
+    return result == SQLITE_OK;
+}
+
+void LogDatabase::RollBack()
+{
+    m_own = true;
+    sqlite3_step(m_rollback);
+    m_own = false;
 }
 
 bool LogDatabase::CommitCommand()
@@ -242,7 +260,9 @@ bool LogDatabase::CommitCommand()
     if (failedToCommit)
         Lose(sqlite3_errmsg(m_db));
     if (m_lost && sqlite3_get_autocommit(m_db) == 0)
-        ExecuteOwn("ROLLBACK");
+        RollBack();
+    sqlite3_finalize(m_rollback);
+    m_rollback = nullptr;
     if (failedToCommit)
         OverwriteFailedCommit();
     m_inCommand = false;
@@ -298,10 +318,12 @@ void LogDatabase::SettleCounts(bool kept)
 // query as it is. Its last result comes again here, and may be the only word of a failure.
 void LogDatabase::ReleaseOpenStatements()
 {
-    while (sqlite3_stmt* open = sqlite3_next_stmt(m_db, nullptr)) {
-        const int result = sqlite3_finalize(open);
-        if (!IsStatementsOwn(result))
+    sqlite3_stmt* open = sqlite3_next_stmt(m_db, nullptr);
+    while (open != nullptr) {
+        sqlite3_stmt* next = sqlite3_next_stmt(m_db, open);
+        if (open != m_rollback && !IsStatementsOwn(sqlite3_finalize(open)))
             Lose(sqlite3_errmsg(m_db));
+        open = next;
     }
 }
 

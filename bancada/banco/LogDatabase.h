@@ -8,6 +8,7 @@
 #include <vector>
 
 struct sqlite3;
+struct sqlite3_stmt;
 
 namespace bancada
 {
@@ -100,6 +101,8 @@ class LogDatabase
     void CheckTransaction();
     void Lose(const std::string& reason);
     void TellLoss();
+    bool PrepareRollback();
+    void RollBack();
     void ReleaseOpenStatements();
     void OverwriteFailedCommit();
     void SettleCounts(bool kept);
@@ -125,9 +128,10 @@ class LogDatabase
 
     // The command.
     bool m_inCommand = false;
-    bool m_began = false;              // its transaction was begun
-    bool m_asked = false;              // it has asked for a statement
-    std::int64_t m_recordsAtBegin = 0; // of the engine's log
+    sqlite3_stmt* m_rollback = nullptr; // ends its transaction
+    bool m_began = false;               // its transaction was begun
+    bool m_asked = false;               // it has asked for a statement
+    std::int64_t m_recordsAtBegin = 0;  // of the engine's log
     std::int64_t m_failuresAtBegin = 0;
     bool m_lost = false;     // nothing more of it may reach the file
     bool m_lossTold = false; // the firmware log has the reason

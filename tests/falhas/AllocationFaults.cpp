@@ -61,6 +61,11 @@ bool AllocationHasFailed()
     return failed;
 }
 
+int AllocationsLeft()
+{
+    return callsToFault;
+}
+
 void HealAllocations()
 {
     callsToFault = 0;

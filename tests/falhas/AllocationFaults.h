@@ -8,6 +8,8 @@ namespace falhas
 // engine's own allocator says so in the engine's log, and so does this one.
 void FailAllocation(int at, bool forever);
 bool AllocationHasFailed();
+// How many allocations there are still to the one that fails.
+int AllocationsLeft();
 // Memory is there again.
 void HealAllocations();
 

@@ -55,8 +55,7 @@ constexpr UINT32 UM_DIA_S = 24 * 60 * 60;
 std::vector<std::string> Linhas()
 {
     std::vector<std::string> lines(std::begin(PROGRAMACAO), std::end(PROGRAMACAO));
-    const char* extent = std::getenv("ECF_FALHAS");
-    const int days = extent != nullptr && std::string(extent) == "longa" ? 3 : 1;
+    const int days = IsLong() ? 3 : 1;
     for (int day = 0; day < days; ++day) {
         lines.insert(lines.end(), std::begin(DIA), std::end(DIA));
         lines.emplace_back(REDUCAO_Z);
@@ -94,6 +93,12 @@ const std::vector<bancada::TapeCommand>& Fita()
 {
     static const std::vector<bancada::TapeCommand> tape = ParseTape(Linhas());
     return tape;
+}
+
+bool IsLong()
+{
+    const char* extent = std::getenv("ECF_FALHAS");
+    return extent != nullptr && std::string(extent) == "longa";
 }
 
 int Step()

@@ -30,8 +30,11 @@ std::vector<bancada::TapeCommand> ParseTape(const std::vector<std::string>& line
 // ECF_FALHAS=longa in the environment, three such days.
 const std::vector<bancada::TapeCommand>& Fita();
 
-// The value of a variable of the environment as a number from 1, 1 without it. ECF_FALHAS_PASSO=k
-// tries each k-th call alone, for builds that are slow.
+// Whether that was asked for.
+bool IsLong();
+
+// 1, or k with ECF_FALHAS_PASSO=k in the environment: each k-th call alone is tried, for builds
+// that are slow.
 int Step();
 
 // One register that logs on `disk`, as `ecf-bancada run` puts it together.

@@ -12,6 +12,24 @@ namespace
 
 using namespace falhas;
 
+// An opening allocates ten thousand times, mostly for one schema: each n-th of them is enough for
+// every run of the tests. The commands' allocations are tried one by one.
+int OpeningStep()
+{
+    return IsLong() ? 1 : 13;
+}
+
+// The allocations of an opening alone.
+int CountOpening()
+{
+    const ScratchFile log;
+    const SimulatedDisk disk;
+    constexpr int NEVER = 1 << 30;
+    FailAllocation(NEVER, false);
+    const Bancada opened(disk, log.Path());
+    return NEVER - AllocationsLeft();
+}
+
 class MemoryFaults : public ::testing::TestWithParam<bool>
 {
 };
@@ -19,11 +37,13 @@ class MemoryFaults : public ::testing::TestWithParam<bool>
 TEST_P(MemoryFaults, EveryAllocationFails)
 {
     const bool forever = GetParam();
+    SemFalhas(Fita().size(), std::vector<bool>(Fita().size()));
+    const int opening = CountOpening();
+    HealAllocations();
     int runs = 0;
     int lost = 0;
-    for (int at = 1;; at += Step()) {
+    for (int at = 1;; at += at < opening ? OpeningStep() * Step() : Step()) {
         SimulatedDisk disk;
-        SemFalhas(Fita().size(), std::vector<bool>(Fita().size()));
         FailAllocation(at, forever);
         lost += RodaComFalhas(disk, HealAllocations,
                               std::string("allocation ") + std::to_string(at) +
@@ -36,7 +56,8 @@ TEST_P(MemoryFaults, EveryAllocationFails)
     }
     EXPECT_GT(runs, 0);
     std::cout << "allocations failing " << (forever ? "for ever" : "once") << ": " << runs
-              << " faults, " << lost << " commands lost and named\n";
+              << " faults (an opening has " << opening << " allocations), " << lost
+              << " commands lost and named\n";
 }
 
 INSTANTIATE_TEST_SUITE_P(OnceAndForEver, MemoryFaults, ::testing::Bool());
