@@ -435,8 +435,12 @@ bool LogDatabase::IsAllowed(int action, const char* first, const char* second)
         return TableIndex(first) < m_tables.size();
     case SQLITE_FUNCTION:
         return std::strcmp(second, "count") == 0;
-    case SQLITE_INSERT:
     case SQLITE_UPDATE:
+        // A row moved onto another's number could take its place.
+        if (std::strcmp(second, "ROWID") == 0)
+            return false;
+        [[fallthrough]];
+    case SQLITE_INSERT:
         m_accessing = true;
         return m_inCommand && TableIndex(first) < m_tables.size();
     default:
