@@ -117,6 +117,9 @@ void LogDatabase::Open(const std::string& path, const Options& options)
     sqlite3_db_config(m_db, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(m_db, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
 
+    m_number = ReadNumber(path);
+    if (options.accept)
+        options.accept(m_number);
     const bool fresh = IsFresh(path);
     if (!fresh) {
         // Looked at before anything is written: a file that is refused stays as it was.
@@ -129,6 +132,15 @@ void LogDatabase::Open(const std::string& path, const Options& options)
     if (fresh)
         CreateSchema(path);
     LimitStatements();
+}
+
+// The engine keeps a number for the owner of a database in its first page.
+std::int32_t LogDatabase::ReadNumber(const std::string& path) const
+{
+    Query version(m_db, "PRAGMA user_version");
+    if (!version.Next())
+        ThrowUnusable(path, sqlite3_errmsg(m_db));
+    return static_cast<std::int32_t>(version.Integer(0));
 }
 
 bool LogDatabase::IsFresh(const std::string& path) const
@@ -210,6 +222,7 @@ void LogDatabase::BeginCommand()
 {
     assert(!m_inCommand);
     m_inCommand = true;
+    m_ownNumber = 0;
     m_asked = false;
     m_lost = false;
     m_lossTold = false;
@@ -248,6 +261,12 @@ void LogDatabase::RollBack()
     m_own = false;
 }
 
+void LogDatabase::NumberCommand(std::int32_t number)
+{
+    assert(m_inCommand && number > 0);
+    m_ownNumber = number;
+}
+
 bool LogDatabase::CommitCommand()
 {
     assert(m_inCommand);
@@ -255,6 +274,9 @@ bool LogDatabase::CommitCommand()
     // Without memory a statement may fail before it asks for anything.
     m_asked = m_asked || EngineLog().records != m_recordsAtBegin;
     ReleaseOpenStatements();
+    if (!m_lost && m_ownNumber > 0 &&
+        !ExecuteOwn(("PRAGMA user_version = " + std::to_string(m_ownNumber)).c_str()))
+        Lose(sqlite3_errmsg(m_db));
     const bool committed = !m_lost && ExecuteOwn("COMMIT");
     const bool failedToCommit = !m_lost && !committed;
     if (failedToCommit)
@@ -266,6 +288,8 @@ bool LogDatabase::CommitCommand()
     if (failedToCommit)
         OverwriteFailedCommit();
     m_inCommand = false;
+    if (!m_lost && m_ownNumber > 0)
+        m_number = m_ownNumber;
 
     // A command that could not begin, but asked for nothing, has lost nothing.
     const bool kept = !m_lost || (!m_began && !m_asked);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -49,6 +50,10 @@ class LogDatabase
         bool append = false;      // accept a database that already holds rows
         int busyTimeoutMs = 1000; // how long to wait for a lock of another connection
         std::string vfs;          // the engine's file layer; empty is its default
+
+        // Told the number that the database carries before anything is written to it; throws to
+        // refuse it.
+        std::function<void(std::int32_t)> accept;
     };
 
     // Opens the file `path` (":memory:" is a database in memory), makes it with the schema if it is
@@ -78,6 +83,14 @@ class LogDatabase
     // nothing. REQUIRES: a command is begun.
     bool CommitCommand();
 
+    // Numbers the command that is begun: the database carries `number` exactly if it holds the
+    // command's transaction, which then is not empty. REQUIRES: a command is begun, 0 < number.
+    void NumberCommand(std::int32_t number);
+
+    // The number that the database carries: of the last numbered command that was committed; 0 if
+    // none was.
+    std::int32_t CommandNumber() const { return m_number; }
+
     // Why the command committed last was lost; empty when it was not.
     const std::string& LastLoss() const { return m_loss; }
 
@@ -86,6 +99,7 @@ class LogDatabase
   private:
     void ListTables();
     void Open(const std::string& path, const Options& options);
+    std::int32_t ReadNumber(const std::string& path) const;
     bool IsFresh(const std::string& path) const;
     void CreateSchema(const std::string& path);
     void CheckSchema(const std::string& path) const;
@@ -126,8 +140,11 @@ class LogDatabase
     std::string m_notice; // about the file, for the firmware log
     bool m_own = false;   // a statement of this class itself is at work
 
+    std::int32_t m_number = 0;
+
     // The command.
     bool m_inCommand = false;
+    std::int32_t m_ownNumber = 0;       // 0: it has none
     sqlite3_stmt* m_rollback = nullptr; // ends its transaction
     bool m_began = false;               // its transaction was begun
     bool m_asked = false;               // it has asked for a statement

@@ -12,6 +12,7 @@
 #include "bancada/fita/TapeReader.h"
 #include "bancada/log/FirmwareDuty.h"
 #include "bancada/log/FirmwareLog.h"
+#include "bancada/memoria/GuardaMemoria.h"
 #include "bancada/registro/Registro.h"
 
 #include <CLI/CLI.hpp>
@@ -19,6 +20,7 @@
 #include <iostream>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace bancada
 {
@@ -29,21 +31,38 @@ struct RunOptions {
     std::string tape;
     std::string database;
     std::string log;
+    std::string memory; // empty: none is kept
+    bool replies = false;
     bool strict = false;
     bool append = false;
 };
 
-// The log and the database grow while the tape is read: none of them may be another one.
+// The files that the run writes grow while the tape is read: none of them may be another one.
 void RequireDistinct(const RunOptions& options)
 {
-    const std::string* paths[] = {&options.tape, &options.database, &options.log};
+    std::vector<const std::string*> paths = {&options.tape, &options.database, &options.log};
+    if (!options.memory.empty())
+        paths.push_back(&options.memory);
     for (const std::string* one : paths) {
         for (const std::string* other : paths) {
             std::error_code none;
             if (one != other && (*one == *other || std::filesystem::equivalent(*one, *other, none)))
-                throw Unusable(*one + " cannot be two of tape, database and firmware log");
+                throw Unusable(*one + " cannot be two of tape, database, firmware log and memory");
         }
     }
+}
+
+// Reads the memory, if one is kept.
+std::unique_ptr<GuardaMemoria> OpenMemory(const RunOptions& options)
+{
+    if (options.memory.empty())
+        return nullptr;
+    auto memory = std::make_unique<GuardaMemoria>(options.memory);
+    // Said before the missing database would be made.
+    std::error_code none;
+    if (!std::filesystem::exists(options.database, none))
+        memory->ConfereNumero(0, options.database);
+    return memory;
 }
 
 // One run: the register, what surrounds it, and what is told of it in the end.
@@ -52,11 +71,14 @@ class Run
   public:
     explicit Run(const RunOptions& options)
         : m_tape(options.tape), m_duty(m_log, [this] { return m_registro.GetRatearSubtotal(); }),
-          m_database(options.database, m_log, DatabaseOptions(options)),
-          m_executor(m_registro, m_database)
+          m_memory(OpenMemory(options)),
+          m_database(options.database, m_log, DatabaseOptions(options, m_memory.get())),
+          m_executor(m_registro, m_database), m_replies(options.replies)
     {
         // Last, so that a database that is refused leaves no log behind.
         m_log.Open(options.log);
+        if (m_memory != nullptr)
+            TakeUpMemory();
     }
 
     // Runs the tape to its end. Throws TapeError where it cannot be read further; what came before
@@ -69,11 +91,20 @@ class Run
             Execute(line);
             progress.Show(commands);
         }
+        // What the last command left, without the state before it.
+        if (m_memory != nullptr)
+            m_memory->Firma(m_registro.GetMemoria(), m_memory->GetExecucao());
     }
 
     void PrintSummary(std::ostream& out) const
     {
+        if (m_continuedBehind > 0)
+            out << "continued behind line " << m_continuedBehind << "\n";
         m_summary.Print(out, m_database.Counts());
+        if (m_memory != nullptr && m_memory->GetExecucao().perdidos > m_summary.lost.Count())
+            out << "commands whose rows are missing since the memory began: "
+                << m_memory->GetExecucao().perdidos
+                << "; the last: " << m_memory->GetExecucao().ultimaPerda << "\n";
         if (m_log.WriteErrors() > 0)
             out << "firmware log: " << m_log.WriteErrors() << " of " << m_log.Records()
                 << " records could not be written\n";
@@ -82,17 +113,53 @@ class Run
     bool HasFindings() const { return m_summary.HasFindings(); }
 
   private:
-    static LogDatabase::Options DatabaseOptions(const RunOptions& options)
+    static LogDatabase::Options DatabaseOptions(const RunOptions& options,
+                                                const GuardaMemoria* memory)
     {
         LogDatabase::Options result;
         result.append = options.append;
+        if (memory != nullptr) {
+            result.append = options.append || memory->TemExecucao();
+            result.accept = [memory, path = options.database](std::int32_t number) {
+                memory->ConfereNumero(number, path);
+            };
+        }
         return result;
+    }
+
+    // Takes the register up where the memory left it, and the tape if it is the same one.
+    void TakeUpMemory()
+    {
+        m_memory->Assume(m_database.CommandNumber());
+        const Execucao& progress = m_memory->GetExecucao();
+        m_registro = Registro(m_memory->Registro());
+        if (m_tape.Continue(progress.fita)) {
+            m_clock.Continue(progress.relogio);
+            m_continuedBehind = progress.fita.line;
+        }
+        m_executor.SetAntesDeConfirmar([this] {
+            Execucao after = Progressed();
+            ++after.sequencia;
+            m_database.NumberCommand(after.sequencia);
+            m_memory->Pendente(m_registro.GetMemoria(), after);
+        });
+    }
+
+    // How far the run is behind the line at hand.
+    Execucao Progressed() const
+    {
+        Execucao after = m_memory->GetExecucao();
+        after.fita = m_tape.Position();
+        after.relogio = m_clock.Last();
+        return after;
     }
 
     void Execute(const TapeCommand& line)
     {
         if (line.name == CONFIGURA) {
             ExecutaConfigura(line, m_registro);
+            KeepWithoutRows();
+            Reply(line, "executed");
             return;
         }
         const ItemCatalogo* item = ProcuraComando(line.name);
@@ -107,7 +174,51 @@ class Run
         m_log.SetTime(em);
         const std::int64_t rejectedBefore = m_database.Counts().statementsRejected;
         const Resultado result = m_executor.Executa(*command, em);
+        Keep(line, result);
         Note(line, result, m_database.Counts().statementsRejected - rejectedBefore);
+        if (!result.executado)
+            Reply(line, "refused: " + result.recusa.value_or("refused"));
+        else if (!result.registrado)
+            Reply(line, "executed, rows lost: " + m_database.LastLoss());
+        else
+            Reply(line, "executed");
+    }
+
+    // Makes the memory say what became of the command, before its reply.
+    void Keep(const TapeCommand& line, const Resultado& result)
+    {
+        if (m_memory == nullptr)
+            return;
+        if (!result.executado) {
+            KeepWithoutRows();
+            return;
+        }
+        Execucao after = Progressed();
+        ++after.sequencia;
+        if (m_database.CommandNumber() == after.sequencia) {
+            m_memory->Confirma();
+            return;
+        }
+        // The database does not have it, so that it would be run again.
+        if (!result.registrado) {
+            ++after.perdidos;
+            after.ultimaPerda = "line " + std::to_string(line.place.line) + ", " + line.name +
+                                ": " + m_database.LastLoss();
+        }
+        m_memory->Firma(m_registro.GetMemoria(), after);
+    }
+
+    // The same for a line that has no part in the database.
+    void KeepWithoutRows()
+    {
+        if (m_memory != nullptr)
+            m_memory->Firma(m_registro.GetMemoria(), Progressed());
+    }
+
+    void Reply(const TapeCommand& line, const std::string& what) const
+    {
+        if (m_replies)
+            std::cout << line.place.line << " " << line.name << ": " << what << std::endl;
     }
 
     void Note(const TapeCommand& line, const Resultado& result, std::int64_t rejected)
@@ -130,9 +241,12 @@ class Run
     Registro m_registro;
     FirmwareLog m_log;
     FirmwareDuty m_duty;
+    std::unique_ptr<GuardaMemoria> m_memory; // null: none is kept
     LogDatabase m_database;
     Executor m_executor;
     RunSummary m_summary;
+    int m_continuedBehind = 0;
+    bool m_replies;
 };
 
 int RunTape(RunOptions options)
@@ -158,8 +272,7 @@ void AddRun(CLI::App& app, int& exitCode)
 {
     const auto options = std::make_shared<RunOptions>();
     CLI::App* run = app.add_subcommand(
-        "run", "Execute a command tape on a register with an empty memory, log it into a database "
-               "and print a summary");
+        "run", "Execute a command tape on a register, log it into a database and print a summary");
     run->add_option("TAPE", options->tape,
                     "The tape, JSON Lines as docs/tape.md describes; - is "
                     "standard input")
@@ -171,6 +284,13 @@ void AddRun(CLI::App& app, int& exitCode)
                     "The firmware log, which gets the rejected statements; records are added to "
                     "one that exists [the database's name with .log]")
         ->type_name("FILE");
+    run->add_option("--memory", options->memory,
+                    "Keep the register's state in this file, and go on from it, behind the part of "
+                    "the tape that was carried out before (docs/memory.md); without it the "
+                    "register begins as it leaves the factory")
+        ->type_name("FILE");
+    run->add_flag("--replies", options->replies,
+                  "Print a line for each line of the tape as soon as what it did is durable");
     run->add_flag("--append", options->append, "Add to a database that already holds rows");
     run->add_flag("--strict", options->strict,
                   "Exit with 1 if a command was refused, a statement rejected or a command's rows "

@@ -48,11 +48,14 @@ Resultado Executor::Executa(ComandoBancada& comando, RtcAbsoluteTime em)
 
     m_banco.BeginCommand();
     comum.DBLogger(m_banco.Handle());
-    resultado.registrado = m_banco.CommitCommand();
-
+    // Only then is the register as the command leaves it, and can be kept together with the rows.
     comum.FiscalPostPrint();
     comum.Log();
     comum.m_eStatusCmd = CMD_LOG_OK;
+    if (m_antesDeConfirmar)
+        m_antesDeConfirmar();
+    resultado.registrado = m_banco.CommitCommand();
+
     comum.FillReply(RESPOSTA_OK);
     comum.m_dtExecEnd = RtcAbsoluteTime(em.s + DURACAO_S);
     comum.m_eStatusCmd = CMD_END_EXEC_OK;

@@ -4,6 +4,9 @@
 #include "RtcClasses.h"
 #include "bancada/comandos/ComandoBancada.h"
 
+#include <functional>
+#include <utility>
+
 namespace bancada
 {
 
@@ -24,12 +27,21 @@ class Executor
 
     // Runs the steps of `comando` in the order of their slots, as begun at the instant `em`. A
     // command that InitCheck or FiscalCheck refuses has no effect on register or database. The
-    // logger's rows are committed together before the steps that follow it.
+    // logger's rows are committed together once the register is as the command leaves it, before
+    // the reply is filled.
     Resultado Executa(ComandoBancada& comando, RtcAbsoluteTime em);
+
+    // Called for each command that is executed right before its rows are committed, within their
+    // transaction; what it throws comes out of Executa, and the rows are not committed.
+    void SetAntesDeConfirmar(std::function<void()> chamada)
+    {
+        m_antesDeConfirmar = std::move(chamada);
+    }
 
   private:
     Registro& m_registro;
     LogDatabase& m_banco;
+    std::function<void()> m_antesDeConfirmar;
     int m_sequencia = 0; // commands run so far, refused ones included
 };
 

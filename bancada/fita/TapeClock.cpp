@@ -19,4 +19,12 @@ RtcAbsoluteTime TapeClock::Next(const TapeCommand& command)
     return *m_last;
 }
 
+void TapeClock::Continue(RtcAbsoluteTime last)
+{
+    if (last.s == matlong[0])
+        m_last.reset();
+    else
+        m_last = last;
+}
+
 } // namespace bancada

@@ -16,6 +16,11 @@ class TapeClock
     // the clock has no further second.
     RtcAbsoluteTime Next(const TapeCommand& command);
 
+    // When the last command started; unset before the first.
+    RtcAbsoluteTime Last() const { return m_last.value_or(RtcAbsoluteTime(matlong[0])); }
+    // Goes on after a command that started then; unset is none.
+    void Continue(RtcAbsoluteTime last);
+
   private:
     std::optional<RtcAbsoluteTime> m_last;
 };

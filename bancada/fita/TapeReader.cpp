@@ -89,6 +89,59 @@ bool TapeReader::FillBuffer()
     return count > 0;
 }
 
+// Moves on within the buffer.
+void TapeReader::Take(std::size_t bytes)
+{
+    if (bytes == 0)
+        return;
+    m_digest.Add({m_buffer.data() + m_at, bytes});
+    m_at += bytes;
+    m_last = m_buffer[m_at - 1];
+}
+
+// Answers false if the tape has not so many bytes.
+bool TapeReader::Skip(std::int64_t bytes)
+{
+    while (bytes > 0) {
+        if (m_at == m_end && !FillBuffer())
+            return false;
+        const auto count = std::min(bytes, static_cast<std::int64_t>(m_end - m_at));
+        Take(static_cast<std::size_t>(count));
+        bytes -= count;
+    }
+    return true;
+}
+
+TapePosition TapeReader::Position() const
+{
+    TapePosition position;
+    position.line = m_line;
+    position.bytes = m_bytes - static_cast<std::int64_t>(m_end - m_at);
+    if (position.bytes > 0)
+        position.digest = m_digest.Hex();
+    return position;
+}
+
+bool TapeReader::Continue(const TapePosition& position)
+{
+    if (position.bytes == 0)
+        return true;
+    if (Skip(position.bytes) && m_digest.Hex() == position.digest) {
+        // If its last line had no end, the rest of that line comes next.
+        m_line = m_last == '\n' ? position.line : position.line - 1;
+        return true;
+    }
+    if (lseek(m_file, 0, SEEK_SET) != 0)
+        throw Unusable("cannot read the tape " + m_path +
+                       " from its first line: it is not the one that was read before, and a pipe "
+                       "is read once; give it as a file");
+    m_bytes = 0;
+    m_at = m_end = 0;
+    m_last = '\n';
+    m_digest.Reset();
+    return false;
+}
+
 // Reads a line without its end; false at the end of the tape.
 bool TapeReader::ReadLine(std::string& line)
 {
@@ -101,12 +154,12 @@ bool TapeReader::ReadLine(std::string& line)
         const char* end = m_buffer.data() + m_end;
         const char* lineEnd = std::find(begin, end, '\n');
         line.append(begin, lineEnd);
-        m_at += static_cast<std::size_t>(lineEnd - begin);
+        Take(static_cast<std::size_t>(lineEnd - begin));
         if (line.size() > MAX_LINE_BYTES)
             throw TapeError({m_path, m_line, static_cast<int>(MAX_LINE_BYTES) + 1},
                             "a line has at most " + std::to_string(MAX_LINE_BYTES) + " bytes");
         if (lineEnd != end) {
-            ++m_at;
+            Take(1);
             break;
         }
     } while (FillBuffer());

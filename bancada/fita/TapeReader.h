@@ -1,7 +1,9 @@
 // Reads a tape, line by line.
 #pragma once
 
+#include "bancada/Sha256.h"
 #include "bancada/fita/TapeCommand.h"
+#include "bancada/fita/TapePosition.h"
 
 #include <cstdint>
 #include <string>
@@ -29,6 +31,14 @@ class TapeReader
     // further, and Unusable if the file cannot be read.
     bool Next(TapeCommand& command);
 
+    // Behind the line that was read last.
+    TapePosition Position() const;
+
+    // Goes on behind `position` and answers true if the tape begins with the bytes that were read
+    // until then. If not, answers false and the tape is read from its first line; throws Unusable
+    // if that cannot be, because it is a pipe. REQUIRES: nothing was read.
+    bool Continue(const TapePosition& position);
+
     std::int64_t BytesRead() const { return m_bytes; }
     // Of the file, or 0 where that is not known (a pipe).
     std::int64_t Size() const { return m_size; }
@@ -36,6 +46,8 @@ class TapeReader
   private:
     bool ReadLine(std::string& line);
     bool FillBuffer();
+    bool Skip(std::int64_t bytes);
+    void Take(std::size_t bytes);
 
     std::string m_path;
     int m_file = -1;
@@ -45,6 +57,8 @@ class TapeReader
     std::vector<char> m_buffer;
     std::size_t m_at = 0;
     std::size_t m_end = 0;
+    char m_last = '\n'; // the byte taken last
+    Sha256 m_digest;    // of the bytes taken
 };
 
 } // namespace bancada

@@ -1,0 +1,19 @@
+// A register's state as JSON.
+#pragma once
+
+#include "bancada/registro/Memoria.h"
+
+#include <nlohmann/json.hpp>
+#include <string>
+
+namespace bancada
+{
+
+nlohmann::json JsonDaMemoria(const Memoria& memoria);
+
+// The state that `json` holds; what it does not name is as the factory leaves it. Throws
+// CampoInvalido, with a place that begins with `lugar`, for a field that is unknown or does not
+// hold what it should, or that contradicts another one.
+Memoria MemoriaDeJson(const nlohmann::json& json, const std::string& lugar);
+
+} // namespace bancada

@@ -1,0 +1,14 @@
+// The text of a JSON file.
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <string>
+
+namespace bancada
+{
+
+// Throws std::runtime_error for a text that is not JSON, with its line and column, and for an
+// object that names a field twice.
+nlohmann::json LeJson(const std::string& texto);
+
+} // namespace bancada
