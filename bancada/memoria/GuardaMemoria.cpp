@@ -143,6 +143,9 @@ void GuardaMemoria::Le(const std::string& conteudo)
 
 void GuardaMemoria::ConfereNumero(std::int32_t numero, const std::string& banco) const
 {
+    if (numero < 0 || numero > MAX_SEQUENCIA)
+        throw Unusable("the database " + banco + " carries the number " + std::to_string(numero) +
+                       ", which is not that of a command");
     if (!m_temExecucao)
         return;
     // A command that was lost may have reached the file all the same, if its disk said that it
@@ -195,6 +198,8 @@ void GuardaMemoria::Grava(const std::string& antes, const Estado& estado) const
 void GuardaMemoria::Pendente(const Memoria& registro, const Execucao& execucao)
 {
     assert(!m_pendente && execucao.sequencia > m_atual.execucao.sequencia);
+    if (execucao.sequencia > MAX_SEQUENCIA)
+        throw Unusable("the memory " + m_caminho + " has no number for another command");
     Prepara(m_depois, registro, execucao);
     m_pendente = true;
     Grava("\"antes\":{" + m_atual.execucaoEmTexto + "," + m_atual.registroEmTexto + "},", m_depois);

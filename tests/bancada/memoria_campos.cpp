@@ -1,0 +1,121 @@
+// Every field of the register's state goes into a memory file and comes out of it.
+#include "bancada/memoria/MemoriaJson.h"
+#include "bancada/memoria/NomesDaMemoria.h"
+#include "tests/bancada/MemoriaPartes.h"
+#include "tests/bancada/RegistroTeste.h"
+
+#include <gtest/gtest.h>
+
+using namespace bancada;
+using bancada_test::Iguais;
+using bancada_test::Preenche;
+
+namespace
+{
+
+// No two of its fields are alike, and none is as the factory leaves it, as far as their ranges
+// allow.
+Memoria MemoriaCheia()
+{
+    Memoria memoria;
+    memoria.cupom.itens.resize(3);
+    memoria.cupom.pagamentos.resize(2);
+    int proximo = 1000;
+    Preenche(memoria, proximo);
+
+    // What has a narrower range than a number has.
+    int posicao = 31;
+    for (ItemRegistrado& item : memoria.cupom.itens) {
+        item.numero = posicao - 29;
+        item.baseImposto = 1;
+        item.posicao = posicao++;
+        item.quantidade.casas = 3;
+        item.valorUnitario.casas = 2;
+    }
+    int meio = 18;
+    for (PagamentoRegistrado& pagamento : memoria.cupom.pagamentos)
+        pagamento.meio = meio++;
+    memoria.ecf.sequencia = 998;
+    memoria.ecf.loja = 9998;
+    memoria.cupom.itensVivos = 999;
+    memoria.cupom.situacao = ESituacaoCupom::CANCELADO;
+    memoria.cupom.tipo = CUPOM_FISCAL;
+    memoria.cupom.ajusteOperacao = ACRESCIMO;
+    memoria.documento = EDocumentoAberto::GERENCIAL;
+    memoria.modo = EModoIntervencao::MIT;
+    for (MeioDePagamento& programado : memoria.meios)
+        programado.vinculacao = COM_CCD;
+    std::swap(memoria.gt, memoria.gtInicial); // the grand total is the largest of the three
+    return memoria;
+}
+
+TEST(MemoriaCampos, EveryFieldSurvives)
+{
+    const Memoria memoria = MemoriaCheia();
+    EXPECT_FALSE(Iguais(memoria, Memoria()));
+    EXPECT_TRUE(Iguais(MemoriaDeJson(JsonDaMemoria(memoria), "registro"), memoria))
+        << JsonDaMemoria(memoria).dump(1);
+}
+
+TEST(MemoriaCampos, TheOtherValueOfEveryOptionSurvives)
+{
+    Memoria memoria;
+    for (MeioDePagamento& programado : memoria.meios)
+        programado.vinculacao = SEM_CCD;
+    memoria.cupom.itens.resize(1);
+    memoria.cupom.situacao = ESituacaoCupom::FECHADO;
+    memoria.documento = EDocumentoAberto::CCD;
+    memoria.modo = EModoIntervencao::MIL;
+    EXPECT_TRUE(Iguais(MemoriaDeJson(JsonDaMemoria(memoria), "registro"), memoria));
+}
+
+TEST(MemoriaCampos, WhatIsNotNamedIsAsTheFactoryLeavesIt)
+{
+    EXPECT_TRUE(Iguais(MemoriaDeJson(nlohmann::json::object(), "registro"), Memoria()));
+    EXPECT_TRUE(Iguais(MemoriaDeJson(JsonDaMemoria(Memoria()), "registro"), Memoria()));
+
+    const Memoria memoria = MemoriaDeJson(
+        nlohmann::json::parse(R"({"nao_fiscal":{"totalizadores":{"3":{"nome":"RECARGA"}}}})"),
+        "registro");
+    EXPECT_EQ(memoria.naoFiscal.nome[0], "FUNDO DE TROCO");
+    EXPECT_EQ(memoria.naoFiscal.nome[2], "RECARGA");
+}
+
+// An array of names written by hand beside an enumeration goes wrong silently.
+TEST(MemoriaCampos, CountersAndTotalizersHaveTheirOwnNames)
+{
+    const Memoria memoria = MemoriaDeJson(nlohmann::json::parse(R"({
+        "contadores": {"coo": 1, "crz": 2, "cro": 3, "ccf": 4, "gnf": 5, "cfd": 6, "cdc": 7,
+                       "grg": 8, "nfc": 9, "gfc": 10, "cfc": 11, "ctm": 12, "con": 13, "cer": 14,
+                       "ncn": 15, "coo_inseridos": 16, "coo_restantes_ref": 999999},
+        "fiscal": {"icms": {"totalizadores": {"T1": {"aliquota": "18"}, "T30": {"aliquota": "0.01"},
+                            "F1": {"total": "1"}, "N3": {"total": "2.5"}}},
+                   "issqn": {"totalizadores": {"S2": {"aliquota": "99.99"},
+                             "IS1": {"programado": true}}}}})"),
+                                          "registro");
+    EXPECT_EQ(memoria.contadores[COUNTER_COO], 1);
+    EXPECT_EQ(memoria.contadores[COUNTER_CRZ], 2);
+    EXPECT_EQ(memoria.contadores[COUNTER_CRO], 3);
+    EXPECT_EQ(memoria.contadores[COUNTER_CCF], 4);
+    EXPECT_EQ(memoria.contadores[COUNTER_GNF], 5);
+    EXPECT_EQ(memoria.contadores[COUNTER_CFD], 6);
+    EXPECT_EQ(memoria.contadores[COUNTER_CDC], 7);
+    EXPECT_EQ(memoria.contadores[COUNTER_GRG], 8);
+    EXPECT_EQ(memoria.contadores[COUNTER_NFC], 9);
+    EXPECT_EQ(memoria.contadores[COUNTER_GFC], 10);
+    EXPECT_EQ(memoria.contadores[COUNTER_CFC], 11);
+    EXPECT_EQ(memoria.contadores[COUNTER_CTM], 12);
+    EXPECT_EQ(memoria.contadores[COUNTER_CON], 13);
+    EXPECT_EQ(memoria.contadores[COUNTER_CER], 14);
+    EXPECT_EQ(memoria.contadores[COUNTER_NCN], 15);
+    EXPECT_EQ(memoria.contadores[COUNTER_COO_INSERIDOS], 16);
+    EXPECT_EQ(memoria.contadores[COUNTER_COO_RESTANTES_REF], 999999);
+    EXPECT_EQ(memoria.fiscal.aliquota[0][0], 1800);
+    EXPECT_EQ(memoria.fiscal.aliquota[0][29], 1);
+    EXPECT_EQ(memoria.fiscal.aliquota[1][1], 9999);
+    EXPECT_EQ(Texto(memoria.fiscal.totais[0][30]), "1.00");
+    EXPECT_EQ(Texto(memoria.fiscal.totais[0][38]), "2.50");
+    EXPECT_TRUE(memoria.fiscal.programado[1][33]);
+}
+
+} // namespace
