@@ -132,7 +132,8 @@ void CamposDaMemoria(V& v, M& memoria)
     v.Opcao("modo", memoria.modo, NOMES_MODO);
     v.Mapa("meios", NumerosAPartirDeUm(MAX_MEIOS_PAGAMENTO), 0, [&](auto& meio, std::size_t i) {
         meio.Texto("descricao", memoria.meios[i].descricao);
-        meio.Opcao("vinculacao", memoria.meios[i].vinculacao, NOMES_VINCULACAO);
+        meio.Opcao("vinculacao", memoria.meios[i].vinculacao, NOMES_VINCULACAO,
+                   MeioDePagamento().vinculacao);
     });
     v.Grupo("contribuinte", [&](auto& contribuinte) {
         contribuinte.Texto("razao_social", memoria.contribuinte.razaoSocial);

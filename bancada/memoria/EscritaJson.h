@@ -51,10 +51,11 @@ class EscritaJson
         Poe(nome, JsonDeBytes(bytes), bytes != std::array<std::uint8_t, 32>{});
     }
 
+    // `padrao` is what it is in an object just made.
     template <class E, std::size_t N>
-    void Opcao(const char* nome, E valor, const std::array<const char*, N>& nomes)
+    void Opcao(const char* nome, E valor, const std::array<const char*, N>& nomes, E padrao = E{})
     {
-        Poe(nome, nomes.at(static_cast<std::size_t>(valor)), valor != E{});
+        Poe(nome, nomes.at(static_cast<std::size_t>(valor)), valor != padrao);
     }
 
     template <class F>

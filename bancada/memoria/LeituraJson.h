@@ -52,7 +52,7 @@ class LeituraJson
     void Bytes(const char* nome, std::array<std::uint8_t, 32>& bytes);
 
     template <class E, std::size_t N>
-    void Opcao(const char* nome, E& valor, const std::array<const char*, N>& nomes)
+    void Opcao(const char* nome, E& valor, const std::array<const char*, N>& nomes, E = E{})
     {
         const nlohmann::json* campo = Campo(nome);
         if (campo == nullptr)

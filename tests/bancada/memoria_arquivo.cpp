@@ -367,8 +367,9 @@ TEST_F(MemoriaArquivoTest, ALostCommandIsRememberedAsDone)
     ProgramResult result = RunTape(PROGRAMMING + x + rate, "--replies");
     sqlite3_close(other);
     EXPECT_EQ(result.exitCode, 0) << result.err;
-    EXPECT_EQ(result.out.substr(0, 81),
-              "3 leitura_x: executed, rows lost: database is locked\n4 insere_aliquota: executed\n");
+    EXPECT_EQ(
+        result.out.substr(0, 81),
+        "3 leitura_x: executed, rows lost: database is locked\n4 insere_aliquota: executed\n");
     EXPECT_EQ(Memory()["execucao"]["sequencia"], 4);
     EXPECT_EQ(Memory()["execucao"]["confirmada"], 2);
     EXPECT_EQ(Memory()["execucao"]["perdidos"], 1);

@@ -60,8 +60,7 @@ TEST(MemoriaCampos, EveryFieldSurvives)
 TEST(MemoriaCampos, TheOtherValueOfEveryOptionSurvives)
 {
     Memoria memoria;
-    for (MeioDePagamento& programado : memoria.meios)
-        programado.vinculacao = SEM_CCD;
+    memoria.meios[7].vinculacao = COM_CCD; // of one without a name
     memoria.cupom.itens.resize(1);
     memoria.cupom.situacao = ESituacaoCupom::FECHADO;
     memoria.documento = EDocumentoAberto::CCD;
