@@ -35,6 +35,7 @@ BENCH = {
     "log": [],
     "banco": ["log"],
     "comandos": ["registro", "fita", "banco"],
+    "memoria": ["registro", "fita"],
     "relatorio": ["log"],
     "conferencia": [],
     "gerador": [],
