@@ -483,8 +483,6 @@ int LogDatabase::OnTrace(unsigned, void* self, void* statement, void*)
     auto& database = *static_cast<LogDatabase*>(self);
     if (database.m_own)
         return 0;
-    if (database.m_inCommand)
-        database.m_asked = true;
     database.KeepStatement();
     auto* started = static_cast<sqlite3_stmt*>(statement);
     database.m_started = sqlite3_sql(started);
