@@ -96,7 +96,7 @@ def plot_cell(command, left, top, highest, limit):
         return y0 + PLOT_HEIGHT * (1 - ratio / highest)
 
     drawn = [text(x0, top + 20, command.name, font_weight="bold"),
-             text(x0 + PLOT_WIDTH, top + 20, f"{command.costs[-1]:.2f}", text_anchor="end")]
+             text(x0 + PLOT_WIDTH, y(0) - 6, f"{command.costs[-1]:.2f}", text_anchor="end")]
     for ratio in (0, 0.5, 1, highest):
         drawn.append(line(x0, y(ratio), x0 + PLOT_WIDTH, y(ratio), "#ddd"))
         drawn.append(text(x0 - 5, y(ratio) + 4, f"{ratio:g}", text_anchor="end", fill="#666"))
