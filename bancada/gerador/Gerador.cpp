@@ -117,10 +117,10 @@ class Gerador
         {
             LinhaFita linha = Linha("programa_nr_serie");
             Abre(linha)
-                .Texto("marca", "MODELAR")
-                .Texto("modelo", "MB-100 FI")
+                .Texto("marca", "BANCADA")
+                .Texto("modelo", "REGISTRO 1")
                 .Texto("tipo", "ECF-IF")
-                .Texto("num_serie", "MB0100240300000017");
+                .Texto("num_serie", "BN0100240300000017");
         }
         Linha("programa_sequencia_ecf").Numero("numero", 1);
         Linha("programa_loja").Numero("numero", 1);

@@ -14,7 +14,7 @@ class IdentidadeECF : public LoggerTest
   protected:
     IdentidadeECF()
     {
-        SetText(command.m_sNumSerie, "BE0123456789");
+        SetText(command.m_sNumSerie, "NS0123456789");
         SetText(command.m_sMarca, "MARCA");
         SetText(command.m_sModelo, "MODELO 1");
         SetText(command.m_sTipo, "ECF-IF");
@@ -41,9 +41,9 @@ class IdentidadeECF : public LoggerTest
     }
 
     const std::string insertOfIdentity =
-        "INSERT INTO dados_ecf (num_serie, marca, modelo, tipo, num_caixa) VALUES ('BE0123456789','MARCA','MODELO 1','ECF-IF',007)";
+        "INSERT INTO dados_ecf (num_serie, marca, modelo, tipo, num_caixa) VALUES ('NS0123456789','MARCA','MODELO 1','ECF-IF',007)";
     const std::string updateOfIdentity =
-        "UPDATE dados_ecf SET num_serie = 'BE0123456789',marca = 'MARCA',modelo = 'MODELO 1',tipo = 'ECF-IF' WHERE num_ecf = 1";
+        "UPDATE dados_ecf SET num_serie = 'NS0123456789',marca = 'MARCA',modelo = 'MODELO 1',tipo = 'ECF-IF' WHERE num_ecf = 1";
     const std::string insertOfVersion =
         "INSERT INTO versao_sb(num_ecf, versao) VALUES(1,'01.02.03')";
 };
@@ -55,7 +55,7 @@ TEST_F(IdentidadeECF, FirstSerialNumberInsertsTheIdentityThenTheVersion)
     EXPECT_THAT(
         Statements(),
         ElementsAre(
-            "INSERT INTO dados_ecf (num_serie, marca, modelo, tipo, num_caixa) VALUES ('BE0123456789','MARCA','MODELO 1','ECF-IF',007)",
+            "INSERT INTO dados_ecf (num_serie, marca, modelo, tipo, num_caixa) VALUES ('NS0123456789','MARCA','MODELO 1','ECF-IF',007)",
             "INSERT INTO versao_sb(num_ecf, versao) VALUES(1,'01.02.03')"));
     ASSERT_EQ(Queries().size(), 2u);
     EXPECT_EQ(Queries()[0].text, "SELECT count(*) FROM dados_ecf");
@@ -66,7 +66,7 @@ TEST_F(IdentidadeECF, FirstSerialNumberInsertsTheIdentityThenTheVersion)
     EXPECT_THAT(fiscal.calls,
                 ElementsAre("DadosECF_GetNrOrdemSeq(500)", "DadosECF_GetVersaoSB(500)"));
     EXPECT_THAT(Rows("SELECT * FROM dados_ecf"),
-                ElementsAre("1|BE0123456789|MARCA|MODELO 1|ECF-IF|7"));
+                ElementsAre("1|NS0123456789|MARCA|MODELO 1|ECF-IF|7"));
     EXPECT_THAT(Rows("SELECT * FROM versao_sb"), ElementsAre("1|01.02.03"));
 }
 
@@ -96,7 +96,7 @@ TEST_F(IdentidadeECF, NoSequenceNumberIsTillZero)
     ProgramSerialNumber();
     EXPECT_EQ(
         Statements()[0],
-        "INSERT INTO dados_ecf (num_serie, marca, modelo, tipo, num_caixa) VALUES ('BE0123456789','MARCA','MODELO 1','ECF-IF',0)");
+        "INSERT INTO dados_ecf (num_serie, marca, modelo, tipo, num_caixa) VALUES ('NS0123456789','MARCA','MODELO 1','ECF-IF',0)");
     EXPECT_THAT(Rows("SELECT num_caixa FROM dados_ecf"), ElementsAre("0"));
 }
 
@@ -115,7 +115,7 @@ TEST_F(IdentidadeECF, SequenceNumberThatIsNoNumberLosesTheIdentityButNotTheVersi
         LogEntries(),
         ElementsAre(
             "DBLoggerExecuteSQL: Erro executando SQL Code. Comando:'257', Erro:'near \"2\": syntax error'",
-            "INSERT INTO dados_ecf (num_serie, marca, modelo, tipo, num_caixa) VALUES ('BE0123456789','MARCA','MODELO 1','ECF-IF',1 2)"));
+            "INSERT INTO dados_ecf (num_serie, marca, modelo, tipo, num_caixa) VALUES ('NS0123456789','MARCA','MODELO 1','ECF-IF',1 2)"));
     EXPECT_THAT(Rows("SELECT * FROM dados_ecf"), IsEmpty());
     EXPECT_THAT(Rows("SELECT * FROM versao_sb"), ElementsAre("1|01.02.03"));
 }
@@ -133,7 +133,7 @@ TEST_F(IdentidadeECF, TextsThatFillTheirArraysAreWrittenWhole)
         EXPECT_THAT(
             Statements(),
             ElementsAre(
-                "INSERT INTO dados_ecf (num_serie, marca, modelo, tipo, num_caixa) VALUES ('BE0123456789','MARCA','MODELO 1','ECF-IF'," +
+                "INSERT INTO dados_ecf (num_serie, marca, modelo, tipo, num_caixa) VALUES ('NS0123456789','MARCA','MODELO 1','ECF-IF'," +
                     number + ")",
                 "INSERT INTO versao_sb(num_ecf, versao) VALUES(1,'" + version + "')"));
         EXPECT_THAT(LogEntries(), IsEmpty());
@@ -174,14 +174,14 @@ TEST_F(IdentidadeECF, ParameterWithAnApostropheLosesTheIdentityButNotTheVersion)
         LogEntries(),
         ElementsAre(
             "DBLoggerExecuteSQL: Erro executando SQL Code. Comando:'257', Erro:'near \"AVILA\": syntax error'",
-            "INSERT INTO dados_ecf (num_serie, marca, modelo, tipo, num_caixa) VALUES ('BE0123456789','D'AVILA','MODELO 1','ECF-IF',007)"));
+            "INSERT INTO dados_ecf (num_serie, marca, modelo, tipo, num_caixa) VALUES ('NS0123456789','D'AVILA','MODELO 1','ECF-IF',007)"));
     EXPECT_THAT(Rows("SELECT * FROM versao_sb"), ElementsAre("1|01.02.03"));
 
     Execute("INSERT INTO dados_ecf (marca) VALUES ('X')");
     EXPECT_EQ(ProgramSerialNumber(), 1);
     EXPECT_EQ(
         LogEntries()[1],
-        "UPDATE dados_ecf SET num_serie = 'BE0123456789',marca = 'D'AVILA',modelo = 'MODELO 1',tipo = 'ECF-IF' WHERE num_ecf = 1");
+        "UPDATE dados_ecf SET num_serie = 'NS0123456789',marca = 'D'AVILA',modelo = 'MODELO 1',tipo = 'ECF-IF' WHERE num_ecf = 1");
 }
 
 TEST_F(IdentidadeECF, VersionWithAnApostropheIsLostAndLogged)
@@ -364,7 +364,7 @@ TEST_F(IdentidadeECF, TillNumberIsUpdatedWithoutACount)
     EXPECT_THAT(Queries(), IsEmpty());
     EXPECT_THAT(fiscal.calls, IsEmpty());
     EXPECT_THAT(Rows("SELECT * FROM dados_ecf"),
-                ElementsAre("1|BE0123456789|MARCA|MODELO 1|ECF-IF|12"));
+                ElementsAre("1|NS0123456789|MARCA|MODELO 1|ECF-IF|12"));
 
     ProgramTill(-1);
     EXPECT_EQ(Statement(), "UPDATE dados_ecf SET num_caixa = -1 WHERE num_ecf = 1");

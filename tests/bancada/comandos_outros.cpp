@@ -217,11 +217,11 @@ TEST_F(ComandosOutros, WrongCheckDigitsAreRefused)
 TEST_F(ComandosOutros, RegisterIdentityAndTillNumber)
 {
     Roda(R"({"cmd":"programa_sequencia_ecf","numero":2})");
-    Roda(R"({"cmd":"programa_nr_serie","marca":"MODELAR","modelo":"MB","tipo":"ECF-IF",)"
-         R"("num_serie":"MB01"})");
+    Roda(R"({"cmd":"programa_nr_serie","marca":"BANCADA","modelo":"R1","tipo":"ECF-IF",)"
+         R"("num_serie":"BN01"})");
     Roda(R"({"cmd":"programa_sequencia_ecf","numero":5})");
     EXPECT_THAT(Linhas("SELECT num_ecf, num_serie, marca, modelo, tipo, num_caixa FROM dados_ecf"),
-                ElementsAre("1|MB01|MODELAR|MB|ECF-IF|5"));
+                ElementsAre("1|BN01|BANCADA|R1|ECF-IF|5"));
     EXPECT_THAT(Linhas("SELECT num_ecf, versao FROM versao_sb"), ElementsAre("1|01.00.00"));
 }
 

@@ -1,7 +1,7 @@
 -- A small logging database: one closed day and the beginning of the next, with the rows that the
 -- module leaves. Read into the schema by the tests of the show command.
 INSERT INTO dados_usuario VALUES (1, 'Rua das Flores, 100, Centro, São Paulo', 'Mercearia Bom Preço', 'Bom Preço Comércio de Alimentos Ltda', '12345678000195', '110.042.490.114', '1234567', 'SP', '2024-03-01 08:00:00', 1, 0);
-INSERT INTO dados_ecf VALUES (1, 'BE0000000000000000001', 'BANCADA', 'REF-1', 'ECF-IF', 3);
+INSERT INTO dados_ecf VALUES (1, 'BN0000000000000000001', 'BANCADA', 'REF-1', 'ECF-IF', 3);
 INSERT INTO versao_sb VALUES (1, '01.00.00');
 INSERT INTO meio_pagamento VALUES (1, 1, 'Dinheiro', 'N');
 INSERT INTO meio_pagamento VALUES (2, 1, 'Cartão de crédito', 'S');

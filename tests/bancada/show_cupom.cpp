@@ -74,7 +74,7 @@ kX9mVb0cQ1nq6fYJ2yZk0r1mQ8yT5u7wA3sD4fG5hJ0=
 ------------------------------------------------
 BANCADA REF-1 ECF-IF
 VERSÃO: 01.00.00                        ECF: 003
-FAB: BE0000000000000000001
+FAB: BN0000000000000000001
           ESPELHO DO BANCO DE REGISTRO
                 SEM VALOR FISCAL
 )");

@@ -171,7 +171,7 @@ Tempo emitindo documentos fiscais       00:30:34
 ------------------------------------------------
 BANCADA REF-1 ECF-IF
 VERSÃO: 01.00.00                        ECF: 003
-FAB: BE0000000000000000001
+FAB: BN0000000000000000001
           ESPELHO DO BANCO DE REGISTRO
                 SEM VALOR FISCAL
 )");

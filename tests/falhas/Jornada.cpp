@@ -24,7 +24,7 @@ namespace
 {
 
 const char* const PROGRAMACAO[] = {
-    R"({"cmd":"programa_nr_serie","marca":"MODELAR","modelo":"MB-100 FI","tipo":"ECF-IF","num_serie":"MB01"})",
+    R"({"cmd":"programa_nr_serie","marca":"BANCADA","modelo":"REGISTRO 1","tipo":"ECF-IF","num_serie":"BN01"})",
     R"({"cmd":"programa_usuario","razao_social":"MERCEARIA LTDA","nome_fantasia":"MERCEARIA","endereco":"RUA 1"})",
     R"({"cmd":"programa_cnpj_ie_im","cnpj":"47195328000174","ie":"244123456110","im":"00123456","uf":"SP"})",
     R"({"cmd":"programa_moeda","simbolo":"R$"})",

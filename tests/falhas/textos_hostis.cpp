@@ -141,7 +141,7 @@ const std::vector<bancada::TapeCommand>& Carriers()
 {
     static const std::vector<bancada::TapeCommand> carriers = ParseTape(
         {R"({"cmd":"fecha_cupom","mensagem":"OBRIGADO"})",
-         R"({"cmd":"programa_nr_serie","marca":"MODELAR","modelo":"MB","tipo":"ECF-IF","num_serie":"1"})",
+         R"({"cmd":"programa_nr_serie","marca":"BANCADA","modelo":"R1","tipo":"ECF-IF","num_serie":"1"})",
          R"({"cmd":"programa_cnpj_ie_im","cnpj":"47195328000174","ie":"244123456110","im":"1","uf":"SP"})",
          R"({"cmd":"reducao_z"})"});
     return carriers;
