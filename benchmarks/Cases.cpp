@@ -62,6 +62,15 @@ struct Case::Model final : FiscalDataController {
     int itens = 6;
     bool ajuste = false; // the subtotal carries a discount
 
+    CmdAbreCupom abertura;
+    CmdVendeItem venda;
+    CmdEfetuaPagamento pagamento;
+    CmdFechaCupom fechamento;
+    CmdReducaoZ reducaoZ;
+
+    // The command of that case, its parameters set.
+    Command& MakeCommand(const std::string& name);
+
     int Contador_Get(FISCALDATA_COUNTER_INDEX contador) override { return 4321 + contador; }
     int Cupom_GetCOO() override { return 4321; }
     int Cupom_GetQuantidadeDeItens() override { return itens; }
@@ -155,65 +164,6 @@ struct Case::Model final : FiscalDataController {
 namespace
 {
 
-// A Command has no virtual destructor; a shared pointer remembers the class it was made with.
-using OwnedCommand = std::shared_ptr<Command>;
-
-OwnedCommand Abertura()
-{
-    auto command = std::make_shared<CmdAbreCupom>();
-    std::strcpy(command->m_sCPF_CNPJ, "12345678909");
-    std::strcpy(command->m_sNomeConsumidor, "MARIA DA SILVA");
-    std::strcpy(command->m_sEnderecoConsumidor, "RUA DAS FLORES, 123");
-    return command;
-}
-
-OwnedCommand Venda()
-{
-    auto command = std::make_shared<CmdVendeItem>();
-    std::strcpy(command->m_sCodigoItem, "7891234567890");
-    std::strcpy(command->m_sDescricao, "TOMATE ITALIANO");
-    std::strcpy(command->m_sTributacao, "T");
-    command->m_iIndiceTributacao = 1;
-    std::strcpy(command->m_sUnidadeMedida, "KG");
-    command->m_iCasasDecimaisQtde = 3;
-    command->m_iCasasDecimaisValor = 2;
-    command->m_cArredTrunc = 'T';
-    return command;
-}
-
-OwnedCommand Pagamento()
-{
-    auto command = std::make_shared<CmdEfetuaPagamento>();
-    command->m_iMeioPagamento = 1;
-    command->m_finValor = Money(12345);
-    command->m_iNumParcelas = 1;
-    std::strcpy(command->m_sInfoAdicional, "BALCAO");
-    return command;
-}
-
-OwnedCommand Fechamento()
-{
-    auto command = std::make_shared<CmdFechaCupom>();
-    std::strcpy(command->m_sMsgPromocional,
-                "CNPJ/CPF consumidor: 123.456.789-09 OBRIGADO E VOLTE SEMPRE");
-    return command;
-}
-
-OwnedCommand MakeCommand(const std::string& name)
-{
-    if (name == "abertura")
-        return Abertura();
-    if (name == "venda")
-        return Venda();
-    if (name == "pagamento")
-        return Pagamento();
-    if (name == "fechamento_999")
-        return Fechamento();
-    if (name == "reducao_z")
-        return std::make_shared<CmdReducaoZ>();
-    throw std::invalid_argument("no such case: " + name);
-}
-
 void Run(sqlite3* db, const std::string& sql)
 {
     char* error = nullptr;
@@ -231,20 +181,56 @@ std::string Schema()
 
 } // namespace
 
+Command& Case::Model::MakeCommand(const std::string& name)
+{
+    if (name == "abertura") {
+        std::strcpy(abertura.m_sCPF_CNPJ, "12345678909");
+        std::strcpy(abertura.m_sNomeConsumidor, "MARIA DA SILVA");
+        std::strcpy(abertura.m_sEnderecoConsumidor, "RUA DAS FLORES, 123");
+        return abertura;
+    }
+    if (name == "venda") {
+        std::strcpy(venda.m_sCodigoItem, "7891234567890");
+        std::strcpy(venda.m_sDescricao, "TOMATE ITALIANO");
+        std::strcpy(venda.m_sTributacao, "T");
+        venda.m_iIndiceTributacao = 1;
+        std::strcpy(venda.m_sUnidadeMedida, "KG");
+        venda.m_iCasasDecimaisQtde = 3;
+        venda.m_iCasasDecimaisValor = 2;
+        venda.m_cArredTrunc = 'T';
+        return venda;
+    }
+    if (name == "pagamento") {
+        pagamento.m_iMeioPagamento = 1;
+        pagamento.m_finValor = Money(12345);
+        pagamento.m_iNumParcelas = 1;
+        std::strcpy(pagamento.m_sInfoAdicional, "BALCAO");
+        return pagamento;
+    }
+    if (name == "fechamento_999") {
+        std::strcpy(fechamento.m_sMsgPromocional,
+                    "CNPJ/CPF consumidor: 123.456.789-09 OBRIGADO E VOLTE SEMPRE");
+        return fechamento;
+    }
+    if (name == "reducao_z")
+        return reducaoZ;
+    throw std::invalid_argument("no such case: " + name);
+}
+
 std::vector<std::string> Case::Names()
 {
     return {"abertura", "venda", "pagamento", "fechamento_999", "reducao_z"};
 }
 
 Case::Case(const std::string& name)
-    : m_model(std::make_unique<Model>()), m_command(MakeCommand(name))
+    : m_model(std::make_unique<Model>()), m_command(m_model->MakeCommand(name))
 {
     if (sqlite3_open(":memory:", &m_db) != SQLITE_OK)
         throw std::runtime_error("no in-memory database");
     Run(m_db, Schema());
 
-    m_command->FDController = m_model.get();
-    m_command->m_dtExecStart = RtcAbsoluteTime(1772440530);
+    m_command.FDController = m_model.get();
+    m_command.m_dtExecStart = RtcAbsoluteTime(1772440530);
     if (name == "fechamento_999") {
         m_model->itens = 999;
         m_model->ajuste = true;
@@ -256,7 +242,7 @@ Case::Case(const std::string& name)
 
     Run(m_db, "BEGIN");
     capture = &m_statements;
-    m_command->DBLogger(m_db);
+    m_command.DBLogger(m_db);
     capture = nullptr;
     Reset();
 }
@@ -268,13 +254,13 @@ Case::~Case()
 
 void Case::Log()
 {
-    m_command->DBLogger(m_db);
+    m_command.DBLogger(m_db);
 }
 
 void Case::Execute()
 {
     for (const std::string& sql : m_statements)
-        m_command->DBLoggerExecuteSQL(m_db, sql.c_str());
+        m_command.DBLoggerExecuteSQL(m_db, sql.c_str());
 }
 
 void Case::Reset()

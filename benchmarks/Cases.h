@@ -41,6 +41,6 @@ class Case
 
     sqlite3* m_db = nullptr;
     std::unique_ptr<Model> m_model;
-    std::shared_ptr<Command> m_command;
+    Command& m_command; // one of the model's
     std::vector<std::string> m_statements;
 };
