@@ -6,8 +6,8 @@ struct sqlite3;
 struct sqlite3_stmt;
 
 // Prepares and steps a SELECT count(*) when it is made. It has no destructor on purpose: some
-// loggers are required to leave their statement open, and it is then the caller's of the logger to
-// release (sqlite3_next_stmt finds it). The others call Finalize.
+// loggers are required to leave their statement open, and whoever called the logger then releases
+// it (sqlite3_next_stmt finds it). The others call Finalize.
 class CountingQuery
 {
   public:

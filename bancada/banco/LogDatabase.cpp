@@ -364,7 +364,7 @@ void LogDatabase::TellLoss()
     if (m_lossTold)
         return;
     m_lossTold = true;
-    m_log.Write("LogDatabase: the rows of this command are lost: " + m_loss);
+    m_log.Write(LOST_COMMAND_ENTRY + m_loss);
 }
 
 // Notices a failure that cost, or may have cost, the command's transaction. Asked whenever the

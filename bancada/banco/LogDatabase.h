@@ -16,6 +16,9 @@ namespace bancada
 
 class FirmwareLog;
 
+// How the firmware log's entry about a lost command begins; the reason follows.
+inline constexpr char LOST_COMMAND_ENTRY[] = "LogDatabase: the rows of this command are lost: ";
+
 // What the database was asked and what it holds of it.
 struct LogDatabaseCounts {
     struct Rows {

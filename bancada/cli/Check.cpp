@@ -1,4 +1,5 @@
 // ecf-bancada check: reconciles a logging database by itself.
+#include "bancada/banco/LogDatabase.h"
 #include "bancada/cli/Subcommands.h"
 #include "bancada/conferencia/Conferencia.h"
 #include "bancada/log/FirmwareLogReader.h"
@@ -22,9 +23,6 @@ struct CheckOptions {
     bool json = false;
 };
 
-// How the owner of the logging database tells the firmware log of a command that left no row.
-const char LOST_COMMAND[] = "LogDatabase: the rows of this command are lost: ";
-
 Perdas ReadLosses(const std::string& path)
 {
     Perdas losses;
@@ -33,8 +31,8 @@ Perdas ReadLosses(const std::string& path)
     FirmwareLogReader reader(path);
     FirmwareLogRecord record;
     while (reader.Next(record))
-        if (record.text.rfind(LOST_COMMAND, 0) == 0)
-            losses.ComandoPerdido(record.time, record.text.substr(sizeof LOST_COMMAND - 1));
+        if (record.text.rfind(LOST_COMMAND_ENTRY, 0) == 0)
+            losses.ComandoPerdido(record.time, record.text.substr(sizeof LOST_COMMAND_ENTRY - 1));
     return losses;
 }
 

@@ -40,13 +40,7 @@ class ItensNf
         m_itens.Com(coo);
         while (m_itens.Avanca()) {
             const std::int64_t item = m_itens.Inteiro(0);
-            if (item > anterior + 1) {
-                m_contexto.Relata(
-                    "item-ausente", Coo(coo),
-                    "no row of item " + std::to_string(anterior + 1) +
-                        (item > anterior + 2 ? " to " + std::to_string(item - 1) : ""),
-                    coo, 0);
-            }
+            m_contexto.RelataItensAusentes(coo, anterior, item);
             anterior = item;
             soma.algum = true;
             soma.caixa = soma.caixa || m_itens.Inteiro(1) <= 2;

@@ -159,6 +159,16 @@ void Contexto::Relata(const char* tipo, const std::string& chave, const std::str
                ((coo != 0 && m_perdas->TemCoo(coo)) || (crz != 0 && m_perdas->TemCrz(crz))));
 }
 
+void Contexto::RelataItensAusentes(std::int64_t coo, std::int64_t anterior, std::int64_t item)
+{
+    if (item <= anterior + 1)
+        return;
+    Relata("item-ausente", Coo(coo),
+           "no row of item " + std::to_string(anterior + 1) +
+               (item > anterior + 2 ? " to " + std::to_string(item - 1) : ""),
+           coo, 0);
+}
+
 void Contexto::Relata(const char* tipo, const std::string& chave, const std::string& texto,
                       bool explicado)
 {

@@ -72,6 +72,8 @@ class Contexto
                 std::int64_t coo, std::int64_t crz);
     void Relata(const char* tipo, const std::string& chave, const std::string& texto,
                 bool explicado);
+    // Hands out the items of a receipt that have no row between one that has and the next.
+    void RelataItensAusentes(std::int64_t coo, std::int64_t anterior, std::int64_t item);
     // Whether the log was given, whether it names the closing of this additional receipt.
     const Perdas* Log() const { return m_perdas; }
     const UltimoDocumento& Ultimo() const { return m_ultimo; }
