@@ -43,10 +43,12 @@ char* WritePattern(const char* pattern, const PatternField (&fields)[3], char* o
         const PatternField* found = nullptr;
         for (const PatternField& field : fields) {
             int letters = 0;
-            while (letters < field.digits && pattern[letters] == field.letter)
+            while (letters < field.digits && pattern[letters] == field.letter) {
                 ++letters;
-            if (letters == field.digits)
+            }
+            if (letters == field.digits) {
                 found = &field;
+            }
         }
         if (found == nullptr) {
             *out++ = *pattern++;

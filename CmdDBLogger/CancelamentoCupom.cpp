@@ -10,8 +10,9 @@ BOOL CmdCancelaCupomFiscalNfEmEmissao::DBLogger(sqlite3* db)
     Statement<SQL_SIZE> update;
 
     const ReceiptTable table = ChooseReceiptTable(*FDController);
-    if (table == ReceiptTable::NONE)
+    if (table == ReceiptTable::NONE) {
         return 0;
+    }
 
     update.Begin(table == ReceiptTable::FISCAL ? "UPDATE cupom_fiscal SET "
                                                : "UPDATE cupom_nf SET ");
@@ -27,15 +28,17 @@ BOOL CmdCancelaCupom::DBLogger(sqlite3* db)
     Statement<SQL_SIZE> update;
 
     const ReceiptTable table = ChooseReceiptTable(*FDController);
-    if (table == ReceiptTable::NONE)
+    if (table == ReceiptTable::NONE) {
         return 0;
+    }
 
     update.Begin(table == ReceiptTable::FISCAL ? "UPDATE cupom_fiscal SET "
                                                : "UPDATE cupom_nf SET ");
     update.Piece("id_cancelado = 'S' ");
     update.Integer("where cont_coo = '%d'", m_iCOOCancelado);
     const BOOL executed = update.Execute(*this, db);
-    if (executed == 0 || table == ReceiptTable::FISCAL)
+    if (executed == 0 || table == ReceiptTable::FISCAL) {
         return executed;
+    }
     return OutrosDocumentosDBLogger(db, "NC");
 }

@@ -7,10 +7,11 @@ BOOL CmdCancelaItem::DBLogger(sqlite3* db)
 {
     Statement<SQL_SIZE> update;
 
-    if (FDController->Cupom_GetTipoCupom() == CUPOM_FISCAL)
+    if (FDController->Cupom_GetTipoCupom() == CUPOM_FISCAL) {
         update.Begin("UPDATE item_cupom_fiscal SET ");
-    else
+    } else {
         update.Begin("UPDATE item_cupom_nf SET ");
+    }
     update.Piece("id_cancelado = 'S' ");
     // Required text: quoted numbers and lower-case keywords.
     update.Integer("where cont_coo = '%d' ", FDController->Contador_Get(COUNTER_COO));

@@ -20,8 +20,9 @@ bool CountingQuery::HasRow() const
 
 int CountingQuery::Count(int otherwise) const
 {
-    if (!HasRow())
+    if (!HasRow()) {
         return otherwise;
+    }
     const unsigned char* text = sqlite3_column_text(m_statement, 0);
     return text == nullptr ? otherwise : std::atoi(reinterpret_cast<const char*>(text));
 }

@@ -13,8 +13,9 @@ bool CountUsuarios(StatementComposer& sql, sqlite3* db, int& rows)
 {
     sql.Begin("SELECT count(*) FROM dados_usuario");
     CountingQuery query(db, sql);
-    if (!query.HasRow())
+    if (!query.HasRow()) {
         return false;
+    }
     rows = query.Count(0);
     query.Finalize();
     return true;
@@ -35,8 +36,9 @@ BOOL CmdProgramaUsuario::DBLogger(sqlite3* db)
     FiscalDataController& controller = *FDController;
 
     int rows = 0;
-    if (!CountUsuarios(sql, db, rows))
+    if (!CountUsuarios(sql, db, rows)) {
         return 0;
+    }
 
     if (rows == 0) {
         sql.Begin(
@@ -68,8 +70,9 @@ BOOL CmdProgramaCNPJ_IE_IM::DBLogger(sqlite3* db)
     FiscalDataController& controller = *FDController;
 
     int rows = 0;
-    if (!CountUsuarios(sql, db, rows))
+    if (!CountUsuarios(sql, db, rows)) {
         return 0;
+    }
 
     if (rows == 0) {
         sql.Begin(

@@ -29,10 +29,11 @@ BOOL RewriteTotal(StatementComposer& update, Command& command, int t_nNumeroItem
     const Financial total = FDController->Cupom_GetItemValorTotal(t_nNumeroItemIndex - 1);
 
     update.Begin();
-    if (FDController->Cupom_GetTipoCupom() == CUPOM_FISCAL)
+    if (FDController->Cupom_GetTipoCupom() == CUPOM_FISCAL) {
         update.MoneyText("UPDATE item_cupom_fiscal SET valor_total = %s ", total);
-    else
+    } else {
         update.MoneyText("UPDATE item_cupom_nf SET valor_total_liquido = %s ", total);
+    }
     return ExecuteForItem(update, command, t_nNumeroItemIndex, db);
 }
 
@@ -45,8 +46,9 @@ BOOL CmdEfetuaDescAcresItem::DBLogger(sqlite3* db)
     const int t_nNumeroItemIndex =
         m_iNumeroItem == 0 ? FDController->Cupom_GetQuantidadeDeItens() : m_iNumeroItem;
     const ReceiptTable table = ChooseReceiptTable(*FDController);
-    if (table == ReceiptTable::NONE)
+    if (table == ReceiptTable::NONE) {
         return 0;
+    }
 
     BeginItemUpdate(update, table);
     if (m_eOperacao == ACRESCIMO) {
@@ -70,8 +72,9 @@ BOOL CmdEfetuaDescAcresItem::DBLogger(sqlite3* db)
         update.MoneyText("valor_desconto = %s ",
                          FDController->Cupom_GetItemValorDesc(t_nNumeroItemIndex - 1));
     }
-    if (ExecuteForItem(update, *this, t_nNumeroItemIndex, db) == 0)
+    if (ExecuteForItem(update, *this, t_nNumeroItemIndex, db) == 0) {
         return 0;
+    }
     return RewriteTotal(update, *this, t_nNumeroItemIndex, db);
 }
 
@@ -81,8 +84,9 @@ BOOL CmdCancelaDescAcresItem::DBLogger(sqlite3* db)
 
     const int t_nNumeroItemIndex = m_iNumeroItem; // 0 has no meaning of its own here
     const ReceiptTable table = ChooseReceiptTable(*FDController);
-    if (table == ReceiptTable::NONE)
+    if (table == ReceiptTable::NONE) {
         return 0;
+    }
 
     BeginItemUpdate(update, table);
     if (m_eOperacao == ACRESCIMO) {
@@ -92,7 +96,8 @@ BOOL CmdCancelaDescAcresItem::DBLogger(sqlite3* db)
         update.MoneyText("valor_desconto = %s ",
                          FDController->Cupom_GetItemValorDesc(t_nNumeroItemIndex - 1));
     }
-    if (ExecuteForItem(update, *this, t_nNumeroItemIndex, db) == 0)
+    if (ExecuteForItem(update, *this, t_nNumeroItemIndex, db) == 0) {
         return 0;
+    }
     return RewriteTotal(update, *this, t_nNumeroItemIndex, db);
 }

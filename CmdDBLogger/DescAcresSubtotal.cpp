@@ -22,15 +22,17 @@ BOOL CmdEfetuaDescAcresSubtotal::DBLogger(sqlite3* db)
     Statement<SQL_SIZE> update;
 
     const ReceiptTable table = ChooseReceiptTable(*FDController);
-    if (table == ReceiptTable::NONE)
+    if (table == ReceiptTable::NONE) {
         return 0;
+    }
     const bool fiscal = table == ReceiptTable::FISCAL;
 
     BeginReceiptUpdate(update, table);
     if (m_eOperacao == ACRESCIMO) {
         if (m_eTipoValor != VALOR) {
-            if (fiscal)
+            if (fiscal) {
                 update.Piece("tipo_acrescimo = 'P', ");
+            }
             update.PercentText("perc_acrescimo = %.2f, ", m_Valor);
         } else if (fiscal) {
             update.Piece("tipo_acrescimo = 'V', perc_acrescimo = 0, ");
@@ -39,12 +41,13 @@ BOOL CmdEfetuaDescAcresSubtotal::DBLogger(sqlite3* db)
         }
         update.MoneyText("valor_acrescimo = %s ", FDController->Cupom_GetSTValorDescAcr());
     } else if (m_eOperacao == DESCONTO) {
-        if (m_eTipoValor != VALOR)
+        if (m_eTipoValor != VALOR) {
             update.PercentText("perc_desconto = %.2f, ", m_Valor);
-        else if (fiscal)
+        } else if (fiscal) {
             update.Piece("tipo_desconto = 'V', perc_desconto = 0, ");
-        else
+        } else {
             update.Piece("tipo_desconto = 'V', ");
+        }
         update.MoneyText("valor_desconto = %s ", FDController->Cupom_GetSTValorDescAcr());
     }
     update.Integer("WHERE cont_coo = %d", FDController->Contador_Get(COUNTER_COO));
@@ -56,8 +59,9 @@ BOOL CmdCancelaDescAcresSubtotal::DBLogger(sqlite3* db)
     Statement<SQL_SIZE> update;
 
     const ReceiptTable table = ChooseReceiptTable(*FDController);
-    if (table == ReceiptTable::NONE)
+    if (table == ReceiptTable::NONE) {
         return 0;
+    }
 
     const Financial val_aplic = FDController->Cupom_GetSTValorDescAcr();
     const Financial val_canc = FDController->Cupom_GetSTValorCanceladoDescAcr();

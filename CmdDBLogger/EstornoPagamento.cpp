@@ -15,8 +15,9 @@ BOOL CmdEstornaMeioPagamento::DBLogger(sqlite3* db)
     sql.Piece("id_estornado = 'S' ");
     sql.Integer("WHERE cont_coo = %d ", FDController->Cupom_GetCOO());
     sql.Integer("AND indice_meio_pagamento = %d", m_iMeioPagamentoOrigem);
-    if (sql.Execute(*this, db) == 0)
+    if (sql.Execute(*this, db) == 0) {
         return 0;
+    }
 
     sql.Begin(
         "INSERT INTO pagamento_cupom (cont_coo, cont_gnf, valor_pagamento, num_parcelas, info_adicional, indice_meio_pagamento, id_estornado, valor_estornado) VALUES (");

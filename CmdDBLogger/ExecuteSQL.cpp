@@ -7,8 +7,9 @@
 BOOL Command::DBLoggerExecuteSQL(sqlite3* db, const char* sql)
 {
     char* errorText = nullptr;
-    if (sqlite3_exec(db, sql, nullptr, nullptr, &errorText) != SQLITE_OK)
+    if (sqlite3_exec(db, sql, nullptr, nullptr, &errorText) != SQLITE_OK) {
         ReportRejectedStatement(m_eCmdType, errorText, sql);
+    }
     sqlite3_free(errorText);
     return TRUE;
 }

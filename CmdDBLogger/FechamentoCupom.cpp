@@ -22,17 +22,20 @@ bool FindConsumer(const char* message, char (&cpfFormated)[CNPJ_DIGITS + 1])
     static constexpr char LABEL[] = "CNPJ/CPF consumidor:";
 
     const char* text = std::strstr(message, LABEL);
-    if (text == nullptr)
+    if (text == nullptr) {
         return false;
+    }
 
     std::size_t i = sizeof LABEL - 1;
     const std::size_t j = std::strlen(text);
     int k = 0;
-    if (text[i] == ' ')
+    if (text[i] == ' ') {
         ++i;
+    }
     while (text[i] != ' ' && i < j && k < CNPJ_DIGITS) {
-        if (text[i] >= '0' && text[i] <= '9')
+        if (text[i] >= '0' && text[i] <= '9') {
             cpfFormated[k++] = text[i];
+        }
         ++i;
     }
     cpfFormated[k] = '\0';
@@ -55,8 +58,9 @@ BOOL CmdFechaCupom::DBLogger(sqlite3* db)
     update.MoneyText("valor_troco = %s, ", FDController->Cupom_GetTroco());
 
     char* const text = update.CopyToAux(m_sMsgPromocional, "");
-    if (FindConsumer(text, cpfFormated))
+    if (FindConsumer(text, cpfFormated)) {
         update.Text("cpf_cnpj_consumidor = '%s', ", cpfFormated);
+    }
     CharReplace(text, '\'', ' ');
     update.Text("texto_suplementar = '%s', ", update.aux);
 
@@ -70,15 +74,20 @@ BOOL CmdFechaCupom::DBLogger(sqlite3* db)
 
     // Required text: no comma before this piece. The engine rejects the statement, and an
     // additional receipt keeps the values that its opening wrote.
-    if (m_bCupomAdicional == 1)
+    if (m_bCupomAdicional == 1) {
         update.Piece("id_cupom_adicional = 'S' ");
+    }
     update.Integer("WHERE cont_coo = %d", FDController->Contador_Get(COUNTER_COO));
-    if (update.Execute(*this, db) == 0)
+    if (update.Execute(*this, db) == 0) {
         return 0;
+    }
 
-    if (GetRatearSubtotal() != 1)
+    if (GetRatearSubtotal() != 1) {
         return 1;
-    if (FDController->Cupom_GetSTDescAplicado() == 1 || FDController->Cupom_GetSTAcrAplicado() == 1)
+    }
+    if (FDController->Cupom_GetSTDescAplicado() == 1 ||
+        FDController->Cupom_GetSTAcrAplicado() == 1) {
         return CalculaRateioItens(db);
+    }
     return 1;
 }

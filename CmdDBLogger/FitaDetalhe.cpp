@@ -15,8 +15,9 @@ BOOL CmdReimprimeMFD::DBLogger(sqlite3* db)
     CountingQuery query(db, sql);
     const int rows = query.Count(0);
     query.Finalize();
-    if (rows != 0)
+    if (rows != 0) {
         return 1;
+    }
 
     sql.Begin(
         "INSERT INTO fita_detalhe (cont_cfd, num_ecf, data_hora_emissao, coo_inicial, coo_final) VALUES (");

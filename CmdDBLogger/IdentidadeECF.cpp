@@ -31,10 +31,11 @@ BOOL CmdProgramaNrSerie::DBLogger(sqlite3* db)
         sql.Text("'%s',", m_sModelo);
         sql.Text("'%s',", m_sTipo);
         FDController->DadosECF_GetNrOrdemSeq(sql.aux, AUX_SIZE);
-        if (sql.aux[0] == '\0')
+        if (sql.aux[0] == '\0') {
             sql.Piece("0)"); // num_caixa
-        else
+        } else {
             sql.Text("%s)", sql.aux);
+        }
     } else {
         sql.Begin("UPDATE dados_ecf SET ");
         sql.Text("num_serie = '%s',", m_sNumSerie);
@@ -43,13 +44,15 @@ BOOL CmdProgramaNrSerie::DBLogger(sqlite3* db)
         sql.Text("tipo = '%s'", m_sTipo);
         sql.Piece(" WHERE num_ecf = 1");
     }
-    if (sql.Execute(*this, db) == 0)
+    if (sql.Execute(*this, db) == 0) {
         return 0;
+    }
 
     // Required: where the versions cannot be counted, the first count stands.
     rows = CountRows(sql, "SELECT count(*) FROM versao_sb", rows, db);
-    if (rows != 0)
+    if (rows != 0) {
         return 1;
+    }
     sql.Begin("INSERT INTO versao_sb(num_ecf, versao) VALUES(");
     sql.Integer("%d,", 1); // num_ecf
     sql.TextAt("'%s')", FDController->DadosECF_GetVersaoSB(sql.aux, AUX_SIZE));

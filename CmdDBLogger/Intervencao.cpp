@@ -41,8 +41,9 @@ BOOL CmdEntradaMILInterno::DBLogger(sqlite3* db)
     if (CountIntervencoes(sql, *this, db) == 0) {
         // Required to be asked; the answer is not used.
         FDController->Cupom_GetQuantidadeDeItens();
-        if (InsertIntervencao(sql, *this, "'L',", db) == 0)
+        if (InsertIntervencao(sql, *this, "'L',", db) == 0) {
             return 0;
+        }
     }
     return OutrosDocumentosDBLogger(db, "LX");
 }
@@ -52,8 +53,9 @@ BOOL CmdEntradaMITInterno::DBLogger(sqlite3* db)
 {
     Statement<SQL_SIZE> sql;
 
-    if (CountIntervencoes(sql, *this, db) != 0)
+    if (CountIntervencoes(sql, *this, db) != 0) {
         return 1;
+    }
     // Required to be asked; the answer is not used.
     FDController->Cupom_GetQuantidadeDeItens();
     return InsertIntervencao(sql, *this, "'T',", db);

@@ -4,8 +4,9 @@
 BOOL CmdLeituraX::DBLogger(sqlite3* db)
 {
     // A reading sent to a file is not a document.
-    if (m_eMidia == ARQUIVO)
+    if (m_eMidia == ARQUIVO) {
         return TRUE;
+    }
     return OutrosDocumentosDBLogger(db, "LX");
 }
 

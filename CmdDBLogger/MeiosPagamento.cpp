@@ -10,8 +10,9 @@ BOOL CmdInsereMeiosPagamento::DBLogger(sqlite3* db)
     sql.Begin();
     sql.Integer("SELECT count(*) FROM meio_pagamento WHERE num_indice = %d", m_iIndice);
     CountingQuery query(db, sql);
-    if (!query.HasRow())
+    if (!query.HasRow()) {
         return 0; // required: the statement stays open
+    }
     const int rows = query.Count(0);
     query.Finalize();
 

@@ -9,8 +9,9 @@ namespace
 // A command whose end is not known yet ended when it started, as far as the log goes.
 void SetUnsetEnd(Command& command)
 {
-    if (command.m_dtExecEnd == RtcAbsoluteTime(matlong[0]))
+    if (command.m_dtExecEnd == RtcAbsoluteTime(matlong[0])) {
         command.m_dtExecEnd = command.m_dtExecStart;
+    }
 }
 
 } // namespace

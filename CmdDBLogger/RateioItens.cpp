@@ -9,8 +9,9 @@
 int CmdFechaCupom::CalculaRateioItens(sqlite3* db)
 {
     Cupom t_CupomRateioItens;
-    if (FDController->Cupom_GetRateioPorItem(&t_CupomRateioItens) == 0)
+    if (FDController->Cupom_GetRateioPorItem(&t_CupomRateioItens) == 0) {
         return 0;
+    }
 
     Statement<SQL_SIZE_CUPOM, AUX_SIZE_FECHAMENTO> update;
 
@@ -24,8 +25,9 @@ int CmdFechaCupom::CalculaRateioItens(sqlite3* db)
         update.MoneyText("valor_total = %s ", t_CupomRateioItens.GetItemValorTotal(index));
         update.Integer("WHERE cont_coo = %d", FDController->Contador_Get(COUNTER_COO));
         update.Integer(" AND seq_item = %d", i + 1);
-        if (update.Execute(*this, db) == 0)
+        if (update.Execute(*this, db) == 0) {
             return 0;
+        }
     }
     return 1;
 }

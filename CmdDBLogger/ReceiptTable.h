@@ -12,9 +12,11 @@ enum class ReceiptTable {
 // Asks the receipt's type; a receipt that is not fiscal is asked once more, as required.
 inline ReceiptTable ChooseReceiptTable(FiscalDataController& controller)
 {
-    if (controller.Cupom_GetTipoCupom() == CUPOM_FISCAL)
+    if (controller.Cupom_GetTipoCupom() == CUPOM_FISCAL) {
         return ReceiptTable::FISCAL;
-    if (controller.Cupom_GetTipoCupom() == COMPROVANTE_NAO_FISCAL)
+    }
+    if (controller.Cupom_GetTipoCupom() == COMPROVANTE_NAO_FISCAL) {
         return ReceiptTable::NAO_FISCAL;
+    }
     return ReceiptTable::NONE;
 }

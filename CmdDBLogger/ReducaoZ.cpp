@@ -5,24 +5,33 @@ BOOL CmdReducaoZ::DBLogger(sqlite3* db)
 {
     ReducaoZRows rows(*this, db);
 
-    if (rows.Reducao() == 0)
+    if (rows.Reducao() == 0) {
         return 0;
-    if (rows.AliquotasICMS() == 0)
+    }
+    if (rows.AliquotasICMS() == 0) {
         return 0;
-    if (rows.AliquotasISSQN() == 0)
+    }
+    if (rows.AliquotasISSQN() == 0) {
         return 0;
-    if (rows.EspeciaisICMS() == 0)
+    }
+    if (rows.EspeciaisICMS() == 0) {
         return 0;
-    if (rows.EspeciaisISSQN() == 0)
+    }
+    if (rows.EspeciaisISSQN() == 0) {
         return 0;
-    if (rows.DescontosAcrescimosCancelamentos() == 0)
+    }
+    if (rows.DescontosAcrescimosCancelamentos() == 0) {
         return 0;
-    if (rows.NaoFiscais() == 0)
+    }
+    if (rows.NaoFiscais() == 0) {
         return 0;
-    if (rows.MeiosDePagamento() == 0)
+    }
+    if (rows.MeiosDePagamento() == 0) {
         return 0;
-    if (rows.Troco() == 0)
+    }
+    if (rows.Troco() == 0) {
         return 0;
+    }
     return OutrosDocumentosDBLogger(db, "RZ");
 }
 
@@ -34,8 +43,9 @@ BOOL ReducaoZRows::Reducao()
 
     // A day that never opened is dated by the reduction itself.
     RtcAbsoluteTime dataMovimento = m_command.m_dtExecStart;
-    if (m_controller.Jornada_GetDataMovimento() != RtcAbsoluteTime(matlong[0]))
+    if (m_controller.Jornada_GetDataMovimento() != RtcAbsoluteTime(matlong[0])) {
         dataMovimento = m_controller.Jornada_GetDataMovimento();
+    }
 
     m_insert.Begin(
         "INSERT INTO reducao_z (cont_crz, num_ecf, data_hora_emissao, data_movimento, cont_coo, cont_gnf, cont_cro, valor_gt, valor_vb, valor_base_icms, valor_icms, valor_desc_icms, valor_acres_icms, valor_canc_icms, valor_base_iss, valor_iss, valor_desc_iss, valor_acres_iss, valor_canc_iss, tempo_operacional, tempo_emitindo_doc) VALUES (");

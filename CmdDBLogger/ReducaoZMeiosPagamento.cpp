@@ -3,8 +3,9 @@
 
 BOOL ReducaoZRows::MeioDePagamento(int i)
 {
-    if (m_controller.BaseFormasPagamento_GetMeioPagamentoProgramado(i) == 0)
+    if (m_controller.BaseFormasPagamento_GetMeioPagamentoProgramado(i) == 0) {
         return TRUE;
+    }
 
     m_insert.Begin(
         "INSERT INTO meio_pagamento_reducao(indice_meio_pagamento, cont_crz, descricao_meio_pagamento, valor_acumulado) VALUES(");
@@ -20,8 +21,9 @@ BOOL ReducaoZRows::MeiosDePagamento()
 {
     m_nMaxFP = m_controller.BaseFormasPagamento_GetNumeroDeFormasDePagamento();
     for (int i = 0; i < m_nMaxFP; ++i) {
-        if (MeioDePagamento(i) == 0)
+        if (MeioDePagamento(i) == 0) {
             return FALSE;
+        }
     }
     return TRUE;
 }

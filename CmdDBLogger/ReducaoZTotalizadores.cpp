@@ -19,8 +19,9 @@ constexpr int NAO_FISCAL_BASE = BC_IND_NAO_FISCAL_ULTIMA_RZ;
 
 BOOL ReducaoZRows::Aliquota(const char* codePattern, int taxBase, int i)
 {
-    if (m_controller.Totalizador_GetTotProgramado(FISCAL_BASE, taxBase, i) == 0)
+    if (m_controller.Totalizador_GetTotProgramado(FISCAL_BASE, taxBase, i) == 0) {
         return TRUE;
+    }
 
     m_insert.Begin(
         "INSERT INTO totalizador_reducao(cont_crz, totalizador, valor_base_calculo, id_fiscal, valor_imposto) VALUES(");
@@ -36,8 +37,9 @@ BOOL ReducaoZRows::Aliquota(const char* codePattern, int taxBase, int i)
 BOOL ReducaoZRows::AliquotasICMS()
 {
     for (int i = 0; i < ALIQUOTAS; ++i) {
-        if (Aliquota("'%02dT%02d.%02d',", BC_IND_FISCAL_BI_IND_ICMS, i) == 0)
+        if (Aliquota("'%02dT%02d.%02d',", BC_IND_FISCAL_BI_IND_ICMS, i) == 0) {
             return FALSE;
+        }
     }
     return TRUE;
 }
@@ -45,8 +47,9 @@ BOOL ReducaoZRows::AliquotasICMS()
 BOOL ReducaoZRows::AliquotasISSQN()
 {
     for (int i = 0; i < ALIQUOTAS; ++i) {
-        if (Aliquota("'%02dS%02d.%02d',", BC_IND_FISCAL_BI_IND_ISSQN, i) == 0)
+        if (Aliquota("'%02dS%02d.%02d',", BC_IND_FISCAL_BI_IND_ISSQN, i) == 0) {
             return FALSE;
+        }
     }
     return TRUE;
 }
@@ -56,8 +59,9 @@ BOOL ReducaoZRows::Especial(const char* code, BASE_CONTABIL_FISCAL_BASE_IMPOSTO_
 {
     std::strcpy(m_insert.aux, code);
     const int t_nTotIndex = m_controller.ResolveTotIndex(taxBase, m_insert.aux, i);
-    if (m_controller.Totalizador_GetTotProgramado(FISCAL_BASE, taxBase, t_nTotIndex) == 0)
+    if (m_controller.Totalizador_GetTotProgramado(FISCAL_BASE, taxBase, t_nTotIndex) == 0) {
         return TRUE;
+    }
 
     m_insert.Begin(
         "INSERT INTO totalizador_reducao(totalizador, cont_crz, valor_base_calculo, id_fiscal, valor_imposto) VALUES(");
@@ -74,8 +78,9 @@ BOOL ReducaoZRows::EspeciaisICMS()
 {
     for (int i = 1; i <= ESPECIAIS; ++i) {
         for (const char* code : {"F", "I", "N"}) {
-            if (Especial(code, BC_IND_FISCAL_BI_IND_ICMS, i) == 0)
+            if (Especial(code, BC_IND_FISCAL_BI_IND_ICMS, i) == 0) {
                 return FALSE;
+            }
         }
     }
     return TRUE;
@@ -85,8 +90,9 @@ BOOL ReducaoZRows::EspeciaisISSQN()
 {
     for (int i = 1; i <= ESPECIAIS; ++i) {
         for (const char* code : {"FS", "IS", "NS"}) {
-            if (Especial(code, BC_IND_FISCAL_BI_IND_ISSQN, i) == 0)
+            if (Especial(code, BC_IND_FISCAL_BI_IND_ISSQN, i) == 0) {
                 return FALSE;
+            }
         }
     }
     return TRUE;
@@ -108,23 +114,29 @@ BOOL ReducaoZRows::DescontosAcrescimosCancelamentos()
     constexpr int icms = BC_IND_FISCAL_BI_IND_ICMS;
     constexpr int issqn = BC_IND_FISCAL_BI_IND_ISSQN;
 
-    if (Soma("'DT',%d,", m_controller.Totalizador_GetSoma_Tot_Desc(FISCAL_BASE, icms)) == 0)
+    if (Soma("'DT',%d,", m_controller.Totalizador_GetSoma_Tot_Desc(FISCAL_BASE, icms)) == 0) {
         return FALSE;
-    if (Soma("'DS',%d,", m_controller.Totalizador_GetSoma_Tot_Desc(FISCAL_BASE, issqn)) == 0)
+    }
+    if (Soma("'DS',%d,", m_controller.Totalizador_GetSoma_Tot_Desc(FISCAL_BASE, issqn)) == 0) {
         return FALSE;
-    if (Soma("'AT',%d,", m_controller.Totalizador_GetSoma_Tot_Acr(FISCAL_BASE, icms)) == 0)
+    }
+    if (Soma("'AT',%d,", m_controller.Totalizador_GetSoma_Tot_Acr(FISCAL_BASE, icms)) == 0) {
         return FALSE;
-    if (Soma("'AS',%d,", m_controller.Totalizador_GetSoma_Tot_Acr(FISCAL_BASE, issqn)) == 0)
+    }
+    if (Soma("'AS',%d,", m_controller.Totalizador_GetSoma_Tot_Acr(FISCAL_BASE, issqn)) == 0) {
         return FALSE;
-    if (Soma("'Can-T',%d,", m_controller.Totalizador_GetSoma_Tot_Canc(FISCAL_BASE, icms)) == 0)
+    }
+    if (Soma("'Can-T',%d,", m_controller.Totalizador_GetSoma_Tot_Canc(FISCAL_BASE, icms)) == 0) {
         return FALSE;
+    }
     return Soma("'Can-S',%d,", m_controller.Totalizador_GetSoma_Tot_Canc(FISCAL_BASE, issqn));
 }
 
 BOOL ReducaoZRows::NaoFiscal(int i)
 {
-    if (m_controller.Totalizador_GetTotNFProgramado(NAO_FISCAL_BASE, i) <= 0)
+    if (m_controller.Totalizador_GetTotNFProgramado(NAO_FISCAL_BASE, i) <= 0) {
         return TRUE;
+    }
 
     m_insert.Begin(
         "INSERT INTO totalizador_reducao(totalizador, cont_crz, valor_base_calculo, id_fiscal, valor_imposto) VALUES(");
@@ -140,8 +152,9 @@ BOOL ReducaoZRows::NaoFiscal(int i)
 BOOL ReducaoZRows::NaoFiscais()
 {
     for (int i = 0; i < NAO_FISCAIS; ++i) {
-        if (NaoFiscal(i) == 0)
+        if (NaoFiscal(i) == 0) {
             return FALSE;
+        }
     }
     return TRUE;
 }

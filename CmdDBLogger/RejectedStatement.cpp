@@ -8,14 +8,16 @@
 
 void ReportRejectedStatement(EEscCmd command, const char* errorText, const char* sql)
 {
-    if (errorText == nullptr)
+    if (errorText == nullptr) {
         errorText = "";
+    }
 
     // 200 bytes hold the message's own words and the code.
     const std::size_t size = std::strlen(errorText) + 200;
     char* message = static_cast<char*>(std::malloc(size));
-    if (message == nullptr)
+    if (message == nullptr) {
         return;
+    }
     std::memset(message, 0, size);
     std::snprintf(message, size,
                   "DBLoggerExecuteSQL: Erro executando SQL Code. Comando:'%d', Erro:'%s'",

@@ -42,8 +42,9 @@ BOOL CmdSangria::DBLogger(sqlite3* db)
     insert.Piece("'',");            // cpf_cnpj_consumidor
     insert.Piece("0,");             // perc_acrescimo
     insert.Piece("0)");             // perc_desconto
-    if (insert.Execute(*this, db) == 0)
+    if (insert.Execute(*this, db) == 0) {
         return 0;
+    }
 
     // Required: nine columns, without the kinds of surcharge and discount.
     insert.Begin(
@@ -59,7 +60,8 @@ BOOL CmdSangria::DBLogger(sqlite3* db)
     insert.Piece("0,");                 // valor_desconto
     insert.Piece("0,");                 // valor_canc_acrescimo
     insert.Piece("'N')");               // id_cancelado
-    if (insert.Execute(*this, db) == 0)
+    if (insert.Execute(*this, db) == 0) {
         return 0;
+    }
     return OutrosDocumentosDBLogger(db, "CN");
 }

@@ -25,8 +25,9 @@ void StatementComposer::Clear(char* array, std::size_t size)
     // In quarters, none above 2 KB: beyond that the C library of common targets turns from vector
     // stores to a string instruction, which costs several times more on arrays of this size.
     const std::size_t quarter = (size + 3) / 4;
-    for (std::size_t at = 0; at < size; at += quarter)
+    for (std::size_t at = 0; at < size; at += quarter) {
         std::memset(array + at, 0, std::min(quarter, size - at));
+    }
 }
 
 void StatementComposer::Begin()
@@ -50,11 +51,13 @@ void StatementComposer::Append(const char* text, std::size_t length)
 const char* StatementComposer::UpToConversion(const char* pattern)
 {
     const char* conversion = pattern;
-    while (*conversion != '%')
+    while (*conversion != '%') {
         ++conversion;
+    }
     Append(pattern, static_cast<std::size_t>(conversion - pattern));
-    while (!IsLetter(*conversion))
+    while (!IsLetter(*conversion)) {
         ++conversion;
+    }
     return conversion + 1;
 }
 
@@ -74,10 +77,11 @@ void StatementComposer::Integer(const char* pattern, int value)
 
 void StatementComposer::Character(const char* pattern, char character)
 {
-    if (character == '\0')
+    if (character == '\0') {
         UpToConversion(pattern);
-    else
+    } else {
         Insert(pattern, &character, 1);
+    }
 }
 
 void StatementComposer::MoneyText(const char* pattern, const Financial& value,
@@ -123,8 +127,9 @@ const char* StatementComposer::TwoDigits(const char* pattern, int value)
     const char* rest = UpToConversion(pattern);
     char digits[INTEGER_SIZE];
     const char* end = std::to_chars(digits, digits + INTEGER_SIZE, value).ptr;
-    if (end - digits == 1)
+    if (end - digits == 1) {
         Append("0", 1);
+    }
     Append(digits, static_cast<std::size_t>(end - digits));
     return rest;
 }

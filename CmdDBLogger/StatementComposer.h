@@ -67,8 +67,9 @@ class StatementComposer
     // "%s": the NUL-terminated text at `text`, as it is, not escaped; null is an empty text.
     void TextAt(const char* pattern, const char* text)
     {
-        if (text == nullptr)
+        if (text == nullptr) {
             text = "";
+        }
         Insert(pattern, text, std::strlen(text));
     }
 

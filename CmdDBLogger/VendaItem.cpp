@@ -58,10 +58,11 @@ BOOL LogVenda(Venda& venda, const char* issqnPattern, sqlite3* db)
     insert.Piece("0,");                    // valor_desconto
     insert.Piece("0,");                    // valor_canc_acrescimo
     const Financial total = FDController->Cupom_GetItemValorTotal(item);
-    if (venda.m_iCasasDecimaisValor == 3)
+    if (venda.m_iCasasDecimaisValor == 3) {
         insert.MoneyText("%s,", total, FIN_STR_1, 3);
-    else
+    } else {
         insert.MoneyText("%s,", total, FIN_STR_DEFAULT, 2);
+    }
     insert.Integer("%d,", venda.m_iCasasDecimaisQtde);
     insert.Integer("%d,", venda.m_iCasasDecimaisValor);
     insert.Character("'%c',", venda.m_cArredTrunc);

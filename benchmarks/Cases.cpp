@@ -51,8 +51,9 @@ int __wrap_sqlite3_exec(sqlite3*, const char*, Callback, void*, char**);
 int __wrap_sqlite3_exec(sqlite3* db, const char* sql, Callback callback, void* argument,
                         char** error)
 {
-    if (capture != nullptr)
+    if (capture != nullptr) {
         capture->push_back(sql);
+    }
     return __real_sqlite3_exec(db, sql, callback, argument, error);
 }
 }
@@ -167,8 +168,9 @@ namespace
 void Run(sqlite3* db, const std::string& sql)
 {
     char* error = nullptr;
-    if (sqlite3_exec(db, sql.c_str(), nullptr, nullptr, &error) != SQLITE_OK)
+    if (sqlite3_exec(db, sql.c_str(), nullptr, nullptr, &error) != SQLITE_OK) {
         throw std::runtime_error(error);
+    }
 }
 
 std::string Schema()
@@ -212,8 +214,9 @@ Command& Case::Model::MakeCommand(const std::string& name)
                     "CNPJ/CPF consumidor: 123.456.789-09 OBRIGADO E VOLTE SEMPRE");
         return fechamento;
     }
-    if (name == "reducao_z")
+    if (name == "reducao_z") {
         return reducaoZ;
+    }
     throw std::invalid_argument("no such case: " + name);
 }
 
@@ -225,8 +228,9 @@ std::vector<std::string> Case::Names()
 Case::Case(const std::string& name)
     : m_model(std::make_unique<Model>()), m_command(m_model->MakeCommand(name))
 {
-    if (sqlite3_open(":memory:", &m_db) != SQLITE_OK)
+    if (sqlite3_open(":memory:", &m_db) != SQLITE_OK) {
         throw std::runtime_error("no in-memory database");
+    }
     Run(m_db, Schema());
 
     m_command.FDController = m_model.get();
@@ -235,9 +239,10 @@ Case::Case(const std::string& name)
         m_model->itens = 999;
         m_model->ajuste = true;
         Run(m_db, "INSERT INTO cupom_fiscal (cont_coo) VALUES (4321)");
-        for (int item = 1; item <= m_model->itens; ++item)
+        for (int item = 1; item <= m_model->itens; ++item) {
             Run(m_db, "INSERT INTO item_cupom_fiscal (cont_coo, seq_item) VALUES (4321, " +
                           std::to_string(item) + ")");
+        }
     }
 
     Run(m_db, "BEGIN");
@@ -259,8 +264,9 @@ void Case::Log()
 
 void Case::Execute()
 {
-    for (const std::string& sql : m_statements)
+    for (const std::string& sql : m_statements) {
         m_command.DBLoggerExecuteSQL(m_db, sql.c_str());
+    }
 }
 
 void Case::Reset()

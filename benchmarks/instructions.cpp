@@ -9,8 +9,9 @@
 int main(int argc, char** argv)
 {
     if (argc == 1) {
-        for (const std::string& name : Case::Names())
+        for (const std::string& name : Case::Names()) {
             std::printf("%s\n", name.c_str());
+        }
         return 0;
     }
     const bool logger = argc == 4 && std::strcmp(argv[2], "logger") == 0;
@@ -21,10 +22,11 @@ int main(int argc, char** argv)
     }
     Case measured(argv[1]);
     for (int run = std::atoi(argv[3]); run > 0; --run) {
-        if (logger)
+        if (logger) {
             measured.Log();
-        else
+        } else {
             measured.Execute();
+        }
     }
     return 0;
 }

@@ -78,8 +78,9 @@ class Folder
   public:
     explicit Folder(const std::string& within) : m_path(within + "/bench_load.XXXXXX")
     {
-        if (mkdtemp(m_path.data()) == nullptr)
+        if (mkdtemp(m_path.data()) == nullptr) {
             ThrowErrno("cannot make a folder in " + within);
+        }
     }
     ~Folder()
     {
@@ -103,11 +104,13 @@ class TapeSource
     explicit TapeSource(const OpcoesGerador& options)
     {
         int ends[2];
-        if (pipe(ends) != 0)
+        if (pipe(ends) != 0) {
             ThrowErrno("cannot make a pipe");
+        }
         m_process = fork();
-        if (m_process < 0)
+        if (m_process < 0) {
             ThrowErrno("cannot start the generator");
+        }
         if (m_process == 0) {
             close(ends[0]);
             std::ofstream tape("/dev/fd/" + std::to_string(ends[1]));
@@ -137,8 +140,9 @@ class TapeSource
         int status = 0;
         waitpid(m_process, &status, 0);
         m_process = -1;
-        if (!WIFEXITED(status) || WEXITSTATUS(status) != EXIT_SUCCESS)
+        if (!WIFEXITED(status) || WEXITSTATUS(status) != EXIT_SUCCESS) {
             throw std::runtime_error("the generator did not write the whole tape");
+        }
     }
 
   private:
@@ -152,8 +156,9 @@ std::string Cpu()
     std::string line;
     while (std::getline(cpus, line)) {
         const std::size_t colon = line.find(": ");
-        if (line.rfind("model name", 0) == 0 && colon != std::string::npos)
+        if (line.rfind("model name", 0) == 0 && colon != std::string::npos) {
             return line.substr(colon + 2);
+        }
     }
     return "unknown";
 }
@@ -170,9 +175,11 @@ std::int64_t MemoryKib(const std::string& name)
 {
     std::ifstream status("/proc/self/status");
     std::string word;
-    while (status >> word)
-        if (std::int64_t kib = 0; word == name && status >> kib)
+    while (status >> word) {
+        if (std::int64_t kib = 0; word == name && status >> kib) {
             return kib;
+        }
+    }
     throw std::runtime_error("/proc/self/status has no " + name);
 }
 
@@ -208,9 +215,10 @@ class Till
         const Resultado result = m_executor.Executa(*command, em);
         costs.Add(Now(CLOCK_THREAD_CPUTIME_ID) - began);
         // A command that does less than it should must not pass for a fast one.
-        if (!result.executado || !result.registrado || m_database.Counts().statementsRejected > 0)
+        if (!result.executado || !result.registrado || m_database.Counts().statementsRejected > 0) {
             throw TapeError(line.place, "refused, lost or rejected: " +
                                             result.recusa.value_or(m_database.LastLoss()));
+        }
     }
 
   private:
@@ -228,8 +236,9 @@ class Load
           m_source(options), m_tape(m_source.Path()), m_old(m_folder.Path(OLD), Memoria())
     {
         // All that the measuring needs is there before the first measurement.
-        for (const ItemCatalogo& item : Catalogo())
+        for (const ItemCatalogo& item : Catalogo()) {
             m_costs[item.nome];
+        }
         BeginYoung();
     }
 
@@ -238,14 +247,16 @@ class Load
         const std::int64_t began = Now(CLOCK_MONOTONIC);
         TapeCommand line;
         while (m_tape.Next(line)) {
-            if (line.name == OPENS_RECEIPT && m_opened++ * TENTHS >= m_receipts * m_tenth)
+            if (line.name == OPENS_RECEIPT && m_opened++ * TENTHS >= m_receipts * m_tenth) {
                 BeginTenth();
+            }
             Execute(line);
         }
         EndTenth();
         m_source.Finish();
-        if (m_opened != m_receipts)
+        if (m_opened != m_receipts) {
             throw std::runtime_error("the tape has not as many receipts as it should");
+        }
         const double seconds = static_cast<double>(Now(CLOCK_MONOTONIC) - began) / 1e9;
         return {{"commands", m_commands}, {"seconds", seconds}, {"tenths", m_tenths}};
     }
@@ -269,8 +280,9 @@ class Load
     void BeginTenth()
     {
         // What programs the register before the first receipt belongs to the first tenth.
-        if (m_tenth > 0)
+        if (m_tenth > 0) {
             EndTenth();
+        }
         ++m_tenth;
     }
 
@@ -278,8 +290,9 @@ class Load
     {
         Json commands = Json::object();
         for (auto& [name, costs] : m_costs) {
-            if (costs.old.Count() > 0)
+            if (costs.old.Count() > 0) {
                 commands[name] = {{"old", ToJson(costs.old)}, {"young", ToJson(costs.young)}};
+            }
             costs = {};
         }
         m_tenths.push_back({{"rss_kib", MemoryKib("VmRSS:")},
@@ -303,20 +316,24 @@ class Load
             return;
         }
         const ItemCatalogo* item = ProcuraComando(line.name);
-        if (item == nullptr)
+        if (item == nullptr) {
             throw TapeError(line.namePlace, "there is no command \"" + line.name + "\"");
+        }
         const RtcAbsoluteTime em = m_clock.Next(line);
         Costs& costs = m_costs.at(line.name);
         // The second of the two finds the processor's caches warm: each is it every other time.
         const bool oldFirst = costs.old.Count() % 2 == 0;
-        if (oldFirst)
+        if (oldFirst) {
             m_old.Execute(line, *item, em, costs.old);
+        }
         m_young->Execute(line, *item, em, costs.young);
-        if (!oldFirst)
+        if (!oldFirst) {
             m_old.Execute(line, *item, em, costs.old);
+        }
         ++m_commands;
-        if (line.name == ENDS_DAY)
+        if (line.name == ENDS_DAY) {
             BeginYoung();
+        }
     }
 
     std::int64_t m_receipts;
@@ -359,8 +376,9 @@ int main(int argc, char** argv)
     CLI11_PARSE(app, argc, argv);
 
     try {
-        if (std::int64_t{options.dias} * options.cuponsPorDia < TENTHS)
+        if (std::int64_t{options.dias} * options.cuponsPorDia < TENTHS) {
             throw std::runtime_error("a tape of less than ten receipts has no tenths");
+        }
         Json result = {{"days", options.dias},
                        {"receipts_a_day", options.cuponsPorDia},
                        {"seed", options.semente},
@@ -372,8 +390,9 @@ int main(int argc, char** argv)
         std::ofstream file(output);
         file << result.dump(1) << '\n';
         file.close();
-        if (!file)
+        if (!file) {
             throw std::runtime_error("cannot write " + output);
+        }
     } catch (const std::exception& error) {
         std::cerr << "bench_load: " << error.what() << '\n';
         return EXIT_FAILURE;

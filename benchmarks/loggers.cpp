@@ -35,8 +35,9 @@ int main(int argc, char** argv)
         benchmark::RegisterBenchmark((name + "/engine").c_str(), Measure, name, &Case::Execute);
     }
     benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
         return 2;
+    }
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
     return 0;

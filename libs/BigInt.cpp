@@ -14,8 +14,9 @@ constexpr int WORD_BITS = 32;
 bool IsLess(const Magnitude& a, const Magnitude& b)
 {
     for (int i = WORDS - 1; i >= 0; --i) {
-        if (a.word[i] != b.word[i])
+        if (a.word[i] != b.word[i]) {
             return a.word[i] < b.word[i];
+        }
     }
     return false;
 }
@@ -67,8 +68,9 @@ Division Divide(const Magnitude& dividend, const Magnitude& divisor)
     for (int bit = (WORDS - 1) * WORD_BITS - 1; bit >= 0; --bit) {
         ShiftIn(result.remainder, dividend.word[bit / WORD_BITS] >> (bit % WORD_BITS) & 1u);
         const bool goesIn = !IsLess(result.remainder, divisor);
-        if (goesIn)
+        if (goesIn) {
             Subtract(result.remainder, divisor);
+        }
         ShiftIn(result.quotient, goesIn ? 1u : 0u);
     }
     return result;
@@ -77,8 +79,9 @@ Division Divide(const Magnitude& dividend, const Magnitude& divisor)
 BigInt WithSign(const Magnitude& magnitude, bool negative)
 {
     BigInt value;
-    for (int i = 0; i < WORDS; ++i)
+    for (int i = 0; i < WORDS; ++i) {
         value.number[i] = magnitude.word[i];
+    }
     return negative ? -value : value;
 }
 
@@ -86,8 +89,9 @@ BigInt WithSign(const Magnitude& magnitude, bool negative)
 
 BigInt::BigInt(int value) : number{static_cast<UINT32>(value), 0, 0}
 {
-    if (value < 0)
+    if (value < 0) {
         number[1] = number[2] = 0xFFFFFFFFu;
+    }
 }
 
 BigInt BigInt::FromInt64(std::int64_t value)
@@ -103,28 +107,33 @@ BigInt BigInt::FromInt64(std::int64_t value)
 bool BigInt::FromText(const char* text, BigInt& out)
 {
     const bool negative = *text == '-';
-    if (negative)
+    if (negative) {
         ++text;
-    if (*text == '\0')
+    }
+    if (*text == '\0') {
         return false;
+    }
 
     Magnitude magnitude = {};
     for (; *text != '\0'; ++text) {
-        if (*text < '0' || *text > '9')
+        if (*text < '0' || *text > '9') {
             return false;
+        }
         std::uint64_t carry = static_cast<UINT32>(*text - '0');
         for (UINT32& word : magnitude.word) {
             carry += std::uint64_t{word} * 10;
             word = static_cast<UINT32>(carry);
             carry >>= WORD_BITS;
         }
-        if (carry != 0)
+        if (carry != 0) {
             return false;
+        }
     }
     const BigInt value = WithSign(magnitude, negative);
     // A magnitude beyond the range comes out with the other sign.
-    if (!magnitude.IsZero() && value.IsNegative() != negative)
+    if (!magnitude.IsZero() && value.IsNegative() != negative) {
         return false;
+    }
     out = value;
     return true;
 }
@@ -201,31 +210,35 @@ BigInt& BigInt::operator*=(const BigInt& other)
 
 BigInt BigInt::DividedBy(const BigInt& divisor, Rounding rounding) const
 {
-    if (divisor.IsZero())
+    if (divisor.IsZero()) {
         return BigInt();
+    }
     const Magnitude by = Magnitude::Of(divisor);
     Division division = Divide(Magnitude::Of(*this), by);
     BigInt quotient = WithSign(division.quotient, false);
     if (rounding == Rounding::HALF_UP) {
         ShiftIn(division.remainder, 0);
-        if (!IsLess(division.remainder, by))
+        if (!IsLess(division.remainder, by)) {
             quotient += 1;
+        }
     }
     return IsNegative() != divisor.IsNegative() ? -quotient : quotient;
 }
 
 BigInt BigInt::RemainderBy(const BigInt& divisor) const
 {
-    if (divisor.IsZero())
+    if (divisor.IsZero()) {
         return BigInt();
+    }
     const Division division = Divide(Magnitude::Of(*this), Magnitude::Of(divisor));
     return WithSign(division.remainder, IsNegative());
 }
 
 char* BigInt::ToText(char* out, int size) const
 {
-    if (size < 1)
+    if (size < 1) {
         return out;
+    }
     char text[TEXT_SIZE];
     char* first = text + TEXT_SIZE - 1;
     *first = '\0';
@@ -233,25 +246,29 @@ char* BigInt::ToText(char* out, int size) const
     do {
         *--first = static_cast<char>('0' + rest.CutBy<10>());
     } while (!rest.IsZero());
-    if (IsNegative())
+    if (IsNegative()) {
         *--first = '-';
+    }
 
     const int bytes = static_cast<int>(text + TEXT_SIZE - first);
-    if (bytes <= size)
+    if (bytes <= size) {
         std::memcpy(out, first, static_cast<std::size_t>(bytes));
-    else
+    } else {
         *out = '\0';
+    }
     return out;
 }
 
 int BigInt::Compare(const BigInt& a, const BigInt& b)
 {
-    if (a.IsNegative() != b.IsNegative())
+    if (a.IsNegative() != b.IsNegative()) {
         return a.IsNegative() ? -1 : 1;
+    }
     // Of two values of one sign, the lesser in two's complement is the lesser as unsigned words.
     for (int i = WORDS - 1; i >= 0; --i) {
-        if (a.number[i] != b.number[i])
+        if (a.number[i] != b.number[i]) {
             return a.number[i] < b.number[i] ? -1 : 1;
+        }
     }
     return 0;
 }

@@ -4,8 +4,9 @@ void CharRemove(char* text, char c)
 {
     char* kept = text;
     for (; *text != '\0'; ++text) {
-        if (*text != c)
+        if (*text != c) {
             *kept++ = *text;
+        }
     }
     *kept = '\0';
 }
@@ -13,7 +14,8 @@ void CharRemove(char* text, char c)
 void CharReplace(char* text, char from, char to)
 {
     for (; *text != '\0'; ++text) {
-        if (*text == from)
+        if (*text == from) {
             *text = to;
+        }
     }
 }

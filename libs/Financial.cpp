@@ -70,18 +70,21 @@ char* WriteWholeBefore(char* end, Magnitude whole, bool grouped)
 {
     while (!whole.FitsOneWord()) {
         end = WriteThreeDigitsBefore(end, whole.CutBy<1000>());
-        if (grouped)
+        if (grouped) {
             *--end = '.';
+        }
     }
     UINT32 rest = whole.word[0];
     while (rest >= 1000) {
         end = WriteThreeDigitsBefore(end, rest % 1000);
-        if (grouped)
+        if (grouped) {
             *--end = '.';
+        }
         rest /= 1000;
     }
-    if (rest >= 100)
+    if (rest >= 100) {
         return WriteThreeDigitsBefore(end, rest);
+    }
     if (rest >= 10) {
         WritePair(end - 2, rest);
         return end - 2;
@@ -103,20 +106,23 @@ bool Financial::FromText(const char* text, Financial& out)
     const bool negative = *text == '-';
     const char* whole = negative ? text + 1 : text;
     std::size_t wholeDigits = std::strspn(whole, DIGITS);
-    if (wholeDigits == 0)
+    if (wholeDigits == 0) {
         return false;
+    }
     const char* decimals = "";
     std::size_t decimalDigits = 0;
     const char* end = whole + wholeDigits;
     if (*end == '.') {
         decimals = end + 1;
         decimalDigits = std::strspn(decimals, DIGITS);
-        if (decimalDigits == 0 || decimalDigits > DECIMALS)
+        if (decimalDigits == 0 || decimalDigits > DECIMALS) {
             return false;
+        }
         end = decimals + decimalDigits;
     }
-    if (*end != '\0')
+    if (*end != '\0') {
         return false;
+    }
 
     // The count's own digits: the whole ones, then all the decimals that `nr` holds.
     while (*whole == '0') {
@@ -124,11 +130,13 @@ bool Financial::FromText(const char* text, Financial& out)
         --wholeDigits;
     }
     char count[1 + MAX_WHOLE_DIGITS + DECIMALS + 1] = {};
-    if (wholeDigits > MAX_WHOLE_DIGITS)
+    if (wholeDigits > MAX_WHOLE_DIGITS) {
         return false;
+    }
     char* next = count;
-    if (negative)
+    if (negative) {
         *next++ = '-';
+    }
     std::memcpy(next, whole, wholeDigits);
     next += wholeDigits;
     std::memset(next, '0', DECIMALS);
@@ -140,8 +148,9 @@ Financial Financial::Times(const BigInt& factor, const BigInt& divisor, int deci
                            Rounding rounding) const
 {
     const BigInt product = nr * factor;
-    if (decimals == DECIMALS)
+    if (decimals == DECIMALS) {
         return Financial(product.DividedBy(divisor, rounding));
+    }
     // The divisor times the unit might leave the range, so the division is done in two steps. It
     // is still one rounding: the unit is even, its half is a whole number, and a fraction cut from
     // the first quotient cannot change on which side of that half the value lies.
@@ -156,10 +165,12 @@ Financial Financial::Rounded(int decimals, Rounding rounding) const
 
 char* Financial::ToString(char* out, int size, FINANCIAL_STR_TIPO tipo, int decimals, short) const
 {
-    if (size < 1)
+    if (size < 1) {
         return out;
-    if (decimals <= 0)
+    }
+    if (decimals <= 0) {
         decimals = DEFAULT_DECIMALS;
+    }
     const int heldDecimals = decimals < DECIMALS ? decimals : DECIMALS;
     const int zeros = decimals - heldDecimals;
     const Style style = StyleOf(tipo);
@@ -174,11 +185,13 @@ char* Financial::ToString(char* out, int size, FINANCIAL_STR_TIPO tipo, int deci
     WritePair(place, fraction / 100);
     WritePair(place + 2, fraction % 100);
     char* first = place;
-    if (style.decimalMark != '\0')
+    if (style.decimalMark != '\0') {
         *--first = style.decimalMark;
+    }
     first = WriteWholeBefore(first, whole, style.grouped);
-    if (IsNegative() && !isZeroAsWritten)
+    if (IsNegative() && !isZeroAsWritten) {
         *--first = '-';
+    }
 
     const int length = static_cast<int>(place + heldDecimals - first);
     if (length >= size - zeros) {
@@ -187,8 +200,9 @@ char* Financial::ToString(char* out, int size, FINANCIAL_STR_TIPO tipo, int deci
     }
     std::memcpy(out, first, static_cast<std::size_t>(length));
     char* end = out + length;
-    for (int i = 0; i < zeros; ++i)
+    for (int i = 0; i < zeros; ++i) {
         *end++ = '0';
+    }
     *end = '\0';
     return out;
 }

@@ -26,8 +26,9 @@ bool IsRemark(int result)
 void OnRecord(void*, int result, const char*)
 {
     ++counts.records;
-    if (IsStatementsOwn(result) || IsRemark(result))
+    if (IsStatementsOwn(result) || IsRemark(result)) {
         return;
+    }
     ++counts.failures;
     counts.lastFailure = result;
 }

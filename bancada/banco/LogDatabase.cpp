@@ -47,8 +47,9 @@ std::string OpenError(sqlite3* db)
 {
     const int number = sqlite3_system_errno(db);
     std::string text = sqlite3_errmsg(db);
-    if (number != 0)
+    if (number != 0) {
         text += std::string(" (") + std::strerror(number) + ")";
+    }
     return text;
 }
 
@@ -90,11 +91,14 @@ LogDatabase::~LogDatabase()
 
 void LogDatabase::ListTables()
 {
-    for (const auto& [table, column] : LogSchemaColumns())
-        if (m_tables.empty() || m_tables.back() != table)
+    for (const auto& [table, column] : LogSchemaColumns()) {
+        if (m_tables.empty() || m_tables.back() != table) {
             m_tables.push_back(table);
-    for (const std::string& table : m_tables)
+        }
+    }
+    for (const std::string& table : m_tables) {
         m_counts.rows[table];
+    }
     m_statementRows.resize(m_tables.size());
     m_commandRows.resize(m_tables.size());
 }
@@ -104,8 +108,9 @@ void LogDatabase::Open(const std::string& path, const Options& options)
     const int flags =
         SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
     if (sqlite3_open_v2(path.c_str(), &m_db, flags,
-                        options.vfs.empty() ? nullptr : options.vfs.c_str()) != SQLITE_OK)
+                        options.vfs.empty() ? nullptr : options.vfs.c_str()) != SQLITE_OK) {
         ThrowUnusable(path, OpenError(m_db));
+    }
     sqlite3_busy_timeout(m_db, options.busyTimeoutMs);
 
     // The file is not trusted: what its schema holds runs nothing, and nothing may damage it.
@@ -118,19 +123,22 @@ void LogDatabase::Open(const std::string& path, const Options& options)
     sqlite3_db_config(m_db, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
 
     m_number = ReadNumber(path);
-    if (options.accept)
+    if (options.accept) {
         options.accept(m_number);
+    }
     const bool fresh = IsFresh(path);
     if (!fresh) {
         // Looked at before anything is written: a file that is refused stays as it was.
         CheckSchema(path);
-        if (!options.append)
+        if (!options.append) {
             CheckEmpty(path);
+        }
     }
 
     Configure();
-    if (fresh)
+    if (fresh) {
         CreateSchema(path);
+    }
     LimitStatements();
 }
 
@@ -138,42 +146,49 @@ void LogDatabase::Open(const std::string& path, const Options& options)
 std::int32_t LogDatabase::ReadNumber(const std::string& path) const
 {
     Query version(m_db, "PRAGMA user_version");
-    if (!version.Next())
+    if (!version.Next()) {
         ThrowUnusable(path, sqlite3_errmsg(m_db));
+    }
     return static_cast<std::int32_t>(version.Integer(0));
 }
 
 bool LogDatabase::IsFresh(const std::string& path) const
 {
     Query objects(m_db, "SELECT count(*) FROM sqlite_schema");
-    if (!objects.Next())
+    if (!objects.Next()) {
         ThrowUnusable(path, sqlite3_errmsg(m_db));
+    }
     return objects.Integer(0) == 0;
 }
 
 void LogDatabase::CheckSchema(const std::string& path) const
 {
     const SchemaColumns columns = ReadSchemaColumns(m_db);
-    for (const auto& column : LogSchemaColumns())
-        if (std::find(columns.begin(), columns.end(), column) == columns.end())
+    for (const auto& column : LogSchemaColumns()) {
+        if (std::find(columns.begin(), columns.end(), column) == columns.end()) {
             ThrowUnusable(path, "it is not a logging database: it has no column " + column.first +
                                     "." + column.second);
+        }
+    }
 
     Query programs(m_db, "SELECT type, name FROM sqlite_schema WHERE type IN ('trigger', 'view')");
-    if (programs.Next())
+    if (programs.Next()) {
         ThrowUnusable(path, "it is not a logging database: it has the " + programs.Text(0) + " " +
                                 programs.Text(1));
+    }
 }
 
 void LogDatabase::CheckEmpty(const std::string& path) const
 {
     for (const std::string& table : m_tables) {
         Query rows(m_db, ("SELECT EXISTS (SELECT 1 FROM \"" + table + "\")").c_str());
-        if (!rows.Next())
+        if (!rows.Next()) {
             ThrowUnusable(path, sqlite3_errmsg(m_db));
-        if (rows.Integer(0) != 0)
+        }
+        if (rows.Integer(0) != 0) {
             ThrowUnusable(path,
                           "it already holds rows (table " + table + "); --append adds to them");
+        }
     }
 }
 
@@ -190,21 +205,24 @@ void LogDatabase::Configure()
     // command that was acknowledged through a power cut. Where it cannot be had (a read-only file,
     // a database in memory), commands go on in the file's own mode.
     const std::string mode = SetWriteAheadLog();
-    if (mode != "wal" && mode != "memory")
+    if (mode != "wal" && mode != "memory") {
         m_notice = "LogDatabase: no write-ahead log: " + mode;
+    }
     ExecuteOwn("PRAGMA synchronous = FULL");
 }
 
 void LogDatabase::CreateSchema(const std::string& path)
 {
-    if (!ExecuteOwn("BEGIN IMMEDIATE") || !ExecuteOwn(LOG_SCHEMA) || !ExecuteOwn("COMMIT"))
+    if (!ExecuteOwn("BEGIN IMMEDIATE") || !ExecuteOwn(LOG_SCHEMA) || !ExecuteOwn("COMMIT")) {
         ThrowUnusable(path, OpenError(m_db));
+    }
 }
 
 void LogDatabase::LimitStatements()
 {
-    for (const Limit& limit : LIMITS)
+    for (const Limit& limit : LIMITS) {
         sqlite3_limit(m_db, limit.id, limit.value);
+    }
     sqlite3_set_authorizer(m_db, OnAuthorize, this);
     sqlite3_trace_v2(m_db, SQLITE_TRACE_STMT, OnTrace, this);
     sqlite3_update_hook(m_db, OnUpdate, this);
@@ -235,11 +253,13 @@ void LogDatabase::BeginCommand()
 
     // Nothing should be open here; a transaction that a failed rollback left behind would swallow
     // this command.
-    if (sqlite3_get_autocommit(m_db) == 0)
+    if (sqlite3_get_autocommit(m_db) == 0) {
         ExecuteOwn("ROLLBACK");
+    }
     m_began = PrepareRollback() && ExecuteOwn("BEGIN IMMEDIATE");
-    if (!m_began)
+    if (!m_began) {
         Lose(sqlite3_errmsg(m_db));
+    }
     m_recordsAtBegin = EngineLog().records;
     m_failuresAtBegin = EngineLog().failures;
 }
@@ -275,28 +295,34 @@ bool LogDatabase::CommitCommand()
     m_asked = m_asked || EngineLog().records != m_recordsAtBegin;
     ReleaseOpenStatements();
     if (!m_lost && m_ownNumber > 0 &&
-        !ExecuteOwn(("PRAGMA user_version = " + std::to_string(m_ownNumber)).c_str()))
+        !ExecuteOwn(("PRAGMA user_version = " + std::to_string(m_ownNumber)).c_str())) {
         Lose(sqlite3_errmsg(m_db));
+    }
     const bool committed = !m_lost && ExecuteOwn("COMMIT");
     const bool failedToCommit = !m_lost && !committed;
-    if (failedToCommit)
+    if (failedToCommit) {
         Lose(sqlite3_errmsg(m_db));
-    if (m_lost && sqlite3_get_autocommit(m_db) == 0)
+    }
+    if (m_lost && sqlite3_get_autocommit(m_db) == 0) {
         RollBack();
+    }
     sqlite3_finalize(m_rollback);
     m_rollback = nullptr;
-    if (failedToCommit)
+    if (failedToCommit) {
         OverwriteFailedCommit();
+    }
     m_inCommand = false;
-    if (!m_lost && m_ownNumber > 0)
+    if (!m_lost && m_ownNumber > 0) {
         m_number = m_ownNumber;
+    }
 
     // A command that could not begin, but asked for nothing, has lost nothing.
     const bool kept = !m_lost || (!m_began && !m_asked);
-    if (kept)
+    if (kept) {
         m_loss.clear();
-    else
+    } else {
         TellLoss();
+    }
     SettleCounts(kept);
     return kept;
 }
@@ -311,8 +337,9 @@ void LogDatabase::OverwriteFailedCommit()
     m_own = true;
     {
         Query version(m_db, "PRAGMA user_version");
-        if (version.Next())
+        if (version.Next()) {
             unchanged = "PRAGMA user_version = " + version.Text(0);
+        }
     }
     m_own = false;
     ExecuteOwn(unchanged.c_str());
@@ -321,12 +348,14 @@ void LogDatabase::OverwriteFailedCommit()
 void LogDatabase::SettleCounts(bool kept)
 {
     KeepStatement();
-    if (kept)
+    if (kept) {
         m_counts.statementsExecuted += m_commandStatements;
-    else
+    } else {
         m_counts.statementsUndone += m_commandStatements;
-    if (!kept)
+    }
+    if (!kept) {
         ++m_counts.commandsLost;
+    }
     for (std::size_t i = 0; i < m_tables.size(); ++i) {
         if (kept) {
             LogDatabaseCounts::Rows& rows = m_counts.rows[m_tables[i]];
@@ -345,24 +374,27 @@ void LogDatabase::ReleaseOpenStatements()
     sqlite3_stmt* open = sqlite3_next_stmt(m_db, nullptr);
     while (open != nullptr) {
         sqlite3_stmt* next = sqlite3_next_stmt(m_db, open);
-        if (open != m_rollback && !IsStatementsOwn(sqlite3_finalize(open)))
+        if (open != m_rollback && !IsStatementsOwn(sqlite3_finalize(open))) {
             Lose(sqlite3_errmsg(m_db));
+        }
         open = next;
     }
 }
 
 void LogDatabase::Lose(const std::string& reason)
 {
-    if (m_lost)
+    if (m_lost) {
         return;
+    }
     m_lost = true;
     m_loss = reason;
 }
 
 void LogDatabase::TellLoss()
 {
-    if (m_lossTold)
+    if (m_lossTold) {
         return;
+    }
     m_lossTold = true;
     m_log.Write(LOST_COMMAND_ENTRY + m_loss);
 }
@@ -374,14 +406,16 @@ void LogDatabase::TellLoss()
 // engine's log alone knows.
 void LogDatabase::CheckTransaction()
 {
-    if (!m_inCommand || m_lost)
+    if (!m_inCommand || m_lost) {
         return;
-    if (!IsStatementsOwn(sqlite3_errcode(m_db)))
+    }
+    if (!IsStatementsOwn(sqlite3_errcode(m_db))) {
         Lose(sqlite3_errmsg(m_db));
-    else if (EngineLog().failures != m_failuresAtBegin)
+    } else if (EngineLog().failures != m_failuresAtBegin) {
         Lose(sqlite3_errstr(EngineLog().lastFailure));
-    else if (sqlite3_get_autocommit(m_db) != 0)
+    } else if (sqlite3_get_autocommit(m_db) != 0) {
         Lose("the engine has rolled its transaction back");
+    }
 }
 
 void LogDatabase::ForgetStatement()
@@ -389,14 +423,16 @@ void LogDatabase::ForgetStatement()
     m_accessing = false;
     m_started.clear();
     m_startedWrites = false;
-    for (LogDatabaseCounts::Rows& rows : m_statementRows)
+    for (LogDatabaseCounts::Rows& rows : m_statementRows) {
         rows = {};
+    }
 }
 
 void LogDatabase::KeepStatement()
 {
-    if (m_startedWrites)
+    if (m_startedWrites) {
         ++m_commandStatements;
+    }
     for (std::size_t i = 0; i < m_tables.size(); ++i) {
         m_commandRows[i].inserted += m_statementRows[i].inserted;
         m_commandRows[i].updated += m_statementRows[i].updated;
@@ -409,12 +445,14 @@ void LogDatabase::KeepStatement()
 void LogDatabase::StatementRejected(std::string_view statement)
 {
     ++m_counts.statementsRejected;
-    if (m_inCommand)
+    if (m_inCommand) {
         m_asked = true;
-    if (statement == m_started)
+    }
+    if (statement == m_started) {
         ForgetStatement();
-    else
+    } else {
         KeepStatement();
+    }
     CheckTransaction();
 }
 
@@ -429,20 +467,24 @@ std::size_t LogDatabase::TableIndex(std::string_view name) const
 int LogDatabase::Authorize(int action, const char* first, const char* second, const char* database,
                            const char* trigger)
 {
-    if (m_own)
+    if (m_own) {
         return SQLITE_OK;
+    }
     // A statement is being prepared: the one before it, if any, was not reported and stays.
-    if (!m_started.empty())
+    if (!m_started.empty()) {
         KeepStatement();
+    }
     CheckTransaction();
-    if (m_inCommand)
+    if (m_inCommand) {
         m_asked = true;
+    }
     if (m_lost && m_inCommand) {
         TellLoss();
         return SQLITE_DENY;
     }
-    if (trigger != nullptr || (database != nullptr && std::strcmp(database, "main") != 0))
+    if (trigger != nullptr || (database != nullptr && std::strcmp(database, "main") != 0)) {
         return SQLITE_DENY;
+    }
     return IsAllowed(action, first, second) ? SQLITE_OK : SQLITE_DENY;
 }
 
@@ -461,8 +503,9 @@ bool LogDatabase::IsAllowed(int action, const char* first, const char* second)
         return std::strcmp(second, "count") == 0;
     case SQLITE_UPDATE:
         // A row moved onto another's number could take its place.
-        if (std::strcmp(second, "ROWID") == 0)
+        if (std::strcmp(second, "ROWID") == 0) {
             return false;
+        }
         [[fallthrough]];
     case SQLITE_INSERT:
         m_accessing = true;
@@ -481,8 +524,9 @@ int LogDatabase::OnAuthorize(void* self, int action, const char* first, const ch
 int LogDatabase::OnTrace(unsigned, void* self, void* statement, void*)
 {
     auto& database = *static_cast<LogDatabase*>(self);
-    if (database.m_own)
+    if (database.m_own) {
         return 0;
+    }
     database.KeepStatement();
     auto* started = static_cast<sqlite3_stmt*>(statement);
     database.m_started = sqlite3_sql(started);
@@ -494,8 +538,9 @@ void LogDatabase::OnUpdate(void* self, int operation, const char*, const char* t
 {
     auto& database = *static_cast<LogDatabase*>(self);
     const std::size_t index = database.TableIndex(table);
-    if (index == database.m_tables.size())
+    if (index == database.m_tables.size()) {
         return;
+    }
     LogDatabaseCounts::Rows& rows = database.m_statementRows[index];
     ++(operation == SQLITE_INSERT ? rows.inserted : rows.updated);
 }

@@ -23,8 +23,9 @@ class Query
     // Steps to the next row; false when there is none.
     bool Next()
     {
-        if (m_result == SQLITE_OK || m_result == SQLITE_ROW)
+        if (m_result == SQLITE_OK || m_result == SQLITE_ROW) {
             m_result = sqlite3_step(m_query);
+        }
         return m_result == SQLITE_ROW;
     }
 

@@ -26,13 +26,16 @@ struct CheckOptions {
 Perdas ReadLosses(const std::string& path)
 {
     Perdas losses;
-    for (const RejectedStatement& rejected : ReadRejectedStatements(path))
+    for (const RejectedStatement& rejected : ReadRejectedStatements(path)) {
         losses.Rejeitado(rejected.command, rejected.error, rejected.statement);
+    }
     FirmwareLogReader reader(path);
     FirmwareLogRecord record;
-    while (reader.Next(record))
-        if (record.text.rfind(LOST_COMMAND_ENTRY, 0) == 0)
+    while (reader.Next(record)) {
+        if (record.text.rfind(LOST_COMMAND_ENTRY, 0) == 0) {
             losses.ComandoPerdido(record.time, record.text.substr(sizeof LOST_COMMAND_ENTRY - 1));
+        }
+    }
     return losses;
 }
 
@@ -54,8 +57,9 @@ void PrintSummary(const ResumoConferencia& summary)
               << Count(summary.cuponsNf, "non-fiscal receipt", "non-fiscal receipts") << ", "
               << Count(summary.reducoes, "Z reduction", "Z reductions") << ": "
               << Count(summary.faltas, "finding", "findings");
-    if (summary.explicadas > 0)
+    if (summary.explicadas > 0) {
         std::cout << " (" << summary.explicadas << " explained by lost rows in the log)";
+    }
     std::cout << ", " << Count(summary.avisos, "note", "notes") << "\n";
 }
 
@@ -98,8 +102,9 @@ class JsonPrinter
 int Check(const CheckOptions& options)
 {
     std::optional<Perdas> losses;
-    if (!options.log.empty())
+    if (!options.log.empty()) {
         losses = ReadLosses(options.log);
+    }
     const BancoLeitura database(options.database);
     const Perdas* given = losses ? &*losses : nullptr;
     ResumoConferencia summary;

@@ -18,8 +18,9 @@ namespace
 std::string Code(const std::string& list)
 {
     std::string code;
-    for (const char c : list)
+    for (const char c : list) {
         code += c == ',' ? "`," : c == ' ' ? " `" : std::string(1, c);
+    }
     return code.empty() ? code : "`" + code + "`";
 }
 
@@ -33,8 +34,9 @@ std::string CommandTable()
     for (const ItemCatalogo& item : Catalogo()) {
         table << "| " << Code(item.nome) << " | " << Code(item.classe) << " | " << item.codigo
               << " |";
-        for (const std::string& cell : {Code(item.tabelas), Code(item.documento)})
+        for (const std::string& cell : {Code(item.tabelas), Code(item.documento)}) {
             table << (cell.empty() ? "" : " ") << cell << " |";
+        }
         table << "\n";
     }
     return table.str();
@@ -57,10 +59,11 @@ void AddCommands(CLI::App& app, int& exitCode)
         ->type_name("FILE");
     commands->footer("Exit codes: 0 done; 2 the file cannot be used.");
     commands->callback([into, &exitCode] {
-        if (into->empty())
+        if (into->empty()) {
             std::cout << CommandTable();
-        else
+        } else {
             RewriteDocument(*into, WithCommandTable);
+        }
         exitCode = EXIT_OK;
     });
 }

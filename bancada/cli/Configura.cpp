@@ -41,8 +41,9 @@ void Configura::Apply(Registro& registro) const
 
 void ExecutaConfigura(const TapeCommand& line, Registro& registro)
 {
-    if (line.em)
+    if (line.em) {
         throw TapeError(line.emPlace, "configura takes no time, and no field \"em\"");
+    }
     Configura settings(registro);
     TapeFields fields(line);
     settings.Campos(fields);

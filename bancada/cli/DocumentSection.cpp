@@ -18,9 +18,10 @@ std::string WithSection(const std::string& document, std::string_view name,
     const std::string endMark = "<!-- " + std::string(name) + ": end -->";
     const std::size_t begin = document.find(beginMark);
     const std::size_t end = document.find(endMark);
-    if (begin == std::string::npos || end == std::string::npos || end < begin)
+    if (begin == std::string::npos || end == std::string::npos || end < begin) {
         throw std::invalid_argument("the markers of the section \"" + std::string(name) +
                                     "\" are missing");
+    }
     return document.substr(0, begin + beginMark.size()) + section + document.substr(end);
 }
 
@@ -28,8 +29,9 @@ void RewriteDocument(const std::string& path, std::string (*rewritten)(const std
 {
     std::ostringstream document;
     std::ifstream in(path, std::ios::binary);
-    if (!in || !(document << in.rdbuf()))
+    if (!in || !(document << in.rdbuf())) {
         throw Unusable("cannot read " + path + ": " + std::strerror(errno));
+    }
     std::string text;
     try {
         text = rewritten(document.str());
@@ -37,8 +39,9 @@ void RewriteDocument(const std::string& path, std::string (*rewritten)(const std
         throw Unusable(path + ": " + error.what());
     }
     std::ofstream out(path, std::ios::binary);
-    if (!(out << text << std::flush))
+    if (!(out << text << std::flush)) {
         throw Unusable("cannot write " + path + ": " + std::strerror(errno));
+    }
 }
 
 } // namespace bancada

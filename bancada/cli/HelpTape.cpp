@@ -33,10 +33,11 @@ void AddHelpTape(CLI::App& app, int& exitCode)
         ->excludes(command);
     help->footer("Exit codes: 0 done; 2 there is no such command, or the file cannot be used.");
     help->callback([options, &exitCode] {
-        if (!options->into.empty())
+        if (!options->into.empty()) {
             RewriteDocument(options->into, WithTapeHelp);
-        else
+        } else {
             std::cout << (options->command.empty() ? TapeHelp() : CommandHelp(options->command));
+        }
         exitCode = EXIT_OK;
     });
 }

@@ -76,8 +76,9 @@ void Paragraphs(std::ostream& page, const std::string& text)
             const std::size_t rest = std::min(line.find_first_not_of(' ', end), line.size());
             page << (rest < line.size() ? ".TP\n" : ".PP\n") << Bold(line.substr(name, end - name))
                  << "\n";
-            if (rest < line.size())
+            if (rest < line.size()) {
                 page << Plain(line.substr(rest)) << "\n";
+            }
             begun = false;
         } else {
             page << (begun ? "" : ".PP\n") << Plain(line) << "\n";
@@ -105,11 +106,12 @@ void Options(std::ostream& page, const CLI::App& app, bool positional)
     const CLI::Formatter formatter;
     for (const CLI::Option* option : app.get_options([positional](const CLI::Option* o) {
              return !o->get_group().empty() && o->get_positional() == positional;
-         }))
+         })) {
         page << ".TP\n"
              << Bold(formatter.make_option_name(option, positional))
              << Plain(formatter.make_option_opts(option)) << "\n"
              << Plain(option->get_description()) << "\n";
+    }
 }
 
 void Subcommand(std::ostream& page, const CLI::App& app, const CLI::App& sub)
@@ -134,14 +136,16 @@ std::string ManPage(const CLI::App& app)
          << Plain(name) << " \\- " << Plain(app.get_description()) << "\n"
          << ".SH SYNOPSIS\n"
          << Plain(Usage(app, name)) << "\n";
-    for (const CLI::App* sub : Subcommands(app))
+    for (const CLI::App* sub : Subcommands(app)) {
         page << ".br\n" << Plain(Usage(*sub, name + " " + sub->get_name())) << "\n";
+    }
     page << ".SH OPTIONS\n";
     Options(page, app, true);
     Options(page, app, false);
     page << ".SH SUBCOMMANDS\n";
-    for (const CLI::App* sub : Subcommands(app))
+    for (const CLI::App* sub : Subcommands(app)) {
         Subcommand(page, app, *sub);
+    }
     page << ".SH NOTES\n";
     Paragraphs(page, app.get_footer());
     return page.str();

@@ -21,22 +21,26 @@ Progress::Progress(const TapeReader& tape)
 
 Progress::~Progress()
 {
-    if (m_shown)
+    if (m_shown) {
         std::cerr << WIPE << std::flush;
+    }
 }
 
 void Progress::Show(std::int64_t commands)
 {
-    if (!m_terminal)
+    if (!m_terminal) {
         return;
+    }
     const Clock::time_point now = Clock::now();
-    if (now < m_next)
+    if (now < m_next) {
         return;
+    }
     m_next = now + INTERVAL;
     m_shown = true;
     std::cerr << WIPE << commands << " commands";
-    if (m_tape.Size() > 0)
+    if (m_tape.Size() > 0) {
         std::cerr << ", " << m_tape.BytesRead() * 100 / m_tape.Size() << " % of the tape";
+    }
     std::cerr << std::flush;
 }
 

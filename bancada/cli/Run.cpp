@@ -41,13 +41,16 @@ struct RunOptions {
 void RequireDistinct(const RunOptions& options)
 {
     std::vector<const std::string*> paths = {&options.tape, &options.database, &options.log};
-    if (!options.memory.empty())
+    if (!options.memory.empty()) {
         paths.push_back(&options.memory);
+    }
     for (const std::string* one : paths) {
         for (const std::string* other : paths) {
             std::error_code none;
-            if (one != other && (*one == *other || std::filesystem::equivalent(*one, *other, none)))
+            if (one != other &&
+                (*one == *other || std::filesystem::equivalent(*one, *other, none))) {
                 throw Unusable(*one + " cannot be two of tape, database, firmware log and memory");
+            }
         }
     }
 }
@@ -55,13 +58,15 @@ void RequireDistinct(const RunOptions& options)
 // Reads the memory, if one is kept.
 std::unique_ptr<GuardaMemoria> OpenMemory(const RunOptions& options)
 {
-    if (options.memory.empty())
+    if (options.memory.empty()) {
         return nullptr;
+    }
     auto memory = std::make_unique<GuardaMemoria>(options.memory);
     // Said before the missing database would be made.
     std::error_code none;
-    if (!std::filesystem::exists(options.database, none))
+    if (!std::filesystem::exists(options.database, none)) {
         memory->ConfereNumero(0, options.database);
+    }
     return memory;
 }
 
@@ -77,8 +82,9 @@ class Run
     {
         // Last, so that a database that is refused leaves no log behind.
         m_log.Open(options.log);
-        if (m_memory != nullptr)
+        if (m_memory != nullptr) {
             TakeUpMemory();
+        }
     }
 
     // Runs the tape to its end. Throws TapeError where it cannot be read further; what came before
@@ -92,22 +98,26 @@ class Run
             progress.Show(commands);
         }
         // What the last command left, without the state before it.
-        if (m_memory != nullptr)
+        if (m_memory != nullptr) {
             m_memory->Firma(m_registro.GetMemoria(), m_memory->GetExecucao());
+        }
     }
 
     void PrintSummary(std::ostream& out) const
     {
-        if (m_continuedBehind > 0)
+        if (m_continuedBehind > 0) {
             out << "continued behind line " << m_continuedBehind << "\n";
+        }
         m_summary.Print(out, m_database.Counts());
-        if (m_memory != nullptr && m_memory->GetExecucao().perdidos > m_summary.lost.Count())
+        if (m_memory != nullptr && m_memory->GetExecucao().perdidos > m_summary.lost.Count()) {
             out << "commands whose rows are missing since the memory began: "
                 << m_memory->GetExecucao().perdidos
                 << "; the last: " << m_memory->GetExecucao().ultimaPerda << "\n";
-        if (m_log.WriteErrors() > 0)
+        }
+        if (m_log.WriteErrors() > 0) {
             out << "firmware log: " << m_log.WriteErrors() << " of " << m_log.Records()
                 << " records could not be written\n";
+        }
     }
 
     bool HasFindings() const { return m_summary.HasFindings(); }
@@ -163,8 +173,9 @@ class Run
             return;
         }
         const ItemCatalogo* item = ProcuraComando(line.name);
-        if (item == nullptr)
+        if (item == nullptr) {
             throw TapeError(line.namePlace, "there is no command \"" + line.name + "\"");
+        }
         const std::unique_ptr<ComandoBancada> command = item->cria(m_registro);
         TapeFields fields(line);
         command->Campos(fields);
@@ -176,19 +187,21 @@ class Run
         const Resultado result = m_executor.Executa(*command, em);
         Keep(line, result);
         Note(line, result, m_database.Counts().statementsRejected - rejectedBefore);
-        if (!result.executado)
+        if (!result.executado) {
             Reply(line, "refused: " + result.recusa.value_or("refused"));
-        else if (!result.registrado)
+        } else if (!result.registrado) {
             Reply(line, "executed, rows lost: " + m_database.LastLoss());
-        else
+        } else {
             Reply(line, "executed");
+        }
     }
 
     // Makes the memory say what became of the command, before its reply.
     void Keep(const TapeCommand& line, const Resultado& result)
     {
-        if (m_memory == nullptr)
+        if (m_memory == nullptr) {
             return;
+        }
         if (!result.executado) {
             KeepWithoutRows();
             return;
@@ -211,14 +224,16 @@ class Run
     // The same for a line that has no part in the database.
     void KeepWithoutRows()
     {
-        if (m_memory != nullptr)
+        if (m_memory != nullptr) {
             m_memory->Firma(m_registro.GetMemoria(), Progressed());
+        }
     }
 
     void Reply(const TapeCommand& line, const std::string& what) const
     {
-        if (m_replies)
+        if (m_replies) {
             std::cout << line.place.line << " " << line.name << ": " << what << std::endl;
+        }
     }
 
     void Note(const TapeCommand& line, const Resultado& result, std::int64_t rejected)
@@ -228,12 +243,14 @@ class Run
             return;
         }
         ++m_summary.run;
-        if (rejected > 0)
+        if (rejected > 0) {
             m_summary.rejected.Add(line.place, line.name,
                                    std::to_string(rejected) +
                                        (rejected == 1 ? " statement" : " statements"));
-        if (!result.registrado)
+        }
+        if (!result.registrado) {
             m_summary.lost.Add(line.place, line.name, m_database.LastLoss());
+        }
     }
 
     TapeReader m_tape;
@@ -251,8 +268,9 @@ class Run
 
 int RunTape(RunOptions options)
 {
-    if (options.log.empty())
+    if (options.log.empty()) {
         options.log = options.database + ".log";
+    }
     RequireDistinct(options);
 
     Run run(options);

@@ -22,18 +22,21 @@ void PrintCount(std::ostream& out, const char* label, std::int64_t count)
 void CommandList::Add(const Place& place, const std::string& command, const std::string& what)
 {
     ++m_count;
-    if (m_lines.size() < MAX_KEPT)
+    if (m_lines.size() < MAX_KEPT) {
         m_lines.push_back("  " + place.file + ":" + std::to_string(place.line) + " " + command +
                           ": " + what + "\n");
+    }
 }
 
 void CommandList::Print(std::ostream& out) const
 {
-    for (const std::string& line : m_lines)
+    for (const std::string& line : m_lines) {
         out << line;
+    }
     const std::int64_t more = m_count - static_cast<std::int64_t>(m_lines.size());
-    if (more > 0)
+    if (more > 0) {
         out << "  ... and " << more << " more\n";
+    }
 }
 
 bool RunSummary::HasFindings() const
@@ -51,15 +54,17 @@ void RunSummary::Print(std::ostream& out, const LogDatabaseCounts& counts) const
     rejected.Print(out);
     PrintCount(out, "commands whose rows are missing", lost.Count());
     lost.Print(out);
-    if (counts.statementsUndone > 0)
+    if (counts.statementsUndone > 0) {
         PrintCount(out, "statements undone with them", counts.statementsUndone);
+    }
 
     out << std::left << std::setw(LABEL_WIDTH) << "rows" << std::right << std::setw(NUMBER_WIDTH)
         << "inserted" << std::setw(NUMBER_WIDTH) << "updated"
         << "\n";
     for (const auto& [table, rows] : counts.rows) {
-        if (rows.inserted == 0 && rows.updated == 0)
+        if (rows.inserted == 0 && rows.updated == 0) {
             continue;
+        }
         out << "  " << std::left << std::setw(LABEL_WIDTH - 2) << table << std::right
             << std::setw(NUMBER_WIDTH) << rows.inserted << std::setw(NUMBER_WIDTH) << rows.updated
             << "\n";

@@ -40,8 +40,9 @@ void AddShow(CLI::App& app, int& exitCode)
                  "reduction or the day is not in the database; 2 a file cannot be\nread or "
                  "written, or is no logging database.");
     show->callback([options, crz, html, log, &exitCode] {
-        if (*log && *crz && !*html)
+        if (*log && *crz && !*html) {
             throw CLI::ExcludesError("--log", "--crz without --html");
+        }
         exitCode = Show(*options, std::cout, std::cerr) ? EXIT_OK : EXIT_FINDINGS;
     });
 }

@@ -25,10 +25,12 @@ bool ReaderIsGone(int file)
 void OpenStandardFiles()
 {
     int file = open("/dev/null", O_RDWR);
-    while (file >= 0 && file <= STDERR_FILENO)
+    while (file >= 0 && file <= STDERR_FILENO) {
         file = open("/dev/null", O_RDWR);
-    if (file >= 0)
+    }
+    if (file >= 0) {
         close(file);
+    }
     std::signal(SIGPIPE, SIG_IGN);
 }
 
@@ -36,8 +38,9 @@ bool FlushStandardOutput()
 {
     std::cout.flush();
     const bool written = std::cout.good() && std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
-    if (written || ReaderIsGone(STDOUT_FILENO))
+    if (written || ReaderIsGone(STDOUT_FILENO)) {
         return true;
+    }
     std::cerr << "ecf-bancada: standard output could not be written\n";
     return false;
 }

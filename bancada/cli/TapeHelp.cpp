@@ -15,15 +15,17 @@ namespace
 std::string Section(const std::string& name, const std::string& head, const FieldTable& table)
 {
     std::string text = "### `" + name + "`\n\n" + head + "\n";
-    if (!table.Fields().empty())
+    if (!table.Fields().empty()) {
         text += "\n" + MarkdownTable(table.Fields());
+    }
     return text + "\n```json\n" + ExampleLine(name, table.Fields()) + "\n```\n";
 }
 
 std::string Capitalised(std::string text)
 {
-    if (!text.empty() && text[0] >= 'a' && text[0] <= 'z')
+    if (!text.empty() && text[0] >= 'a' && text[0] <= 'z') {
         text[0] = static_cast<char>(text[0] - 'a' + 'A');
+    }
     return text;
 }
 
@@ -46,8 +48,9 @@ std::string CommandSection(const ItemCatalogo& item)
     std::string head = Capitalised(item.resumo) + ". Class `" + item.classe + "`, code " +
                        std::to_string(item.codigo);
     head += *item.tabelas == '\0' ? "; logs nothing" : std::string("; logs into ") + item.tabelas;
-    if (*item.documento != '\0')
+    if (*item.documento != '\0') {
         head += std::string(", document type ") + item.documento;
+    }
     return Section(item.nome, head + ".", table);
 }
 
@@ -56,18 +59,21 @@ std::string CommandSection(const ItemCatalogo& item)
 std::string TapeHelp()
 {
     std::string text = DirectiveSection();
-    for (const ItemCatalogo& item : Catalogo())
+    for (const ItemCatalogo& item : Catalogo()) {
         text += "\n" + CommandSection(item);
+    }
     return text;
 }
 
 std::string CommandHelp(std::string_view command)
 {
-    if (command == CONFIGURA)
+    if (command == CONFIGURA) {
         return DirectiveSection();
+    }
     const ItemCatalogo* item = ProcuraComando(command);
-    if (item == nullptr)
+    if (item == nullptr) {
         throw Unusable("there is no command \"" + std::string(command) + "\"");
+    }
     return CommandSection(*item);
 }
 

@@ -13,9 +13,11 @@ void CampoSigla(FieldVisitor& campos, const char* nome, char (&sigla)[4],
 {
     int escolhida = 0;
     campos.Choice(nome, escolhida, opcoes, Presence::REQUIRED, doc, exemplo);
-    for (const FieldVisitor::Option& opcao : opcoes)
-        if (opcao.second == escolhida)
+    for (const FieldVisitor::Option& opcao : opcoes) {
+        if (opcao.second == escolhida) {
             std::strncpy(sigla, opcao.first, sizeof sigla - 1);
+        }
+    }
 }
 
 void CampoOperacao(FieldVisitor& campos, EOperacao& operacao)
@@ -42,8 +44,9 @@ BigInt ValorComandado(ETipoValor tipo, const Decimal& valor)
     constexpr int CASAS_PERCENTUAL = 2;
     const int casas = tipo == PERCENTUAL ? CASAS_PERCENTUAL : Financial::DECIMALS;
     BigInt contado = BigInt::FromInt64(valor.unscaled);
-    for (int i = valor.casas; i < casas; ++i)
+    for (int i = valor.casas; i < casas; ++i) {
         contado *= BigInt(10);
+    }
     return contado;
 }
 

@@ -64,8 +64,9 @@ class CancelaCupom final : public ComandoDe<CmdCancelaCupom>
 
     BOOL InitCheck(CommandDataFisco*) override
     {
-        if (m_iCOOCancelado == 0)
+        if (m_iCOOCancelado == 0) {
             m_iCOOCancelado = m_registro.GetMemoria().cupom.coo;
+        }
         return TRUE;
     }
 

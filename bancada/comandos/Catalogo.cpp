@@ -17,8 +17,9 @@ const std::vector<ItemCatalogo>& Catalogo()
               ComandosDeCancelamento(), ComandosNaoFiscais(), ComandosDeLeitura(),
               ComandosDeReducaoZ(), ComandosDeComprovante(), ComandosDeIntervencao(),
               ComandosDeFitaDetalhe(), ComandosDeTotalizadores(), ComandosDeProprietario(),
-              ComandosDeIdentidade()})
+              ComandosDeIdentidade()}) {
             todos.insert(todos.end(), assunto.begin(), assunto.end());
+        }
         std::sort(todos.begin(), todos.end(),
                   [](const ItemCatalogo& a, const ItemCatalogo& b) { return a.codigo < b.codigo; });
         return todos;

@@ -25,9 +25,10 @@ class AbreCCD final : public ComandoDe<CmdAbreCCD>
     BOOL FiscalCheck() override
     {
         const int ultimo = m_registro.GetMemoria().cupom.coo;
-        if (m_iCOO != 0 && m_iCOO != ultimo)
+        if (m_iCOO != 0 && m_iCOO != ultimo) {
             return Aceita("document " + std::to_string(m_iCOO) +
                           " is not the receipt issued last, which is " + std::to_string(ultimo));
+        }
         return Aceita(m_registro.PodeAbreCCD(m_iMeioPagamento, m_dtExecStart));
     }
 

@@ -52,8 +52,9 @@ Resultado Executor::Executa(ComandoBancada& comando, RtcAbsoluteTime em)
     comum.FiscalPostPrint();
     comum.Log();
     comum.m_eStatusCmd = CMD_LOG_OK;
-    if (m_antesDeConfirmar)
+    if (m_antesDeConfirmar) {
         m_antesDeConfirmar();
+    }
     resultado.registrado = m_banco.CommitCommand();
 
     comum.FillReply(RESPOSTA_OK);

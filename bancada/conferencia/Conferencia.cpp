@@ -161,8 +161,9 @@ void Contexto::Relata(const char* tipo, const std::string& chave, const std::str
 
 void Contexto::RelataItensAusentes(std::int64_t coo, std::int64_t anterior, std::int64_t item)
 {
-    if (item <= anterior + 1)
+    if (item <= anterior + 1) {
         return;
+    }
     Relata("item-ausente", Coo(coo),
            "no row of item " + std::to_string(anterior + 1) +
                (item > anterior + 2 ? " to " + std::to_string(item - 1) : ""),

@@ -20,18 +20,22 @@ bool ParseDecimal(std::string_view text, int maxDigits, int maxDecimals, Decimal
     const std::size_t point = text.find('.');
     const std::string_view whole = text.substr(0, point);
     std::string_view decimals;
-    if (!AreDigits(whole, maxDigits))
+    if (!AreDigits(whole, maxDigits)) {
         return false;
+    }
     if (point != std::string_view::npos) {
         decimals = text.substr(point + 1);
-        if (!AreDigits(decimals, maxDecimals))
+        if (!AreDigits(decimals, maxDecimals)) {
             return false;
+        }
     }
 
     Decimal result;
-    for (const std::string_view part : {whole, decimals})
-        for (const char digit : part)
+    for (const std::string_view part : {whole, decimals}) {
+        for (const char digit : part) {
             result.unscaled = result.unscaled * 10 + (digit - '0');
+        }
+    }
     result.casas = static_cast<int>(decimals.size());
     out = result;
     return true;

@@ -26,10 +26,12 @@ std::string DecimalText(std::int64_t unscaled, int decimals)
 {
     std::string text = std::to_string(unscaled);
     const auto places = static_cast<std::size_t>(decimals);
-    if (places == 0)
+    if (places == 0) {
         return text;
-    if (text.size() <= places)
+    }
+    if (text.size() <= places) {
         text.insert(0, places + 1 - text.size(), '0');
+    }
     return text.insert(text.size() - places, ".");
 }
 
@@ -42,8 +44,9 @@ std::string DecimalKind(int digits, int decimals)
 // A bar would end the cell.
 std::string Cell(std::string text)
 {
-    for (std::size_t at = 0; (at = text.find('|', at)) != std::string::npos; at += 2)
+    for (std::size_t at = 0; (at = text.find('|', at)) != std::string::npos; at += 2) {
         text.insert(at, 1, '\\');
+    }
     return text;
 }
 
@@ -111,16 +114,18 @@ void FieldTable::Choice(const char* name, int& out, std::initializer_list<Option
     std::string byDefault;
     for (const Option& option : options) {
         kind += (kind.empty() ? "" : " or ") + Quoted(option.first);
-        if (option.second == out)
+        if (option.second == out) {
             byDefault = Quoted(option.first);
+        }
     }
     Add(name, kind, presence, byDefault, doc, Quoted(example));
 }
 
 std::string MarkdownTable(const std::vector<FieldDescription>& fields)
 {
-    if (fields.empty())
+    if (fields.empty()) {
         return "";
+    }
     std::string table = "| Field | Value | Without it | Meaning |\n|---|---|---|---|\n";
     for (const FieldDescription& field : fields) {
         table += "| `" + field.name + "` | " + Cell(field.kind) + " | ";
@@ -134,8 +139,9 @@ std::string MarkdownTable(const std::vector<FieldDescription>& fields)
 std::string ExampleLine(const std::string& command, const std::vector<FieldDescription>& fields)
 {
     std::string line = "{\"cmd\": " + Quoted(command);
-    for (const FieldDescription& field : fields)
+    for (const FieldDescription& field : fields) {
         line += ", \"" + field.name + "\": " + field.example;
+    }
     return line + "}";
 }
 

@@ -22,17 +22,20 @@ class TokenWalk
     int Next()
     {
         m_at = m_text.find_first_not_of(" \t\r\n:,", m_at);
-        if (m_at == std::string_view::npos)
+        if (m_at == std::string_view::npos) {
             m_at = m_text.size();
+        }
         const int column = static_cast<int>(m_at) + 1;
-        if (m_at == m_text.size())
+        if (m_at == m_text.size()) {
             return column;
-        if (m_text[m_at] == '"')
+        }
+        if (m_text[m_at] == '"') {
             PassString();
-        else if (m_text[m_at] == '{' || m_text[m_at] == '}')
+        } else if (m_text[m_at] == '{' || m_text[m_at] == '}') {
             ++m_at;
-        else // a number or a word
+        } else { // a number or a word
             m_at = std::min(m_text.find_first_of(" \t\r\n:,}", m_at), m_text.size());
+        }
         return column;
     }
 
@@ -41,9 +44,11 @@ class TokenWalk
   private:
     void PassString()
     {
-        for (++m_at; m_text[m_at] != '"'; ++m_at)
-            if (m_text[m_at] == '\\')
+        for (++m_at; m_text[m_at] != '"'; ++m_at) {
+            if (m_text[m_at] == '\\') {
                 ++m_at;
+            }
+        }
         ++m_at;
     }
 
@@ -56,10 +61,12 @@ class TokenWalk
 std::string ParserMessage(const std::string& what)
 {
     std::string message = what.substr(what.find("] ") + 2);
-    if (message.rfind("parse error at ", 0) == 0)
+    if (message.rfind("parse error at ", 0) == 0) {
         message.erase(0, message.find(": ") + 2);
-    for (const char* piece : {"; last read: ", " parsing '"})
+    }
+    for (const char* piece : {"; last read: ", " parsing '"}) {
         message.erase(std::min(message.find(piece), message.size()));
+    }
     return "not JSON: " + message;
 }
 
@@ -70,15 +77,17 @@ class LineHandler : public nlohmann::json_sax<nlohmann::json>
     LineHandler(TapeLine& line, std::string_view text, const std::string& file, int number)
         : m_line(line), m_walk(text), m_place{file, number, 0}
     {
-        if (text.substr(0, BYTE_ORDER_MARK.size()) == BYTE_ORDER_MARK)
+        if (text.substr(0, BYTE_ORDER_MARK.size()) == BYTE_ORDER_MARK) {
             m_walk.Pass(BYTE_ORDER_MARK.size());
+        }
     }
 
     bool start_object(std::size_t) override
     {
         const Place place = NextPlace();
-        if (m_inObject)
+        if (m_inObject) {
             throw TapeError(place, FieldHolds("an object"));
+        }
         m_inObject = true;
         m_line.place = place;
         return true;
@@ -87,10 +96,12 @@ class LineHandler : public nlohmann::json_sax<nlohmann::json>
     bool key(string_t& name) override
     {
         const Place place = NextPlace();
-        for (const TapeField& field : m_line.fields)
-            if (field.name == name)
+        for (const TapeField& field : m_line.fields) {
+            if (field.name == name) {
                 throw TapeError(place, "field \"" + name + "\" is given twice, first in column " +
                                            std::to_string(field.namePlace.column));
+            }
+        }
         TapeField field;
         field.name = std::move(name);
         field.namePlace = place;
@@ -110,8 +121,9 @@ class LineHandler : public nlohmann::json_sax<nlohmann::json>
     bool string(string_t& text) override
     {
         TapeValue& value = Value("a text", TapeValue::Kind::TEXT);
-        if (text.find('\0') != string_t::npos)
+        if (text.find('\0') != string_t::npos) {
             throw TapeError(m_line.fields.back().valuePlace, FieldHolds("a NUL character"));
+        }
         value.text = std::move(text);
         return true;
     }
@@ -131,10 +143,11 @@ class LineHandler : public nlohmann::json_sax<nlohmann::json>
     bool number_unsigned(number_unsigned_t number) override
     {
         constexpr auto MAX = std::numeric_limits<std::int64_t>::max();
-        if (number > static_cast<number_unsigned_t>(MAX))
+        if (number > static_cast<number_unsigned_t>(MAX)) {
             Value("a number", TapeValue::Kind::FRACTION);
-        else
+        } else {
             Value("a number", TapeValue::Kind::INTEGER).integer = static_cast<std::int64_t>(number);
+        }
         return true;
     }
 
@@ -178,8 +191,9 @@ class LineHandler : public nlohmann::json_sax<nlohmann::json>
 
     TapeValue& Value(const char* what, TapeValue::Kind kind)
     {
-        if (!m_inObject)
+        if (!m_inObject) {
             Refuse(what);
+        }
         TapeField& field = m_line.fields.back();
         field.valuePlace = NextPlace();
         field.value.kind = kind;
@@ -213,11 +227,13 @@ TapeLine ParseLine(std::string_view text, const std::string& file, int line)
 {
     // The parser takes a NUL for the end of its input.
     const std::size_t nul = text.find('\0');
-    if (nul != std::string_view::npos)
+    if (nul != std::string_view::npos) {
         throw TapeError({file, line, static_cast<int>(nul) + 1}, "not JSON: a NUL byte");
+    }
     // ... and passes over a byte order mark on every line.
-    if (line > 1 && text.substr(0, BYTE_ORDER_MARK.size()) == BYTE_ORDER_MARK)
+    if (line > 1 && text.substr(0, BYTE_ORDER_MARK.size()) == BYTE_ORDER_MARK) {
         throw TapeError({file, line, 1}, "not JSON: a byte order mark after the first line");
+    }
 
     TapeLine result;
     LineHandler handler(result, text, file, line);

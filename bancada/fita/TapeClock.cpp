@@ -10,10 +10,12 @@ RtcAbsoluteTime TapeClock::Next(const TapeCommand& command)
     if (command.em) {
         m_last = command.em;
     } else {
-        if (!m_last)
+        if (!m_last) {
             throw TapeError(command.place, "the first command of a tape needs the field \"em\"");
-        if (m_last->s == std::numeric_limits<UINT32>::max())
+        }
+        if (m_last->s == std::numeric_limits<UINT32>::max()) {
             throw TapeError(command.place, "the clock ends at 2106-02-07 06:28:15");
+        }
         m_last = RtcAbsoluteTime(m_last->s + 1);
     }
     return *m_last;
@@ -21,10 +23,11 @@ RtcAbsoluteTime TapeClock::Next(const TapeCommand& command)
 
 void TapeClock::Continue(RtcAbsoluteTime last)
 {
-    if (last.s == matlong[0])
+    if (last.s == matlong[0]) {
         m_last.reset();
-    else
+    } else {
         m_last = last;
+    }
 }
 
 } // namespace bancada

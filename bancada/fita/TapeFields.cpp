@@ -31,28 +31,34 @@ TapeFields::TapeFields(const TapeCommand& line) : m_line(line) {}
 void TapeFields::Finish() const
 {
     for (const TapeField& field : m_line.fields) {
-        if (std::find(m_asked.begin(), m_asked.end(), field.name) != m_asked.end())
+        if (std::find(m_asked.begin(), m_asked.end(), field.name) != m_asked.end()) {
             continue;
+        }
         std::string known;
-        for (const std::string& name : m_asked)
+        for (const std::string& name : m_asked) {
             known += (known.empty() ? "" : ", ") + name;
+        }
         throw TapeError(field.namePlace, m_line.name + " has no field \"" + field.name + "\"" +
                                              (known.empty() ? "; it has none of its own"
                                                             : "; its fields are " + known));
     }
-    if (!m_missing.empty())
+    if (!m_missing.empty()) {
         throw TapeError(m_line.place, m_line.name + " needs the field \"" + m_missing + "\"");
+    }
 }
 
 const TapeField* TapeFields::Find(const char* name, Presence presence)
 {
     assert(std::find(m_asked.begin(), m_asked.end(), name) == m_asked.end());
     m_asked.emplace_back(name);
-    for (const TapeField& field : m_line.fields)
-        if (field.name == name)
+    for (const TapeField& field : m_line.fields) {
+        if (field.name == name) {
             return &field;
-    if (presence == Presence::REQUIRED && m_missing.empty())
+        }
+    }
+    if (presence == Presence::REQUIRED && m_missing.empty()) {
         m_missing = name;
+    }
     return nullptr;
 }
 
@@ -60,10 +66,12 @@ const TapeValue* TapeFields::FindKind(const char* name, Presence presence, TapeV
                                       const std::string& wanted, const TapeField*& field)
 {
     field = Find(name, presence);
-    if (field == nullptr)
+    if (field == nullptr) {
         return nullptr;
-    if (field->value.kind != kind)
+    }
+    if (field->value.kind != kind) {
         ThrowValue(*field, wanted + " is due, not " + KindName(field->value.kind));
+    }
     return &field->value;
 }
 
@@ -71,26 +79,30 @@ const std::string* TapeFields::FindText(const char* name, std::size_t maxBytes, 
 {
     const TapeField* field = nullptr;
     const TapeValue* value = FindKind(name, presence, TapeValue::Kind::TEXT, "a text", field);
-    if (value == nullptr)
+    if (value == nullptr) {
         return nullptr;
-    if (value->text.size() > maxBytes)
+    }
+    if (value->text.size() > maxBytes) {
         ThrowValue(*field, "a text of at most " + std::to_string(maxBytes) + " bytes is due, not " +
                                std::to_string(value->text.size()));
+    }
     return &value->text;
 }
 
 void TapeFields::Text(const char* name, char* out, std::size_t size, Presence presence, const char*,
                       const char*)
 {
-    if (const std::string* text = FindText(name, size - 1, presence))
+    if (const std::string* text = FindText(name, size - 1, presence)) {
         std::memcpy(out, text->c_str(), text->size() + 1);
+    }
 }
 
 void TapeFields::Text(const char* name, std::string& out, std::size_t maxBytes, Presence presence,
                       const char*, const char*)
 {
-    if (const std::string* text = FindText(name, maxBytes, presence))
+    if (const std::string* text = FindText(name, maxBytes, presence)) {
         out = *text;
+    }
 }
 
 void TapeFields::Integer(const char* name, int& out, int min, int max, Presence presence,
@@ -100,10 +112,12 @@ void TapeFields::Integer(const char* name, int& out, int min, int max, Presence 
         "an integer from " + std::to_string(min) + " to " + std::to_string(max);
     const TapeField* field = nullptr;
     const TapeValue* value = FindKind(name, presence, TapeValue::Kind::INTEGER, wanted, field);
-    if (value == nullptr)
+    if (value == nullptr) {
         return;
-    if (value->integer < min || value->integer > max)
+    }
+    if (value->integer < min || value->integer > max) {
         ThrowValue(*field, wanted + " is due, not " + std::to_string(value->integer));
+    }
     out = static_cast<int>(value->integer);
 }
 
@@ -112,8 +126,9 @@ void TapeFields::Flag(const char* name, bool& out, Presence presence, const char
     const TapeField* field = nullptr;
     const TapeValue* value =
         FindKind(name, presence, TapeValue::Kind::FLAG, "true or false", field);
-    if (value != nullptr)
+    if (value != nullptr) {
         out = value->flag;
+    }
 }
 
 bool TapeFields::FindDecimal(const char* name, int maxDigits, int maxDecimals, Presence presence,
@@ -122,10 +137,12 @@ bool TapeFields::FindDecimal(const char* name, int maxDigits, int maxDecimals, P
     const std::string wanted = DecimalWanted(maxDigits, maxDecimals, example);
     const TapeField* field = nullptr;
     const TapeValue* value = FindKind(name, presence, TapeValue::Kind::TEXT, wanted, field);
-    if (value == nullptr)
+    if (value == nullptr) {
         return false;
-    if (!ParseDecimal(value->text, maxDigits, maxDecimals, out))
+    }
+    if (!ParseDecimal(value->text, maxDigits, maxDecimals, out)) {
         ThrowValue(*field, wanted + " is due");
+    }
     return true;
 }
 
@@ -133,11 +150,13 @@ void TapeFields::Money(const char* name, Financial& out, Presence presence, cons
                        const char* example)
 {
     Decimal amount;
-    if (!FindDecimal(name, MONEY_DIGITS, MONEY_DECIMALS, presence, example, amount))
+    if (!FindDecimal(name, MONEY_DIGITS, MONEY_DECIMALS, presence, example, amount)) {
         return;
+    }
     std::int64_t cents = amount.unscaled;
-    for (int decimals = amount.casas; decimals < MONEY_DECIMALS; ++decimals)
+    for (int decimals = amount.casas; decimals < MONEY_DECIMALS; ++decimals) {
         cents *= 10;
+    }
     out = Financial::FromCents(cents);
 }
 
@@ -152,11 +171,13 @@ void TapeFields::Percent(const char* name, int& hundredths, Presence presence, c
                          const char* example)
 {
     Decimal percent;
-    if (!FindDecimal(name, PERCENT_DIGITS, PERCENT_DECIMALS, presence, example, percent))
+    if (!FindDecimal(name, PERCENT_DIGITS, PERCENT_DECIMALS, presence, example, percent)) {
         return;
+    }
     std::int64_t value = percent.unscaled;
-    for (int decimals = percent.casas; decimals < PERCENT_DECIMALS; ++decimals)
+    for (int decimals = percent.casas; decimals < PERCENT_DECIMALS; ++decimals) {
         value *= 10;
+    }
     hundredths = static_cast<int>(value);
 }
 
@@ -164,12 +185,14 @@ void TapeFields::Choice(const char* name, int& out, std::initializer_list<Option
                         Presence presence, const char*, const char*)
 {
     std::string wanted = "one of";
-    for (const Option& option : options)
+    for (const Option& option : options) {
         wanted += std::string(wanted == "one of" ? " \"" : ", \"") + option.first + "\"";
+    }
     const TapeField* field = nullptr;
     const TapeValue* value = FindKind(name, presence, TapeValue::Kind::TEXT, wanted, field);
-    if (value == nullptr)
+    if (value == nullptr) {
         return;
+    }
     for (const Option& option : options) {
         if (value->text == option.first) {
             out = option.second;

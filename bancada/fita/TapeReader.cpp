@@ -21,9 +21,10 @@ constexpr std::size_t BUFFER_BYTES = 64 * 1024;
 
 std::string CommonText(const TapeField& field)
 {
-    if (field.value.kind != TapeValue::Kind::TEXT)
+    if (field.value.kind != TapeValue::Kind::TEXT) {
         throw TapeError(field.valuePlace, "field \"" + field.name + "\": a text is due, not " +
                                               KindName(field.value.kind));
+    }
     return field.value.text;
 }
 
@@ -36,14 +37,16 @@ TapeCommand CommandOf(TapeLine line)
         if (field.name == "cmd") {
             command.name = CommonText(field);
             command.namePlace = field.valuePlace;
-            if (command.name.empty())
+            if (command.name.empty()) {
                 throw TapeError(field.valuePlace, "field \"cmd\": the name of a command is due");
+            }
         } else if (field.name == "em") {
             RtcAbsoluteTime instant;
-            if (!ParseInstant(CommonText(field), instant))
+            if (!ParseInstant(CommonText(field), instant)) {
                 throw TapeError(field.valuePlace,
                                 "field \"em\": an instant \"YYYY-MM-DD hh:mm:ss\" is due, after "
                                 "1970-01-01 00:00:00 and up to 2106-02-07 06:28:15");
+            }
             command.em = instant;
             command.emPlace = field.namePlace;
         } else if (field.name == "obs") {
@@ -52,8 +55,9 @@ TapeCommand CommandOf(TapeLine line)
             command.fields.push_back(std::move(field));
         }
     }
-    if (command.name.empty())
+    if (command.name.empty()) {
         throw TapeError(line.place, "the line needs the field \"cmd\"");
+    }
     return command;
 }
 
@@ -63,26 +67,30 @@ TapeReader::TapeReader(const std::string& path) : m_path(path), m_buffer(BUFFER_
 {
     m_file = path == "-" ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC);
     struct stat status = {};
-    if (m_file < 0 || fstat(m_file, &status) != 0)
+    if (m_file < 0 || fstat(m_file, &status) != 0) {
         throw Unusable("cannot read the tape " + path + ": " + std::strerror(errno));
-    if (S_ISREG(status.st_mode))
+    }
+    if (S_ISREG(status.st_mode)) {
         m_size = status.st_size;
+    }
 }
 
 TapeReader::~TapeReader()
 {
-    if (m_file != STDIN_FILENO)
+    if (m_file != STDIN_FILENO) {
         close(m_file);
+    }
 }
 
 bool TapeReader::FillBuffer()
 {
     ssize_t count = 0;
-    do
+    do {
         count = read(m_file, m_buffer.data(), m_buffer.size());
-    while (count < 0 && errno == EINTR);
-    if (count < 0)
+    } while (count < 0 && errno == EINTR);
+    if (count < 0) {
         throw Unusable("cannot read the tape " + m_path + ": " + std::strerror(errno));
+    }
     m_at = 0;
     m_end = static_cast<std::size_t>(count);
     m_bytes += count;
@@ -92,8 +100,9 @@ bool TapeReader::FillBuffer()
 // Moves on within the buffer.
 void TapeReader::Take(std::size_t bytes)
 {
-    if (bytes == 0)
+    if (bytes == 0) {
         return;
+    }
     m_digest.Add({m_buffer.data() + m_at, bytes});
     m_at += bytes;
     m_last = m_buffer[m_at - 1];
@@ -103,8 +112,9 @@ void TapeReader::Take(std::size_t bytes)
 bool TapeReader::Skip(std::int64_t bytes)
 {
     while (bytes > 0) {
-        if (m_at == m_end && !FillBuffer())
+        if (m_at == m_end && !FillBuffer()) {
             return false;
+        }
         const auto count = std::min(bytes, static_cast<std::int64_t>(m_end - m_at));
         Take(static_cast<std::size_t>(count));
         bytes -= count;
@@ -117,24 +127,27 @@ TapePosition TapeReader::Position() const
     TapePosition position;
     position.line = m_line;
     position.bytes = m_bytes - static_cast<std::int64_t>(m_end - m_at);
-    if (position.bytes > 0)
+    if (position.bytes > 0) {
         position.digest = m_digest.Hex();
+    }
     return position;
 }
 
 bool TapeReader::Continue(const TapePosition& position)
 {
-    if (position.bytes == 0)
+    if (position.bytes == 0) {
         return true;
+    }
     if (Skip(position.bytes) && m_digest.Hex() == position.digest) {
         // If its last line had no end, the rest of that line comes next.
         m_line = m_last == '\n' ? position.line : position.line - 1;
         return true;
     }
-    if (lseek(m_file, 0, SEEK_SET) != 0)
+    if (lseek(m_file, 0, SEEK_SET) != 0) {
         throw Unusable("cannot read the tape " + m_path +
                        " from its first line: it is not the one that was read before, and a pipe "
                        "is read once; give it as a file");
+    }
     m_bytes = 0;
     m_at = m_end = 0;
     m_last = '\n';
@@ -146,8 +159,9 @@ bool TapeReader::Continue(const TapePosition& position)
 bool TapeReader::ReadLine(std::string& line)
 {
     line.clear();
-    if (m_at == m_end && !FillBuffer())
+    if (m_at == m_end && !FillBuffer()) {
         return false;
+    }
     ++m_line;
     do {
         const char* begin = m_buffer.data() + m_at;
@@ -155,16 +169,18 @@ bool TapeReader::ReadLine(std::string& line)
         const char* lineEnd = std::find(begin, end, '\n');
         line.append(begin, lineEnd);
         Take(static_cast<std::size_t>(lineEnd - begin));
-        if (line.size() > MAX_LINE_BYTES)
+        if (line.size() > MAX_LINE_BYTES) {
             throw TapeError({m_path, m_line, static_cast<int>(MAX_LINE_BYTES) + 1},
                             "a line has at most " + std::to_string(MAX_LINE_BYTES) + " bytes");
+        }
         if (lineEnd != end) {
             Take(1);
             break;
         }
     } while (FillBuffer());
-    if (!line.empty() && line.back() == '\r')
+    if (!line.empty() && line.back() == '\r') {
         line.pop_back();
+    }
     return true;
 }
 
@@ -172,8 +188,9 @@ bool TapeReader::Next(TapeCommand& command)
 {
     std::string line;
     while (ReadLine(line)) {
-        if (line.find_first_not_of(" \t\r") == std::string::npos)
+        if (line.find_first_not_of(" \t\r") == std::string::npos) {
             continue;
+        }
         command = CommandOf(ParseLine(line, m_path, m_line));
         return true;
     }

@@ -6,8 +6,9 @@ namespace bancada
 int CompraGerada::Vende(std::int64_t quantidade, int casas, std::int64_t preco, bool arredonda)
 {
     std::int64_t escala = 10; // thousandths to cents
-    for (int i = 0; i < casas; ++i)
+    for (int i = 0; i < casas; ++i) {
         escala *= 10;
+    }
     ItemGerado item;
     item.bruto = (quantidade * preco + (arredonda ? escala / 2 : 0)) / escala;
     m_itens.push_back(item);
@@ -32,16 +33,18 @@ void CompraGerada::CancelaAjuste(int numero, bool desconto)
 int CompraGerada::Vivos() const
 {
     int vivos = 0;
-    for (const ItemGerado& item : m_itens)
+    for (const ItemGerado& item : m_itens) {
         vivos += item.cancelado ? 0 : 1;
+    }
     return vivos;
 }
 
 std::int64_t CompraGerada::Subtotal() const
 {
     std::int64_t soma = 0;
-    for (const ItemGerado& item : m_itens)
+    for (const ItemGerado& item : m_itens) {
         soma += item.cancelado ? 0 : item.Liquido();
+    }
     return soma;
 }
 

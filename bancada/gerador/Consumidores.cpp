@@ -27,8 +27,9 @@ const char* Um(Sorteio& sorteio, const char* const (&lista)[tamanho])
 std::string Digitos(Sorteio& sorteio, int quantos)
 {
     std::string digitos;
-    for (int i = 0; i < quantos; ++i)
+    for (int i = 0; i < quantos; ++i) {
         digitos += static_cast<char>('0' + sorteio.Ate(10));
+    }
     return digitos;
 }
 
@@ -59,8 +60,9 @@ std::string SorteiaCpf(Sorteio& sorteio)
 {
     // A CPF of one repeated digit has right check digits and is none.
     std::string digitos = Digitos(sorteio, 9);
-    while (digitos.find_first_not_of(digitos[0]) == std::string::npos)
+    while (digitos.find_first_not_of(digitos[0]) == std::string::npos) {
         digitos = Digitos(sorteio, 9);
+    }
     return ComDigitos(digitos, 11);
 }
 

@@ -45,15 +45,17 @@ const char* const MENSAGENS[] = {"Obrigado pela preferencia! Volte sempre.", "Co
 std::int64_t Horario(int numero, int quantos, std::int64_t acaso)
 {
     std::int64_t soma = 0;
-    for (const int hora : MOVIMENTO)
+    for (const int hora : MOVIMENTO) {
         soma += hora;
+    }
     std::int64_t resto =
         (numero * std::int64_t{1000} + acaso) * soma * 3600 / (quantos * std::int64_t{1000});
     std::int64_t hora = 0;
     for (const int movimento : MOVIMENTO) {
         const std::int64_t desta = movimento * std::int64_t{3600};
-        if (resto < desta)
+        if (resto < desta) {
             return hora * 3600 + resto / movimento;
+        }
         resto -= desta;
         ++hora;
     }
@@ -66,16 +68,18 @@ class Gerador
     Gerador(const OpcoesGerador& opcoes, std::ostream& saida)
         : m_opcoes(opcoes), m_saida(saida), m_sorteio(opcoes.semente)
     {
-        for (const Mercadoria& mercadoria : Mercadorias())
+        for (const Mercadoria& mercadoria : Mercadorias()) {
             m_pesoTotal += mercadoria.peso;
+        }
     }
 
     void Gera()
     {
         m_agora = PRIMEIRO_DIA * SEGUNDOS_DO_DIA + (HORA_ABERTURA - 1) * 3600;
         Programa();
-        for (int dia = 0; dia < m_opcoes.dias && m_saida; ++dia)
+        for (int dia = 0; dia < m_opcoes.dias && m_saida; ++dia) {
             GeraDia(dia);
+        }
     }
 
   private:
@@ -140,17 +144,19 @@ class Gerador
     void ProgramaTotalizadores()
     {
         const std::int64_t aliquotas[] = {1800, 1200, 700};
-        for (int i = 0; i < 3; ++i)
+        for (int i = 0; i < 3; ++i) {
             Linha("insere_aliquota")
                 .Texto("tributacao", "T")
                 .Numero("indice", i + 1)
                 .Decimal("percentual", aliquotas[i], 2);
+        }
         Linha("insere_aliquota")
             .Texto("tributacao", "S")
             .Numero("indice", 1)
             .Texto("percentual", "5.00");
-        for (const char* codigo : {"F", "I", "N"})
+        for (const char* codigo : {"F", "I", "N"}) {
             Linha("habilita_totalizadores").Texto("codigo", codigo).Numero("numero", 1);
+        }
         Linha("insere_reg_ope_nf").Numero("indice", 3).Texto("descricao", "RECARGA CELULAR");
         Linha("insere_reg_ope_nf").Numero("indice", 4).Texto("descricao", "CONTA DE LUZ");
     }
@@ -162,8 +168,9 @@ class Gerador
         for (int i = 0; i < 5; ++i) {
             LinhaFita linha = Linha("insere_meio_pagamento");
             linha.Numero("indice", i + 1).Texto("descricao", nomes[i]);
-            if (!DaTroco(i + 1))
+            if (!DaTroco(i + 1)) {
                 linha.Sim("vinculado_ccd");
+            }
         }
     }
 
@@ -174,27 +181,32 @@ class Gerador
         const std::int64_t abertura = (PRIMEIRO_DIA + dia) * SEGUNDOS_DO_DIA + HORA_ABERTURA * 3600;
         Espera(abertura - 900);
         Leitura("leitura_x");
-        if (dia % 30 == 0)
+        if (dia % 30 == 0) {
             Leitura("leitura_mf");
-        if (dia % 90 == 0)
+        }
+        if (dia % 90 == 0) {
             Intervencao(dia % 180 == 0);
+        }
         m_gaveta = 15000;
         Caixa("fundo_troco", m_gaveta);
         for (int cupom = 0; cupom < m_opcoes.cuponsPorDia && m_saida; ++cupom) {
             Espera(abertura + Horario(cupom, m_opcoes.cuponsPorDia, m_sorteio.Entre(0, 999)));
             GeraCupom();
-            if (m_sorteio.PorMil(20))
+            if (m_sorteio.PorMil(20)) {
                 GeraNaoFiscal();
+            }
             if (m_gaveta > 150000) {
                 Caixa("sangria", 100000);
                 m_gaveta -= 100000;
             }
         }
         Espera(abertura + static_cast<std::int64_t>(std::size(MOVIMENTO)) * 3600);
-        if (m_coo > 20 && m_sorteio.PorMil(100))
+        if (m_coo > 20 && m_sorteio.PorMil(100)) {
             Reimprime();
-        if (m_gaveta > 0)
+        }
+        if (m_gaveta > 0) {
             Caixa("sangria", m_gaveta);
+        }
         Gerencial();
         Leitura("reducao_z");
     }
@@ -210,8 +222,9 @@ class Gerador
     void Intervencao(bool tecnica)
     {
         Linha(tecnica ? "entrada_mit_interno" : "entrada_mil_interno");
-        if (!tecnica)
+        if (!tecnica) {
             Documento();
+        }
         Linha(tecnica ? "saida_mit_interno" : "saida_mil_interno");
         Documento();
     }
@@ -253,8 +266,9 @@ class Gerador
             Linha("cancela_cupom_em_emissao");
             return;
         }
-        if (m_sorteio.PorMil(30))
+        if (m_sorteio.PorMil(30)) {
             AjustaSubtotal(compra);
+        }
         const int meio = Paga(compra.Total());
         Fecha();
         if (m_sorteio.PorMil(5)) {
@@ -263,10 +277,12 @@ class Gerador
             m_gaveta -= m_dinheiro;
             return;
         }
-        if (meio == CHEQUE && m_sorteio.PorMil(100))
+        if (meio == CHEQUE && m_sorteio.PorMil(100)) {
             Estorna(CHEQUE, DINHEIRO, compra.Total());
-        if (!DaTroco(meio) && m_sorteio.PorMil(400))
+        }
+        if (!DaTroco(meio) && m_sorteio.PorMil(400)) {
             Voucher(meio);
+        }
     }
 
     void AbreCupom()
@@ -311,8 +327,9 @@ class Gerador
     {
         for (int quantos = QuantosItens(); quantos > 0; --quantos) {
             const int numero = VendeItem(compra);
-            if (m_sorteio.PorMil(15))
+            if (m_sorteio.PorMil(15)) {
                 AjustaItem(compra, numero);
+            }
             if (compra.Vivos() > 1 && m_sorteio.PorMil(8)) {
                 compra.Cancela(numero);
                 Linha("cancela_item").Numero("item", numero);
@@ -325,8 +342,9 @@ class Gerador
         auto sorteado =
             static_cast<std::int64_t>(m_sorteio.Ate(static_cast<std::uint64_t>(m_pesoTotal)));
         for (const Mercadoria& mercadoria : Mercadorias()) {
-            if (sorteado < mercadoria.peso)
+            if (sorteado < mercadoria.peso) {
                 return mercadoria;
+            }
             sorteado -= mercadoria.peso;
         }
         return Mercadorias().back();
@@ -343,13 +361,15 @@ class Gerador
             .Texto("descricao", mercadoria.descricao)
             .Decimal("quantidade", quantidade, casas)
             .Texto("unidade", mercadoria.unidade);
-        if (mercadoria.milesimos)
+        if (mercadoria.milesimos) {
             linha.Decimal("valor_unitario", mercadoria.preco, 3);
-        else
+        } else {
             linha.Dinheiro("valor_unitario", mercadoria.preco / 10);
+        }
         linha.Texto("tributacao", mercadoria.tributacao).Numero("indice", mercadoria.indice);
-        if (arredonda)
+        if (arredonda) {
             linha.Sim("arredonda");
+        }
         return compra.Vende(quantidade, casas, mercadoria.preco, arredonda);
     }
 
@@ -369,8 +389,9 @@ class Gerador
     void AjustaItem(CompraGerada& compra, int numero)
     {
         const std::int64_t base = compra.Item(numero).Liquido();
-        if (base < 200)
+        if (base < 200) {
             return; // too little to take a percentage of
+        }
         const bool desconto = m_sorteio.PorMil(850);
         const std::int64_t valor = Ajuste("efetua_desc_acres_item", desconto, base, numero);
         compra.Ajusta(numero, desconto, valor);
@@ -385,8 +406,9 @@ class Gerador
     void AjustaSubtotal(CompraGerada& compra)
     {
         const std::int64_t base = compra.Subtotal();
-        if (base < 200)
+        if (base < 200) {
             return;
+        }
         const bool desconto = m_sorteio.PorMil(850);
         const std::int64_t valor = Ajuste("efetua_desc_acres_subtotal", desconto, base, 0);
         compra.AjustaSubtotal(desconto, valor);
@@ -411,8 +433,9 @@ class Gerador
             valor = m_sorteio.Entre(1, base / 10);
             linha.Texto("tipo", "valor").Dinheiro("valor", valor);
         }
-        if (item > 0)
+        if (item > 0) {
             linha.Numero("item", item);
+        }
         return valor;
     }
 
@@ -450,21 +473,25 @@ class Gerador
     {
         LinhaFita linha = Linha("efetua_pagamento");
         linha.Numero("meio", meio).Dinheiro("valor", valor);
-        if (meio == CREDITO && m_sorteio.PorMil(200))
+        if (meio == CREDITO && m_sorteio.PorMil(200)) {
             linha.Numero("parcelas", m_sorteio.Entre(2, 6));
-        if (!DaTroco(meio))
+        }
+        if (!DaTroco(meio)) {
             linha.Texto("info", "AUT " + std::to_string(m_sorteio.Entre(100000, 999999)));
+        }
     }
 
     void Fecha()
     {
         LinhaFita linha = Linha("fecha_cupom");
         std::string mensagem = MENSAGENS[m_sorteio.Ate(std::size(MENSAGENS))];
-        if (m_sorteio.PorMil(40))
+        if (m_sorteio.PorMil(40)) {
             mensagem =
                 "CNPJ/CPF consumidor: " + CpfPontuado(SorteiaCpf(m_sorteio)) + " " + mensagem;
-        if (!mensagem.empty())
+        }
+        if (!mensagem.empty()) {
             linha.Texto("mensagem", mensagem);
+        }
     }
 
     void Voucher(int meio)
@@ -496,9 +523,10 @@ class Gerador
         {
             LinhaFita linha = Linha("abre_cnf");
             Documento();
-            if (m_sorteio.PorMil(300))
+            if (m_sorteio.PorMil(300)) {
                 linha.Texto("cpf_cnpj", SorteiaCpf(m_sorteio))
                     .Texto("nome", SorteiaNome(m_sorteio));
+            }
         }
         const bool recarga = m_sorteio.PorMil(600);
         const std::int64_t valor =

@@ -69,8 +69,9 @@ LinhaFita& LinhaFita::Decimal(const char* campo, std::int64_t unidades, int casa
     std::string texto = std::to_string(unidades);
     const auto decimais = static_cast<std::size_t>(casas);
     if (decimais > 0) {
-        if (texto.size() <= decimais)
+        if (texto.size() <= decimais) {
             texto.insert(0, decimais + 1 - texto.size(), '0');
+        }
         texto.insert(texto.size() - decimais, ".");
     }
     return Texto(campo, texto);

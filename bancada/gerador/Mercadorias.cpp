@@ -61,11 +61,13 @@ const std::vector<Mercadoria>& Mercadorias()
 
 std::string CodigoDeBarras(const std::string& codigo)
 {
-    if (codigo.size() != 12)
+    if (codigo.size() != 12) {
         return codigo;
+    }
     int soma = 0;
-    for (std::size_t i = 0; i < codigo.size(); ++i)
+    for (std::size_t i = 0; i < codigo.size(); ++i) {
         soma += (codigo[i] - '0') * (i % 2 == 0 ? 1 : 3);
+    }
     return codigo + static_cast<char>('0' + (10 - soma % 10) % 10);
 }
 

@@ -11,8 +11,9 @@ std::uint64_t Sorteio::Ate(std::uint64_t quantos)
     const std::uint64_t maximo = std::numeric_limits<std::uint64_t>::max();
     const std::uint64_t limite = maximo - maximo % quantos;
     std::uint64_t sorteado = m_gerador();
-    while (sorteado >= limite)
+    while (sorteado >= limite) {
         sorteado = m_gerador();
+    }
     return sorteado % quantos;
 }
 
@@ -24,14 +25,16 @@ std::int64_t Sorteio::Entre(std::int64_t deste, std::int64_t ateEste)
 std::size_t Sorteio::Pesado(std::initializer_list<int> pesos)
 {
     std::uint64_t soma = 0;
-    for (const int peso : pesos)
+    for (const int peso : pesos) {
         soma += static_cast<std::uint64_t>(peso);
+    }
     std::uint64_t sorteado = Ate(soma);
     std::size_t posicao = 0;
     for (const int peso : pesos) {
         const auto este = static_cast<std::uint64_t>(peso);
-        if (sorteado < este)
+        if (sorteado < este) {
             break;
+        }
         sorteado -= este;
         ++posicao;
     }

@@ -37,10 +37,11 @@ const FirmwareDuty* FirmwareDuty::OnDuty()
 
 void Vindral_GravaLog(char* text)
 {
-    if (const bancada::FirmwareDuty* duty = bancada::FirmwareDuty::OnDuty())
+    if (const bancada::FirmwareDuty* duty = bancada::FirmwareDuty::OnDuty()) {
         duty->Log().Write(text);
-    else
+    } else {
         std::fprintf(stderr, "%s\n", text);
+    }
 }
 
 int GetRatearSubtotal()

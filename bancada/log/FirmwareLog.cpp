@@ -25,13 +25,15 @@ constexpr std::size_t TIME_SIZE = sizeof "yyyy-mm-dd hh:mm:ss";
 bool EndsWithinLine(const std::string& path)
 {
     const int file = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (file < 0)
+    if (file < 0) {
         return false;
+    }
     struct stat status = {};
     char last = '\n';
     if (fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_size > 0 &&
-        pread(file, &last, 1, status.st_size - 1) != 1)
+        pread(file, &last, 1, status.st_size - 1) != 1) {
         last = '\n';
+    }
     close(file);
     return last != '\n';
 }
@@ -49,15 +51,17 @@ void FirmwareLog::Open(const std::string& path)
 {
     assert(m_file < 0);
     m_file = open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644);
-    if (m_file < 0)
+    if (m_file < 0) {
         throw Unusable("cannot write the firmware log " + path + ": " + std::strerror(errno));
+    }
     m_lineOpen = EndsWithinLine(path);
 }
 
 FirmwareLog::~FirmwareLog()
 {
-    if (m_file >= 0)
+    if (m_file >= 0) {
         close(m_file);
+    }
 }
 
 void FirmwareLog::SetRejectionObserver(RejectionObserver observer)
@@ -75,8 +79,9 @@ void FirmwareLog::Write(std::string_view text)
         line += '\t';
         AppendEscaped(line, text);
         line += '\n';
-        if (m_file >= 0)
+        if (m_file >= 0) {
             Append(line);
+        }
         Observe(text);
     } catch (const std::bad_alloc&) {
         // Out of memory: as any record that could not be written.
@@ -103,8 +108,9 @@ void FirmwareLog::Observe(std::string_view text)
 {
     if (m_statementFollows) {
         m_statementFollows = false;
-        if (m_observer)
+        if (m_observer) {
             m_observer(text);
+        }
     } else {
         m_statementFollows = IsRejectionMessage(text);
     }

@@ -18,12 +18,14 @@ constexpr std::string_view TIME_FORM = "9999-99-99 99:99:99";
 
 bool IsTime(std::string_view text)
 {
-    if (text.size() != TIME_FORM.size())
+    if (text.size() != TIME_FORM.size()) {
         return false;
+    }
     for (std::size_t i = 0; i < text.size(); ++i) {
         const bool digit = text[i] >= '0' && text[i] <= '9';
-        if (TIME_FORM[i] == '9' ? !digit : text[i] != TIME_FORM[i])
+        if (TIME_FORM[i] == '9' ? !digit : text[i] != TIME_FORM[i]) {
             return false;
+        }
     }
     return true;
 }
@@ -31,11 +33,13 @@ bool IsTime(std::string_view text)
 bool ParseRecord(std::string_view line, FirmwareLogRecord& record)
 {
     const std::size_t tab = TIME_FORM.size();
-    if (line.size() <= tab || line[tab] != '\t' || !IsTime(line.substr(0, tab)))
+    if (line.size() <= tab || line[tab] != '\t' || !IsTime(line.substr(0, tab))) {
         return false;
+    }
     std::string text;
-    if (!Unescape(line.substr(tab + 1), text))
+    if (!Unescape(line.substr(tab + 1), text)) {
         return false;
+    }
     record.time = line.substr(0, tab);
     record.text = std::move(text);
     return true;
@@ -46,8 +50,9 @@ bool ParseRecord(std::string_view line, FirmwareLogRecord& record)
 FirmwareLogReader::FirmwareLogReader(const std::string& path)
     : m_path(path), m_file(path, std::ios::binary)
 {
-    if (!m_file)
+    if (!m_file) {
         throw Unusable("cannot read the firmware log " + path + ": " + std::strerror(errno));
+    }
 }
 
 bool FirmwareLogReader::Next(FirmwareLogRecord& record)
@@ -62,8 +67,9 @@ bool FirmwareLogReader::Next(FirmwareLogRecord& record)
         }
         ++m_damaged;
     }
-    if (m_file.bad())
+    if (m_file.bad()) {
         throw Unusable("cannot read the firmware log " + m_path);
+    }
     return false;
 }
 

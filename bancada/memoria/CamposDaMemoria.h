@@ -15,19 +15,21 @@ namespace bancada
 template <class V, class M>
 void CamposDaBaseFiscal(V& v, M& base)
 {
-    for (std::size_t imposto = 0; imposto < BASES_DE_IMPOSTO; ++imposto)
+    for (std::size_t imposto = 0; imposto < BASES_DE_IMPOSTO; ++imposto) {
         v.Grupo(NOMES_IMPOSTOS[imposto], [&](auto& grupo) {
             grupo.Mapa("totalizadores", NomesDosTotalizadores(imposto), 0,
                        [&](auto& totalizador, std::size_t i) {
                            totalizador.Marca("programado", base.programado[imposto][i]);
-                           if (i < MAX_ALIQUOTAS)
+                           if (i < MAX_ALIQUOTAS) {
                                totalizador.Percentual("aliquota", base.aliquota[imposto][i]);
+                           }
                            totalizador.Valor("total", base.totais[imposto][i]);
                        });
             grupo.Valor("descontos", base.descontos[imposto]);
             grupo.Valor("acrescimos", base.acrescimos[imposto]);
             grupo.Valor("cancelamentos", base.cancelamentos[imposto]);
         });
+    }
     v.Valor("venda_bruta", base.vendaBruta);
 }
 
@@ -115,8 +117,9 @@ template <class V, class M>
 void CamposDaMemoria(V& v, M& memoria)
 {
     v.Grupo("contadores", [&](auto& contadores) {
-        for (std::size_t i = 0; i < memoria.contadores.size(); ++i)
+        for (std::size_t i = 0; i < memoria.contadores.size(); ++i) {
             contadores.Inteiro(NOMES_CONTADORES[i], memoria.contadores[i], 0, MAX_CONTADOR);
+        }
     });
     v.Valor("gt", memoria.gt);
     v.Valor("gt_ultima_rz", memoria.gtUltimaRZ);

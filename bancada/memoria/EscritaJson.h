@@ -76,8 +76,9 @@ class EscritaJson
         for (std::size_t i = 0; i < chaves.size(); ++i) {
             EscritaJson elemento;
             campos(elemento, i);
-            if (elemento.m_cheio || i < sempre)
+            if (elemento.m_cheio || i < sempre) {
                 mapa.Poe(chaves[i].c_str(), elemento.Fim(), true);
+            }
         }
         const bool cheio = mapa.m_cheio;
         Poe(nome, mapa.Fim(), cheio);

@@ -51,8 +51,9 @@ Execucao ExecucaoDeJson(const nlohmann::json& json, const std::string& lugar)
     LeituraJson leitura(json, lugar);
     CamposDaExecucao(leitura, execucao);
     leitura.Fim();
-    if (execucao.confirmada > execucao.sequencia)
+    if (execucao.confirmada > execucao.sequencia) {
         throw CampoInvalido(lugar + ".confirmada", "it is more than sequencia");
+    }
     return execucao;
 }
 
@@ -78,12 +79,14 @@ GuardaMemoria::GuardaMemoria(const std::string& caminho) : m_caminho(caminho)
     // The file itself, where a link names it: a link is not to be replaced.
     std::error_code semArquivo;
     const std::filesystem::path real = std::filesystem::canonical(caminho, semArquivo);
-    if (!semArquivo)
+    if (!semArquivo) {
         m_caminho = real.string();
+    }
 
     const std::optional<std::string> conteudo = LeArquivo(m_caminho, MAX_BYTES);
-    if (!conteudo)
+    if (!conteudo) {
         return;
+    }
     try {
         Le(*conteudo);
     } catch (const std::runtime_error& erro) {
@@ -94,69 +97,86 @@ GuardaMemoria::GuardaMemoria(const std::string& caminho) : m_caminho(caminho)
 void GuardaMemoria::Le(const std::string& conteudo)
 {
     const nlohmann::json raiz = LeJson(conteudo);
-    if (!raiz.is_object() || raiz.find("formato") == raiz.end() || raiz["formato"] != FORMATO)
+    if (!raiz.is_object() || raiz.find("formato") == raiz.end() || raiz["formato"] != FORMATO) {
         throw std::runtime_error(std::string("it is no memory of this program: \"formato\" is not "
                                              "\"") +
                                  FORMATO + "\"");
+    }
     const auto versao = raiz.find("versao");
-    if (versao == raiz.end())
+    if (versao == raiz.end()) {
         throw CampoInvalido("versao", "it is missing");
-    if (versao->is_number_unsigned() && versao->get<std::uint64_t>() > VERSAO)
+    }
+    if (versao->is_number_unsigned() && versao->get<std::uint64_t>() > VERSAO) {
         throw CampoInvalido("versao", versao->dump() +
                                           " was written by a newer program; this one "
                                           "reads version " +
                                           std::to_string(VERSAO));
-    if (*versao != VERSAO)
+    }
+    if (*versao != VERSAO) {
         throw CampoInvalido("versao", "it is not " + std::to_string(VERSAO));
+    }
     const auto digest = raiz.find("digest");
-    if (digest != raiz.end() && *digest != Digest(raiz))
+    if (digest != raiz.end() && *digest != Digest(raiz)) {
         throw CampoInvalido("digest", "the file is damaged: the digest is not that of its content "
                                       "(whoever edits it takes the field out)");
+    }
 
     for (const auto& campo : raiz.items()) {
         static const std::set<std::string> CONHECIDOS = {"formato",  "versao",   "digest",
                                                          "registro", "execucao", "antes"};
-        if (CONHECIDOS.count(campo.key()) == 0)
+        if (CONHECIDOS.count(campo.key()) == 0) {
             throw CampoInvalido(campo.key(), "there is no such field");
+        }
     }
     const auto LeEstado = [](const nlohmann::json& json, const std::string& lugar, Estado& estado) {
-        if (json.find("registro") != json.end())
+        if (json.find("registro") != json.end()) {
             estado.registro = MemoriaDeJson(json["registro"], lugar + "registro");
-        if (json.find("execucao") != json.end())
+        }
+        if (json.find("execucao") != json.end()) {
             estado.execucao = ExecucaoDeJson(json["execucao"], lugar + "execucao");
+        }
     };
     m_temExecucao = raiz.find("execucao") != raiz.end();
     const auto antes = raiz.find("antes");
     m_pendente = antes != raiz.end();
     LeEstado(raiz, "", m_pendente ? m_depois : m_atual);
-    if (!m_pendente)
+    if (!m_pendente) {
         return;
-    if (!antes->is_object())
+    }
+    if (!antes->is_object()) {
         throw CampoInvalido("antes", "an object is due");
-    for (const auto& campo : antes->items())
-        if (campo.key() != "registro" && campo.key() != "execucao")
+    }
+    for (const auto& campo : antes->items()) {
+        if (campo.key() != "registro" && campo.key() != "execucao") {
             throw CampoInvalido("antes." + campo.key(), "there is no such field");
+        }
+    }
     LeEstado(*antes, "antes.", m_atual);
-    if (!m_temExecucao || m_depois.execucao.sequencia <= m_atual.execucao.sequencia)
+    if (!m_temExecucao || m_depois.execucao.sequencia <= m_atual.execucao.sequencia) {
         throw CampoInvalido("execucao.sequencia", "it is not after that of \"antes\"");
+    }
 }
 
 void GuardaMemoria::ConfereNumero(std::int32_t numero, const std::string& banco) const
 {
-    if (numero < 0 || numero > MAX_SEQUENCIA)
+    if (numero < 0 || numero > MAX_SEQUENCIA) {
         throw Unusable("the database " + banco + " carries the number " + std::to_string(numero) +
                        ", which is not that of a command");
-    if (!m_temExecucao)
+    }
+    if (!m_temExecucao) {
         return;
+    }
     // A command that was lost may have reached the file all the same, if its disk said that it
     // failed and did not.
     const std::int32_t primeiro = m_atual.execucao.confirmada;
     const std::int32_t ultimo = (m_pendente ? m_depois : m_atual).execucao.sequencia;
-    if (numero >= primeiro && numero <= ultimo)
+    if (numero >= primeiro && numero <= ultimo) {
         return;
+    }
     std::string devido = "command " + std::to_string(ultimo);
-    if (primeiro != ultimo)
+    if (primeiro != ultimo) {
         devido = "command " + std::to_string(primeiro) + " to " + std::to_string(ultimo);
+    }
     throw Unusable("the memory " + m_caminho + " and the database " + banco +
                    " do not belong together: the memory needs a database at " + devido +
                    ", this one is at " + std::to_string(numero));
@@ -198,8 +218,9 @@ void GuardaMemoria::Grava(const std::string& antes, const Estado& estado) const
 void GuardaMemoria::Pendente(const Memoria& registro, const Execucao& execucao)
 {
     assert(!m_pendente && execucao.sequencia > m_atual.execucao.sequencia);
-    if (execucao.sequencia > MAX_SEQUENCIA)
+    if (execucao.sequencia > MAX_SEQUENCIA) {
         throw Unusable("the memory " + m_caminho + " has no number for another command");
+    }
     Prepara(m_depois, registro, execucao);
     m_pendente = true;
     Grava("\"antes\":{" + m_atual.execucaoEmTexto + "," + m_atual.registroEmTexto + "},", m_depois);

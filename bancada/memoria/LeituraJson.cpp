@@ -18,8 +18,9 @@ constexpr int DIGITOS_ALIQUOTA = 2;    // before the point
 LeituraJson::LeituraJson(const nlohmann::json& objeto, std::string lugar)
     : m_objeto(objeto), m_lugar(std::move(lugar))
 {
-    if (!m_objeto.is_object())
+    if (!m_objeto.is_object()) {
         throw CampoInvalido(m_lugar, "an object is due");
+    }
 }
 
 const nlohmann::json* LeituraJson::Campo(const char* nome)
@@ -36,17 +37,20 @@ std::string LeituraJson::Lugar(const std::string& nome) const
 
 void LeituraJson::Fim() const
 {
-    for (const auto& campo : m_objeto.items())
-        if (m_vistos.count(campo.key()) == 0)
+    for (const auto& campo : m_objeto.items()) {
+        if (m_vistos.count(campo.key()) == 0) {
             throw CampoInvalido(Lugar(campo.key()), "there is no such field");
+        }
+    }
 }
 
 template <class T, class F>
 void LeituraJson::Le(const char* nome, T& valor, F leitura)
 {
     const nlohmann::json* campo = Campo(nome);
-    if (campo == nullptr)
+    if (campo == nullptr) {
         return;
+    }
     try {
         valor = leitura(*campo);
     } catch (const ValorInvalido& erro) {
@@ -75,8 +79,9 @@ void LeituraJson::Percentual(const char* nome, int& centesimos)
     Le(nome, centesimos, [](const auto& json) {
         const Decimal decimal = DecimalDeJson(json, DIGITOS_ALIQUOTA, PERCENT_DECIMALS);
         std::int64_t valor = decimal.unscaled;
-        for (int casas = decimal.casas; casas < PERCENT_DECIMALS; ++casas)
+        for (int casas = decimal.casas; casas < PERCENT_DECIMALS; ++casas) {
             valor *= 10;
+        }
         return static_cast<int>(valor);
     });
 }

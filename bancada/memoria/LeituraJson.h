@@ -55,8 +55,9 @@ class LeituraJson
     void Opcao(const char* nome, E& valor, const std::array<const char*, N>& nomes, E = E{})
     {
         const nlohmann::json* campo = Campo(nome);
-        if (campo == nullptr)
+        if (campo == nullptr) {
             return;
+        }
         std::string devidos;
         for (std::size_t i = 0; i < N; ++i) {
             if (campo->is_string() && campo->get_ref<const std::string&>() == nomes[i]) {
@@ -72,8 +73,9 @@ class LeituraJson
     void Grupo(const char* nome, F campos)
     {
         const nlohmann::json* campo = Campo(nome);
-        if (campo == nullptr)
+        if (campo == nullptr) {
             return;
+        }
         LeituraJson grupo(*campo, Lugar(nome));
         campos(grupo);
         grupo.Fim();
@@ -83,8 +85,9 @@ class LeituraJson
     void Mapa(const char* nome, const std::vector<std::string>& chaves, std::size_t, F campos)
     {
         Grupo(nome, [&](LeituraJson& mapa) {
-            for (std::size_t i = 0; i < chaves.size(); ++i)
+            for (std::size_t i = 0; i < chaves.size(); ++i) {
                 mapa.Grupo(chaves[i].c_str(), [&](LeituraJson& elemento) { campos(elemento, i); });
+            }
         });
     }
 
@@ -92,11 +95,13 @@ class LeituraJson
     void Lista(const char* nome, std::vector<T>& lista, std::size_t max, F campos)
     {
         const nlohmann::json* campo = Campo(nome);
-        if (campo == nullptr)
+        if (campo == nullptr) {
             return;
-        if (!campo->is_array() || campo->size() > max)
+        }
+        if (!campo->is_array() || campo->size() > max) {
             throw CampoInvalido(Lugar(nome),
                                 "a list of at most " + std::to_string(max) + " is due");
+        }
         lista.clear();
         for (const nlohmann::json& objeto : *campo) {
             LeituraJson leitura(objeto, Lugar(nome) + "[" + std::to_string(lista.size() + 1) + "]");

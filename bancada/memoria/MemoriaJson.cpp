@@ -13,8 +13,9 @@ namespace
 
 void Exige(bool vale, const std::string& lugar, const char* motivo)
 {
-    if (!vale)
+    if (!vale) {
         throw CampoInvalido(lugar, motivo);
+    }
 }
 
 // What the register takes for granted of an open receipt.
@@ -23,14 +24,16 @@ void ConfereCupomEmCurso(const CupomAtual& cupom, const std::string& lugar)
     int vivos = 0;
     Financial subtotal;
     for (const ItemRegistrado& item : cupom.itens) {
-        if (item.cancelado)
+        if (item.cancelado) {
             continue;
+        }
         ++vivos;
         subtotal += LiquidoDoItem(item);
     }
     Financial pago;
-    for (const PagamentoRegistrado& pagamento : cupom.pagamentos)
+    for (const PagamentoRegistrado& pagamento : cupom.pagamentos) {
         pago += pagamento.valor;
+    }
     Exige(cupom.itensVivos == vivos, lugar + ".itens_vivos",
           "it is the number of the items that are not cancelled");
     Exige(cupom.subtotal == subtotal, lugar + ".subtotal",

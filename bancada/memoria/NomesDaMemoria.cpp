@@ -12,15 +12,18 @@ using Nomes = std::array<std::vector<std::string>, BASES_DE_IMPOSTO>;
 Nomes FazNomes()
 {
     Nomes nomes;
-    for (std::vector<std::string>& base : nomes)
+    for (std::vector<std::string>& base : nomes) {
         base.resize(MAX_TOTALIZADORES);
-    for (const char* codigo : {"T", "F", "I", "N", "S", "FS", "IS", "NS"})
+    }
+    for (const char* codigo : {"T", "F", "I", "N", "S", "FS", "IS", "NS"}) {
         for (int numero = 1; numero <= MAX_ALIQUOTAS; ++numero) {
             const LugarDoTotalizador lugar = LocalizaTotalizador(codigo, numero);
-            if (lugar.Existe())
+            if (lugar.Existe()) {
                 nomes[static_cast<std::size_t>(lugar.baseImposto)]
                      [static_cast<std::size_t>(lugar.posicao)] = codigo + std::to_string(numero);
+            }
         }
+    }
     return nomes;
 }
 
@@ -35,8 +38,9 @@ const std::vector<std::string>& NomesDosTotalizadores(std::size_t baseImposto)
 std::vector<std::string> NumerosAPartirDeUm(int quantidade)
 {
     std::vector<std::string> numeros;
-    for (int numero = 1; numero <= quantidade; ++numero)
+    for (int numero = 1; numero <= quantidade; ++numero) {
         numeros.push_back(std::to_string(numero));
+    }
     return numeros;
 }
 

@@ -12,13 +12,14 @@ nlohmann::json LeJson(const std::string& texto)
     using Json = nlohmann::json;
     std::vector<std::set<std::string>> abertos; // the fields of each object that is being read
     const auto SemRepeticao = [&abertos](int, Json::parse_event_t evento, Json& lido) {
-        if (evento == Json::parse_event_t::object_start)
+        if (evento == Json::parse_event_t::object_start) {
             abertos.emplace_back();
-        else if (evento == Json::parse_event_t::object_end)
+        } else if (evento == Json::parse_event_t::object_end) {
             abertos.pop_back();
-        else if (evento == Json::parse_event_t::key &&
-                 !abertos.back().insert(lido.get<std::string>()).second)
+        } else if (evento == Json::parse_event_t::key &&
+                   !abertos.back().insert(lido.get<std::string>()).second) {
             throw std::runtime_error("the field \"" + lido.get<std::string>() + "\" comes twice");
+        }
         return true;
     };
     try {

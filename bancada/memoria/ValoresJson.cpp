@@ -15,8 +15,9 @@ namespace
 
 const std::string& TextoDe(const nlohmann::json& json, const char* devido)
 {
-    if (!json.is_string())
+    if (!json.is_string()) {
         throw ValorInvalido(std::string(devido) + " is due");
+    }
     return json.get_ref<const std::string&>();
 }
 
@@ -36,8 +37,9 @@ std::string JsonDeDecimal(const Decimal& numero)
 
 std::string JsonDeInstante(RtcAbsoluteTime instante)
 {
-    if (instante.s == matlong[0])
+    if (instante.s == matlong[0]) {
         return "";
+    }
     char texto[32];
     return instante.ToStrDateTime("yyyy-mm-dd", "hh:mm:ss", texto);
 }
@@ -52,10 +54,12 @@ Financial ValorDeJson(const nlohmann::json& json)
 {
     const char* devido = "money, a decimal text such as \"12.50\",";
     Decimal decimal;
-    if (!ParseDecimal(TextoDe(json, devido), MONEY_DIGITS, MONEY_DECIMALS, decimal))
+    if (!ParseDecimal(TextoDe(json, devido), MONEY_DIGITS, MONEY_DECIMALS, decimal)) {
         throw ValorInvalido(std::string(devido) + " is due");
-    for (; decimal.casas < MONEY_DECIMALS; ++decimal.casas)
+    }
+    for (; decimal.casas < MONEY_DECIMALS; ++decimal.casas) {
         decimal.unscaled *= 10;
+    }
     return Financial::FromCents(decimal.unscaled);
 }
 
@@ -64,8 +68,9 @@ Decimal DecimalDeJson(const nlohmann::json& json, int maxDigits, int maxDecimals
     const std::string devido = "a decimal text with up to " + std::to_string(maxDigits) +
                                " digits and " + std::to_string(maxDecimals) + " decimals";
     Decimal decimal;
-    if (!ParseDecimal(TextoDe(json, devido.c_str()), maxDigits, maxDecimals, decimal))
+    if (!ParseDecimal(TextoDe(json, devido.c_str()), maxDigits, maxDecimals, decimal)) {
         throw ValorInvalido(devido + " is due");
+    }
     return decimal;
 }
 
@@ -74,24 +79,27 @@ RtcAbsoluteTime InstanteDeJson(const nlohmann::json& json)
     const char* devido = "an instant \"YYYY-MM-DD hh:mm:ss\", or \"\" for none,";
     const std::string& texto = TextoDe(json, devido);
     RtcAbsoluteTime instante(matlong[0]);
-    if (!texto.empty() && !ParseInstant(texto, instante))
+    if (!texto.empty() && !ParseInstant(texto, instante)) {
         throw ValorInvalido(std::string(devido) + " is due");
+    }
     return instante;
 }
 
 std::array<std::uint8_t, 32> BytesDeJson(const nlohmann::json& json)
 {
     const char* devido = "64 hexadecimal digits are due";
-    if (!json.is_string())
+    if (!json.is_string()) {
         throw ValorInvalido(devido);
+    }
     const auto& texto = json.get_ref<const std::string&>();
     std::array<std::uint8_t, 32> bytes{};
     std::size_t lidos = 0;
     if (texto.size() != 2 * bytes.size() ||
         sodium_hex2bin(bytes.data(), bytes.size(), texto.data(), texto.size(), nullptr, &lidos,
                        nullptr) != 0 ||
-        lidos != bytes.size())
+        lidos != bytes.size()) {
         throw ValorInvalido(devido);
+    }
     return bytes;
 }
 
@@ -102,26 +110,30 @@ std::int64_t InteiroDeJson(const nlohmann::json& json, std::int64_t min, std::in
         json.is_number_integer() && (!json.is_number_unsigned() ||
                                      json.get<std::uint64_t>() <= static_cast<std::uint64_t>(max));
     const std::int64_t valor = cabe ? json.get<std::int64_t>() : 0;
-    if (!cabe || valor < min || valor > max)
+    if (!cabe || valor < min || valor > max) {
         throw ValorInvalido("an integer from " + std::to_string(min) + " to " +
                             std::to_string(max) + " is due");
+    }
     return valor;
 }
 
 std::string TextoDeJson(const nlohmann::json& json, std::size_t maxBytes)
 {
     const std::string& texto = TextoDe(json, "a text");
-    if (texto.size() > maxBytes)
+    if (texto.size() > maxBytes) {
         throw ValorInvalido("a text has at most " + std::to_string(maxBytes) + " bytes");
-    if (texto.find('\0') != std::string::npos)
+    }
+    if (texto.find('\0') != std::string::npos) {
         throw ValorInvalido("a text has no NUL");
+    }
     return texto;
 }
 
 bool MarcaDeJson(const nlohmann::json& json)
 {
-    if (!json.is_boolean())
+    if (!json.is_boolean()) {
         throw ValorInvalido("true or false is due");
+    }
     return json.get<bool>();
 }
 

@@ -24,24 +24,29 @@ const char* Nome(EOperacao operacao)
 // What the adjustment comes to on `base`. REQUIRES: ConfereAjuste accepts it, or it is by value.
 Financial ValorDoAjuste(const Ajuste& ajuste, const Financial& base)
 {
-    if (ajuste.tipo == VALOR)
+    if (ajuste.tipo == VALOR) {
         return Financial(ajuste.valor);
+    }
     return base.Times(ajuste.valor, BigInt(CEM_POR_CENTO), 2, Rounding::TOWARD_ZERO);
 }
 
 Recusa ConfereAjuste(const Ajuste& ajuste, const Financial& base)
 {
-    if (ajuste.operacao != DESCONTO && ajuste.operacao != ACRESCIMO)
+    if (ajuste.operacao != DESCONTO && ajuste.operacao != ACRESCIMO) {
         return "an adjustment is a discount or a surcharge";
+    }
     if (ajuste.tipo != VALOR &&
-        (ajuste.valor <= BigInt(0) || ajuste.valor > BigInt(MAX_PERCENTUAL)))
+        (ajuste.valor <= BigInt(0) || ajuste.valor > BigInt(MAX_PERCENTUAL))) {
         return "the percentage must be above zero and at most 999.99";
+    }
     const Financial valor = ValorDoAjuste(ajuste, base);
     const std::string nome = std::string("the ") + Nome(ajuste.operacao);
-    if (Recusa recusa = ConfereValor(nome.c_str(), valor, MaximoDeUmLancamento()))
+    if (Recusa recusa = ConfereValor(nome.c_str(), valor, MaximoDeUmLancamento())) {
         return recusa;
-    if (ajuste.operacao == DESCONTO && valor >= base)
+    }
+    if (ajuste.operacao == DESCONTO && valor >= base) {
         return nome + " must be smaller than what it is taken from";
+    }
     return std::nullopt;
 }
 
@@ -64,18 +69,22 @@ ItemRegistrado& Item(CupomAtual& cupom, int numeroItem)
 
 Recusa Registro::PodeAjustaItem(const Ajuste& ajuste, int numeroItem, RtcAbsoluteTime) const
 {
-    if (Recusa recusa = ConfereCupomAberto(m_memoria))
+    if (Recusa recusa = ConfereCupomAberto(m_memoria)) {
         return recusa;
-    if (Recusa recusa = ConfereItensAbertos(m_memoria))
+    }
+    if (Recusa recusa = ConfereItensAbertos(m_memoria)) {
         return recusa;
+    }
     const CupomAtual& cupom = m_memoria.cupom;
     const int numero = NumeroDoItem(cupom, numeroItem);
-    if (Recusa recusa = ConfereItem(cupom, numero))
+    if (Recusa recusa = ConfereItem(cupom, numero)) {
         return recusa;
+    }
     const ItemRegistrado& item = Item(cupom, numero);
     const Financial& presente = ajuste.operacao == DESCONTO ? item.desconto : item.acrescimo;
-    if (!presente.IsZero())
+    if (!presente.IsZero()) {
         return "item " + std::to_string(numero) + " already carries a " + Nome(ajuste.operacao);
+    }
     return ConfereAjuste(ajuste, LiquidoDoItem(item));
 }
 
@@ -97,21 +106,26 @@ void Registro::AjustaItem(const Ajuste& ajuste, int numeroItem, RtcAbsoluteTime)
 
 Recusa Registro::PodeCancelaAjusteItem(EOperacao operacao, int numeroItem, RtcAbsoluteTime) const
 {
-    if (Recusa recusa = ConfereCupomAberto(m_memoria))
+    if (Recusa recusa = ConfereCupomAberto(m_memoria)) {
         return recusa;
-    if (Recusa recusa = ConfereItensAbertos(m_memoria))
+    }
+    if (Recusa recusa = ConfereItensAbertos(m_memoria)) {
         return recusa;
+    }
     const CupomAtual& cupom = m_memoria.cupom;
-    if (Recusa recusa = ConfereItem(cupom, numeroItem))
+    if (Recusa recusa = ConfereItem(cupom, numeroItem)) {
         return recusa;
+    }
     const ItemRegistrado& item = Item(cupom, numeroItem);
     const Financial& presente = operacao == DESCONTO ? item.desconto : item.acrescimo;
-    if (presente.IsZero())
+    if (presente.IsZero()) {
         return "item " + std::to_string(numeroItem) + " carries no " + Nome(operacao);
+    }
     // A discount taken after the surcharge may be more than the item without it.
-    if (operacao == ACRESCIMO && item.desconto >= item.bruto)
+    if (operacao == ACRESCIMO && item.desconto >= item.bruto) {
         return "without the surcharge the discount on item " + std::to_string(numeroItem) +
                " would not leave anything: cancel the discount first";
+    }
     return std::nullopt;
 }
 
@@ -132,12 +146,15 @@ void Registro::CancelaAjusteItem(EOperacao operacao, int numeroItem, RtcAbsolute
 
 Recusa Registro::PodeAjustaSubtotal(const Ajuste& ajuste, RtcAbsoluteTime) const
 {
-    if (Recusa recusa = ConfereCupomAberto(m_memoria))
+    if (Recusa recusa = ConfereCupomAberto(m_memoria)) {
         return recusa;
-    if (Recusa recusa = ConfereItensAbertos(m_memoria))
+    }
+    if (Recusa recusa = ConfereItensAbertos(m_memoria)) {
         return recusa;
-    if (m_memoria.cupom.itensVivos == 0)
+    }
+    if (m_memoria.cupom.itensVivos == 0) {
         return "the receipt has no item";
+    }
     return ConfereAjuste(ajuste, m_memoria.cupom.subtotal);
 }
 
@@ -147,8 +164,9 @@ void Registro::AjustaSubtotal(const Ajuste& ajuste, RtcAbsoluteTime)
     const Financial valor = ValorDoAjuste(ajuste, cupom.subtotal);
     std::vector<Financial> liquidos;
     liquidos.reserve(cupom.itens.size());
-    for (const ItemRegistrado& item : cupom.itens)
+    for (const ItemRegistrado& item : cupom.itens) {
         liquidos.push_back(item.cancelado ? Financial() : LiquidoDoItem(item));
+    }
     const std::vector<Financial> partes = RateiaAjuste(valor, liquidos);
 
     cupom.ajusteAplicado = true;
@@ -158,22 +176,26 @@ void Registro::AjustaSubtotal(const Ajuste& ajuste, RtcAbsoluteTime)
     for (std::size_t i = 0; i < partes.size(); ++i) {
         ItemRegistrado& item = cupom.itens[i];
         item.rateio = partes[i];
-        if (ajuste.operacao == DESCONTO)
+        if (ajuste.operacao == DESCONTO) {
             EscrituraDesconto(m_memoria, item, item.rateio);
-        else
+        } else {
             EscrituraAcrescimo(m_memoria, item, item.rateio);
+        }
     }
 }
 
 Recusa Registro::PodeCancelaAjusteSubtotal(EOperacao operacao, RtcAbsoluteTime) const
 {
-    if (Recusa recusa = ConfereCupomAberto(m_memoria))
+    if (Recusa recusa = ConfereCupomAberto(m_memoria)) {
         return recusa;
+    }
     const CupomAtual& cupom = m_memoria.cupom;
-    if (!cupom.ajusteAplicado || cupom.ajusteOperacao != operacao)
+    if (!cupom.ajusteAplicado || cupom.ajusteOperacao != operacao) {
         return std::string("the subtotal carries no ") + Nome(operacao);
-    if (cupom.situacao == ESituacaoCupom::EM_PAGAMENTO)
+    }
+    if (cupom.situacao == ESituacaoCupom::EM_PAGAMENTO) {
         return "the receipt is being paid: its items and its subtotal stand";
+    }
     return std::nullopt;
 }
 
@@ -181,10 +203,11 @@ void Registro::CancelaAjusteSubtotal(EOperacao operacao, RtcAbsoluteTime)
 {
     CupomAtual& cupom = m_memoria.cupom;
     for (ItemRegistrado& item : cupom.itens) {
-        if (operacao == DESCONTO)
+        if (operacao == DESCONTO) {
             EscrituraCancelamentoDesconto(m_memoria, item, item.rateio);
-        else
+        } else {
             EscrituraCancelamentoAcrescimo(m_memoria, item, item.rateio);
+        }
         item.rateio = Financial();
     }
     cupom.ajusteAplicado = false;

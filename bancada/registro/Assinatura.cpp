@@ -64,7 +64,7 @@ std::string TextoCanonico(const Memoria& memoria)
                  .Texto(cupom.consumidor.nome)
                  .Texto(cupom.consumidor.endereco)
                  .Fim();
-    for (const ItemRegistrado& item : cupom.itens)
+    for (const ItemRegistrado& item : cupom.itens) {
         texto += Linha("item")
                      .Texto(item.codigo)
                      .Texto(item.descricao)
@@ -79,11 +79,14 @@ std::string TextoCanonico(const Memoria& memoria)
                      .Valor(item.rateio)
                      .Numero(item.cancelado ? 1 : 0)
                      .Fim();
+    }
     texto += Linha("subtotal").Valor(cupom.subtotal).Fim();
-    if (cupom.ajusteAplicado)
+    if (cupom.ajusteAplicado) {
         texto += Linha("ajuste").Numero(cupom.ajusteOperacao).Valor(cupom.ajusteValor).Fim();
-    for (const PagamentoRegistrado& pagamento : cupom.pagamentos)
+    }
+    for (const PagamentoRegistrado& pagamento : cupom.pagamentos) {
         texto += Linha("pagamento").Numero(pagamento.meio + 1).Valor(pagamento.valor).Fim();
+    }
     texto += Linha("total").Valor(TotalDoCupom(cupom)).Valor(cupom.troco).Fim();
     texto += Linha("mensagem").Texto(cupom.mensagem).Fim();
     return texto;

@@ -19,9 +19,11 @@ namespace
 void MarcaCancelado(Memoria& memoria)
 {
     CupomAtual& cupom = memoria.cupom;
-    for (const ItemRegistrado& item : cupom.itens)
-        if (!item.cancelado)
+    for (const ItemRegistrado& item : cupom.itens) {
+        if (!item.cancelado) {
             EscrituraCancelamentoItem(memoria, item, LiquidoRateado(cupom, item));
+        }
+    }
     cupom.situacao = ESituacaoCupom::CANCELADO;
     AvancaContador(memoria, cupom.tipo == CUPOM_FISCAL ? COUNTER_CFC : COUNTER_NFC);
 }
@@ -30,10 +32,12 @@ void MarcaCancelado(Memoria& memoria)
 
 Recusa Registro::PodeCancelaItem(int numeroItem, RtcAbsoluteTime) const
 {
-    if (Recusa recusa = ConfereCupomAberto(m_memoria))
+    if (Recusa recusa = ConfereCupomAberto(m_memoria)) {
         return recusa;
-    if (Recusa recusa = ConfereItensAbertos(m_memoria))
+    }
+    if (Recusa recusa = ConfereItensAbertos(m_memoria)) {
         return recusa;
+    }
     return ConfereItem(m_memoria.cupom, numeroItem);
 }
 
@@ -62,32 +66,39 @@ void Registro::CancelaCupomEmEmissao(RtcAbsoluteTime em)
 
 Recusa Registro::PodeCancelaCupom(int coo, RtcAbsoluteTime) const
 {
-    if (Recusa recusa = ConfereNadaAberto(m_memoria))
+    if (Recusa recusa = ConfereNadaAberto(m_memoria)) {
         return recusa;
-    if (Recusa recusa = ConfereForaDeIntervencao(m_memoria))
+    }
+    if (Recusa recusa = ConfereForaDeIntervencao(m_memoria)) {
         return recusa;
+    }
     const CupomAtual& cupom = m_memoria.cupom;
-    if (coo != 0 && cupom.situacao != ESituacaoCupom::NENHUM && coo != cupom.coo)
+    if (coo != 0 && cupom.situacao != ESituacaoCupom::NENHUM && coo != cupom.coo) {
         return "only the receipt issued last can be cancelled: it is COO " +
                std::to_string(cupom.coo) + ", not " + std::to_string(coo);
-    if (Recusa recusa = ConfereUltimoCupom(m_memoria))
+    }
+    if (Recusa recusa = ConfereUltimoCupom(m_memoria)) {
         return recusa;
+    }
     if (std::any_of(cupom.pagamentos.begin(), cupom.pagamentos.end(),
-                    [](const PagamentoRegistrado& pagamento) { return pagamento.ordemCCD != 0; }))
+                    [](const PagamentoRegistrado& pagamento) { return pagamento.ordemCCD != 0; })) {
         return "the receipt has a Comprovante de Crédito ou Débito: reverse it first";
+    }
     return std::nullopt;
 }
 
 void Registro::CancelaCupom(int, RtcAbsoluteTime)
 {
     const CupomAtual& cupom = m_memoria.cupom;
-    for (const PagamentoRegistrado& pagamento : cupom.pagamentos)
+    for (const PagamentoRegistrado& pagamento : cupom.pagamentos) {
         m_memoria.jornada.meios[static_cast<std::size_t>(pagamento.meio)] -= pagamento.valor;
+    }
     m_memoria.jornada.troco -= cupom.troco;
     MarcaCancelado(m_memoria);
     AvancaContador(m_memoria, COUNTER_COO);
-    if (cupom.tipo == COMPROVANTE_NAO_FISCAL)
+    if (cupom.tipo == COMPROVANTE_NAO_FISCAL) {
         AvancaContador(m_memoria, COUNTER_GNF);
+    }
 }
 
 } // namespace bancada

@@ -16,8 +16,9 @@ Financial LiquidoRateado(const CupomAtual& cupom, const ItemRegistrado& item)
 
 Financial TotalDoCupom(const CupomAtual& cupom)
 {
-    if (!cupom.ajusteAplicado)
+    if (!cupom.ajusteAplicado) {
         return cupom.subtotal;
+    }
     return cupom.ajusteOperacao == DESCONTO ? cupom.subtotal - cupom.ajusteValor
                                             : cupom.subtotal + cupom.ajusteValor;
 }

@@ -20,20 +20,24 @@ constexpr int DIGITOS_INTEIROS_PRECO = 9;
 std::int64_t PotenciaDeDez(int expoente)
 {
     std::int64_t potencia = 1;
-    for (int i = 0; i < expoente; ++i)
+    for (int i = 0; i < expoente; ++i) {
         potencia *= 10;
+    }
     return potencia;
 }
 
 Recusa ConfereDecimal(const char* oQue, const Decimal& numero, int digitosInteiros)
 {
     const std::string nome(oQue);
-    if (numero.casas < 0 || numero.casas > MAX_CASAS)
+    if (numero.casas < 0 || numero.casas > MAX_CASAS) {
         return nome + " has more than " + std::to_string(MAX_CASAS) + " decimals";
-    if (numero.unscaled <= 0)
+    }
+    if (numero.unscaled <= 0) {
         return nome + " must be above zero";
-    if (numero.unscaled >= PotenciaDeDez(digitosInteiros + numero.casas))
+    }
+    if (numero.unscaled >= PotenciaDeDez(digitosInteiros + numero.casas)) {
         return nome + " has more than " + std::to_string(digitosInteiros) + " integer digits";
+    }
     return std::nullopt;
 }
 
@@ -51,8 +55,9 @@ Financial TotalBruto(const VendaItem& venda)
 
 Recusa Registro::PodeAbreCupom(const Consumidor& consumidor, RtcAbsoluteTime em) const
 {
-    if (Recusa recusa = ConferePodeMovimentar(m_memoria, em))
+    if (Recusa recusa = ConferePodeMovimentar(m_memoria, em)) {
         return recusa;
+    }
     return ConfereConsumidor(consumidor);
 }
 
@@ -63,27 +68,35 @@ void Registro::AbreCupom(const Consumidor& consumidor, RtcAbsoluteTime em)
 
 Recusa Registro::PodeVendeItem(const VendaItem& venda, RtcAbsoluteTime) const
 {
-    if (Recusa recusa = ConfereCupomAberto(m_memoria, CUPOM_FISCAL))
+    if (Recusa recusa = ConfereCupomAberto(m_memoria, CUPOM_FISCAL)) {
         return recusa;
-    if (Recusa recusa = ConfereItensAbertos(m_memoria))
+    }
+    if (Recusa recusa = ConfereItensAbertos(m_memoria)) {
         return recusa;
-    if (Recusa recusa = ConfereLugarParaItem(m_memoria.cupom))
+    }
+    if (Recusa recusa = ConfereLugarParaItem(m_memoria.cupom)) {
         return recusa;
-    if (venda.codigo.empty() || venda.descricao.empty())
+    }
+    if (venda.codigo.empty() || venda.descricao.empty()) {
         return "an item needs a code and a description";
+    }
     const LugarDoTotalizador lugar = LocalizaTotalizador(venda.tributacao, venda.indice);
-    if (!lugar.Existe())
+    if (!lugar.Existe()) {
         return "there is no totalizer " + venda.tributacao + std::to_string(venda.indice);
+    }
     if (!m_memoria.fiscal.programado[static_cast<std::size_t>(lugar.baseImposto)]
-                                    [static_cast<std::size_t>(lugar.posicao)])
+                                    [static_cast<std::size_t>(lugar.posicao)]) {
         return "the totalizer " + venda.tributacao + std::to_string(venda.indice) +
                " is not programmed";
+    }
     if (Recusa recusa =
-            ConfereDecimal("the quantity", venda.quantidade, DIGITOS_INTEIROS_QUANTIDADE))
+            ConfereDecimal("the quantity", venda.quantidade, DIGITOS_INTEIROS_QUANTIDADE)) {
         return recusa;
+    }
     if (Recusa recusa =
-            ConfereDecimal("the unit price", venda.valorUnitario, DIGITOS_INTEIROS_PRECO))
+            ConfereDecimal("the unit price", venda.valorUnitario, DIGITOS_INTEIROS_PRECO)) {
         return recusa;
+    }
     return ConfereValor("the item's total", TotalBruto(venda), MaximoDeUmLancamento());
 }
 
@@ -107,8 +120,9 @@ void Registro::VendeItem(const VendaItem& venda, RtcAbsoluteTime)
 
 Recusa Registro::PodeFechaCupom(const std::string&, RtcAbsoluteTime) const
 {
-    if (Recusa recusa = ConfereCupomAberto(m_memoria, CUPOM_FISCAL))
+    if (Recusa recusa = ConfereCupomAberto(m_memoria, CUPOM_FISCAL)) {
         return recusa;
+    }
     return ConferePago(m_memoria.cupom);
 }
 

@@ -28,8 +28,9 @@ ItemRegistrado ItemNaoFiscal(const Memoria& memoria, int totalizador, const Fina
 
 Recusa Registro::PodeAbreCNF(const Consumidor& consumidor, RtcAbsoluteTime em) const
 {
-    if (Recusa recusa = ConferePodeMovimentar(m_memoria, em))
+    if (Recusa recusa = ConferePodeMovimentar(m_memoria, em)) {
         return recusa;
+    }
     return ConfereConsumidor(consumidor);
 }
 
@@ -40,18 +41,23 @@ void Registro::AbreCNF(const Consumidor& consumidor, RtcAbsoluteTime em)
 
 Recusa Registro::PodeVendeItemNF(int totalizador, Financial valor, RtcAbsoluteTime) const
 {
-    if (Recusa recusa = ConfereCupomAberto(m_memoria, COMPROVANTE_NAO_FISCAL))
+    if (Recusa recusa = ConfereCupomAberto(m_memoria, COMPROVANTE_NAO_FISCAL)) {
         return recusa;
-    if (Recusa recusa = ConfereItensAbertos(m_memoria))
+    }
+    if (Recusa recusa = ConfereItensAbertos(m_memoria)) {
         return recusa;
-    if (Recusa recusa = ConfereLugarParaItem(m_memoria.cupom))
+    }
+    if (Recusa recusa = ConfereLugarParaItem(m_memoria.cupom)) {
         return recusa;
-    if (totalizador == NUMERO_NF_FUNDO_TROCO || totalizador == NUMERO_NF_SANGRIA)
+    }
+    if (totalizador == NUMERO_NF_FUNDO_TROCO || totalizador == NUMERO_NF_SANGRIA) {
         return "the non-fiscal totalizer " + std::to_string(totalizador) +
                " is reserved for the till's floats and withdrawals";
+    }
     if (totalizador < 1 || totalizador > MAX_TOTALIZADORES_NF ||
-        m_memoria.naoFiscal.nome[static_cast<std::size_t>(totalizador) - 1].empty())
+        m_memoria.naoFiscal.nome[static_cast<std::size_t>(totalizador) - 1].empty()) {
         return "the non-fiscal totalizer " + std::to_string(totalizador) + " is not programmed";
+    }
     return ConfereValor("the item's value", valor, MaximoDeUmLancamento());
 }
 
@@ -62,8 +68,9 @@ void Registro::VendeItemNF(int totalizador, Financial valor, RtcAbsoluteTime)
 
 Recusa Registro::PodeFechaCNF(RtcAbsoluteTime) const
 {
-    if (Recusa recusa = ConfereCupomAberto(m_memoria, COMPROVANTE_NAO_FISCAL))
+    if (Recusa recusa = ConfereCupomAberto(m_memoria, COMPROVANTE_NAO_FISCAL)) {
         return recusa;
+    }
     return ConferePago(m_memoria.cupom);
 }
 
@@ -74,8 +81,9 @@ void Registro::FechaCNF(RtcAbsoluteTime em)
 
 Recusa Registro::PodeMovimentaCaixa(ETipoOPNF, Financial valor, RtcAbsoluteTime em) const
 {
-    if (Recusa recusa = ConferePodeMovimentar(m_memoria, em))
+    if (Recusa recusa = ConferePodeMovimentar(m_memoria, em)) {
         return recusa;
+    }
     return ConfereValor("the amount", valor, MaximoDeUmLancamento());
 }
 

@@ -33,8 +33,9 @@ auto PrimeiroSemCCD(Pagamentos& pagamentos, int meio)
 
 Recusa ConfereDocumentoLivre(const Memoria& memoria)
 {
-    if (Recusa recusa = ConfereNadaAberto(memoria))
+    if (Recusa recusa = ConfereNadaAberto(memoria)) {
         return recusa;
+    }
     return ConfereForaDeIntervencao(memoria);
 }
 
@@ -47,8 +48,9 @@ Recusa Registro::PodeLeituraX(EMidia, RtcAbsoluteTime) const
 
 void Registro::LeituraX(EMidia midia, RtcAbsoluteTime)
 {
-    if (midia != ARQUIVO)
+    if (midia != ARQUIVO) {
         AvancaContador(m_memoria, COUNTER_COO);
+    }
 }
 
 Recusa Registro::PodeLeituraMF(RtcAbsoluteTime) const
@@ -63,20 +65,25 @@ void Registro::LeituraMF(RtcAbsoluteTime)
 
 Recusa Registro::PodeAbreCCD(int meio, RtcAbsoluteTime) const
 {
-    if (Recusa recusa = ConfereDocumentoLivre(m_memoria))
+    if (Recusa recusa = ConfereDocumentoLivre(m_memoria)) {
         return recusa;
-    if (Recusa recusa = ConfereUltimoCupom(m_memoria))
+    }
+    if (Recusa recusa = ConfereUltimoCupom(m_memoria)) {
         return recusa;
-    if (Recusa recusa = ConfereMeio(m_memoria, meio))
+    }
+    if (Recusa recusa = ConfereMeio(m_memoria, meio)) {
         return recusa;
-    if (m_memoria.meios[static_cast<std::size_t>(meio) - 1].vinculacao != COM_CCD)
+    }
+    if (m_memoria.meios[static_cast<std::size_t>(meio) - 1].vinculacao != COM_CCD) {
         return "Meio de Pagamento " + std::to_string(meio) +
                " is not tied to a Comprovante de Crédito ou Débito";
+    }
     const auto& pagamentos = m_memoria.cupom.pagamentos;
-    if (PrimeiroSemCCD(pagamentos, meio - 1) == pagamentos.end())
+    if (PrimeiroSemCCD(pagamentos, meio - 1) == pagamentos.end()) {
         return "the receipt COO " + std::to_string(m_memoria.cupom.coo) +
                " has no payment in Meio de Pagamento " + std::to_string(meio) +
                " without its Comprovante de Crédito ou Débito";
+    }
     return std::nullopt;
 }
 
@@ -93,13 +100,16 @@ void Registro::AbreCCD(int meio, RtcAbsoluteTime)
 
 Recusa Registro::PodeAbreEstornoCCD(RtcAbsoluteTime) const
 {
-    if (Recusa recusa = ConfereDocumentoLivre(m_memoria))
+    if (Recusa recusa = ConfereDocumentoLivre(m_memoria)) {
         return recusa;
-    if (Recusa recusa = ConfereUltimoCupom(m_memoria))
+    }
+    if (Recusa recusa = ConfereUltimoCupom(m_memoria)) {
         return recusa;
-    if (UltimoCCD(m_memoria.cupom.pagamentos)->ordemCCD == 0)
+    }
+    if (UltimoCCD(m_memoria.cupom.pagamentos)->ordemCCD == 0) {
         return "the receipt COO " + std::to_string(m_memoria.cupom.coo) +
                " has no Comprovante de Crédito ou Débito";
+    }
     return std::nullopt;
 }
 
@@ -126,8 +136,9 @@ void Registro::AbreGerencial(RtcAbsoluteTime)
 
 Recusa Registro::PodeFechaCCDGerencial(RtcAbsoluteTime) const
 {
-    if (m_memoria.documento == EDocumentoAberto::NENHUM)
+    if (m_memoria.documento == EDocumentoAberto::NENHUM) {
         return "no Comprovante de Crédito ou Débito and no Relatório Gerencial is open";
+    }
     return std::nullopt;
 }
 
@@ -138,14 +149,17 @@ void Registro::FechaCCDGerencial(RtcAbsoluteTime)
 
 Recusa Registro::PodeReimprimeMFD(int cooInicial, int cooFinal, RtcAbsoluteTime) const
 {
-    if (Recusa recusa = ConfereNadaAberto(m_memoria))
+    if (Recusa recusa = ConfereNadaAberto(m_memoria)) {
         return recusa;
-    if (cooInicial < 1 || cooInicial > cooFinal)
+    }
+    if (cooInicial < 1 || cooInicial > cooFinal) {
         return "a reprint goes from a first to a last COO, both above zero";
+    }
     const int ultimo = m_memoria.contadores[COUNTER_COO];
-    if (cooFinal > ultimo)
+    if (cooFinal > ultimo) {
         return "the last document is COO " + std::to_string(ultimo) + ": there is no " +
                std::to_string(cooFinal);
+    }
     return std::nullopt;
 }
 

@@ -19,10 +19,11 @@ void IniciaCupom(Memoria& memoria, FD_TIPO_CUPOM tipo, const Consumidor& consumi
     cupom.situacao = ESituacaoCupom::EM_ITENS;
     cupom.tipo = tipo;
     cupom.coo = AvancaContador(memoria, COUNTER_COO);
-    if (tipo == CUPOM_FISCAL)
+    if (tipo == CUPOM_FISCAL) {
         cupom.ccf = AvancaContador(memoria, COUNTER_CCF);
-    else
+    } else {
         cupom.gnf = AvancaContador(memoria, COUNTER_GNF);
+    }
     cupom.abertura = em;
     cupom.consumidor = consumidor;
     memoria.cupom = std::move(cupom);
@@ -40,8 +41,9 @@ void AcrescentaItem(Memoria& memoria, ItemRegistrado item)
 void ConcluiCupom(Memoria& memoria, const std::string& mensagem, RtcAbsoluteTime em)
 {
     CupomAtual& cupom = memoria.cupom;
-    for (const PagamentoRegistrado& pagamento : cupom.pagamentos)
+    for (const PagamentoRegistrado& pagamento : cupom.pagamentos) {
         memoria.jornada.meios[static_cast<std::size_t>(pagamento.meio)] += pagamento.valor;
+    }
     memoria.jornada.troco += cupom.troco;
     ContaTempoDeEmissao(memoria, em);
     cupom.situacao = ESituacaoCupom::FECHADO;
@@ -52,8 +54,9 @@ void ConcluiCupom(Memoria& memoria, const std::string& mensagem, RtcAbsoluteTime
 
 void ContaTempoDeEmissao(Memoria& memoria, RtcAbsoluteTime em)
 {
-    if (memoria.cupom.tipo == CUPOM_FISCAL)
+    if (memoria.cupom.tipo == CUPOM_FISCAL) {
         memoria.jornada.emitindo.s += Intervalo(memoria.cupom.abertura, em).s;
+    }
 }
 
 } // namespace bancada

@@ -28,15 +28,17 @@ Financial& Totalizador(Memoria& memoria, const ItemRegistrado& item)
 void EscrituraVenda(Memoria& memoria, const ItemRegistrado& item)
 {
     Totalizador(memoria, item) += item.bruto;
-    if (Fiscal(memoria))
+    if (Fiscal(memoria)) {
         memoria.gt += item.bruto;
+    }
 }
 
 void EscrituraDesconto(Memoria& memoria, const ItemRegistrado& item, const Financial& valor)
 {
     Totalizador(memoria, item) -= valor;
-    if (Fiscal(memoria))
+    if (Fiscal(memoria)) {
         memoria.fiscal.descontos[Imposto(item)] += valor;
+    }
 }
 
 void EscrituraAcrescimo(Memoria& memoria, const ItemRegistrado& item, const Financial& valor)
@@ -52,8 +54,9 @@ void EscrituraCancelamentoDesconto(Memoria& memoria, const ItemRegistrado& item,
                                    const Financial& valor)
 {
     Totalizador(memoria, item) += valor;
-    if (Fiscal(memoria))
+    if (Fiscal(memoria)) {
         memoria.fiscal.descontos[Imposto(item)] -= valor;
+    }
 }
 
 void EscrituraCancelamentoAcrescimo(Memoria& memoria, const ItemRegistrado& item,
@@ -66,8 +69,9 @@ void EscrituraCancelamentoItem(Memoria& memoria, const ItemRegistrado& item,
                                const Financial& liquido)
 {
     Totalizador(memoria, item) -= liquido;
-    if (Fiscal(memoria))
+    if (Fiscal(memoria)) {
         memoria.fiscal.cancelamentos[Imposto(item)] += liquido;
+    }
 }
 
 } // namespace bancada

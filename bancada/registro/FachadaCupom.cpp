@@ -15,8 +15,9 @@ namespace
 // The item at that position, or null.
 const ItemRegistrado* Item(const Memoria& memoria, int item)
 {
-    if (item < 0 || static_cast<std::size_t>(item) >= memoria.cupom.itens.size())
+    if (item < 0 || static_cast<std::size_t>(item) >= memoria.cupom.itens.size()) {
         return nullptr;
+    }
     return &memoria.cupom.itens[static_cast<std::size_t>(item)];
 }
 
@@ -24,8 +25,9 @@ const ItemRegistrado* Item(const Memoria& memoria, int item)
 
 int Registro::Contador_Get(FISCALDATA_COUNTER_INDEX contador)
 {
-    if (contador < 0 || contador >= COUNTER_MAX_SIZE)
+    if (contador < 0 || contador >= COUNTER_MAX_SIZE) {
         return 0;
+    }
     return m_memoria.contadores[static_cast<std::size_t>(contador)];
 }
 
@@ -114,8 +116,9 @@ FD_TIPO_CUPOM Registro::Cupom_GetTipoCupom()
 BOOL Registro::Cupom_GetRateioPorItem(Cupom* copy)
 {
     const CupomAtual& cupom = m_memoria.cupom;
-    if (cupom.situacao == ESituacaoCupom::NENHUM)
+    if (cupom.situacao == ESituacaoCupom::NENHUM) {
         return FALSE;
+    }
     copy->m_iQuantidadeDeItens = Cupom_GetQuantidadeDeItens();
     for (std::size_t i = 0; i < cupom.itens.size(); ++i) {
         const ItemRegistrado& item = cupom.itens[i];
@@ -123,10 +126,11 @@ BOOL Registro::Cupom_GetRateioPorItem(Cupom* copy)
         destino.m_finValorTotal = LiquidoRateado(cupom, item);
         destino.m_finValorDesc = item.desconto;
         destino.m_finValorAcr = item.acrescimo;
-        if (cupom.ajusteOperacao == DESCONTO)
+        if (cupom.ajusteOperacao == DESCONTO) {
             destino.m_finValorDesc += item.rateio;
-        else
+        } else {
             destino.m_finValorAcr += item.rateio;
+        }
     }
     for (std::size_t i = 0; i < cupom.pagamentos.size(); ++i) {
         copy->m_Pagamentos[i].m_iMeioPagamento = cupom.pagamentos[i].meio;

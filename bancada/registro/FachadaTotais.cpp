@@ -19,19 +19,23 @@ bool Dentro(int index, int quantos)
 
 const BaseFiscal* Base(const Memoria& memoria, int base, int taxBase)
 {
-    if (!Dentro(taxBase, BASES_DE_IMPOSTO))
+    if (!Dentro(taxBase, BASES_DE_IMPOSTO)) {
         return nullptr;
-    if (base == BC_IND_FISCAL)
+    }
+    if (base == BC_IND_FISCAL) {
         return &memoria.fiscal;
+    }
     return base == BC_IND_FISCAL_ULTIMA_RZ ? &memoria.fiscalRZ : nullptr;
 }
 
 const BaseNaoFiscal* BaseNF(const Memoria& memoria, int base, int index)
 {
-    if (!Dentro(index, MAX_TOTALIZADORES_NF))
+    if (!Dentro(index, MAX_TOTALIZADORES_NF)) {
         return nullptr;
-    if (base == BC_IND_NAO_FISCAL)
+    }
+    if (base == BC_IND_NAO_FISCAL) {
         return &memoria.naoFiscal;
+    }
     return base == BC_IND_NAO_FISCAL_ULTIMA_RZ ? &memoria.naoFiscalRZ : nullptr;
 }
 
@@ -88,40 +92,45 @@ Financial Registro::Totalizador_GetGTIni(int ponto)
 
 Financial Registro::Totalizador_GetVB(int base)
 {
-    if (base == BC_IND_FISCAL)
+    if (base == BC_IND_FISCAL) {
         return m_memoria.gt - m_memoria.gtUltimaRZ;
+    }
     return base == BC_IND_FISCAL_ULTIMA_RZ ? m_memoria.fiscalRZ.vendaBruta : Financial();
 }
 
 Financial Registro::Totalizador_GetTot(int base, int taxBase, int index)
 {
     const BaseFiscal* fiscal = Base(m_memoria, base, taxBase);
-    if (fiscal == nullptr || !Dentro(index, MAX_TOTALIZADORES))
+    if (fiscal == nullptr || !Dentro(index, MAX_TOTALIZADORES)) {
         return Financial();
+    }
     return fiscal->totais[static_cast<std::size_t>(taxBase)][static_cast<std::size_t>(index)];
 }
 
 Financial Registro::Totalizador_GetTotTrib(int base, int taxBase, int index)
 {
     const BaseFiscal* fiscal = Base(m_memoria, base, taxBase);
-    if (fiscal == nullptr || !Dentro(index, MAX_ALIQUOTAS))
+    if (fiscal == nullptr || !Dentro(index, MAX_ALIQUOTAS)) {
         return Financial();
+    }
     return Imposto(*fiscal, static_cast<std::size_t>(taxBase), static_cast<std::size_t>(index));
 }
 
 int Registro::Totalizador_GetTotPercTrib(int base, int taxBase, int index)
 {
     const BaseFiscal* fiscal = Base(m_memoria, base, taxBase);
-    if (fiscal == nullptr || !Dentro(index, MAX_ALIQUOTAS))
+    if (fiscal == nullptr || !Dentro(index, MAX_ALIQUOTAS)) {
         return 0;
+    }
     return fiscal->aliquota[static_cast<std::size_t>(taxBase)][static_cast<std::size_t>(index)];
 }
 
 BOOL Registro::Totalizador_GetTotProgramado(int base, int taxBase, int index)
 {
     const BaseFiscal* fiscal = Base(m_memoria, base, taxBase);
-    if (fiscal == nullptr || !Dentro(index, MAX_TOTALIZADORES))
+    if (fiscal == nullptr || !Dentro(index, MAX_TOTALIZADORES)) {
         return FALSE;
+    }
     return fiscal->programado[static_cast<std::size_t>(taxBase)][static_cast<std::size_t>(index)]
                ? TRUE
                : FALSE;
@@ -130,9 +139,11 @@ BOOL Registro::Totalizador_GetTotProgramado(int base, int taxBase, int index)
 Financial Registro::Totalizador_GetSoma_Tot_VL(int base, int taxBase)
 {
     Financial soma;
-    if (const BaseFiscal* fiscal = Base(m_memoria, base, taxBase))
-        for (const Financial& total : fiscal->totais[static_cast<std::size_t>(taxBase)])
+    if (const BaseFiscal* fiscal = Base(m_memoria, base, taxBase)) {
+        for (const Financial& total : fiscal->totais[static_cast<std::size_t>(taxBase)]) {
             soma += total;
+        }
+    }
     return soma;
 }
 
@@ -157,9 +168,11 @@ Financial Registro::Totalizador_GetSoma_Tot_Acr(int base, int taxBase)
 Financial Registro::Totalizador_GetSoma_TotTrib(int base, int taxBase)
 {
     Financial soma;
-    if (const BaseFiscal* fiscal = Base(m_memoria, base, taxBase))
-        for (std::size_t posicao = 0; posicao < MAX_ALIQUOTAS; ++posicao)
+    if (const BaseFiscal* fiscal = Base(m_memoria, base, taxBase)) {
+        for (std::size_t posicao = 0; posicao < MAX_ALIQUOTAS; ++posicao) {
             soma += Imposto(*fiscal, static_cast<std::size_t>(taxBase), posicao);
+        }
+    }
     return soma;
 }
 
@@ -196,8 +209,9 @@ RtcAbsoluteTime Registro::Jornada_GetDataMovimento()
 RtcRelativeTime Registro::Jornada_GetTempoOperacional(RtcAbsoluteTime ate)
 {
     const Jornada& jornada = m_memoria.jornada;
-    if (jornada.inicio.s == matlong[0])
+    if (jornada.inicio.s == matlong[0]) {
         return RtcRelativeTime();
+    }
     const bool fechada = jornada.fim.s != matlong[0];
     return Intervalo(jornada.inicio,
                      fechada ? RtcAbsoluteTime(std::min(ate.s, jornada.fim.s)) : ate);

@@ -26,23 +26,27 @@ Recusa PodeMovimentarJornada(const Memoria& memoria, RtcAbsoluteTime em)
 {
     const Jornada& jornada = memoria.jornada;
     if (!jornada.aberta) {
-        if (memoria.dataFechada.s != matlong[0] && MeiaNoite(em).s <= memoria.dataFechada.s)
+        if (memoria.dataFechada.s != matlong[0] && MeiaNoite(em).s <= memoria.dataFechada.s) {
             return "the day " + TextoData(memoria.dataFechada) +
                    " was closed by its Redução Z: nothing is sold on that date any more";
+        }
         return std::nullopt;
     }
-    if (em.s < jornada.inicio.s)
+    if (em.s < jornada.inicio.s) {
         return "the clock stands before the first document of the day " + TextoData(jornada.data);
-    if (em.s - jornada.data.s >= MAX_TEMPO_OPERACIONAL.s)
+    }
+    if (em.s - jornada.data.s >= MAX_TEMPO_OPERACIONAL.s) {
         return "the Redução Z of " + TextoData(jornada.data) +
                " is overdue: issue it before the next receipt";
+    }
     return std::nullopt;
 }
 
 void MovimentaJornada(Memoria& memoria, RtcAbsoluteTime em)
 {
-    if (memoria.jornada.aberta)
+    if (memoria.jornada.aberta) {
         return;
+    }
     memoria.jornada = Jornada();
     memoria.jornada.aberta = true;
     memoria.jornada.data = MeiaNoite(em);

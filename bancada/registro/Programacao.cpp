@@ -27,28 +27,32 @@ constexpr std::array<std::string_view, 27> UNIDADES_DA_FEDERACAO = {
 LugarDoTotalizador LugarDaAliquota(const BaseFiscal& base, const std::string& tributacao,
                                    int indice)
 {
-    if (indice != 0)
+    if (indice != 0) {
         return LocalizaTotalizador(tributacao, indice);
+    }
     for (int numero = 1; numero <= MAX_ALIQUOTAS; ++numero) {
         const LugarDoTotalizador lugar = LocalizaTotalizador(tributacao, numero);
         if (!base.programado[static_cast<std::size_t>(lugar.baseImposto)]
-                            [static_cast<std::size_t>(lugar.posicao)])
+                            [static_cast<std::size_t>(lugar.posicao)]) {
             return lugar;
+        }
     }
     return {};
 }
 
 Recusa ConfereFaixa(const char* oQue, int valor, int maximo)
 {
-    if (valor < 1 || valor > maximo)
+    if (valor < 1 || valor > maximo) {
         return std::string(oQue) + " goes from 1 to " + std::to_string(maximo);
+    }
     return std::nullopt;
 }
 
 Recusa ConfereTexto(const char* oQue, const std::string& texto)
 {
-    if (texto.empty())
+    if (texto.empty()) {
         return std::string(oQue) + " is missing";
+    }
     return std::nullopt;
 }
 
@@ -57,23 +61,28 @@ Recusa ConfereTexto(const char* oQue, const std::string& texto)
 Recusa Registro::PodeProgramaAliquota(const std::string& tributacao, int indice,
                                       int centesimos) const
 {
-    if (Recusa recusa = ConfereNadaAberto(m_memoria))
+    if (Recusa recusa = ConfereNadaAberto(m_memoria)) {
         return recusa;
-    if (tributacao != "T" && tributacao != "S")
+    }
+    if (tributacao != "T" && tributacao != "S") {
         return "a rate is of T (ICMS) or S (ISSQN), not " + tributacao;
-    if (centesimos < 0 || centesimos > MAX_ALIQUOTA)
+    }
+    if (centesimos < 0 || centesimos > MAX_ALIQUOTA) {
         return "a rate goes from 0.00 to 99.99 %";
+    }
     const LugarDoTotalizador lugar = LugarDaAliquota(m_memoria.fiscal, tributacao, indice);
-    if (!lugar.Existe())
+    if (!lugar.Existe()) {
         return indice == 0 ? "all " + std::to_string(MAX_ALIQUOTAS) + " rates of " + tributacao +
                                  " are programmed"
                            : "there is no rate " + tributacao + std::to_string(indice);
+    }
     const auto base = static_cast<std::size_t>(lugar.baseImposto);
     const auto posicao = static_cast<std::size_t>(lugar.posicao);
     if (m_memoria.fiscal.aliquota[base][posicao] != centesimos &&
-        !m_memoria.fiscal.totais[base][posicao].IsZero())
+        !m_memoria.fiscal.totais[base][posicao].IsZero()) {
         return "the rate " + tributacao + std::to_string(indice) +
                " has moved on this day: it stands until the Redução Z";
+    }
     return std::nullopt;
 }
 
@@ -88,17 +97,20 @@ void Registro::ProgramaAliquota(const std::string& tributacao, int indice, int c
 
 Recusa Registro::PodeHabilitaTotalizador(const std::string& codigo, int numero, bool habilita) const
 {
-    if (Recusa recusa = ConfereNadaAberto(m_memoria))
+    if (Recusa recusa = ConfereNadaAberto(m_memoria)) {
         return recusa;
+    }
     const LugarDoTotalizador lugar = LocalizaTotalizador(codigo, numero);
-    if (!TotalizadorEspecial(codigo) || !lugar.Existe())
+    if (!TotalizadorEspecial(codigo) || !lugar.Existe()) {
         return "there is no totalizer " + codigo + std::to_string(numero);
+    }
     if (!habilita && !m_memoria.fiscal
                           .totais[static_cast<std::size_t>(lugar.baseImposto)]
                                  [static_cast<std::size_t>(lugar.posicao)]
-                          .IsZero())
+                          .IsZero()) {
         return "the totalizer " + codigo + std::to_string(numero) +
                " has moved on this day: it stands until the Redução Z";
+    }
     return std::nullopt;
 }
 
@@ -112,10 +124,12 @@ void Registro::HabilitaTotalizador(const std::string& codigo, int numero, bool h
 Recusa Registro::PodeProgramaMeioPagamento(int indice, const std::string& descricao,
                                            EVinculacaoCCD) const
 {
-    if (Recusa recusa = ConfereNadaAberto(m_memoria))
+    if (Recusa recusa = ConfereNadaAberto(m_memoria)) {
         return recusa;
-    if (Recusa recusa = ConfereFaixa("a Meio de Pagamento", indice, MAX_MEIOS_PAGAMENTO))
+    }
+    if (Recusa recusa = ConfereFaixa("a Meio de Pagamento", indice, MAX_MEIOS_PAGAMENTO)) {
         return recusa;
+    }
     return ConfereTexto("the description", descricao);
 }
 
@@ -129,12 +143,15 @@ void Registro::ProgramaMeioPagamento(int indice, const std::string& descricao,
 
 Recusa Registro::PodeProgramaTotalizadorNF(int indice, const std::string& descricao) const
 {
-    if (Recusa recusa = ConfereNadaAberto(m_memoria))
+    if (Recusa recusa = ConfereNadaAberto(m_memoria)) {
         return recusa;
-    if (indice == NUMERO_NF_FUNDO_TROCO || indice == NUMERO_NF_SANGRIA)
+    }
+    if (indice == NUMERO_NF_FUNDO_TROCO || indice == NUMERO_NF_SANGRIA) {
         return "the non-fiscal totalizers 1 and 2 are the till's and stand as they are";
-    if (Recusa recusa = ConfereFaixa("a non-fiscal totalizer", indice, MAX_TOTALIZADORES_NF))
+    }
+    if (Recusa recusa = ConfereFaixa("a non-fiscal totalizer", indice, MAX_TOTALIZADORES_NF)) {
         return recusa;
+    }
     return ConfereTexto("the description", descricao);
 }
 
@@ -145,8 +162,9 @@ void Registro::ProgramaTotalizadorNF(int indice, const std::string& descricao)
 
 Recusa Registro::PodeProgramaLoja(int numero) const
 {
-    if (Recusa recusa = ConfereNadaAberto(m_memoria))
+    if (Recusa recusa = ConfereNadaAberto(m_memoria)) {
         return recusa;
+    }
     return ConfereFaixa("the shop's number", numero, MAX_LOJA);
 }
 
@@ -157,8 +175,9 @@ void Registro::ProgramaLoja(int numero)
 
 Recusa Registro::PodeProgramaSequenciaECF(int numero) const
 {
-    if (Recusa recusa = ConfereNadaAberto(m_memoria))
+    if (Recusa recusa = ConfereNadaAberto(m_memoria)) {
         return recusa;
+    }
     return ConfereFaixa("the till number", numero, MAX_SEQUENCIA);
 }
 
@@ -170,8 +189,9 @@ void Registro::ProgramaSequenciaECF(int numero)
 Recusa Registro::PodeProgramaUsuario(const std::string& razaoSocial, const std::string&,
                                      const std::string&) const
 {
-    if (Recusa recusa = ConfereNadaAberto(m_memoria))
+    if (Recusa recusa = ConfereNadaAberto(m_memoria)) {
         return recusa;
+    }
     return ConfereTexto("the Razão Social", razaoSocial);
 }
 
@@ -186,13 +206,16 @@ void Registro::ProgramaUsuario(const std::string& razaoSocial, const std::string
 Recusa Registro::PodeProgramaCNPJ_IE_IM(const std::string& cnpj, const std::string&,
                                         const std::string&, const std::string& uf) const
 {
-    if (Recusa recusa = ConfereNadaAberto(m_memoria))
+    if (Recusa recusa = ConfereNadaAberto(m_memoria)) {
         return recusa;
-    if (!CNPJCorreto(cnpj))
+    }
+    if (!CNPJCorreto(cnpj)) {
         return "the CNPJ " + cnpj + " is wrong";
+    }
     if (std::find(UNIDADES_DA_FEDERACAO.begin(), UNIDADES_DA_FEDERACAO.end(), uf) ==
-        UNIDADES_DA_FEDERACAO.end())
+        UNIDADES_DA_FEDERACAO.end()) {
         return "there is no UF " + uf;
+    }
     return std::nullopt;
 }
 
@@ -200,8 +223,9 @@ void Registro::ProgramaCNPJ_IE_IM(const std::string& cnpj, const std::string& ie
                                   const std::string& im, const std::string& uf)
 {
     Contribuinte& contribuinte = m_memoria.contribuinte;
-    if (contribuinte.cnpj != cnpj)
+    if (contribuinte.cnpj != cnpj) {
         m_memoria.gtInicial = m_memoria.gt;
+    }
     contribuinte.cnpj = cnpj;
     contribuinte.ie = ie;
     contribuinte.im = im;
@@ -211,8 +235,9 @@ void Registro::ProgramaCNPJ_IE_IM(const std::string& cnpj, const std::string& ie
 Recusa Registro::PodeProgramaNrSerie(const std::string&, const std::string&, const std::string&,
                                      const std::string& numSerie) const
 {
-    if (Recusa recusa = ConfereNadaAberto(m_memoria))
+    if (Recusa recusa = ConfereNadaAberto(m_memoria)) {
         return recusa;
+    }
     return ConfereTexto("the serial number", numSerie);
 }
 
@@ -227,8 +252,9 @@ void Registro::ProgramaNrSerie(const std::string& marca, const std::string& mode
 
 Recusa Registro::PodeProgramaMoeda(const std::string& simbolo) const
 {
-    if (Recusa recusa = ConfereNadaAberto(m_memoria))
+    if (Recusa recusa = ConfereNadaAberto(m_memoria)) {
         return recusa;
+    }
     return ConfereTexto("the currency symbol", simbolo);
 }
 

@@ -21,8 +21,9 @@ std::vector<Financial> RateiaAjuste(const Financial& ajuste, const std::vector<F
 {
     const BigInt total = Centavos(ajuste);
     BigInt soma;
-    for (const Financial& liquido : liquidos)
+    for (const Financial& liquido : liquidos) {
         soma += Centavos(liquido);
+    }
 
     std::vector<Financial> partes;
     std::vector<BigInt> restos;
@@ -47,8 +48,9 @@ std::vector<Financial> RateiaAjuste(const Financial& ajuste, const std::vector<F
                           const int compara = BigInt::Compare(restos[a], restos[b]);
                           return compara != 0 ? compara > 0 : a < b;
                       });
-    for (std::ptrdiff_t i = 0; i < quantos; ++i)
+    for (std::ptrdiff_t i = 0; i < quantos; ++i) {
         partes[ordem[static_cast<std::size_t>(i)]] += Financial::FromCents(1);
+    }
     return partes;
 }
 

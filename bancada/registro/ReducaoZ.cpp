@@ -40,8 +40,9 @@ void FechaJornada(Memoria& memoria, RtcAbsoluteTime em)
 
 Recusa Registro::PodeReducaoZ(RtcAbsoluteTime) const
 {
-    if (Recusa recusa = ConfereNadaAberto(m_memoria))
+    if (Recusa recusa = ConfereNadaAberto(m_memoria)) {
         return recusa;
+    }
     return ConfereForaDeIntervencao(m_memoria);
 }
 

@@ -8,8 +8,9 @@ namespace bancada
 
 char* CopiaTexto(const std::string& text, char* out, int size)
 {
-    if (size < 1)
+    if (size < 1) {
         return out;
+    }
     const std::size_t length = std::min(text.size(), static_cast<std::size_t>(size) - 1);
     std::memcpy(out, text.data(), length);
     out[length] = '\0';
@@ -22,8 +23,9 @@ std::string TextoDecimal(const Decimal& numero)
     std::string digits = std::to_string(numero.unscaled).substr(negative ? 1 : 0);
     const auto casas = static_cast<std::size_t>(std::max(numero.casas, 0));
     if (casas > 0) {
-        if (digits.size() <= casas)
+        if (digits.size() <= casas) {
             digits.insert(0, casas + 1 - digits.size(), '0');
+        }
         digits.insert(digits.size() - casas, 1, ',');
     }
     return negative ? "-" + digits : digits;

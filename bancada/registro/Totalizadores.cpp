@@ -35,9 +35,11 @@ static_assert(3 * POR_CODIGO == MAX_ESPECIAIS, "three codes of special totalizer
 
 LugarDoTotalizador LocalizaTotalizador(std::string_view tributacao, int numero)
 {
-    for (const Faixa& faixa : FAIXAS)
-        if (faixa.codigo == tributacao && numero >= 1 && numero <= faixa.quantidade)
+    for (const Faixa& faixa : FAIXAS) {
+        if (faixa.codigo == tributacao && numero >= 1 && numero <= faixa.quantidade) {
             return {faixa.baseImposto, faixa.primeira + numero - 1};
+        }
+    }
     return {};
 }
 

@@ -18,9 +18,10 @@ class ReceiptRows : public LoggerTest
         fiscal.SetCounter(COUNTER_GRG, 7);
         fiscal.SetCounter(COUNTER_CDC, 8);
         fiscal.SetCounter(COUNTER_CRZ, 9);
-        for (const char* table : {"cupom_fiscal", "cupom_nf"})
+        for (const char* table : {"cupom_fiscal", "cupom_nf"}) {
             Execute(std::string("INSERT INTO ") + table +
                     " (cont_coo, id_cancelado) VALUES (119,'N'), (120,'N'), (121,'N')");
+        }
     }
 
     void SetReceiptType(int type) { fiscal.numbers["Cupom_GetTipoCupom()"] = type; }

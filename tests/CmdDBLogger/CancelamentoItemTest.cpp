@@ -16,10 +16,11 @@ class CancelamentoItem : public LoggerTest
     CancelamentoItem()
     {
         fiscal.SetCounter(COUNTER_COO, 123);
-        for (const char* table : {"item_cupom_fiscal", "item_cupom_nf"})
+        for (const char* table : {"item_cupom_fiscal", "item_cupom_nf"}) {
             Execute(std::string("INSERT INTO ") + table +
                     " (cont_coo, seq_item, id_cancelado) VALUES"
                     " (123,1,'N'), (123,2,'N'), (123,4,'N'), (124,2,'N')");
+        }
         command.m_iNumeroItem = 2;
     }
 

@@ -20,13 +20,14 @@ class ItemAdjustment : public LoggerTest
         fiscal.money["Cupom_GetItemValorAcr(1)"] = Money("1.05");
         fiscal.money["Cupom_GetItemValorDesc(1)"] = Money("2.10");
         fiscal.money["Cupom_GetItemValorTotal(1)"] = Money("1234.56");
-        for (const char* table : {"item_cupom_fiscal", "item_cupom_nf"})
+        for (const char* table : {"item_cupom_fiscal", "item_cupom_nf"}) {
             Execute(std::string("INSERT INTO ") + table +
                     " (cont_coo, seq_item, valor_total, tipo_acrescimo, perc_acrescimo,"
                     " valor_acrescimo, valor_canc_acrescimo, tipo_desconto, perc_desconto,"
                     " valor_desconto) VALUES"
                     " (77,1,1,'a',11,12,13,'d',14,15), (77,2,1,'a',11,12,13,'d',14,15),"
                     " (78,2,1,'a',11,12,13,'d',14,15)");
+        }
     }
 
     void SetReceiptType(int type) { fiscal.numbers["Cupom_GetTipoCupom()"] = type; }

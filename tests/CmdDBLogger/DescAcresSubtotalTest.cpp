@@ -17,11 +17,12 @@ class SubtotalAdjustment : public LoggerTest
         fiscal.SetCounter(COUNTER_COO, 90);
         fiscal.money["Cupom_GetSTValorDescAcr()"] = Money("1234.56");
         fiscal.money["Cupom_GetSTValorCanceladoDescAcr()"] = Money("1000.06");
-        for (const char* table : {"cupom_fiscal", "cupom_nf"})
+        for (const char* table : {"cupom_fiscal", "cupom_nf"}) {
             Execute(std::string("INSERT INTO ") + table +
                     " (cont_coo, tipo_acrescimo, perc_acrescimo, valor_acrescimo,"
                     " valor_canc_acrescimo, tipo_desconto, perc_desconto, valor_desconto) VALUES"
                     " (90,'a',11,12,13,'d',14,15), (91,'a',11,12,13,'d',14,15)");
+        }
     }
 
     void SetReceiptType(int type) { fiscal.numbers["Cupom_GetTipoCupom()"] = type; }

@@ -14,8 +14,9 @@ namespace
 // Whether an allocation of `size` bytes is the message's and is to fail.
 bool IsMessageWithoutMemory(std::size_t size)
 {
-    if (!seam.nextMallocIsTheMessages)
+    if (!seam.nextMallocIsTheMessages) {
         return false;
+    }
     seam.nextMallocIsTheMessages = false;
     seam.messageBytes = size;
     return seam.messageOutOfMemory;
@@ -30,8 +31,9 @@ void Vindral_GravaLog(char* text)
 
 int GetRatearSubtotal()
 {
-    if (seam.calls != nullptr)
+    if (seam.calls != nullptr) {
         seam.calls->push_back("GetRatearSubtotal()");
+    }
     return seam.ratearSubtotal;
 }
 

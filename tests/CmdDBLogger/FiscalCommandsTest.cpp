@@ -14,8 +14,9 @@ bool IsZero(const Member& member)
     unsigned char bytes[sizeof(Member)];
     std::memcpy(bytes, &member, sizeof(Member));
     for (const unsigned char byte : bytes) {
-        if (byte != 0)
+        if (byte != 0) {
             return false;
+        }
     }
     return true;
 }

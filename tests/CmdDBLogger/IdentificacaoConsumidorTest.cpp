@@ -26,14 +26,16 @@ class IdentificacaoConsumidor : public LoggerTest
         const std::string before =
             "UPDATE cupom_fiscal SET assinatura_documento = '', valor_subtotal = 0.00, valor_total = 0.00, valor_troco = 0.00, ";
         std::string stored = message;
-        for (char& c : stored)
+        for (char& c : stored) {
             c = c == '\'' ? ' ' : c;
+        }
         const std::string after = "texto_suplementar = '" + stored +
                                   "', texto_complementar = '', chave_cupom = '' WHERE cont_coo = 0";
         const std::string statement = Statement();
         EXPECT_EQ(statement.substr(0, before.size()), before);
-        if (statement.size() < before.size() + after.size())
+        if (statement.size() < before.size() + after.size()) {
             return "no statement of a closing: " + statement;
+        }
         EXPECT_EQ(statement.substr(statement.size() - after.size()), after);
         return statement.substr(before.size(), statement.size() - before.size() - after.size());
     }
@@ -126,10 +128,12 @@ TEST_F(IdentificacaoConsumidor, OnlyElevenOrFourteenDigitsMakeANumber)
     for (std::size_t count = 0; count <= digits.size(); ++count) {
         const std::string number = digits.substr(0, count);
         std::string piece;
-        if (count == 11)
+        if (count == 11) {
             piece = "cpf_cnpj_consumidor = '90817263544', ";
-        if (count >= 14)
+        }
+        if (count >= 14) {
             piece = "cpf_cnpj_consumidor = '90817263544536', ";
+        }
         EXPECT_EQ(PieceOf(label + number), piece) << count;
         EXPECT_EQ(PieceOf(label + " " + number), piece) << count;
         EXPECT_EQ(PieceOf(label + " " + number + " 5"), piece) << count;
@@ -142,10 +146,11 @@ TEST_F(IdentificacaoConsumidor, OnlyTheBlankEndsTheNumber)
     for (int code = 1; code < 256; ++code) {
         const char c = static_cast<char>(code);
         std::string piece = cpf;
-        if (c == ' ')
+        if (c == ' ') {
             piece = "";
-        else if (c >= '0' && c <= '9')
+        } else if (c >= '0' && c <= '9') {
             piece = ""; // a twelfth digit
+        }
         EXPECT_EQ(PieceOf(label + " 1234567" + c + "8909 1"), piece) << code;
         EXPECT_EQ(PieceOf(label + c + "12345678909"), c == ' ' ? cpf : piece) << code;
     }
@@ -188,8 +193,9 @@ TEST_F(IdentificacaoConsumidor, LabelMustBeWholeAndInItsOwnSpelling)
     for (const char* other :
          {"CNPJ/CPF consumidor", "CNPJ/CPF consumidor ", "CNPJ/CPF Consumidor:",
           "cnpj/cpf consumidor:", "NPJ/CPF consumidor:", "CPF/CNPJ consumidor:",
-          "CNPJ/CPF  consumidor:", "CNPJ/CPF consumidor :", "CNPJ CPF consumidor:"})
+          "CNPJ/CPF  consumidor:", "CNPJ/CPF consumidor :", "CNPJ CPF consumidor:"}) {
         EXPECT_EQ(PieceOf(std::string(other) + " 12345678909"), "") << other;
+    }
     EXPECT_EQ(PieceOf(""), "");
 }
 

@@ -46,10 +46,12 @@ RtcAbsoluteTime Instant(const std::string& text)
     const int year = number(0, 4);
     const int month = number(5, 2);
     std::uint32_t days = 0;
-    for (int past = 1970; past < year; ++past)
+    for (int past = 1970; past < year; ++past) {
         days += IsLeapYear(past) ? 366 : 365;
-    for (int past = 1; past < month; ++past)
+    }
+    for (int past = 1; past < month; ++past) {
         days += static_cast<std::uint32_t>(DaysOfMonth(year, past));
+    }
     days += static_cast<std::uint32_t>(number(8, 2) - 1);
     const int second = number(11, 2) * 3600 + number(14, 2) * 60 + number(17, 2);
     return RtcAbsoluteTime(days * 86400 + static_cast<std::uint32_t>(second));
@@ -96,9 +98,10 @@ std::string LoggerTest::Statement() const
 std::vector<std::string> LoggerTest::MoneyRequests() const
 {
     std::vector<std::string> requests;
-    for (const MoneyRequest& asked : seam.money)
+    for (const MoneyRequest& asked : seam.money) {
         requests.push_back(std::to_string(asked.size) + "," + std::to_string(asked.style) + "," +
                            std::to_string(asked.decimals) + "," + std::to_string(asked.last));
+    }
     return requests;
 }
 
@@ -150,21 +153,24 @@ void LoggerTest::Execute(const std::string& sql)
 
 void LoggerTest::DropTables()
 {
-    for (const std::string& table : Rows("SELECT name FROM sqlite_master WHERE type = 'table'"))
+    for (const std::string& table : Rows("SELECT name FROM sqlite_master WHERE type = 'table'")) {
         Execute("DROP TABLE " + table);
+    }
 }
 
 int LoggerTest::OpenQueries() const
 {
     int count = 0;
     for (sqlite3_stmt* open = sqlite3_next_stmt(db, nullptr); open != nullptr;
-         open = sqlite3_next_stmt(db, open))
+         open = sqlite3_next_stmt(db, open)) {
         ++count;
+    }
     return count;
 }
 
 void LoggerTest::ReleaseOpenQueries()
 {
-    while (sqlite3_stmt* open = sqlite3_next_stmt(db, nullptr))
+    while (sqlite3_stmt* open = sqlite3_next_stmt(db, nullptr)) {
         sqlite3_finalize(open);
+    }
 }

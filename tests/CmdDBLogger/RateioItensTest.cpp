@@ -34,10 +34,11 @@ class RateioItens : public LoggerTest
     void SellItems(int count)
     {
         Execute("BEGIN");
-        for (int number = 1; number <= count; ++number)
+        for (int number = 1; number <= count; ++number) {
             Execute("INSERT INTO item_cupom_fiscal (cont_coo, seq_item, tipo_acrescimo,"
                     " perc_acrescimo, tipo_desconto, perc_desconto, id_cancelado) VALUES (120," +
                     std::to_string(number) + ",'P',5,'P',10,'N')");
+        }
         Execute("COMMIT");
     }
 
@@ -147,8 +148,9 @@ TEST_F(RateioItens, ReceiptsNumberIsAskedOfTheControllerForEveryItemAndNothingEl
 TEST_F(RateioItens, ItemThatReports0EndsTheApportionment)
 {
     SellItems(3);
-    for (int item = 0; item < 3; ++item)
+    for (int item = 0; item < 3; ++item) {
         AddItem("9.00", "1.00", "0.00");
+    }
     RejectNextExecutions(1, 1);
 
     EXPECT_EQ(command.CalculaRateioItens(db), 0);
@@ -187,8 +189,9 @@ TEST_F(RateioItens, RejectedItemsAreLoggedAndTheOthersFollow)
 TEST_F(RateioItens, LongestReceiptIsRewrittenItemByItemInOrder)
 {
     SellItems(999);
-    for (int number = 1; number <= 999; ++number)
+    for (int number = 1; number <= 999; ++number) {
         AddItem(std::to_string(number) + ".25", std::to_string(number) + ".50", "0.00");
+    }
     SetRatearSubtotal(1);
     fiscal.numbers["Cupom_GetSTAcrAplicado()"] = 1;
 
@@ -213,8 +216,9 @@ TEST_F(RateioItens, LongestReceiptIsRewrittenItemByItemInOrder)
 
 TEST_F(RateioItens, ItemsBeyondTheRecordAreRewrittenWithZero)
 {
-    for (int item = 0; item < 999; ++item)
+    for (int item = 0; item < 999; ++item) {
         AddItem("1.00", "2.00", "3.00");
+    }
     fiscal.rateio.m_iQuantidadeDeItens = 1001;
 
     EXPECT_EQ(command.CalculaRateioItens(db), 1);

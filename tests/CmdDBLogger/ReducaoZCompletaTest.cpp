@@ -184,12 +184,14 @@ class ReducaoZCompleta : public ReducaoZTest
                 }
             }
         }
-        for (int i = 0; i < 39; ++i)
+        for (int i = 0; i < 39; ++i) {
             ProgramaNaoFiscal(i, i + 1, "NF " + std::to_string(i),
                               std::to_string(2000 + i) + ".50");
+        }
         fiscal.numbers["BaseFormasPagamento_GetNumeroDeFormasDePagamento()"] = 20;
-        for (int i = 0; i < 20; ++i)
+        for (int i = 0; i < 20; ++i) {
             ProgramaMeio(i, "FP " + std::to_string(i), std::to_string(500 + i) + ".10");
+        }
         fiscal.money["BaseFormasPagamento_GetTrocoTotal()"] = Money("77.77");
     }
 };

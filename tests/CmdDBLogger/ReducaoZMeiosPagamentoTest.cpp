@@ -45,8 +45,9 @@ TEST_F(ReducaoZMeiosPagamento, PositionsAreCountedOnceAndAskedInOrder)
     Reduz();
     std::vector<std::string> asked;
     for (const std::string& call : fiscal.calls) {
-        if (call.rfind("BaseFormasPagamento_", 0) == 0)
+        if (call.rfind("BaseFormasPagamento_", 0) == 0) {
             asked.push_back(call);
+        }
     }
     EXPECT_THAT(asked, ElementsAre("BaseFormasPagamento_GetNumeroDeFormasDePagamento()",
                                    "BaseFormasPagamento_GetMeioPagamentoProgramado(0)",

@@ -135,8 +135,9 @@ TEST_F(ReducaoZ, OnlyTotalsOfTheClosedDayAreRead)
     Reduz();
     std::vector<std::string> totals;
     for (const std::string& call : fiscal.calls) {
-        if (call.rfind("Totalizador_", 0) == 0)
+        if (call.rfind("Totalizador_", 0) == 0) {
             totals.push_back(call);
+        }
     }
     EXPECT_THAT(
         totals,

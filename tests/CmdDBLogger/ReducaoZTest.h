@@ -66,8 +66,9 @@ class ReducaoZTest : public LoggerTest
     // The statements from `first` on, `count` of them.
     std::vector<std::string> StatementsFrom(std::size_t first, std::size_t count) const
     {
-        if (Statements().size() < first + count)
+        if (Statements().size() < first + count) {
             return {"only " + std::to_string(Statements().size()) + " statements"};
+        }
         const auto begin = Statements().begin() + static_cast<std::ptrdiff_t>(first);
         return {begin, begin + static_cast<std::ptrdiff_t>(count)};
     }

@@ -28,8 +28,9 @@ class ReducaoZTotalizadores : public ReducaoZTest
     {
         std::vector<std::string> calls;
         for (const std::string& call : fiscal.calls) {
-            if (call.rfind(begin, 0) == 0)
+            if (call.rfind(begin, 0) == 0) {
                 calls.push_back(call);
+            }
         }
         return calls;
     }
@@ -136,10 +137,12 @@ TEST_F(ReducaoZTotalizadores, ThirtyPositionsOfEachTaxBaseAreAsked)
         EXPECT_EQ(asked[30 + at],
                   "Totalizador_GetTotProgramado(2,1," + std::to_string(position) + ")");
     }
-    for (std::size_t at = 60; at < 69; ++at)
+    for (std::size_t at = 60; at < 69; ++at) {
         EXPECT_EQ(asked[at], "Totalizador_GetTotProgramado(2,0,99)");
-    for (std::size_t at = 69; at < 78; ++at)
+    }
+    for (std::size_t at = 69; at < 78; ++at) {
         EXPECT_EQ(asked[at], "Totalizador_GetTotProgramado(2,1,99)");
+    }
 }
 
 TEST_F(ReducaoZTotalizadores, SpecialTotalizersAreResolvedByNumberThenByCode)

@@ -61,8 +61,9 @@ TEST_F(Sangria, WithdrawalIsOnTotalizerTwo)
 
 TEST_F(Sangria, EveryOperationButTheFloatIsAWithdrawal)
 {
-    for (const int operation : {2, 3, -1})
+    for (const int operation : {2, 3, -1}) {
         Log(operation);
+    }
     EXPECT_THAT(Rows("SELECT indice_totalizador_nf FROM item_cupom_nf"),
                 ElementsAre("2", "2", "2"));
 }

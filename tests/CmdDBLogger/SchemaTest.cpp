@@ -120,8 +120,9 @@ class Schema : public LoggerTest
 TEST_F(Schema, TablesAreThoseThatTheModuleNeeds)
 {
     std::vector<std::string> tables;
-    for (const auto& table : TABLES)
+    for (const auto& table : TABLES) {
         tables.emplace_back(table.first);
+    }
     EXPECT_THAT(Rows("SELECT name FROM sqlite_master WHERE type = 'table'"),
                 ::testing::UnorderedElementsAreArray(tables));
 }
@@ -152,8 +153,9 @@ TEST_F(Schema, QuotedAndUnquotedNumbersFindTheSameRows)
     int columnsCompared = 0;
     ForEachColumn(
         [&](const std::string& table, const std::string& column, const std::string& affinity) {
-            if (affinity == "TEXT")
+            if (affinity == "TEXT") {
                 return;
+            }
             ++columnsCompared;
             const std::string count = "SELECT count(*) FROM " + table + " WHERE " + column + " = ";
             for (const std::string stored : {"123", "'123'"}) {

@@ -72,8 +72,9 @@ class PaintedStack
             EXPECT_EQ(pthread_join(thread, nullptr), 0);
         }
         EXPECT_EQ(pthread_attr_destroy(&attributes), 0);
-        if (ECF_UNDER_SANITIZER || m_frame == nullptr)
+        if (ECF_UNDER_SANITIZER || m_frame == nullptr) {
             return 0;
+        }
         const unsigned char* const used =
             std::find_if(Lowest(), m_frame, [](unsigned char byte) { return byte != PATTERN; });
         return static_cast<std::size_t>(m_frame - used);
@@ -104,8 +105,9 @@ std::set<std::string> DeclaredCommands()
         std::istringstream words(line);
         std::string first;
         std::string name;
-        if (words >> first >> name && first == "class")
+        if (words >> first >> name && first == "class") {
             declared.insert(name);
+        }
     }
     return declared;
 }
@@ -146,8 +148,9 @@ class StackUse : public LoggerTest
 
         EXPECT_NE(answer, -1) << name;
         m_measured.insert(name);
-        if (ECF_UNDER_SANITIZER)
+        if (ECF_UNDER_SANITIZER) {
             return;
+        }
         EXPECT_GT(used, 0u) << name;
         EXPECT_LT(used, limit) << name;
         RecordProperty(name, std::to_string(used));

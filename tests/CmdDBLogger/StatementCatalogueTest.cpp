@@ -88,12 +88,15 @@ const std::string REJECTED =
 std::vector<std::string> AllStatements()
 {
     std::vector<std::string> all;
-    for (const std::string& sql : INSERTS)
+    for (const std::string& sql : INSERTS) {
         all.push_back(sql);
-    for (const std::string& sql : UPDATES)
+    }
+    for (const std::string& sql : UPDATES) {
         all.push_back(sql);
-    for (const std::string& sql : COUNTS)
+    }
+    for (const std::string& sql : COUNTS) {
         all.push_back(sql);
+    }
     all.push_back(REJECTED);
     return all;
 }
@@ -123,9 +126,10 @@ std::vector<std::string> HeadsInTheSources()
         const std::string source = text.str();
         for (const std::string keyword : {"INSERT ", "UPDATE ", "SELECT ", "DELETE ", "REPLACE "}) {
             for (std::size_t quote = source.find('"' + keyword); quote != std::string::npos;
-                 quote = source.find('"' + keyword, quote + 1))
+                 quote = source.find('"' + keyword, quote + 1)) {
                 heads.push_back(
                     source.substr(quote + 1, source.find_first_of("\"%", quote + 1) - quote - 1));
+            }
         }
     }
     return heads;
@@ -185,8 +189,9 @@ TEST_F(StatementCatalogue, EveryInsertHasAValueForEachColumnAndMakesARow)
 
 TEST_F(StatementCatalogue, EveryUpdateChangesTheRowThatItsInsertMade)
 {
-    for (const std::string& sql : INSERTS)
+    for (const std::string& sql : INSERTS) {
         Execute(sql);
+    }
     Documento command = NewCommand<Documento>();
     Execute("UPDATE pagamento_cupom SET indice_meio_pagamento = 2");
     for (const std::string& sql : UPDATES) {
@@ -200,16 +205,18 @@ TEST_F(StatementCatalogue, EveryUpdateChangesTheRowThatItsInsertMade)
 TEST_F(StatementCatalogue, EveryUpdateOfAMissingRowChangesNothingAndIsNoError)
 {
     Documento command = NewCommand<Documento>();
-    for (const std::string& sql : UPDATES)
+    for (const std::string& sql : UPDATES) {
         EXPECT_EQ(command.DBLoggerExecuteSQL(db, sql.c_str()), TRUE);
+    }
     EXPECT_EQ(sqlite3_total_changes(db), 0);
     EXPECT_THAT(LogEntries(), IsEmpty());
 }
 
 TEST_F(StatementCatalogue, EveryCountIsZeroOnAnEmptyDatabase)
 {
-    for (const std::string& sql : COUNTS)
+    for (const std::string& sql : COUNTS) {
         EXPECT_THAT(Rows(sql), ::testing::ElementsAre("0")) << sql;
+    }
 }
 
 TEST_F(StatementCatalogue, EveryColumnThatFindsRowsIsSearchedByAnIndex)
@@ -220,8 +227,9 @@ TEST_F(StatementCatalogue, EveryColumnThatFindsRowsIsSearchedByAnIndex)
     for (const std::string& sql : statements) {
         const std::vector<std::string> columns = ColumnsOfCondition(sql);
         conditions += columns.size();
-        if (columns.empty())
+        if (columns.empty()) {
             continue; // a count of the whole table
+        }
         const std::vector<std::string> plan = Rows("EXPLAIN QUERY PLAN " + sql);
         ASSERT_EQ(plan.size(), 1u) << sql;
         EXPECT_THAT(plan[0], HasSubstr("SEARCH")) << sql;

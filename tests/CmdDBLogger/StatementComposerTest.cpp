@@ -104,10 +104,12 @@ std::vector<int> BoundaryIntegers()
             values.push_back(-value);
         }
     };
-    for (int power = 1; power <= 1000000000 / 10; power *= 10)
+    for (int power = 1; power <= 1000000000 / 10; power *= 10) {
         around(power * 10);
-    for (int bit = 0; bit <= 30; ++bit)
+    }
+    for (int bit = 0; bit <= 30; ++bit) {
         around(static_cast<int>(1u << bit));
+    }
     return values;
 }
 
@@ -456,8 +458,9 @@ class SmallComposer : public LoggerTest
         EXPECT_EQ(statement.Execute(command, db), TRUE);
         EXPECT_THAT(Statements(), IsEmpty());
         EXPECT_EQ(LogEntries().size(), 2u);
-        if (LogEntries().size() != 2)
+        if (LogEntries().size() != 2) {
             return "";
+        }
         EXPECT_EQ(
             LogEntries()[0],
             "DBLoggerExecuteSQL: Erro executando SQL Code. Comando:'0', Erro:'statement too long'");

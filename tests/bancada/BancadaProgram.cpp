@@ -18,8 +18,9 @@ ProgramResult RunShell(const TempFolder& folder, const std::string& line)
         "cd '" + folder.File("") + "' && ( " + line + "\n ) </dev/null >.out 2>.err";
     const int status = std::system(script.c_str());
     ProgramResult result;
-    if (WIFEXITED(status))
+    if (WIFEXITED(status)) {
         result.exitCode = WEXITSTATUS(status);
+    }
     result.out = folder.Read(".out");
     result.err = folder.Read(".err");
     return result;

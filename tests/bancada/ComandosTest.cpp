@@ -32,23 +32,32 @@ std::string Retrato(const bancada::Registro& registro)
         char texto[40];
         retrato << nome << '=' << valor.ToString(texto, sizeof texto, FIN_STR_3, 2, 0) << ' ';
     };
-    for (const int contador : memoria.contadores)
+    for (const int contador : memoria.contadores) {
         retrato << contador << ' ';
+    }
     dinheiro("gt", memoria.gt);
-    for (const auto& imposto : memoria.fiscal.totais)
-        for (const Financial& total : imposto)
+    for (const auto& imposto : memoria.fiscal.totais) {
+        for (const Financial& total : imposto) {
             dinheiro("tot", total);
-    for (const auto& imposto : memoria.fiscal.programado)
-        for (const bool programado : imposto)
+        }
+    }
+    for (const auto& imposto : memoria.fiscal.programado) {
+        for (const bool programado : imposto) {
             retrato << programado;
-    for (const Financial& total : memoria.naoFiscal.totais)
+        }
+    }
+    for (const Financial& total : memoria.naoFiscal.totais) {
         dinheiro("nf", total);
-    for (const std::string& nome : memoria.naoFiscal.nome)
+    }
+    for (const std::string& nome : memoria.naoFiscal.nome) {
         retrato << nome << ' ';
-    for (const Financial& recebido : memoria.jornada.meios)
+    }
+    for (const Financial& recebido : memoria.jornada.meios) {
         dinheiro("meio", recebido);
-    for (const bancada::MeioDePagamento& meio : memoria.meios)
+    }
+    for (const bancada::MeioDePagamento& meio : memoria.meios) {
         retrato << meio.descricao << ' ';
+    }
     retrato << memoria.jornada.aberta << memoria.jornada.data.s << ' '
             << static_cast<int>(memoria.cupom.situacao) << memoria.cupom.coo << ' ';
     for (const bancada::ItemRegistrado& item : memoria.cupom.itens) {
@@ -71,14 +80,16 @@ std::unique_ptr<bancada::ComandoBancada> ComandosTest::Le(const std::string& lin
 {
     bancada::TapeCommand lida;
     for (const bancada::TapeField& campo : bancada::ParseLine(linha, "teste", 1).fields) {
-        if (campo.name == "cmd")
+        if (campo.name == "cmd") {
             lida.name = campo.value.text;
-        else
+        } else {
             lida.fields.push_back(campo);
+        }
     }
     const bancada::ItemCatalogo* item = bancada::ProcuraComando(lida.name);
-    if (item == nullptr)
+    if (item == nullptr) {
         throw std::invalid_argument("no command \"" + lida.name + "\"");
+    }
     auto comando = item->cria(registro);
     bancada::TapeFields campos(lida);
     comando->Campos(campos);

@@ -94,22 +94,25 @@ void Preenche(T& valor, int& proximo);
 template <class T, std::size_t N>
 void Preenche(std::array<T, N>& valores, int& proximo)
 {
-    for (T& valor : valores)
+    for (T& valor : valores) {
         Preenche(valor, proximo);
+    }
 }
 template <class T>
 void Preenche(std::vector<T>& valores, int& proximo)
 {
-    for (T& valor : valores)
+    for (T& valor : valores) {
         Preenche(valor, proximo);
+    }
 }
 template <class T, std::enable_if_t<std::is_class_v<T> || std::is_enum_v<T>, int>>
 void Preenche(T& valor, int& proximo)
 {
-    if constexpr (std::is_base_of_v<RtcTime, T>)
+    if constexpr (std::is_base_of_v<RtcTime, T>) {
         Preenche(static_cast<RtcTime&>(valor), proximo);
-    else if constexpr (!std::is_enum_v<T>) // those have few values: the caller chooses
+    } else if constexpr (!std::is_enum_v<T>) { // those have few values: the caller chooses
         std::apply([&](auto&... partes) { (Preenche(partes, proximo), ...); }, Partes(valor));
+    }
 }
 
 // Whether both hold the same in every field.
@@ -118,17 +121,20 @@ bool Iguais(const T& um, const T& outro);
 template <class T, std::size_t N>
 bool Iguais(const std::array<T, N>& um, const std::array<T, N>& outro)
 {
-    for (std::size_t i = 0; i < N; ++i)
-        if (!Iguais(um[i], outro[i]))
+    for (std::size_t i = 0; i < N; ++i) {
+        if (!Iguais(um[i], outro[i])) {
             return false;
+        }
+    }
     return true;
 }
 template <class T>
 bool Iguais(const std::vector<T>& um, const std::vector<T>& outro)
 {
     bool iguais = um.size() == outro.size();
-    for (std::size_t i = 0; iguais && i < um.size(); ++i)
+    for (std::size_t i = 0; iguais && i < um.size(); ++i) {
         iguais = Iguais(um[i], outro[i]);
+    }
     return iguais;
 }
 template <class T>

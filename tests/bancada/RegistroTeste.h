@@ -13,8 +13,9 @@ namespace bancada
 inline Financial Dinheiro(const char* texto)
 {
     Financial valor;
-    if (!Financial::FromText(texto, valor))
+    if (!Financial::FromText(texto, valor)) {
         ADD_FAILURE() << "not money: " << texto;
+    }
     return valor;
 }
 
@@ -31,8 +32,9 @@ inline Decimal Numero(const std::string& texto)
     const std::size_t ponto = texto.find('.');
     numero.casas = ponto == std::string::npos ? 0 : static_cast<int>(texto.size() - ponto - 1);
     std::string digitos = texto;
-    if (ponto != std::string::npos)
+    if (ponto != std::string::npos) {
         digitos.erase(ponto, 1);
+    }
     numero.unscaled = std::stoll(digitos);
     return numero;
 }
@@ -57,8 +59,9 @@ class RegistroTeste : public ::testing::Test
         registro.ProgramaAliquota("T", 1, 1800);
         registro.ProgramaAliquota("T", 2, 700);
         registro.ProgramaAliquota("S", 1, 500);
-        for (const char* codigo : {"F", "I", "N", "FS"})
+        for (const char* codigo : {"F", "I", "N", "FS"}) {
             registro.HabilitaTotalizador(codigo, 1, true);
+        }
         registro.ProgramaMeioPagamento(DINHEIRO, "DINHEIRO", SEM_CCD);
         registro.ProgramaMeioPagamento(CARTAO, "CARTAO", COM_CCD);
         registro.ProgramaMeioPagamento(CHEQUE, "CHEQUE", SEM_CCD);

@@ -17,8 +17,9 @@ class TempFolder
     TempFolder()
     {
         std::string name = (std::filesystem::temp_directory_path() / "ecf-XXXXXX").string();
-        if (mkdtemp(name.data()) == nullptr)
+        if (mkdtemp(name.data()) == nullptr) {
             throw std::runtime_error("no temporary folder " + name);
+        }
         m_path = name;
     }
     ~TempFolder()
@@ -36,16 +37,18 @@ class TempFolder
         std::ofstream file(File(name), std::ios::binary);
         file << content;
         file.close();
-        if (!file)
+        if (!file) {
             throw std::runtime_error("cannot write " + File(name));
+        }
         return File(name);
     }
 
     std::string Read(const std::string& name) const
     {
         std::ifstream file(File(name), std::ios::binary);
-        if (!file)
+        if (!file) {
             throw std::runtime_error("cannot read " + File(name));
+        }
         return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
     }
 

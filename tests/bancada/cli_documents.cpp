@@ -58,9 +58,10 @@ TEST(DocumentSection, NeedsBothMarkersInTheirOrder)
 {
     for (const char* document :
          {"", "<!-- x: begin -->\n", "<!-- x: end -->\n", "<!-- x: end -->\n<!-- x: begin -->\n",
-          "<!-- y: begin -->\n<!-- y: end -->\n"})
+          "<!-- y: begin -->\n<!-- y: end -->\n"}) {
         EXPECT_THROW(bancada::WithSection(document, "x", "new\n"), std::invalid_argument)
             << document;
+    }
 }
 
 TEST(DocumentSection, AFileThatCannotBeRewrittenStaysAsItIs)

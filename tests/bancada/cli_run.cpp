@@ -42,8 +42,9 @@ class CliRunTest : public testing::Test
         std::string rows;
         {
             bancada::Query query(db, sql.c_str());
-            while (query.Next())
+            while (query.Next()) {
                 rows += (rows.empty() ? "" : " ") + query.Text(0);
+            }
             EXPECT_FALSE(query.Failed()) << sqlite3_errmsg(db);
         }
         sqlite3_close(db);
@@ -165,8 +166,9 @@ TEST_F(CliRunTest, ATapeOfBinaryNoiseIsTold)
     std::string noise("\x7F"
                       "ELF\x02\x01\x01\x00\x00",
                       9);
-    for (int i = 0; i < 5000; ++i)
+    for (int i = 0; i < 5000; ++i) {
         noise += static_cast<char>(i * 7919 >> 3);
+    }
     const ProgramResult result = RunTape(noise);
     EXPECT_EQ(result.exitCode, 2);
     EXPECT_EQ(result.err, "tape:1:8: not JSON: a NUL byte\n");
@@ -313,8 +315,9 @@ TEST_F(CliRunTest, HelpExplainsAndUsageErrorsAreUnusable)
 {
     const ProgramResult help = Run("run --help");
     EXPECT_EQ(help.exitCode, 0);
-    for (const char* word : {"TAPE", "--db", "--log", "--append", "--strict", "Exit codes"})
+    for (const char* word : {"TAPE", "--db", "--log", "--append", "--strict", "Exit codes"}) {
         EXPECT_NE(help.out.find(word), std::string::npos) << word;
+    }
     EXPECT_EQ(Run("").exitCode, 2);
     EXPECT_EQ(Run("run").exitCode, 2);
     EXPECT_EQ(Run("run tape").exitCode, 2);

@@ -70,8 +70,9 @@ std::vector<std::string> Partes(const std::string& lista)
 {
     std::vector<std::string> partes;
     std::istringstream entrada(lista);
-    for (std::string parte; std::getline(entrada, parte, ',');)
+    for (std::string parte; std::getline(entrada, parte, ',');) {
         partes.push_back(parte.substr(parte.find_first_not_of(' ')));
+    }
     return partes;
 }
 
@@ -99,12 +100,14 @@ TEST_F(CatalogoTest, HoldsEveryClassThatTheHeaderDeclares)
     for (std::string linha; std::getline(cabecalho, linha);) {
         const std::string inicio = "class ";
         const std::size_t fim = linha.find(" : public Command");
-        if (linha.rfind(inicio, 0) == 0 && fim != std::string::npos)
+        if (linha.rfind(inicio, 0) == 0 && fim != std::string::npos) {
             declaradas.insert(linha.substr(inicio.size(), fim - inicio.size()));
+        }
     }
     std::set<std::string> listadas;
-    for (const bancada::ItemCatalogo& item : bancada::Catalogo())
+    for (const bancada::ItemCatalogo& item : bancada::Catalogo()) {
         listadas.insert(item.classe);
+    }
     EXPECT_EQ(declaradas, listadas);
 }
 
@@ -120,8 +123,9 @@ TEST_F(CatalogoTest, MakesObjectsOfTheClassItNames)
 
 TEST_F(CatalogoTest, FindsACommandByItsNameAlone)
 {
-    for (const bancada::ItemCatalogo& item : bancada::Catalogo())
+    for (const bancada::ItemCatalogo& item : bancada::Catalogo()) {
         EXPECT_EQ(bancada::ProcuraComando(item.nome), &item);
+    }
     EXPECT_EQ(bancada::ProcuraComando("configura"), nullptr);
     EXPECT_EQ(bancada::ProcuraComando("ABRE_CUPOM"), nullptr);
     EXPECT_EQ(bancada::ProcuraComando(""), nullptr);
@@ -132,8 +136,9 @@ TEST_F(CatalogoTest, NamesTablesThatExistAndTypesThatAreInUse)
     const std::set<std::string> tipos = {"", "LX", "MF", "CC", "RG", "NC", "CN", "RZ"};
     const auto& tabelas = banco.Counts().rows;
     for (const bancada::ItemCatalogo& item : bancada::Catalogo()) {
-        for (const std::string& tabela : Partes(item.tabelas))
+        for (const std::string& tabela : Partes(item.tabelas)) {
             EXPECT_EQ(tabelas.count(tabela), 1u) << item.nome << ": " << tabela;
+        }
         EXPECT_EQ(tipos.count(item.documento), 1u) << item.nome;
         if (*item.documento != '\0') {
             EXPECT_THAT(item.tabelas, HasSubstr("outros_documentos")) << item.nome;

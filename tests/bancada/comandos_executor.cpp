@@ -41,8 +41,9 @@ class Espiao final : public CmdLeituraMF, public bancada::ComandoBancada
     BOOL Anota(const char* passo)
     {
         passos.emplace_back(passo);
-        if (passo != recusaEm)
+        if (passo != recusaEm) {
             return TRUE;
+        }
         recusa = std::string("refused in ") + passo;
         return FALSE;
     }
@@ -90,9 +91,11 @@ TEST_F(ExecutorTest, RefusalEndsThePipelineBeforeAnyEffect)
 TEST_F(ExecutorTest, InterventionsAreRaisedByTheFirmwareTheRestComesFromTheHost)
 {
     std::vector<std::string> internos;
-    for (const bancada::ItemCatalogo& item : bancada::Catalogo())
-        if (item.cria(registro)->Origem() == CMD_INTERNO)
+    for (const bancada::ItemCatalogo& item : bancada::Catalogo()) {
+        if (item.cria(registro)->Origem() == CMD_INTERNO) {
             internos.emplace_back(item.nome);
+        }
+    }
     EXPECT_THAT(internos, ElementsAre("entrada_mil_interno", "saida_mil_interno",
                                       "saida_mit_interno", "entrada_mit_interno"));
 }
@@ -106,8 +109,9 @@ TEST_F(ExecutorTest, StatementsThatALoggerLeavesOpenAreReleased)
     const auto abertos = [&] {
         int quantos = 0;
         for (sqlite3_stmt* s = sqlite3_next_stmt(banco.Handle(), nullptr); s != nullptr;
-             s = sqlite3_next_stmt(banco.Handle(), s))
+             s = sqlite3_next_stmt(banco.Handle(), s)) {
             ++quantos;
+        }
         return quantos;
     };
     EXPECT_EQ(abertos(), 0);

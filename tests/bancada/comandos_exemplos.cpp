@@ -31,8 +31,9 @@ std::set<std::string> Tabelas(const bancada::ItemCatalogo& item)
 {
     std::set<std::string> tabelas;
     std::istringstream lista(item.tabelas);
-    for (std::string tabela; std::getline(lista >> std::ws, tabela, ',');)
+    for (std::string tabela; std::getline(lista >> std::ws, tabela, ',');) {
         tabelas.insert(tabela);
+    }
     return tabelas;
 }
 
@@ -46,10 +47,11 @@ class Exemplos : public ComandosTest
         bancada::TapeCommand linha;
         Saldo saldo;
         while (fita.Next(linha)) {
-            if (linha.name == bancada::CONFIGURA)
+            if (linha.name == bancada::CONFIGURA) {
                 bancada::ExecutaConfigura(linha, registro);
-            else
+            } else {
                 Executa(linha, relogio.Next(linha), saldo);
+            }
         }
         return saldo;
     }
@@ -82,12 +84,14 @@ class Exemplos : public ComandosTest
             return;
         }
         ++saldo.comandos[linha.name];
-        if (banco.Counts().statementsRejected != antes.statementsRejected)
+        if (banco.Counts().statementsRejected != antes.statementsRejected) {
             saldo.rejeitados.push_back(linha.name);
+        }
         for (const auto& [tabela, linhas] : banco.Counts().rows) {
             const auto& anteriores = antes.rows.at(tabela);
-            if (linhas.inserted != anteriores.inserted || linhas.updated != anteriores.updated)
+            if (linhas.inserted != anteriores.inserted || linhas.updated != anteriores.updated) {
                 saldo.tabelas[linha.name].insert(tabela);
+            }
         }
     }
 };
@@ -178,8 +182,9 @@ TEST_F(Exemplos, EveryCommandRunsInOneOfThem)
     std::set<std::string> executados;
     for (const char* nome : {"mercearia.jsonl", "oficina.jsonl", "primeira_semana.jsonl"}) {
         registro = bancada::Registro();
-        for (const auto& [comando, vezes] : Executa(nome).comandos)
+        for (const auto& [comando, vezes] : Executa(nome).comandos) {
             executados.insert(comando);
+        }
     }
     EXPECT_EQ(executados.size(), bancada::Catalogo().size());
 }

@@ -35,8 +35,9 @@ class FirmwareLogTest : public testing::Test
         FirmwareLogReader reader(folder.File("log"));
         std::vector<FirmwareLogRecord> records;
         FirmwareLogRecord record;
-        while (reader.Next(record))
+        while (reader.Next(record)) {
             records.push_back(record);
+        }
         EXPECT_EQ(reader.DamagedLines(), damaged);
         return records;
     }
@@ -67,9 +68,11 @@ TEST_F(FirmwareLogTest, LineBreaksAndControlBytesAreEscaped)
 TEST_F(FirmwareLogTest, EveryByteReadsBack)
 {
     std::string all;
-    for (int round = 0; round < 40; ++round) // longer than a statement of 8,000 bytes
-        for (int byte = 0; byte < 256; ++byte)
+    for (int round = 0; round < 40; ++round) { // longer than a statement of 8,000 bytes
+        for (int byte = 0; byte < 256; ++byte) {
             all += static_cast<char>(byte);
+        }
+    }
     {
         FirmwareLog log(folder.File("log"));
         log.SetTime(RtcAbsoluteTime(MORNING));

@@ -77,8 +77,9 @@ class LogDatabaseTest : public testing::Test
     bool Command(const std::vector<std::string>& statements)
     {
         database->BeginCommand();
-        for (const std::string& sql : statements)
+        for (const std::string& sql : statements) {
             Execute(sql);
+        }
         return database->CommitCommand();
     }
 
@@ -88,8 +89,9 @@ class LogDatabaseTest : public testing::Test
         const Handle db = OpenPlain(Path());
         Query query(db.get(), sql.c_str());
         std::string rows;
-        while (query.Next())
+        while (query.Next()) {
             rows += (rows.empty() ? "" : " ") + query.Text(0);
+        }
         EXPECT_FALSE(query.Failed()) << sqlite3_errmsg(db.get());
         return rows;
     }
@@ -292,8 +294,9 @@ TEST_F(LogDatabaseTest, ADatabaseDamagedMidRunLosesCommandsAndTheRegisterGoesOn)
     Open(true);
     const int file = open(Path().c_str(), O_RDWR);
     const std::string noise(4096, '\x5A');
-    for (int page = 1; page < 30; ++page)
+    for (int page = 1; page < 30; ++page) {
         ASSERT_EQ(pwrite(file, noise.data(), noise.size(), page * 4096), 4096);
+    }
     close(file);
     EXPECT_FALSE(Command(
         {"INSERT INTO versao_sb VALUES (2, 'v')", "INSERT INTO moeda (num_ecf) VALUES (1)"}));

@@ -63,8 +63,9 @@ class MemoriaArquivoTest : public testing::Test
         std::string rows;
         {
             bancada::Query query(db, sql.c_str());
-            while (query.Next())
+            while (query.Next()) {
                 rows += (rows.empty() ? "" : " ") + query.Text(0);
+            }
             EXPECT_FALSE(query.Failed()) << sqlite3_errmsg(db);
         }
         sqlite3_close(db);

@@ -33,8 +33,9 @@ Memoria MemoriaCheia()
         item.valorUnitario.casas = 2;
     }
     int meio = 18;
-    for (PagamentoRegistrado& pagamento : memoria.cupom.pagamentos)
+    for (PagamentoRegistrado& pagamento : memoria.cupom.pagamentos) {
         pagamento.meio = meio++;
+    }
     memoria.ecf.sequencia = 998;
     memoria.ecf.loja = 9998;
     memoria.cupom.itensVivos = 999;
@@ -43,8 +44,9 @@ Memoria MemoriaCheia()
     memoria.cupom.ajusteOperacao = ACRESCIMO;
     memoria.documento = EDocumentoAberto::GERENCIAL;
     memoria.modo = EModoIntervencao::MIT;
-    for (MeioDePagamento& programado : memoria.meios)
+    for (MeioDePagamento& programado : memoria.meios) {
         programado.vinculacao = COM_CCD;
+    }
     std::swap(memoria.gt, memoria.gtInicial); // the grand total is the largest of the three
     return memoria;
 }

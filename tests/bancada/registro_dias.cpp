@@ -54,15 +54,17 @@ struct CupomModelo {
     Centavos Total() const
     {
         Centavos soma = 0;
-        for (const ItemModelo& item : itens)
+        for (const ItemModelo& item : itens) {
             soma += item.cancelado ? 0 : item.Final();
+        }
         return soma;
     }
     Centavos Pago() const
     {
         Centavos soma = 0;
-        for (const auto& pagamento : pagamentos)
+        for (const auto& pagamento : pagamentos) {
             soma += pagamento.second;
+        }
         return soma;
     }
     Centavos Troco() const { return std::max<Centavos>(Pago() - Total(), 0); }
@@ -73,8 +75,9 @@ struct CupomModelo {
 std::vector<Centavos> Reparte(Centavos ajuste, const std::vector<Centavos>& liquidos)
 {
     Centavos soma = 0;
-    for (const Centavos liquido : liquidos)
+    for (const Centavos liquido : liquidos) {
         soma += liquido;
+    }
     std::vector<Centavos> partes;
     Centavos sobra = ajuste;
     for (const Centavos liquido : liquidos) {
@@ -102,18 +105,22 @@ struct DiaModelo {
     template <class F>
     void ParaCadaItem(bool fiscal, F f) const
     {
-        for (const CupomModelo& cupom : cupons)
-            if (cupom.fiscal == fiscal)
-                for (const ItemModelo& item : cupom.itens)
+        for (const CupomModelo& cupom : cupons) {
+            if (cupom.fiscal == fiscal) {
+                for (const ItemModelo& item : cupom.itens) {
                     f(cupom, item);
+                }
+            }
+        }
     }
     Centavos Totalizador(bool fiscal, int imposto, int posicao) const
     {
         Centavos soma = 0;
         ParaCadaItem(fiscal, [&](const CupomModelo& cupom, const ItemModelo& item) {
             if (cupom.valido && !item.cancelado && item.imposto == imposto &&
-                item.posicao == posicao)
+                item.posicao == posicao) {
                 soma += item.Final();
+            }
         });
         return soma;
     }
@@ -121,8 +128,9 @@ struct DiaModelo {
     {
         Centavos soma = 0;
         ParaCadaItem(true, [&](const CupomModelo&, const ItemModelo& item) {
-            if (item.imposto == imposto)
+            if (item.imposto == imposto) {
                 soma += item.desconto + std::max<Centavos>(-item.rateio, 0);
+            }
         });
         return soma;
     }
@@ -130,9 +138,10 @@ struct DiaModelo {
     {
         Centavos soma = 0;
         ParaCadaItem(true, [&](const CupomModelo&, const ItemModelo& item) {
-            if (item.imposto == imposto)
+            if (item.imposto == imposto) {
                 soma +=
                     item.acrescimo + item.acrescimosCancelados + std::max<Centavos>(item.rateio, 0);
+            }
         });
         return soma;
     }
@@ -140,9 +149,10 @@ struct DiaModelo {
     {
         Centavos soma = 0;
         ParaCadaItem(true, [&](const CupomModelo& cupom, const ItemModelo& item) {
-            if (item.imposto == imposto)
+            if (item.imposto == imposto) {
                 soma += item.acrescimosCancelados +
                         (item.cancelado || !cupom.valido ? item.Final() : 0);
+            }
         });
         return soma;
     }
@@ -155,33 +165,41 @@ struct DiaModelo {
     Centavos Meio(int posicao) const
     {
         Centavos soma = 0;
-        for (const CupomModelo& cupom : cupons)
-            if (cupom.valido)
-                for (const auto& pagamento : cupom.pagamentos)
+        for (const CupomModelo& cupom : cupons) {
+            if (cupom.valido) {
+                for (const auto& pagamento : cupom.pagamentos) {
                     soma += pagamento.first == posicao ? pagamento.second : 0;
+                }
+            }
+        }
         return soma;
     }
     Centavos Troco() const
     {
         Centavos soma = 0;
-        for (const CupomModelo& cupom : cupons)
+        for (const CupomModelo& cupom : cupons) {
             soma += cupom.valido && !cupom.caixa ? cupom.Troco() : 0;
+        }
         return soma;
     }
     Centavos Validos(bool fiscal) const
     {
         Centavos soma = 0;
-        for (const CupomModelo& cupom : cupons)
-            if (cupom.fiscal == fiscal && cupom.valido && !cupom.caixa)
+        for (const CupomModelo& cupom : cupons) {
+            if (cupom.fiscal == fiscal && cupom.valido && !cupom.caixa) {
                 soma += cupom.Total();
+            }
+        }
         return soma;
     }
     UINT32 Emitindo() const
     {
         UINT32 soma = 0;
-        for (const CupomModelo& cupom : cupons)
-            if (cupom.fiscal)
+        for (const CupomModelo& cupom : cupons) {
+            if (cupom.fiscal) {
                 soma += cupom.fim - cupom.abertura;
+            }
+        }
         return soma;
     }
 };
@@ -231,12 +249,14 @@ class RegistroDias : public RegistroTeste
                         lugar.codigo,    lugar.numero, {quantidade, casasQ},
                         {preco, casasV}, Chance(50)};
         const RtcAbsoluteTime em = Passa();
-        if (!Aceito("vende", registro.PodeVendeItem(venda, em)))
+        if (!Aceito("vende", registro.PodeVendeItem(venda, em))) {
             return;
+        }
         registro.VendeItem(venda, em);
         std::int64_t escala = 1; // of the product, in cents
-        for (int i = 2; i < casasQ + casasV; ++i)
+        for (int i = 2; i < casasQ + casasV; ++i) {
             escala *= 10;
+        }
         ItemModelo item;
         item.imposto = lugar.imposto;
         item.posicao = lugar.posicao;
@@ -249,8 +269,9 @@ class RegistroDias : public RegistroTeste
         const int totalizador = static_cast<int>(Entre(2, 5));
         const Financial valor = Financial::FromCents(Entre(0, 20000));
         const RtcAbsoluteTime em = Passa();
-        if (!Aceito("vende nf", registro.PodeVendeItemNF(totalizador, valor, em)))
+        if (!Aceito("vende nf", registro.PodeVendeItemNF(totalizador, valor, em))) {
             return;
+        }
         registro.VendeItemNF(totalizador, valor, em);
         ItemModelo item;
         item.posicao = totalizador - 1;
@@ -284,8 +305,9 @@ class RegistroDias : public RegistroTeste
         const auto [ajuste, valor] =
             SorteiaAjuste(existe ? Ultimo().itens[indiceItem].Liquido() : 100);
         const RtcAbsoluteTime em = Passa();
-        if (!Aceito("ajusta item", registro.PodeAjustaItem(ajuste, numero, em)))
+        if (!Aceito("ajusta item", registro.PodeAjustaItem(ajuste, numero, em))) {
             return;
+        }
         registro.AjustaItem(ajuste, numero, em);
         ItemModelo& item = Ultimo().itens.at(indiceItem);
         (ajuste.operacao == DESCONTO ? item.desconto : item.acrescimo) = valor;
@@ -297,8 +319,9 @@ class RegistroDias : public RegistroTeste
         const int numero =
             static_cast<int>(Entre(0, static_cast<std::int64_t>(Ultimo().itens.size()) + 1));
         const RtcAbsoluteTime em = Passa();
-        if (!Aceito("cancela ajuste item", registro.PodeCancelaAjusteItem(operacao, numero, em)))
+        if (!Aceito("cancela ajuste item", registro.PodeCancelaAjusteItem(operacao, numero, em))) {
             return;
+        }
         registro.CancelaAjusteItem(operacao, numero, em);
         ItemModelo& item = Ultimo().itens.at(static_cast<std::size_t>(numero) - 1);
         if (operacao == DESCONTO) {
@@ -314,8 +337,9 @@ class RegistroDias : public RegistroTeste
         const int numero =
             static_cast<int>(Entre(0, static_cast<std::int64_t>(Ultimo().itens.size()) + 1));
         const RtcAbsoluteTime em = Passa();
-        if (!Aceito("cancela item", registro.PodeCancelaItem(numero, em)))
+        if (!Aceito("cancela item", registro.PodeCancelaItem(numero, em))) {
             return;
+        }
         registro.CancelaItem(numero, em);
         Ultimo().itens.at(static_cast<std::size_t>(numero) - 1).cancelado = true;
     }
@@ -324,23 +348,27 @@ class RegistroDias : public RegistroTeste
     {
         const auto [ajuste, valor] = SorteiaAjuste(Ultimo().Total());
         const RtcAbsoluteTime em = Passa();
-        if (!Aceito("ajusta subtotal", registro.PodeAjustaSubtotal(ajuste, em)))
+        if (!Aceito("ajusta subtotal", registro.PodeAjustaSubtotal(ajuste, em))) {
             return;
+        }
         registro.AjustaSubtotal(ajuste, em);
         std::vector<Centavos> liquidos;
-        for (const ItemModelo& item : Ultimo().itens)
+        for (const ItemModelo& item : Ultimo().itens) {
             liquidos.push_back(item.cancelado ? 0 : item.Liquido());
+        }
         const std::vector<Centavos> partes = Reparte(valor, liquidos);
-        for (std::size_t i = 0; i < partes.size(); ++i)
+        for (std::size_t i = 0; i < partes.size(); ++i) {
             Ultimo().itens[i].rateio = ajuste.operacao == DESCONTO ? -partes[i] : partes[i];
+        }
     }
 
     void SorteiaCancelaAjusteSubtotal()
     {
         const EOperacao operacao = Chance(50) ? DESCONTO : ACRESCIMO;
         const RtcAbsoluteTime em = Passa();
-        if (!Aceito("cancela ajuste subtotal", registro.PodeCancelaAjusteSubtotal(operacao, em)))
+        if (!Aceito("cancela ajuste subtotal", registro.PodeCancelaAjusteSubtotal(operacao, em))) {
             return;
+        }
         registro.CancelaAjusteSubtotal(operacao, em);
         for (ItemModelo& item : Ultimo().itens) {
             item.acrescimosCancelados += std::max<Centavos>(item.rateio, 0);
@@ -367,16 +395,18 @@ class RegistroDias : public RegistroTeste
             const Centavos valor = ultimo ? falta : Entre(0, falta + 500);
             const RtcAbsoluteTime em = Passa();
             const Financial pago = Financial::FromCents(valor);
-            if (!Aceito("paga", registro.PodeEfetuaPagamento(meio, pago, em)))
+            if (!Aceito("paga", registro.PodeEfetuaPagamento(meio, pago, em))) {
                 continue;
+            }
             registro.EfetuaPagamento(meio, pago, em);
             cupom.pagamentos.emplace_back(meio - 1, valor);
             if (Chance(5)) {
                 CancelaEmEmissao();
                 return;
             }
-            if (Chance(10))
+            if (Chance(10)) {
                 SorteiaEstorno();
+            }
         }
         const RtcAbsoluteTime em = Passa();
         EXPECT_EQ(EmCentavos(registro.Cupom_GetTotal()), cupom.Total());
@@ -397,8 +427,9 @@ class RegistroDias : public RegistroTeste
         const int destino = static_cast<int>(Entre(1, 3));
         const Financial valor = Financial::FromCents(Entre(1, 3000));
         const RtcAbsoluteTime em = Passa();
-        if (!Aceito("estorna", registro.PodeEstornaMeioPagamento(origem, destino, valor, em)))
+        if (!Aceito("estorna", registro.PodeEstornaMeioPagamento(origem, destino, valor, em))) {
             return;
+        }
         registro.EstornaMeioPagamento(origem, destino, valor, em);
         if (Ultimo().fim != 0) {
             ++coo;
@@ -415,10 +446,11 @@ class RegistroDias : public RegistroTeste
         const Recusa recusa =
             fiscal ? registro.PodeAbreCupom({}, em) : registro.PodeAbreCNF({}, em);
         ASSERT_TRUE(Aceito(fiscal ? "abre" : "abre nf", recusa)) << *recusa;
-        if (fiscal)
+        if (fiscal) {
             registro.AbreCupom({}, em);
-        else
+        } else {
             registro.AbreCNF({}, em);
+        }
         dia.cupons.emplace_back();
         ++coo;
         ++(fiscal ? ccf : gnf);
@@ -428,18 +460,19 @@ class RegistroDias : public RegistroTeste
         const int passos = static_cast<int>(Entre(1, 25));
         for (int i = 0; i < passos; ++i) {
             const std::int64_t qual = Entre(0, 99);
-            if (qual < 55)
+            if (qual < 55) {
                 fiscal ? SorteiaVenda() : SorteiaVendaNF();
-            else if (qual < 72)
+            } else if (qual < 72) {
                 SorteiaAjusteItem();
-            else if (qual < 79)
+            } else if (qual < 79) {
                 SorteiaCancelaAjusteItem();
-            else if (qual < 85)
+            } else if (qual < 85) {
                 SorteiaCancelaItem();
-            else if (qual < 92)
+            } else if (qual < 92) {
                 SorteiaAjusteSubtotal();
-            else
+            } else {
                 SorteiaCancelaAjusteSubtotal();
+            }
             ASSERT_EQ(EmCentavos(registro.Cupom_GetTotal()), Ultimo().Total());
         }
         if (Ultimo().Total() == 0 || Chance(10)) {
@@ -447,10 +480,12 @@ class RegistroDias : public RegistroTeste
             return;
         }
         PagaEFecha();
-        if (!Ultimo().valido)
+        if (!Ultimo().valido) {
             return;
-        if (Chance(10))
+        }
+        if (Chance(10)) {
             SorteiaEstorno();
+        }
         if (Chance(12)) {
             const RtcAbsoluteTime depois = Passa();
             ASSERT_TRUE(Aceito("cancela cupom", registro.PodeCancelaCupom(0, depois)));
@@ -507,11 +542,12 @@ class RegistroDias : public RegistroTeste
         EXPECT_EQ(EmCentavos(registro.Totalizador_GetSoma_TotTrib(F, 0)),
                   impostos[0] + impostos[1]);
         EXPECT_EQ(EmCentavos(registro.Totalizador_GetSoma_TotTrib(F, 1)), impostos[2]);
-        for (int posicao = 0; posicao < 39; ++posicao)
+        for (int posicao = 0; posicao < 39; ++posicao) {
             EXPECT_EQ(
                 EmCentavos(registro.Totalizador_GetTotalNF(BC_IND_NAO_FISCAL_ULTIMA_RZ, posicao)),
                 dia.Totalizador(false, 0, posicao))
                 << posicao;
+        }
         Centavos meios = 0;
         for (int posicao = 0; posicao < 20; ++posicao) {
             const Centavos meio = EmCentavos(registro.BaseFormasPagamento_GetFPTotal(posicao));
@@ -553,8 +589,9 @@ TEST_F(RegistroDias, EveryClosedDayAgreesWithTheReferenceAndWithItself)
         dia = DiaModelo();
         const Centavos gtAntes = EmCentavos(registro.Totalizador_GetGT());
         const int cupons = static_cast<int>(Entre(0, 12));
-        for (int i = 0; i < cupons && !HasFailure(); ++i)
+        for (int i = 0; i < cupons && !HasFailure(); ++i) {
             Chance(12) ? SorteiaCaixa() : SorteiaCupom();
+        }
         ReducaoZ();
         ConfereDia(gtAntes);
         EXPECT_EQ(Contador(COUNTER_CRZ), numero + 1);
@@ -566,12 +603,14 @@ TEST_F(RegistroDias, EveryClosedDayAgreesWithTheReferenceAndWithItself)
     for (const char* operacao :
          {"vende", "vende nf", "ajusta item", "cancela ajuste item", "cancela item",
           "ajusta subtotal", "cancela ajuste subtotal", "cancela em emissao", "paga", "fecha",
-          "fecha nf", "estorna", "cancela cupom", "caixa"})
+          "fecha nf", "estorna", "cancela cupom", "caixa"}) {
         EXPECT_GT(aceitos[operacao], 20) << operacao;
+    }
     for (const char* operacao :
          {"vende", "vende nf", "ajusta item", "cancela ajuste item", "cancela item",
-          "ajusta subtotal", "cancela ajuste subtotal", "paga", "estorna"})
+          "ajusta subtotal", "cancela ajuste subtotal", "paga", "estorna"}) {
         EXPECT_GT(recusados[operacao], 20) << operacao;
+    }
 }
 
 } // namespace

@@ -40,8 +40,9 @@ TEST_F(RegistroFachada, PositionsThatNameNothingAreEmpty)
     EXPECT_TRUE(registro.Cupom_GetItemValorTotal(0).IsZero());
     EXPECT_TRUE(registro.Cupom_GetItemValorDesc(-1).IsZero());
     EXPECT_TRUE(registro.Cupom_GetItemValorAcr(999).IsZero());
-    for (int base : {-1, 1, 3, 4})
+    for (int base : {-1, 1, 3, 4}) {
         EXPECT_TRUE(registro.Totalizador_GetTot(base, 0, 0).IsZero());
+    }
     EXPECT_TRUE(registro.Totalizador_GetTot(0, 2, 0).IsZero());
     EXPECT_TRUE(registro.Totalizador_GetTot(0, 0, 39).IsZero());
     EXPECT_EQ(registro.Totalizador_GetTotProgramado(1, 0, 0), 0);
@@ -73,8 +74,9 @@ TEST_F(RegistroFachada, SearchKeyNamesTheTaxpayerTheRegisterTheDateAndTheDocumen
 TEST_F(RegistroFachada, SignatureIsWrittenAsBase64)
 {
     char assinatura[32];
-    for (int i = 0; i < 32; ++i)
+    for (int i = 0; i < 32; ++i) {
         assinatura[i] = static_cast<char>(i + 224);
+    }
     char texto[64];
     std::memset(texto, '#', sizeof texto);
     EXPECT_EQ(registro.AssinaturaDigital_GetBase64(texto, assinatura), 44);

@@ -11,8 +11,9 @@ class RegistroItem : public RegistroTeste
   protected:
     std::string Total(const char* quantidade, const char* preco, bool arredonda)
     {
-        if (registro.PodeAbreCupom({}, RtcAbsoluteTime(agora)) == std::nullopt)
+        if (registro.PodeAbreCupom({}, RtcAbsoluteTime(agora)) == std::nullopt) {
             AbreCupom();
+        }
         Vende(Venda(preco, quantidade, "T", 1, arredonda));
         return Texto(registro.Cupom_GetItemValorTotal(registro.Cupom_GetQuantidadeDeItens() - 1));
     }
@@ -149,8 +150,9 @@ TEST_F(RegistroItem, WithoutCodeOrDescriptionIsRefused)
 TEST_F(RegistroItem, TheThousandthIsRefused)
 {
     AbreCupom();
-    for (int i = 0; i < 999; ++i)
+    for (int i = 0; i < 999; ++i) {
         Vende("0.01");
+    }
     EXPECT_EQ(registro.Cupom_GetQuantidadeDeItens(), 999);
     EXPECT_EQ(Motivo(registro.PodeVendeItem(Venda("0.01"), Agora())),
               "the receipt is full: it has 999 items");

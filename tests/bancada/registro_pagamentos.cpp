@@ -75,8 +75,9 @@ TEST_F(RegistroPagamentos, TheThirtyFirstIsRefused)
 {
     AbreCupom();
     Vende("10.00");
-    for (int i = 0; i < 30; ++i)
+    for (int i = 0; i < 30; ++i) {
         Paga(DINHEIRO, "0.01");
+    }
     EXPECT_EQ(Motivo(registro.PodeEfetuaPagamento(DINHEIRO, Dinheiro("9.70"), Agora())),
               "the receipt already has 30 payments");
 }

@@ -34,8 +34,9 @@ TEST_F(RegistroProgramacao, RatesOutsideTheTableAreRefused)
               "a rate goes from 0.00 to 99.99 %");
     EXPECT_EQ(Motivo(registro.PodeProgramaAliquota("S", 1, -1)),
               "a rate goes from 0.00 to 99.99 %");
-    for (int i = 0; i < 29; ++i)
+    for (int i = 0; i < 29; ++i) {
         registro.ProgramaAliquota("S", 0, 100 + i);
+    }
     EXPECT_EQ(Motivo(registro.PodeProgramaAliquota("S", 0, 100)),
               "all 30 rates of S are programmed");
 }
@@ -94,10 +95,11 @@ TEST_F(RegistroProgramacao, EverySpecialTotalizerHasAPlaceOfItsOwn)
     };
     for (const auto& caso : casos) {
         std::string codigo = caso.codigo;
-        for (int numero = 1; numero <= 3; ++numero)
+        for (int numero = 1; numero <= 3; ++numero) {
             EXPECT_EQ(registro.ResolveTotIndex(caso.imposto, codigo.data(), numero),
                       caso.primeira + numero - 1)
                 << codigo << numero;
+        }
         EXPECT_EQ(registro.ResolveTotIndex(caso.imposto, codigo.data(), 0), -1);
         EXPECT_EQ(registro.ResolveTotIndex(caso.imposto, codigo.data(), 4), -1);
     }
@@ -208,18 +210,20 @@ TEST(RegistroDigitos, EverySingleWrongDigitIsNoticed)
 {
     const std::string cpf = "52998224725";
     const std::string cnpj = "11222333000181";
-    for (std::size_t i = 0; i < cpf.size(); ++i)
+    for (std::size_t i = 0; i < cpf.size(); ++i) {
         for (char c = '0'; c <= '9'; ++c) {
             std::string outro = cpf;
             outro[i] = c;
             EXPECT_EQ(CPFCorreto(outro), outro == cpf) << outro;
         }
-    for (std::size_t i = 0; i < cnpj.size(); ++i)
+    }
+    for (std::size_t i = 0; i < cnpj.size(); ++i) {
         for (char c = '0'; c <= '9'; ++c) {
             std::string outro = cnpj;
             outro[i] = c;
             EXPECT_EQ(CNPJCorreto(outro), outro == cnpj) << outro;
         }
+    }
 }
 
 TEST(RegistroDigitos, OtherTextsAreWrong)

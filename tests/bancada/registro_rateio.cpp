@@ -17,11 +17,13 @@ namespace
 std::vector<std::string> Partes(const char* ajuste, const std::vector<const char*>& liquidos)
 {
     std::vector<Financial> valores;
-    for (const char* liquido : liquidos)
+    for (const char* liquido : liquidos) {
         valores.push_back(Dinheiro(liquido));
+    }
     std::vector<std::string> textos;
-    for (const Financial& parte : RateiaAjuste(Dinheiro(ajuste), valores))
+    for (const Financial& parte : RateiaAjuste(Dinheiro(ajuste), valores)) {
         textos.push_back(Texto(parte));
+    }
     return textos;
 }
 
@@ -89,12 +91,14 @@ TEST(RegistroRateio, PropertiesOverRandomReceipts)
             centavos.push_back(entre(0, 9) == 0 ? 0 : entre(1, maior));
             soma += centavos.back();
         }
-        if (soma == 0)
+        if (soma == 0) {
             continue;
+        }
         const std::int64_t ajuste = entre(1, soma);
         std::vector<Financial> liquidos;
-        for (const std::int64_t valor : centavos)
+        for (const std::int64_t valor : centavos) {
             liquidos.push_back(Financial::FromCents(valor));
+        }
 
         const std::vector<Financial> partes = RateiaAjuste(Financial::FromCents(ajuste), liquidos);
 
@@ -180,8 +184,9 @@ TEST_F(RegistroRateioDoCupom, WithoutAnyReceiptAnswersZero)
 TEST_F(RegistroRateioDoCupom, HoldsAFullReceipt)
 {
     AbreCupom();
-    for (int i = 0; i < 999; ++i)
+    for (int i = 0; i < 999; ++i) {
         Vende("1.00");
+    }
     AjustaSubtotal(PorValor(DESCONTO, "10.00"));
     ASSERT_EQ(registro.Cupom_GetRateioPorItem(copia.get()), 1);
     ASSERT_EQ(copia->GetQuantidadeDeItens(), 999);

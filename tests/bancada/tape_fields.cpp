@@ -223,8 +223,9 @@ TEST(FieldTable, RequiredFieldsHaveNoDefault)
     Sample sample;
     FieldTable table;
     sample.Campos(table, Presence::REQUIRED);
-    for (const FieldDescription& field : table.Fields())
+    for (const FieldDescription& field : table.Fields()) {
         EXPECT_EQ(field.byDefault, "") << field.name;
+    }
     EXPECT_NE(MarkdownTable(table.Fields()).find("| `flag` | true or false | required | a flag |"),
               std::string::npos);
 }

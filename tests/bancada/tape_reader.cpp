@@ -25,8 +25,9 @@ class TapeReaderTest : public testing::Test
         TapeReader reader(path);
         TapeCommand command;
         try {
-            while (reader.Next(command))
+            while (reader.Next(command)) {
                 read.push_back(command.name + "@" + std::to_string(command.place.line));
+            }
         } catch (const TapeError& error) {
             read.push_back(std::string(error.what()).substr(path.size()));
         }
@@ -131,8 +132,9 @@ TEST_F(TapeReaderTest, CountsWhatItHasRead)
     EXPECT_EQ(reader.Size(), 24);
     EXPECT_EQ(reader.BytesRead(), 0);
     TapeCommand command;
-    while (reader.Next(command))
+    while (reader.Next(command)) {
         continue;
+    }
     EXPECT_EQ(reader.BytesRead(), 24);
 }
 

@@ -76,8 +76,9 @@ TEST(TapeInstant, AnyOtherFormIsNone)
 {
     for (const char* text : {"", "2026-03-02", "2026-03-02T08:00:00", "2026-03-02 08:00",
                              "2026-03-02 08:00:00 ", " 2026-03-02 08:00:00", "2026-3-2 08:00:00",
-                             "2026/03/02 08:00:00", "2026-03-02 08:00:0x", "+026-03-02 08:00:00"})
+                             "2026/03/02 08:00:00", "2026-03-02 08:00:0x", "+026-03-02 08:00:00"}) {
         EXPECT_FALSE(IsInstant(text)) << text;
+    }
 }
 
 bool ReadsAs(const char* text, std::int64_t unscaled, int casas)

@@ -38,8 +38,9 @@ void* Reallocate(void* memory, int size)
 // The engine takes an allocator only before its first use. Its allocations from a connection's own
 // reserve (lookaside) never fail, so the reserve is left out.
 const bool installed = [] {
-    if (sqlite3_config(SQLITE_CONFIG_GETMALLOC, &real) != SQLITE_OK)
+    if (sqlite3_config(SQLITE_CONFIG_GETMALLOC, &real) != SQLITE_OK) {
         return false;
+    }
     static sqlite3_mem_methods methods = real;
     methods.xMalloc = Allocate;
     methods.xRealloc = Reallocate;

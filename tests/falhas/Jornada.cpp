@@ -79,10 +79,11 @@ std::vector<bancada::TapeCommand> ParseTape(const std::vector<std::string>& line
     for (const std::string& line : lines) {
         bancada::TapeCommand command;
         for (const bancada::TapeField& field : bancada::ParseLine(line, "fita", 1).fields) {
-            if (field.name == "cmd")
+            if (field.name == "cmd") {
                 command.name = field.value.text;
-            else
+            } else {
                 command.fields.push_back(field);
+            }
         }
         tape.push_back(command);
     }
@@ -121,8 +122,9 @@ bool Bancada::Roda(const bancada::TapeCommand& linha)
 bool Bancada::Roda(const bancada::TapeCommand& linha, bancada::LogDatabase& outro)
 {
     const bancada::ItemCatalogo* item = bancada::ProcuraComando(linha.name);
-    if (item == nullptr)
+    if (item == nullptr) {
         throw std::invalid_argument("no command " + linha.name);
+    }
     const auto comando = item->cria(registro);
     bancada::TapeFields campos(linha);
     comando->Campos(campos);
@@ -141,8 +143,9 @@ std::string Bancada::Retrato() const
 {
     const bancada::Memoria& memoria = registro.GetMemoria();
     std::ostringstream retrato;
-    for (const int contador : memoria.contadores)
+    for (const int contador : memoria.contadores) {
         retrato << contador << ' ';
+    }
     char texto[40];
     retrato << memoria.gt.ToString(texto, sizeof texto, FIN_STR_3, 2, 0) << ' ' << memoria.cupom.coo
             << ' ' << memoria.jornada.data.s;
@@ -153,9 +156,11 @@ std::string Dump(sqlite3* db)
 {
     static const std::vector<std::string> tables = [] {
         std::vector<std::string> names;
-        for (const auto& column : bancada::LogSchemaColumns())
-            if (names.empty() || names.back() != column.first)
+        for (const auto& column : bancada::LogSchemaColumns()) {
+            if (names.empty() || names.back() != column.first) {
                 names.push_back(column.first);
+            }
+        }
         return names;
     }();
     std::string dump;
@@ -170,15 +175,17 @@ std::string Dump(sqlite3* db)
                 const auto* text = static_cast<const char*>(sqlite3_column_blob(rows, i));
                 const auto length = static_cast<std::size_t>(sqlite3_column_bytes(rows, i));
                 dump += '|';
-                if (sqlite3_column_type(rows, i) == SQLITE_NULL)
+                if (sqlite3_column_type(rows, i) == SQLITE_NULL) {
                     dump += "NULL";
-                else if (length > 0)
+                } else if (length > 0) {
                     dump.append(text, length);
+                }
             }
             dump += '\n';
         }
-        if (result != SQLITE_DONE)
+        if (result != SQLITE_DONE) {
             dump += table + ": " + sqlite3_errmsg(db) + '\n';
+        }
         sqlite3_finalize(rows);
     }
     return dump;
@@ -190,8 +197,9 @@ const Esperado& SemFalhas(std::size_t quantos, const std::vector<bool>& perdidos
     std::vector<bool> lost(perdidos.begin(),
                            perdidos.begin() + static_cast<std::ptrdiff_t>(quantos));
     const auto found = known.find({quantos, lost});
-    if (found != known.end())
+    if (found != known.end()) {
         return found->second;
+    }
 
     const ScratchFile log;
     const SimulatedDisk disk;
@@ -199,8 +207,9 @@ const Esperado& SemFalhas(std::size_t quantos, const std::vector<bool>& perdidos
     Bancada bancada(disk, log.Path());
     bancada::FirmwareLog trashLog;
     bancada::LogDatabase trashBanco(BANCO, trashLog, DatabaseOptions(trash, false));
-    for (std::size_t i = 0; i < quantos; ++i)
+    for (std::size_t i = 0; i < quantos; ++i) {
         EXPECT_TRUE(bancada.Roda(Fita()[i], lost[i] ? trashBanco : bancada.banco));
+    }
     return known[{quantos, lost}] = {Dump(bancada.Handle()), bancada.Retrato()};
 }
 
@@ -238,8 +247,9 @@ ScratchFile::ScratchFile()
 {
     std::string pattern = (std::filesystem::temp_directory_path() / "falhas.XXXXXX").string();
     const int file = mkstemp(pattern.data());
-    if (file < 0)
+    if (file < 0) {
         throw std::runtime_error("no scratch file");
+    }
     close(file);
     m_path = pattern;
 }
@@ -282,8 +292,9 @@ int RodaComFalhas(SimulatedDisk& disk, const std::function<void()>& disarm,
         }
         retrato = bancada.Retrato();
         int told = 0;
-        for (const bool one : lost)
+        for (const bool one : lost) {
             told += one ? 1 : 0;
+        }
         EXPECT_EQ(bancada.banco.Counts().commandsLost, told);
         EXPECT_EQ(bancada.banco.Counts().statementsRejected,
                   static_cast<std::int64_t>(RefusedStatements().size()));
@@ -305,8 +316,9 @@ int RodaComFalhas(SimulatedDisk& disk, const std::function<void()>& disarm,
         EXPECT_EQ(retrato, unharmed.retrato);
         std::vector<std::string> reported;
         for (const bancada::RejectedStatement& one :
-             bancada::ReadRejectedStatements(logFile.Path()))
+             bancada::ReadRejectedStatements(logFile.Path())) {
             reported.push_back(one.statement);
+        }
         EXPECT_EQ(reported, RefusedStatements());
     }
     const Leitura leitura(disk);
@@ -314,8 +326,9 @@ int RodaComFalhas(SimulatedDisk& disk, const std::function<void()>& disarm,
     EXPECT_EQ(leitura.Integrity(), "ok");
 
     int count = 0;
-    for (const bool one : lost)
+    for (const bool one : lost) {
         count += opened && one ? 1 : 0;
+    }
     return count;
 }
 

@@ -26,8 +26,9 @@ int __wrap_sqlite3_exec(sqlite3* db, const char* sql, int (*row)(void*, int, cha
 {
     const int result = __real_sqlite3_exec(db, sql, row, argument, error);
     if (result != SQLITE_OK &&
-        (std::strncmp(sql, "INSERT", 6) == 0 || std::strncmp(sql, "UPDATE", 6) == 0))
+        (std::strncmp(sql, "INSERT", 6) == 0 || std::strncmp(sql, "UPDATE", 6) == 0)) {
         falhas::RefusedStatements().emplace_back(sql);
+    }
     return result;
 }
 }

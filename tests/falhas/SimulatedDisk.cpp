@@ -136,15 +136,17 @@ int OpenVfs(sqlite3_vfs* vfs, const char* name, sqlite3_file* file, int flags, i
     const bool existed = name != nullptr && DiskOf(vfs).Has(name);
     std::shared_ptr<SimulatedDisk::File> found;
     const int result = DiskOf(vfs).Open(name, flags, found);
-    if (result != SQLITE_OK)
+    if (result != SQLITE_OK) {
         return result;
+    }
     opened.disk = &DiskOf(vfs);
     opened.file = new std::shared_ptr<SimulatedDisk::File>(found);
     opened.syncsNames =
         name != nullptr && !existed && (flags & (SQLITE_OPEN_WAL | SQLITE_OPEN_MAIN_JOURNAL)) != 0;
     opened.base.pMethods = &METHODS;
-    if (outFlags != nullptr)
+    if (outFlags != nullptr) {
         *outFlags = flags;
+    }
     return SQLITE_OK;
 }
 
@@ -161,8 +163,9 @@ int AccessVfs(sqlite3_vfs* vfs, const char* name, int, int* answer)
 
 int FullPathnameVfs(sqlite3_vfs*, const char* name, int size, char* path)
 {
-    if (static_cast<int>(std::strlen(name)) >= size)
+    if (static_cast<int>(std::strlen(name)) >= size) {
         return SQLITE_CANTOPEN;
+    }
     std::strcpy(path, name);
     return SQLITE_OK;
 }
@@ -170,8 +173,9 @@ int FullPathnameVfs(sqlite3_vfs*, const char* name, int size, char* path)
 int RandomnessVfs(sqlite3_vfs*, int length, char* bytes)
 {
     std::mt19937 random(1);
-    for (int i = 0; i < length; ++i)
+    for (int i = 0; i < length; ++i) {
         bytes[i] = static_cast<char>(random() & 0x7F);
+    }
     return length;
 }
 
@@ -196,27 +200,31 @@ void Apply(const SimulatedDisk::Call& call, Bytes& content)
 {
     const std::size_t at = static_cast<std::size_t>(call.at);
     if (call.truncates) {
-        if (content.size() > at)
+        if (content.size() > at) {
             content.resize(at);
+        }
         return;
     }
-    if (content.size() < at + call.bytes.size())
+    if (content.size() < at + call.bytes.size()) {
         content.resize(at + call.bytes.size());
+    }
     std::copy(call.bytes.begin(), call.bytes.end(),
               content.begin() + static_cast<std::ptrdiff_t>(at));
 }
 
 void Scramble(unsigned char* bytes, std::size_t length, std::mt19937& random)
 {
-    for (std::size_t i = 0; i < length; ++i)
+    for (std::size_t i = 0; i < length; ++i) {
         bytes[i] = static_cast<unsigned char>(random());
+    }
 }
 
 // A call as the power cut left it. A truncation is done or not, never in part.
 SimulatedDisk::Call Torn(SimulatedDisk::Call call, std::size_t from, std::size_t to)
 {
-    if (call.truncates)
+    if (call.truncates) {
         return call;
+    }
     to = std::min(to, call.bytes.size());
     from = std::min(from, to);
     call.at += static_cast<std::int64_t>(from);
@@ -237,8 +245,9 @@ std::size_t UpToSector(const SimulatedDisk::Call& call)
 void ApplySectors(const SimulatedDisk::Call& call, Bytes& content, std::mt19937& random)
 {
     if (call.truncates) {
-        if (random() % 2 == 0)
+        if (random() % 2 == 0) {
             Apply(call, content);
+        }
         return;
     }
     for (std::size_t from = 0; from < call.bytes.size();) {
@@ -247,10 +256,12 @@ void ApplySectors(const SimulatedDisk::Call& call, Bytes& content, std::mt19937&
             std::min(call.bytes.size(), from + static_cast<std::size_t>(SECTOR - at % SECTOR));
         SimulatedDisk::Call sector = Torn(call, from, to);
         const auto fate = random() % 3;
-        if (fate == 0)
+        if (fate == 0) {
             Scramble(sector.bytes.data(), sector.bytes.size(), random);
-        if (fate != 1)
+        }
+        if (fate != 1) {
             Apply(sector, content);
+        }
         from = to;
     }
 }
@@ -259,8 +270,9 @@ void ApplySectors(const SimulatedDisk::Call& call, Bytes& content, std::mt19937&
 void SpoilSectors(const SimulatedDisk::Call& call, Bytes& content, std::mt19937& random)
 {
     Apply(call, content);
-    if (call.truncates || call.bytes.empty())
+    if (call.truncates || call.bytes.empty()) {
         return;
+    }
     const auto at = static_cast<std::size_t>(call.at);
     const std::size_t from = at - at % TOLD_SECTOR;
     const std::size_t end = at + call.bytes.size() + TOLD_SECTOR - 1;
@@ -288,28 +300,34 @@ Bytes Damaged(const SimulatedDisk::File& file, Damage damage, bool isLog, std::m
             Apply(call, content);
             break;
         case Damage::FIRST_KEPT:
-            if (i == 0)
+            if (i == 0) {
                 Apply(call, content);
+            }
             break;
         case Damage::LAST_KEPT:
-            if (last)
+            if (last) {
                 Apply(call, content);
+            }
             break;
         case Damage::ODD_KEPT:
-            if (i % 2 == 0)
+            if (i % 2 == 0) {
                 Apply(call, content);
+            }
             break;
         case Damage::EVEN_KEPT:
-            if (i % 2 == 1)
+            if (i % 2 == 1) {
                 Apply(call, content);
+            }
             break;
         case Damage::EARLIER_HALF_KEPT:
-            if (i < calls.size() / 2)
+            if (i < calls.size() / 2) {
                 Apply(call, content);
+            }
             break;
         case Damage::LATER_HALF_KEPT:
-            if (i >= calls.size() / 2)
+            if (i >= calls.size() / 2) {
                 Apply(call, content);
+            }
             break;
         case Damage::TORN_IN_SECTOR:
             Apply(Torn(call, 0, UpToSector(call) + 100), content);
@@ -328,22 +346,26 @@ Bytes Damaged(const SimulatedDisk::File& file, Damage damage, bool isLog, std::m
             Apply(changed, content);
             break;
         case Damage::LAST_GARBAGE:
-            if (last && !call.truncates)
+            if (last && !call.truncates) {
                 Scramble(changed.bytes.data(), changed.bytes.size(), random);
+            }
             Apply(changed, content);
             break;
         case Damage::GROWN_ONLY:
-            if (!call.truncates)
+            if (!call.truncates) {
                 content.resize(std::max(content.size(),
                                         static_cast<std::size_t>(call.at) + call.bytes.size()));
+            }
             break;
         case Damage::LOG_LOST:
-            if (!isLog)
+            if (!isLog) {
                 Apply(call, content);
+            }
             break;
         case Damage::LOG_KEPT:
-            if (isLog)
+            if (isLog) {
                 Apply(call, content);
+            }
             break;
         case Damage::RANDOM_SECTORS:
             ApplySectors(call, content, random);
@@ -362,8 +384,9 @@ std::vector<Damage> Damages(bool powersafeOverwrite)
 {
     std::vector<Damage> all;
     const auto last = static_cast<int>(Damage::WHOLE_SECTOR_GARBAGE);
-    for (int i = 0; i < last + (powersafeOverwrite ? 0 : 1); ++i)
+    for (int i = 0; i < last + (powersafeOverwrite ? 0 : 1); ++i) {
         all.push_back(static_cast<Damage>(i));
+    }
     return all;
 }
 
@@ -419,10 +442,12 @@ void SimulatedDisk::CutPowerAt(int at)
 
 int SimulatedDisk::Fails(Io kind, int otherwise)
 {
-    if (m_dark)
+    if (m_dark) {
         return otherwise;
-    if (kind != m_fault.kind)
+    }
+    if (kind != m_fault.kind) {
         return SQLITE_OK;
+    }
     if (m_callsToFault > 0 && --m_callsToFault == 0) {
         m_failed = true;
         m_failing = m_fault.forever;
@@ -433,15 +458,17 @@ int SimulatedDisk::Fails(Io kind, int otherwise)
 
 bool SimulatedDisk::GoesDark()
 {
-    if (m_callsToCut > 0 && --m_callsToCut == 0)
+    if (m_callsToCut > 0 && --m_callsToCut == 0) {
         m_dark = true;
+    }
     return m_dark;
 }
 
 int SimulatedDisk::Open(const char* name, int flags, std::shared_ptr<File>& file)
 {
-    if (const int failure = Fails(Io::OPEN, SQLITE_CANTOPEN))
+    if (const int failure = Fails(Io::OPEN, SQLITE_CANTOPEN)) {
         return failure;
+    }
     if (name == nullptr) {
         file = std::make_shared<File>();
         return SQLITE_OK;
@@ -451,29 +478,36 @@ int SimulatedDisk::Open(const char* name, int flags, std::shared_ptr<File>& file
         file = found->second;
         return SQLITE_OK;
     }
-    if ((flags & SQLITE_OPEN_CREATE) == 0)
+    if ((flags & SQLITE_OPEN_CREATE) == 0) {
         return SQLITE_CANTOPEN;
-    if (GoesDark())
+    }
+    if (GoesDark()) {
         return SQLITE_CANTOPEN;
+    }
     file = m_files[name] = std::make_shared<File>();
     return SQLITE_OK;
 }
 
 int SimulatedDisk::Delete(const char* name, bool syncs)
 {
-    if (const int failure = Fails(Io::DELETE, SQLITE_IOERR_DELETE))
+    if (const int failure = Fails(Io::DELETE, SQLITE_IOERR_DELETE)) {
         return failure;
+    }
     const auto found = m_files.find(name);
-    if (found == m_files.end())
+    if (found == m_files.end()) {
         return SQLITE_IOERR_DELETE_NOENT;
+    }
     const bool dark = GoesDark();
-    if (found->second->entryDurable)
+    if (found->second->entryDurable) {
         m_unsyncedDeletes[name] = found->second;
+    }
     m_files.erase(found);
-    if (dark)
+    if (dark) {
         return SQLITE_IOERR_DELETE;
-    if (syncs)
+    }
+    if (syncs) {
         SyncNames();
+    }
     return SQLITE_OK;
 }
 
@@ -482,13 +516,16 @@ int SimulatedDisk::Write(File& file, const void* bytes, int length, std::int64_t
     const auto* from = static_cast<const unsigned char*>(bytes);
     Call call = {false, at, Bytes(from, from + length)};
     int result = Fails(Io::WRITE, SQLITE_IOERR_WRITE);
-    if (m_dark)
+    if (m_dark) {
         return result;
-    if (result == SQLITE_OK && m_capacity > 0 && at + length > m_capacity)
+    }
+    if (result == SQLITE_OK && m_capacity > 0 && at + length > m_capacity) {
         result = SQLITE_FULL;
+    }
     if (result != SQLITE_OK) {
-        if (!m_fault.halfDone)
+        if (!m_fault.halfDone) {
             return result;
+        }
         call = Torn(call, 0, call.bytes.size() / 2);
     }
     const bool dark = GoesDark();
@@ -499,21 +536,24 @@ int SimulatedDisk::Write(File& file, const void* bytes, int length, std::int64_t
 
 int SimulatedDisk::Read(File& file, void* bytes, int length, std::int64_t at)
 {
-    if (const int failure = Fails(Io::READ, SQLITE_IOERR_READ))
+    if (const int failure = Fails(Io::READ, SQLITE_IOERR_READ)) {
         return failure;
+    }
     const std::int64_t size = static_cast<std::int64_t>(file.now.size());
     const auto there = static_cast<std::size_t>(
         std::max<std::int64_t>(0, std::min<std::int64_t>(length, size - at)));
-    if (there > 0)
+    if (there > 0) {
         std::memcpy(bytes, file.now.data() + at, there);
+    }
     std::memset(static_cast<char*>(bytes) + there, 0, static_cast<std::size_t>(length) - there);
     return there == static_cast<std::size_t>(length) ? SQLITE_OK : SQLITE_IOERR_SHORT_READ;
 }
 
 int SimulatedDisk::Truncate(File& file, std::int64_t length)
 {
-    if (const int failure = Fails(Io::TRUNCATE, SQLITE_IOERR_TRUNCATE))
+    if (const int failure = Fails(Io::TRUNCATE, SQLITE_IOERR_TRUNCATE)) {
         return failure;
+    }
     const bool dark = GoesDark();
     Call call = {true, length, {}};
     Apply(call, file.now);
@@ -523,45 +563,55 @@ int SimulatedDisk::Truncate(File& file, std::int64_t length)
 
 int SimulatedDisk::Sync(File& file, bool syncsNames)
 {
-    if (const int failure = Fails(Io::SYNC, SQLITE_IOERR_FSYNC))
+    if (const int failure = Fails(Io::SYNC, SQLITE_IOERR_FSYNC)) {
         return failure;
-    if (GoesDark())
+    }
+    if (GoesDark()) {
         return SQLITE_IOERR_FSYNC;
-    if (m_lies)
+    }
+    if (m_lies) {
         return SQLITE_OK;
-    for (const Call& call : file.unsynced)
+    }
+    for (const Call& call : file.unsynced) {
         Apply(call, file.durable);
+    }
     file.unsynced.clear();
-    if (syncsNames)
+    if (syncsNames) {
         SyncNames();
+    }
     return SQLITE_OK;
 }
 
 int SimulatedDisk::Share(File& file, int region, int size, bool extend, void volatile** memory)
 {
     *memory = nullptr;
-    if (const int failure = Fails(Io::SHARE, SQLITE_IOERR_SHMMAP))
+    if (const int failure = Fails(Io::SHARE, SQLITE_IOERR_SHMMAP)) {
         return failure;
+    }
     const auto count = static_cast<std::size_t>(region) + 1;
-    while (extend && file.shared.size() < count)
+    while (extend && file.shared.size() < count) {
         file.shared.push_back(std::make_unique<Bytes>(static_cast<std::size_t>(size)));
-    if (file.shared.size() >= count)
+    }
+    if (file.shared.size() >= count) {
         *memory = file.shared[count - 1]->data();
+    }
     return SQLITE_OK;
 }
 
 void SimulatedDisk::SyncNames()
 {
-    for (const auto& entry : m_files)
+    for (const auto& entry : m_files) {
         entry.second->entryDurable = true;
+    }
     m_unsyncedDeletes.clear();
 }
 
 Image SimulatedDisk::Files() const
 {
     Image image;
-    for (const auto& [name, file] : m_files)
+    for (const auto& [name, file] : m_files) {
         image[name] = file->now;
+    }
     return image;
 }
 
@@ -574,12 +624,16 @@ Image SimulatedDisk::AfterCut(Damage damage, std::uint32_t seed) const
                (damage == Damage::RANDOM_SECTORS && random() % 2 == 0);
     };
     Image image;
-    for (const auto& [name, file] : m_unsyncedDeletes)
-        if (m_files.count(name) == 0 && namesLost())
+    for (const auto& [name, file] : m_unsyncedDeletes) {
+        if (m_files.count(name) == 0 && namesLost()) {
             image[name] = Damaged(*file, damage, IsLog(name), random);
-    for (const auto& [name, file] : m_files)
-        if (file->entryDurable || !namesLost())
+        }
+    }
+    for (const auto& [name, file] : m_files) {
+        if (file->entryDurable || !namesLost()) {
             image[name] = Damaged(*file, damage, IsLog(name), random);
+        }
+    }
     return image;
 }
 

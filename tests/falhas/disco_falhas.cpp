@@ -39,11 +39,13 @@ TEST_P(DiskFaults, EveryCallFailsOnceAndForEver)
                 disk, [&] { disk.Heal(); },
                 std::string(kind.name) + (forever ? " for ever from " : " once at ") +
                     std::to_string(at));
-            if (!disk.HasFailed())
+            if (!disk.HasFailed()) {
                 break;
+            }
             ++runs;
-            if (HasFailure())
+            if (HasFailure()) {
                 return;
+            }
         }
     }
     EXPECT_GT(runs, 0);

@@ -48,11 +48,13 @@ TEST_P(MemoryFaults, EveryAllocationFails)
         lost += RodaComFalhas(disk, HealAllocations,
                               std::string("allocation ") + std::to_string(at) +
                                   (forever ? " and all after it" : ""));
-        if (!AllocationHasFailed())
+        if (!AllocationHasFailed()) {
             break;
+        }
         ++runs;
-        if (HasFailure())
+        if (HasFailure()) {
             return;
+        }
     }
     EXPECT_GT(runs, 0);
     std::cout << "allocations failing " << (forever ? "for ever" : "once") << ": " << runs

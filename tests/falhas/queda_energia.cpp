@@ -47,13 +47,15 @@ bool IsAllowed(const std::string& dump, const Cut& cut)
 {
     std::vector<bool> lost = cut.acknowledged;
     lost.flip();
-    if (dump == SemFalhas(lost.size(), lost).linhas)
+    if (dump == SemFalhas(lost.size(), lost).linhas) {
         return true;
-    for (std::size_t i = 0; i < lost.size(); ++i)
+    }
+    for (std::size_t i = 0; i < lost.size(); ++i) {
         if (lost[i]) {
             lost[i] = false;
             return dump == SemFalhas(lost.size(), lost).linhas;
         }
+    }
     return false;
 }
 
@@ -90,20 +92,23 @@ TEST_P(PowerCut, KeepsWhatWasAcknowledgedAndNothingInPart)
         SimulatedDisk disk({}, powersafe);
         disk.CutPowerAt(at);
         const Cut cut = RunUntilDark(disk);
-        if (!cut.went)
+        if (!cut.went) {
             break;
+        }
         ++cuts;
         std::set<Image> seen; // patterns may come to the same
         for (const Damage damage : Damages(powersafe)) {
             SCOPED_TRACE("cut at call " + std::to_string(at) + ", after " + cut.command +
                          ", damage " + std::to_string(static_cast<int>(damage)));
             const Image image = disk.AfterCut(damage, static_cast<std::uint32_t>(at));
-            if (!seen.insert(image).second)
+            if (!seen.insert(image).second) {
                 continue;
+            }
             CheckAfter(image, powersafe, cut);
             ++images;
-            if (HasFailure())
+            if (HasFailure()) {
                 return;
+            }
         }
     }
     EXPECT_GT(cuts, 0);
@@ -126,8 +131,9 @@ TEST(LyingDisk, LosesWhatWasAcknowledgedAndThatIsSeen)
         disk.LieAboutSyncs();
         disk.CutPowerAt(at);
         const Cut cut = RunUntilDark(disk);
-        if (!cut.went)
+        if (!cut.went) {
             break;
+        }
         const SimulatedDisk after(disk.AfterCut(Damage::TORN_AT_SECTOR, 1));
         const Leitura leitura(after);
         missing += leitura.Integrity() != "ok" || !IsAllowed(Dump(leitura.Handle()), cut) ? 1 : 0;

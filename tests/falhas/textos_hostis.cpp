@@ -55,8 +55,9 @@ class TextWriter final : public bancada::FieldVisitor
     void Text(const char* name, std::string& out, std::size_t maxBytes, bancada::Presence,
               const char*, const char*) override
     {
-        if (m_text != nullptr && m_names.size() == m_which)
+        if (m_text != nullptr && m_names.size() == m_which) {
             out = std::string(m_text->substr(0, maxBytes).c_str());
+        }
         m_names.emplace_back(name);
     }
     void Integer(const char*, int&, int, int, bancada::Presence, const char*, const char*) override
@@ -93,8 +94,9 @@ Moment After(const std::vector<std::string>& lines)
     Moment moment;
     {
         Bancada bancada(disk, log.Path());
-        for (const bancada::TapeCommand& line : ParseTape(lines))
+        for (const bancada::TapeCommand& line : ParseTape(lines)) {
             EXPECT_TRUE(bancada.Roda(line));
+        }
         moment.memoria = bancada.registro.GetMemoria();
     }
     moment.image = disk.Files();
@@ -153,8 +155,9 @@ Rows Parse(const std::string& dump)
 {
     static const std::set<std::string> tables = [] {
         std::set<std::string> names;
-        for (const auto& column : bancada::LogSchemaColumns())
+        for (const auto& column : bancada::LogSchemaColumns()) {
             names.insert(column.first);
+        }
         return names;
     }();
     Rows rows;
@@ -164,8 +167,9 @@ Rows Parse(const std::string& dump)
         const std::size_t bar = line.find('|');
         const std::size_t end = bar == std::string::npos ? bar : line.find('|', bar + 1);
         // A line break within a text goes on with the row before.
-        if (end != std::string::npos && tables.count(line.substr(0, bar)) != 0)
+        if (end != std::string::npos && tables.count(line.substr(0, bar)) != 0) {
             key = line.substr(0, end);
+        }
         rows[key] += line + '\n';
     }
     return rows;
@@ -218,15 +222,17 @@ std::string State(sqlite3* db)
           "PRAGMA busy_timeout",
           "PRAGMA wal_autocheckpoint",
           "SELECT group_concat(name) FROM pragma_database_list",
-          "SELECT count(*) FROM temp.sqlite_schema"})
+          "SELECT count(*) FROM temp.sqlite_schema"}) {
         state += Value(db, sql) + '\n';
+    }
     int defensive = 0;
     sqlite3_db_config(db, SQLITE_DBCONFIG_DEFENSIVE, -1, &defensive);
     int extensions = 0;
     sqlite3_db_config(db, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, -1, &extensions);
     state += std::to_string(defensive) + std::to_string(extensions);
-    for (int id = 0; id <= SQLITE_LIMIT_WORKER_THREADS; ++id)
+    for (int id = 0; id <= SQLITE_LIMIT_WORKER_THREADS; ++id) {
         state += ' ' + std::to_string(sqlite3_limit(db, id, -1));
+    }
     return state;
 }
 
@@ -238,9 +244,11 @@ bancada::TapeCommand Example(const bancada::ItemCatalogo& item, bancada::Registr
     item.cria(registro)->Campos(table);
     bancada::TapeCommand example =
         ParseTape({bancada::ExampleLine(item.nome, table.Fields())}).front();
-    for (bancada::TapeField& field : example.fields)
-        if (field.name == "destino")
+    for (bancada::TapeField& field : example.fields) {
+        if (field.name == "destino") {
             field.value.integer = 2;
+        }
+    }
     return example;
 }
 
@@ -316,16 +324,18 @@ Outcome RunWith(const Field& field, const std::string* text)
     }
 
     outcome.rows = Parse(Dump(bancada.Handle()));
-    for (const auto& row : before)
+    for (const auto& row : before) {
         EXPECT_EQ(outcome.rows.count(row.first), 1U) << "deleted: " << row.second;
+    }
     EXPECT_EQ(bancada.banco.Counts().statementsRejected,
               static_cast<std::int64_t>(RefusedStatements().size()));
     outcome.rejected = RefusedStatements().size();
     EXPECT_EQ(bancada::ReadRejectedStatements(log.Path()).size(), outcome.rejected);
     sqlite3_set_authorizer(bancada.Handle(), nullptr, nullptr);
     EXPECT_EQ(State(bancada.Handle()), stateBefore);
-    for (const auto& file : disk.Files())
+    for (const auto& file : disk.Files()) {
         EXPECT_TRUE(file.first == BANCO || file.first == std::string(BANCO) + "-wal") << file.first;
+    }
     return outcome;
 }
 
@@ -338,18 +348,21 @@ const std::vector<Field>& Fields()
         bancada::Registro registro;
         const auto add = [&](const std::string& command, const TextWriter& writer,
                              std::size_t moment) {
-            for (std::size_t i = 0; i < writer.Names().size(); ++i)
+            for (std::size_t i = 0; i < writer.Names().size(); ++i) {
                 all.push_back({command, writer.Names()[i], i, moment});
+            }
         };
         for (const bancada::ItemCatalogo& item : bancada::Catalogo()) {
             TextWriter writer;
             item.cria(registro)->Campos(writer);
-            if (writer.Names().empty())
+            if (writer.Names().empty()) {
                 continue;
+            }
             std::size_t moment = 0;
             while (moment + 1 < Moments().size() &&
-                   RunWith({item.nome, "", 0, moment}, nullptr).refused)
+                   RunWith({item.nome, "", 0, moment}, nullptr).refused) {
                 ++moment;
+            }
             add(item.nome, writer, moment);
         }
         TextWriter writer;
@@ -380,13 +393,17 @@ Strangers FindStrangers(const Rows& rows, const Rows& example, const Rows& befor
         return is != in.end() && (was == before.end() || was->second != is->second);
     };
     std::set<std::string> own;
-    for (const auto& row : example)
-        if (changed(example, row.first))
+    for (const auto& row : example) {
+        if (changed(example, row.first)) {
             own.insert(TableOf(row.first));
+        }
+    }
     Strangers found;
-    for (const auto& row : rows)
-        if (changed(rows, row.first) && !changed(example, row.first))
+    for (const auto& row : rows) {
+        if (changed(rows, row.first) && !changed(example, row.first)) {
             ++(own.count(TableOf(row.first)) != 0 ? found.inOwnTables : found.elsewhere);
+        }
+    }
     return found;
 }
 
@@ -446,8 +463,9 @@ std::vector<std::string> PlainTexts()
     std::mt19937 random(20240304);
     for (int i = 0; i < 8; ++i) {
         std::string bytes(200, ' ');
-        for (char& byte : bytes)
+        for (char& byte : bytes) {
             byte = static_cast<char>(random() % 256);
+        }
         texts.push_back(bytes);
     }
     return texts;
@@ -510,8 +528,9 @@ bool LetsIn(const Outcome& outcome, const Rows& before)
 {
     for (const auto& [key, row] : outcome.rows) {
         const auto was = before.find(key);
-        if (key.compare(0, 9, "cupom_nf|") == 0 && was != before.end() && was->second != row)
+        if (key.compare(0, 9, "cupom_nf|") == 0 && was != before.end() && was->second != row) {
             return true;
+        }
     }
     return false;
 }
@@ -521,8 +540,9 @@ std::optional<std::string> Way(const Field& field, const Rows& before)
 {
     for (const std::string& closer : Closers()) {
         const std::string text = closer + PROBE + ";--";
-        if (LetsIn(RunWith(field, &text), before))
+        if (LetsIn(RunWith(field, &text), before)) {
             return closer;
+        }
     }
     return std::nullopt;
 }
@@ -530,8 +550,9 @@ std::optional<std::string> Way(const Field& field, const Rows& before)
 TEST(HostileTexts, EveryFieldHasACommandThatTheRegisterTakes)
 {
     ASSERT_GE(Fields().size(), 30U);
-    for (const Field& field : Fields())
+    for (const Field& field : Fields()) {
         EXPECT_FALSE(RunWith(field, nullptr).refused) << NameOf(field);
+    }
 }
 
 TEST(HostileTexts, ChangeNothingButTheRowOfTheirOwnStatement)
@@ -547,11 +568,13 @@ TEST(HostileTexts, ChangeNothingButTheRowOfTheirOwnStatement)
             const Outcome outcome = RunWith(field, &text);
             const Strangers strangers = FindStrangers(outcome.rows, example.rows, before);
             EXPECT_EQ(strangers.elsewhere, 0U);
-            if (strangers.inOwnTables != 0)
+            if (strangers.inOwnTables != 0) {
                 reachFurther.insert(NameOf(field));
+            }
             ++cases;
-            if (HasFailure())
+            if (HasFailure()) {
                 return;
+            }
         }
     }
     // What remains possible: a comment takes the condition from an UPDATE, which then changes every
@@ -569,8 +592,9 @@ TEST(HostileTexts, SecondStatementIsRefusedUnlessItInsertsOrUpdatesLoggingRows)
     for (const Field& field : Fields()) {
         const Rows before = RowsOf(Moments()[field.moment]);
         const std::optional<std::string> closer = Way(field, before);
-        if (!closer)
+        if (!closer) {
             continue;
+        }
         ways.push_back(NameOf(field));
         const Outcome example = RunWith(field, nullptr);
         for (const char* second : REFUSED) {
@@ -581,8 +605,9 @@ TEST(HostileTexts, SecondStatementIsRefusedUnlessItInsertsOrUpdatesLoggingRows)
             EXPECT_EQ(strangers.inOwnTables + strangers.elsewhere, 0U);
             EXPECT_GT(outcome.rejected, example.rejected);
             ++cases;
-            if (HasFailure())
+            if (HasFailure()) {
                 return;
+            }
         }
     }
     // What remains possible: an update of other receipts' rows, by fields that hold enough of it.

@@ -48,8 +48,9 @@ TEST_F(LostTransaction, NothingMoreOfTheCommandReachesTheFileAndTheNextIsLoggedW
         SCOPED_TRACE("write " + std::to_string(at) + " of the Z");
         SimulatedDisk disk;
         Bancada bancada(disk, log.Path());
-        for (std::size_t i = 0; i < BeforeZ(); ++i)
+        for (std::size_t i = 0; i < BeforeZ(); ++i) {
             ASSERT_TRUE(bancada.Roda(Fita()[i]));
+        }
         const std::string before = Dump(bancada.Handle());
         const std::int64_t outrosBefore =
             bancada.banco.Counts().rows.at("outros_documentos").inserted;
@@ -67,14 +68,16 @@ TEST_F(LostTransaction, NothingMoreOfTheCommandReachesTheFileAndTheNextIsLoggedW
         EXPECT_NE(sqlite3_get_autocommit(bancada.Handle()), 0);
         EXPECT_EQ(Dump(bancada.Handle()), before);
         // The one that met the full disk, and those after it, which are refused.
-        if (RefusedStatements().size() > 1)
+        if (RefusedStatements().size() > 1) {
             ++withinLogger;
+        }
 
         EXPECT_TRUE(bancada.Roda(next));
         EXPECT_EQ(bancada.banco.Counts().rows.at("outros_documentos").inserted, outrosBefore + 1);
         EXPECT_EQ(Dump(bancada.Handle()).size() > before.size(), true);
-        if (HasFailure())
+        if (HasFailure()) {
             return;
+        }
     }
     EXPECT_GT(withinLogger, 0);
     std::cout << faults << " full disks during a Z, " << withinLogger << " of them within its "
@@ -91,8 +94,9 @@ TEST_F(LostTransaction, CallerThatDoesNotLookKeepsHalfADocument)
         SimulatedDisk disk;
         SimulatedDisk whole;
         Bancada bancada(whole, log.Path());
-        for (std::size_t i = 0; i < BeforeZ(); ++i)
+        for (std::size_t i = 0; i < BeforeZ(); ++i) {
             ASSERT_TRUE(bancada.Roda(Fita()[i]));
+        }
         {
             const Bancada schema(disk, log.Path());
         }
@@ -111,10 +115,12 @@ TEST_F(LostTransaction, CallerThatDoesNotLookKeepsHalfADocument)
         comando->GetCommand().DBLogger(careless.Handle());
         const bool gone = sqlite3_get_autocommit(careless.Handle()) != 0;
         sqlite3_exec(careless.Handle(), "COMMIT", nullptr, nullptr, nullptr);
-        if (!disk.HasFailed())
+        if (!disk.HasFailed()) {
             break;
-        if (gone && rows() != "0")
+        }
+        if (gone && rows() != "0") {
             ++halves;
+        }
     }
     EXPECT_GT(halves, 0);
 }

@@ -90,8 +90,9 @@ TEST(BigIntInt64, GivesWhatItWasMadeOf)
     for (const std::int64_t value :
          {std::int64_t{0}, std::int64_t{1}, std::int64_t{-1}, std::int64_t{4294967295},
           std::int64_t{4294967296}, std::int64_t{-4294967296}, std::int64_t{-4294967297},
-          std::numeric_limits<std::int64_t>::max(), std::numeric_limits<std::int64_t>::min()})
+          std::numeric_limits<std::int64_t>::max(), std::numeric_limits<std::int64_t>::min()}) {
         EXPECT_EQ(BigInt::FromInt64(value).ToInt64(), value);
+    }
 }
 
 TEST(BigIntAddition, CarriesThroughTheWords)

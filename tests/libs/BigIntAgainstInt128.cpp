@@ -39,11 +39,13 @@ Wide Wrapped(UnsignedWide bits)
 
 std::string DecimalOf(Wide value)
 {
-    if (value == 0)
+    if (value == 0) {
         return "0";
+    }
     std::string digits;
-    for (Wide rest = value < 0 ? -value : value; rest != 0; rest /= 10)
+    for (Wide rest = value < 0 ? -value : value; rest != 0; rest /= 10) {
         digits.insert(digits.begin(), static_cast<char>('0' + static_cast<int>(rest % 10)));
+    }
     return value < 0 ? "-" + digits : digits;
 }
 
@@ -67,22 +69,30 @@ std::string DifferenceInArithmetic(Wide a, Wide b)
     const BigInt y = FromWide(b);
     const UnsignedWide ua = static_cast<UnsignedWide>(a);
     const UnsignedWide ub = static_cast<UnsignedWide>(b);
-    if (x + y != FromWide(Wrapped(ua + ub)))
+    if (x + y != FromWide(Wrapped(ua + ub))) {
         return "+";
-    if (x - y != FromWide(Wrapped(ua - ub)))
+    }
+    if (x - y != FromWide(Wrapped(ua - ub))) {
         return "-";
-    if (x * y != FromWide(Wrapped(ua * ub)))
+    }
+    if (x * y != FromWide(Wrapped(ua * ub))) {
         return "*";
-    if (Sign(BigInt::Compare(x, y)) != (a < b ? -1 : a > b ? 1 : 0))
+    }
+    if (Sign(BigInt::Compare(x, y)) != (a < b ? -1 : a > b ? 1 : 0)) {
         return "Compare";
-    if (b == 0)
+    }
+    if (b == 0) {
         return "";
-    if (x.DividedBy(y, Rounding::TOWARD_ZERO) != FromWide(a / b))
+    }
+    if (x.DividedBy(y, Rounding::TOWARD_ZERO) != FromWide(a / b)) {
         return "DividedBy, TOWARD_ZERO";
-    if (x.DividedBy(y, Rounding::HALF_UP) != FromWide(HalfUp(a, b)))
+    }
+    if (x.DividedBy(y, Rounding::HALF_UP) != FromWide(HalfUp(a, b))) {
         return "DividedBy, HALF_UP";
-    if (x.RemainderBy(y) != FromWide(a % b))
+    }
+    if (x.RemainderBy(y) != FromWide(a % b)) {
         return "RemainderBy";
+    }
     return "";
 }
 
@@ -90,16 +100,20 @@ std::string DifferenceInText(Wide value)
 {
     const BigInt held = FromWide(value);
     const std::string decimal = DecimalOf(value);
-    if (TextOf(held) != decimal)
+    if (TextOf(held) != decimal) {
         return "ToText";
+    }
     BigInt read(77);
-    if (!BigInt::FromText(decimal.c_str(), read) || read != held)
+    if (!BigInt::FromText(decimal.c_str(), read) || read != held) {
         return "FromText";
+    }
     const bool fits = value >= -(Wide{1} << 63) && value < (Wide{1} << 63);
-    if (held.FitsInt64() != fits)
+    if (held.FitsInt64() != fits) {
         return "FitsInt64";
-    if (fits && held.ToInt64() != static_cast<std::int64_t>(value))
+    }
+    if (fits && held.ToInt64() != static_cast<std::int64_t>(value)) {
         return "ToInt64";
+    }
     return "";
 }
 
@@ -107,8 +121,9 @@ void AddWithNeighbours(std::vector<Wide>& values, Wide value)
 {
     for (const Wide near : {value - 1, value, value + 1}) {
         for (const Wide signedValue : {near, -near}) {
-            if (signedValue >= -LIMIT && signedValue < LIMIT)
+            if (signedValue >= -LIMIT && signedValue < LIMIT) {
                 values.push_back(signedValue);
+            }
         }
     }
 }
@@ -116,31 +131,36 @@ void AddWithNeighbours(std::vector<Wide>& values, Wide value)
 std::vector<Wide> PowersOfTen()
 {
     std::vector<Wide> values;
-    for (Wide power = 1; power < LIMIT; power *= 10)
+    for (Wide power = 1; power < LIMIT; power *= 10) {
         AddWithNeighbours(values, power);
+    }
     return values;
 }
 
 TEST(BigIntAgainstInt128, TextAtEveryPowerOfTwoAndTen)
 {
     std::vector<Wide> values = PowersOfTen();
-    for (int bit = 0; bit <= 95; ++bit)
+    for (int bit = 0; bit <= 95; ++bit) {
         AddWithNeighbours(values, Wide{1} << bit);
-    for (const Wide value : values)
+    }
+    for (const Wide value : values) {
         EXPECT_EQ(DifferenceInText(value), "") << DecimalOf(value);
+    }
 }
 
 TEST(BigIntAgainstInt128, ArithmeticOfEveryPairAtBoundaries)
 {
     std::vector<Wide> values = PowersOfTen();
     // The carries from word to word, the halves of words, and both ends.
-    for (const int bit : {1, 2, 15, 16, 31, 32, 33, 47, 48, 63, 64, 65, 79, 80, 93, 94, 95})
+    for (const int bit : {1, 2, 15, 16, 31, 32, 33, 47, 48, 63, 64, 65, 79, 80, 93, 94, 95}) {
         AddWithNeighbours(values, Wide{1} << bit);
+    }
     std::sort(values.begin(), values.end());
     values.erase(std::unique(values.begin(), values.end()), values.end());
     for (const Wide a : values) {
-        for (const Wide b : values)
+        for (const Wide b : values) {
             ASSERT_EQ(DifferenceInArithmetic(a, b), "") << DecimalOf(a) << " and " << DecimalOf(b);
+        }
     }
 }
 

@@ -287,8 +287,9 @@ TEST(FinancialTimes, ADivisorNearTheEndOfTheRangeIsExact)
 
 TEST(FinancialTimes, ADivisorOfZeroGivesZero)
 {
-    for (int decimals = 0; decimals <= 4; ++decimals)
+    for (int decimals = 0; decimals <= 4; ++decimals) {
         EXPECT_TRUE(Money("10").Times(3, 0, decimals, Rounding::HALF_UP).IsZero());
+    }
 }
 
 } // namespace

@@ -207,15 +207,17 @@ std::string FormOf(std::string count, FINANCIAL_STR_TIPO style, int decimals)
 {
     const bool negative = count[0] == '-';
     count.erase(0, negative ? 1 : 0);
-    if (count.size() < 5)
+    if (count.size() < 5) {
         count.insert(0, 5 - count.size(), '0');
+    }
     std::string whole = count.substr(0, count.size() - 4);
     std::string fraction = count.substr(count.size() - 4);
     fraction.resize(decimals <= 0 ? 2 : static_cast<std::size_t>(decimals), '0');
     const bool isZero = (whole + fraction).find_first_not_of('0') == std::string::npos;
     if (style == FIN_STR_DEFAULT || style == FIN_STR_1) {
-        for (std::size_t left = whole.size(); left > 3; left -= 3)
+        for (std::size_t left = whole.size(); left > 3; left -= 3) {
             whole.insert(left - 3, ".");
+        }
     }
     const std::string mark = style == FIN_STR_4 ? "" : style == FIN_STR_3 ? "." : ",";
     return (negative && !isZero ? "-" : "") + whole + mark + fraction;
@@ -265,8 +267,9 @@ TEST(FinancialToString, EveryFormBesideThePowersOfTenAndTwo)
 
 TEST(FinancialToString, EveryFormOfEveryCountUpTo10001)
 {
-    for (int count = -10001; count <= 10001; ++count)
+    for (int count = -10001; count <= 10001; ++count) {
         ExpectEveryForm(std::to_string(count));
+    }
 }
 
 TEST(FinancialToString, EveryFormOfRandomCountsOfEveryLength)
@@ -276,12 +279,14 @@ TEST(FinancialToString, EveryFormOfRandomCountsOfEveryLength)
     for (int i = 0; i < 5000; ++i) {
         std::string count = random() % 2 == 0 ? "-" : "";
         count += static_cast<char>('1' + random() % 9);
-        for (std::size_t digits = random() % 28; digits > 0; --digits)
+        for (std::size_t digits = random() % 28; digits > 0; --digits) {
             count += static_cast<char>('0' + random() % 10);
+        }
         SCOPED_TRACE("seed " + std::to_string(seed));
         BigInt value;
-        if (BigInt::FromText(count.c_str(), value))
+        if (BigInt::FromText(count.c_str(), value)) {
             ExpectEveryForm(count);
+        }
     }
 }
 

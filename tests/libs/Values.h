@@ -23,16 +23,18 @@ inline BigInt Words(UINT32 high, UINT32 middle, UINT32 low)
 inline BigInt Int(const char* text)
 {
     BigInt value;
-    if (!BigInt::FromText(text, value))
+    if (!BigInt::FromText(text, value)) {
         std::abort();
+    }
     return value;
 }
 
 inline Financial Money(const char* text)
 {
     Financial value;
-    if (!Financial::FromText(text, value))
+    if (!Financial::FromText(text, value)) {
         std::abort();
+    }
     return value;
 }
 

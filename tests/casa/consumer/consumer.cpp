@@ -36,7 +36,8 @@ int main()
             return int(std::printf("%s %s\n", row[0], row[1]) < 0);
         },
         nullptr, nullptr);
-    while (sqlite3_stmt* left = sqlite3_next_stmt(db, nullptr)) // by the logger, as required
+    while (sqlite3_stmt* left = sqlite3_next_stmt(db, nullptr)) { // by the logger, as required
         sqlite3_finalize(left);
+    }
     return sqlite3_close(db);
 }
