@@ -55,7 +55,7 @@ void AddCommands(CLI::App& app, int& exitCode)
                                        "the logger writes, document type");
     commands
         ->add_option("--into", *into,
-                     "Instead of printing, replace the table in this file, README.md")
+                     "Instead of printing, replace the table in this file, docs/commands.md")
         ->type_name("FILE");
     commands->footer("Exit codes: 0 done; 2 the file cannot be used.");
     commands->callback([into, &exitCode] {

@@ -10,7 +10,7 @@ namespace bancada
 // that its logger writes and the type of its row in outros_documentos.
 std::string CommandTable();
 
-// `document`, README.md, with the table between its two markers replaced by CommandTable(). Throws
+// `document`, docs/commands.md, with the table between its two markers replaced by CommandTable(). Throws
 // std::invalid_argument if it has not both, in their order.
 std::string WithCommandTable(const std::string& document);
 

@@ -1,4 +1,4 @@
-// The documents that the program writes itself: README.md's table of commands, the manual page.
+// The documents that the program writes itself: docs/commands.md's table, the manual page.
 #include "bancada/Unusable.h"
 #include "bancada/cli/CommandTable.h"
 #include "bancada/cli/DocumentSection.h"
@@ -27,12 +27,12 @@ std::string Read(const std::string& path)
     return text.str();
 }
 
-TEST(CommandTable, ReadmeHoldsTheCataloguesOwn)
+TEST(CommandTable, ThePageHoldsTheCataloguesOwn)
 {
-    const std::string readme = Read(ECF_SOURCE_DIR "/README.md");
-    EXPECT_TRUE(readme == bancada::WithCommandTable(readme))
-        << "README.md and the catalogue differ. This rewrites it: ecf-bancada commands --into "
-           "README.md";
+    const std::string page = Read(ECF_SOURCE_DIR "/docs/commands.md");
+    EXPECT_TRUE(page == bancada::WithCommandTable(page))
+        << "docs/commands.md and the catalogue differ. This rewrites it: ecf-bancada commands --into "
+           "docs/commands.md";
 }
 
 TEST(CommandTable, HasOneRowACommand)
