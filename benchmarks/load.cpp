@@ -7,18 +7,18 @@
 // on the old till than on the young one in the same moment is the age of its database, whatever the
 // machine does meanwhile.
 //
-// A cost is the CPU time of the thread within Executor::Executa: the register, the logger and the
+// A cost is the CPU time of the thread within Executor::Execute: the register, the logger and the
 // commit, without what other programs take of the processor. The databases should stand in memory
 // (/dev/shm), where a sync costs nothing: what a disk takes for it is the same for every command
 // and would cover the rest.
 #include "bancada/banco/LogDatabase.h"
 #include "bancada/cli/Configura.h"
-#include "bancada/comandos/Catalogo.h"
+#include "bancada/comandos/Catalogue.h"
 #include "bancada/comandos/Executor.h"
 #include "bancada/fita/TapeClock.h"
 #include "bancada/fita/TapeFields.h"
 #include "bancada/fita/TapeReader.h"
-#include "bancada/gerador/Gerador.h"
+#include "bancada/gerador/Generator.h"
 #include "bancada/log/FirmwareDuty.h"
 #include "bancada/log/FirmwareLog.h"
 #include "bancada/registro/Registro.h"
@@ -101,7 +101,7 @@ class Folder
 class TapeSource
 {
   public:
-    explicit TapeSource(const OpcoesGerador& options)
+    explicit TapeSource(const GeneratorOptions& options)
     {
         int ends[2];
         if (pipe(ends) != 0) {
@@ -114,7 +114,7 @@ class TapeSource
         if (m_process == 0) {
             close(ends[0]);
             std::ofstream tape("/dev/fd/" + std::to_string(ends[1]));
-            Gera(options, tape);
+            GenerateTape(options, tape);
             tape.close();
             _exit(tape ? EXIT_SUCCESS : EXIT_FAILURE);
         }
@@ -201,23 +201,23 @@ class Till
     void Configure(const TapeCommand& line) { ExecutaConfigura(line, m_registro); }
 
     // Executes a command of the catalogue and counts its cost.
-    void Execute(const TapeCommand& line, const ItemCatalogo& item, RtcAbsoluteTime em,
+    void Execute(const TapeCommand& line, const CatalogueEntry& item, RtcAbsoluteTime em,
                  Histogram& costs)
     {
         const FirmwareDuty duty(m_log, [this] { return m_registro.GetRatearSubtotal(); });
-        const std::unique_ptr<ComandoBancada> command = item.cria(m_registro);
+        const std::unique_ptr<ComandoBancada> command = item.make(m_registro);
         TapeFields fields(line);
-        command->Campos(fields);
+        command->Fields(fields);
         fields.Finish();
         m_log.SetTime(em);
 
         const std::int64_t began = Now(CLOCK_THREAD_CPUTIME_ID);
-        const Resultado result = m_executor.Executa(*command, em);
+        const Outcome result = m_executor.Execute(*command, em);
         costs.Add(Now(CLOCK_THREAD_CPUTIME_ID) - began);
         // A command that does less than it should must not pass for a fast one.
-        if (!result.executado || !result.registrado || m_database.Counts().statementsRejected > 0) {
+        if (!result.executed || !result.kept || m_database.Counts().statementsRejected > 0) {
             throw TapeError(line.place, "refused, lost or rejected: " +
-                                            result.recusa.value_or(m_database.LastLoss()));
+                                            result.refusal.value_or(m_database.LastLoss()));
         }
     }
 
@@ -231,13 +231,13 @@ class Till
 class Load
 {
   public:
-    Load(const OpcoesGerador& options, const std::string& folder)
-        : m_receipts(std::int64_t{options.dias} * options.cuponsPorDia), m_folder(folder),
+    Load(const GeneratorOptions& options, const std::string& folder)
+        : m_receipts(std::int64_t{options.jornadas} * options.cuponsPorJornada), m_folder(folder),
           m_source(options), m_tape(m_source.Path()), m_old(m_folder.Path(OLD), Memoria())
     {
         // All that the measuring needs is there before the first measurement.
-        for (const ItemCatalogo& item : Catalogo()) {
-            m_costs[item.nome];
+        for (const CatalogueEntry& item : Catalogue()) {
+            m_costs[item.name];
         }
         BeginYoung();
     }
@@ -315,7 +315,7 @@ class Load
             m_young->Configure(line);
             return;
         }
-        const ItemCatalogo* item = ProcuraComando(line.name);
+        const CatalogueEntry* item = FindComando(line.name);
         if (item == nullptr) {
             throw TapeError(line.namePlace, "there is no command \"" + line.name + "\"");
         }
@@ -357,16 +357,16 @@ class Load
 int main(int argc, char** argv)
 {
     CLI::App app("Measures what each command costs while the logging database grows.");
-    OpcoesGerador options;
+    GeneratorOptions options;
     std::string folder = "/dev/shm";
     std::string output;
-    app.add_option("--days", options.dias, "Days of the tape")
+    app.add_option("--days", options.jornadas, "Days of the tape")
         ->required()
-        ->check(CLI::Range(1, MAX_DIAS_GERADOS));
-    app.add_option("--receipts", options.cuponsPorDia, "Fiscal receipts a day")
+        ->check(CLI::Range(1, MAX_JORNADAS));
+    app.add_option("--receipts", options.cuponsPorJornada, "Fiscal receipts a day")
         ->required()
-        ->check(CLI::Range(1, MAX_CUPONS_POR_DIA));
-    app.add_option("--seed", options.semente, "Seed of the tape")->required();
+        ->check(CLI::Range(1, MAX_CUPONS_POR_JORNADA));
+    app.add_option("--seed", options.seed, "Seed of the tape")->required();
     app.add_option("--db", folder, "Where the databases are made, and removed in the end")
         ->type_name("DIR")
         ->capture_default_str();
@@ -376,12 +376,12 @@ int main(int argc, char** argv)
     CLI11_PARSE(app, argc, argv);
 
     try {
-        if (std::int64_t{options.dias} * options.cuponsPorDia < TENTHS) {
+        if (std::int64_t{options.jornadas} * options.cuponsPorJornada < TENTHS) {
             throw std::runtime_error("a tape of less than ten receipts has no tenths");
         }
-        Json result = {{"days", options.dias},
-                       {"receipts_a_day", options.cuponsPorDia},
-                       {"seed", options.semente},
+        Json result = {{"days", options.jornadas},
+                       {"receipts_a_day", options.cuponsPorJornada},
+                       {"seed", options.seed},
                        {"cpu", Cpu()},
                        {"kernel", Kernel()},
                        {"compiler", COMPILER},

@@ -2,7 +2,7 @@
 #include "bancada/cli/CommandTable.h"
 #include "bancada/cli/DocumentSection.h"
 #include "bancada/cli/Subcommands.h"
-#include "bancada/comandos/Catalogo.h"
+#include "bancada/comandos/Catalogue.h"
 
 #include <CLI/CLI.hpp>
 #include <iostream>
@@ -31,10 +31,10 @@ std::string CommandTable()
     std::ostringstream table;
     table << "| command | class | code | tables written | document type |\n"
              "|---|---|---|---|---|\n";
-    for (const ItemCatalogo& item : Catalogo()) {
-        table << "| " << Code(item.nome) << " | " << Code(item.classe) << " | " << item.codigo
+    for (const CatalogueEntry& item : Catalogue()) {
+        table << "| " << Code(item.name) << " | " << Code(item.commandClass) << " | " << item.code
               << " |";
-        for (const std::string& cell : {Code(item.tabelas), Code(item.documento)}) {
+        for (const std::string& cell : {Code(item.tables), Code(item.documentType)}) {
             table << (cell.empty() ? "" : " ") << cell << " |";
         }
         table << "\n";

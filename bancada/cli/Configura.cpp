@@ -20,7 +20,7 @@ Configura::Configura(const Registro& registro)
 {
 }
 
-void Configura::Campos(FieldVisitor& campos)
+void Configura::Fields(FieldVisitor& campos)
 {
     campos.Flag("ratear_subtotal", m_ratearSubtotal, Presence::OPTIONAL,
                 "whether the closing of a receipt rewrites every item's share of a subtotal "
@@ -46,7 +46,7 @@ void ExecutaConfigura(const TapeCommand& line, Registro& registro)
     }
     Configura settings(registro);
     TapeFields fields(line);
-    settings.Campos(fields);
+    settings.Fields(fields);
     fields.Finish();
     settings.Apply(registro);
 }

@@ -22,7 +22,7 @@ class Configura
     // Begins with what the register has, so that a field not given changes nothing.
     explicit Configura(const Registro& registro);
 
-    void Campos(FieldVisitor& campos);
+    void Fields(FieldVisitor& campos);
     void Apply(Registro& registro) const;
 
   private:

@@ -1,6 +1,6 @@
 // ecf-bancada generate: writes a realistic tape.
 #include "bancada/cli/Subcommands.h"
-#include "bancada/gerador/Gerador.h"
+#include "bancada/gerador/Generator.h"
 
 #include <CLI/CLI.hpp>
 #include <iostream>
@@ -11,17 +11,17 @@ namespace bancada
 
 void AddGenerate(CLI::App& app, int& exitCode)
 {
-    const auto options = std::make_shared<OpcoesGerador>();
+    const auto options = std::make_shared<GeneratorOptions>();
     CLI::App* generate = app.add_subcommand(
         "generate", "Write the tape of a grocer's register to standard output, the same for the "
                     "same options everywhere");
-    generate->add_option("--days", options->dias, "How many days, from 2024-01-01 on")
+    generate->add_option("--days", options->jornadas, "How many days, from 2024-01-01 on")
         ->required()
-        ->check(CLI::Range(1, MAX_DIAS_GERADOS));
-    generate->add_option("--receipts", options->cuponsPorDia, "Fiscal receipts a day")
+        ->check(CLI::Range(1, MAX_JORNADAS));
+    generate->add_option("--receipts", options->cuponsPorJornada, "Fiscal receipts a day")
         ->required()
-        ->check(CLI::Range(0, MAX_CUPONS_POR_DIA));
-    generate->add_option("--seed", options->semente, "Seed of everything that is drawn")
+        ->check(CLI::Range(0, MAX_CUPONS_POR_JORNADA));
+    generate->add_option("--seed", options->seed, "Seed of everything that is drawn")
         ->required()
         ->type_name("UINT");
     generate->footer(
@@ -31,7 +31,7 @@ void AddGenerate(CLI::App& app, int& exitCode)
         "statement.\n\nExit codes: 0 written; 2 an option is out of its range, or the tape could "
         "not be written.");
     generate->callback([options, &exitCode] {
-        Gera(*options, std::cout);
+        GenerateTape(*options, std::cout);
         exitCode = EXIT_OK;
     });
 }

@@ -5,7 +5,7 @@
 #include "bancada/cli/Progress.h"
 #include "bancada/cli/RunSummary.h"
 #include "bancada/cli/Subcommands.h"
-#include "bancada/comandos/Catalogo.h"
+#include "bancada/comandos/Catalogue.h"
 #include "bancada/comandos/Executor.h"
 #include "bancada/fita/TapeClock.h"
 #include "bancada/fita/TapeFields.h"
@@ -147,7 +147,7 @@ class Run
             m_clock.Continue(progress.relogio);
             m_continuedBehind = progress.fita.line;
         }
-        m_executor.SetAntesDeConfirmar([this] {
+        m_executor.SetBeforeCommit([this] {
             Execucao after = Progressed();
             ++after.sequencia;
             m_database.NumberCommand(after.sequencia);
@@ -172,24 +172,24 @@ class Run
             Reply(line, "executed");
             return;
         }
-        const ItemCatalogo* item = ProcuraComando(line.name);
+        const CatalogueEntry* item = FindComando(line.name);
         if (item == nullptr) {
             throw TapeError(line.namePlace, "there is no command \"" + line.name + "\"");
         }
-        const std::unique_ptr<ComandoBancada> command = item->cria(m_registro);
+        const std::unique_ptr<ComandoBancada> command = item->make(m_registro);
         TapeFields fields(line);
-        command->Campos(fields);
+        command->Fields(fields);
         fields.Finish();
 
         const RtcAbsoluteTime em = m_clock.Next(line);
         m_log.SetTime(em);
         const std::int64_t rejectedBefore = m_database.Counts().statementsRejected;
-        const Resultado result = m_executor.Executa(*command, em);
+        const Outcome result = m_executor.Execute(*command, em);
         Keep(line, result);
         Note(line, result, m_database.Counts().statementsRejected - rejectedBefore);
-        if (!result.executado) {
-            Reply(line, "refused: " + result.recusa.value_or("refused"));
-        } else if (!result.registrado) {
+        if (!result.executed) {
+            Reply(line, "refused: " + result.refusal.value_or("refused"));
+        } else if (!result.kept) {
             Reply(line, "executed, rows lost: " + m_database.LastLoss());
         } else {
             Reply(line, "executed");
@@ -197,12 +197,12 @@ class Run
     }
 
     // Makes the memory say what became of the command, before its reply.
-    void Keep(const TapeCommand& line, const Resultado& result)
+    void Keep(const TapeCommand& line, const Outcome& result)
     {
         if (m_memory == nullptr) {
             return;
         }
-        if (!result.executado) {
+        if (!result.executed) {
             KeepWithoutRows();
             return;
         }
@@ -213,7 +213,7 @@ class Run
             return;
         }
         // The database does not have it, so that it would be run again.
-        if (!result.registrado) {
+        if (!result.kept) {
             ++after.perdidos;
             after.ultimaPerda = "line " + std::to_string(line.place.line) + ", " + line.name +
                                 ": " + m_database.LastLoss();
@@ -236,10 +236,10 @@ class Run
         }
     }
 
-    void Note(const TapeCommand& line, const Resultado& result, std::int64_t rejected)
+    void Note(const TapeCommand& line, const Outcome& result, std::int64_t rejected)
     {
-        if (!result.executado) {
-            m_summary.refused.Add(line.place, line.name, result.recusa.value_or("refused"));
+        if (!result.executed) {
+            m_summary.refused.Add(line.place, line.name, result.refusal.value_or("refused"));
             return;
         }
         ++m_summary.run;
@@ -248,7 +248,7 @@ class Run
                                    std::to_string(rejected) +
                                        (rejected == 1 ? " statement" : " statements"));
         }
-        if (!result.registrado) {
+        if (!result.kept) {
             m_summary.lost.Add(line.place, line.name, m_database.LastLoss());
         }
     }

@@ -3,7 +3,7 @@
 #include "bancada/Unusable.h"
 #include "bancada/cli/Configura.h"
 #include "bancada/cli/DocumentSection.h"
-#include "bancada/comandos/Catalogo.h"
+#include "bancada/comandos/Catalogue.h"
 #include "bancada/fita/FieldTable.h"
 #include "bancada/registro/Registro.h"
 
@@ -34,24 +34,24 @@ std::string DirectiveSection()
     Registro registro;
     Configura settings(registro);
     FieldTable table;
-    settings.Campos(table);
+    settings.Fields(table);
     return Section(CONFIGURA,
                    Capitalised(CONFIGURA_RESUMO) + ". A setting that is not given stays as it is.",
                    table);
 }
 
-std::string CommandSection(const ItemCatalogo& item)
+std::string CommandSection(const CatalogueEntry& item)
 {
     Registro registro;
     FieldTable table;
-    item.cria(registro)->Campos(table);
-    std::string head = Capitalised(item.resumo) + ". Class `" + item.classe + "`, code " +
-                       std::to_string(item.codigo);
-    head += *item.tabelas == '\0' ? "; logs nothing" : std::string("; logs into ") + item.tabelas;
-    if (*item.documento != '\0') {
-        head += std::string(", document type ") + item.documento;
+    item.make(registro)->Fields(table);
+    std::string head = Capitalised(item.summary) + ". Class `" + item.commandClass + "`, code " +
+                       std::to_string(item.code);
+    head += *item.tables == '\0' ? "; logs nothing" : std::string("; logs into ") + item.tables;
+    if (*item.documentType != '\0') {
+        head += std::string(", document type ") + item.documentType;
     }
-    return Section(item.nome, head + ".", table);
+    return Section(item.name, head + ".", table);
 }
 
 } // namespace
@@ -59,7 +59,7 @@ std::string CommandSection(const ItemCatalogo& item)
 std::string TapeHelp()
 {
     std::string text = DirectiveSection();
-    for (const ItemCatalogo& item : Catalogo()) {
+    for (const CatalogueEntry& item : Catalogue()) {
         text += "\n" + CommandSection(item);
     }
     return text;
@@ -70,7 +70,7 @@ std::string CommandHelp(std::string_view command)
     if (command == CONFIGURA) {
         return DirectiveSection();
     }
-    const ItemCatalogo* item = ProcuraComando(command);
+    const CatalogueEntry* item = FindComando(command);
     if (item == nullptr) {
         throw Unusable("there is no command \"" + std::string(command) + "\"");
     }

@@ -1,6 +1,6 @@
 // Opening of a fiscal receipt.
 #include "FiscalCommands.h"
-#include "bancada/comandos/Assuntos.h"
+#include "bancada/comandos/Subjects.h"
 #include "bancada/fita/FieldVisitor.h"
 
 namespace bancada
@@ -8,39 +8,45 @@ namespace bancada
 namespace
 {
 
-class AbreCupom final : public ComandoDe<CmdAbreCupom>
+class AbreCupom final : public ComandoOf<CmdAbreCupom>
 {
   public:
-    using ComandoDe::ComandoDe;
+    using ComandoOf::ComandoOf;
 
-    void Campos(FieldVisitor& campos) override
+    void Fields(FieldVisitor& fields) override
     {
-        campos.Text("cpf_cnpj", m_sCPF_CNPJ, Presence::OPTIONAL,
+        fields.Text("cpf_cnpj", m_sCPF_CNPJ, Presence::OPTIONAL,
                     "consumer's CPF or CNPJ, digits only", "52998224725");
-        campos.Text("nome", m_sNomeConsumidor, Presence::OPTIONAL, "consumer's name",
+        fields.Text("nome", m_sNomeConsumidor, Presence::OPTIONAL, "consumer's name",
                     "Maria da Silva");
-        campos.Text("endereco", m_sEnderecoConsumidor, Presence::OPTIONAL, "consumer's address",
+        fields.Text("endereco", m_sEnderecoConsumidor, Presence::OPTIONAL, "consumer's address",
                     "Rua das Laranjeiras, 10");
     }
 
-    BOOL FiscalCheck() override { return Aceita(m_registro.PodeAbreCupom(Quem(), m_dtExecStart)); }
+    BOOL FiscalCheck() override
+    {
+        return Accept(m_registro.CheckAbreCupom(GetConsumidor(), m_dtExecStart));
+    }
 
     BOOL Fiscal() override
     {
-        m_registro.AbreCupom(Quem(), m_dtExecStart);
+        m_registro.AbreCupom(GetConsumidor(), m_dtExecStart);
         return TRUE;
     }
 
   private:
-    Consumidor Quem() const { return {m_sCPF_CNPJ, m_sNomeConsumidor, m_sEnderecoConsumidor}; }
+    Consumidor GetConsumidor() const
+    {
+        return {m_sCPF_CNPJ, m_sNomeConsumidor, m_sEnderecoConsumidor};
+    }
 };
 
 } // namespace
 
-std::vector<ItemCatalogo> ComandosDeAbertura()
+std::vector<CatalogueEntry> AberturaCupomComandos()
 {
-    return {ItemDe<AbreCupom>("abre_cupom", "CmdAbreCupom", "opens a fiscal receipt",
-                              "cupom_fiscal", "")};
+    return {EntryOf<AbreCupom>("abre_cupom", "CmdAbreCupom", "opens a fiscal receipt",
+                               "cupom_fiscal", "")};
 }
 
 } // namespace bancada

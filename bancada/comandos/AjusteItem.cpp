@@ -1,37 +1,37 @@
 // Discounts and surcharges on an item, and their cancellation.
 #include "FiscalCommands.h"
-#include "bancada/comandos/Assuntos.h"
-#include "bancada/comandos/Campo.h"
+#include "bancada/comandos/CommonFields.h"
+#include "bancada/comandos/Subjects.h"
 
 namespace bancada
 {
 namespace
 {
 
-class EfetuaDescAcresItem final : public ComandoDe<CmdEfetuaDescAcresItem>
+class EfetuaDescAcresItem final : public ComandoOf<CmdEfetuaDescAcresItem>
 {
   public:
-    using ComandoDe::ComandoDe;
+    using ComandoOf::ComandoOf;
 
-    void Campos(FieldVisitor& campos) override
+    void Fields(FieldVisitor& fields) override
     {
-        CampoOperacao(campos, m_eOperacao);
-        CampoTipoValor(campos, m_eTipoValor);
-        CampoValorAjuste(campos, m_valor);
-        campos.Integer("item", m_iNumeroItem, 0, MAX_ITENS_CUPOM, Presence::OPTIONAL,
+        OperacaoField(fields, m_eOperacao);
+        TipoValorField(fields, m_eTipoValor);
+        ValorAjusteField(fields, m_valor);
+        fields.Integer("item", m_iNumeroItem, 0, MAX_ITENS_CUPOM, Presence::OPTIONAL,
                        "item number from 1; 0 or absent is the item sold last", "2");
     }
 
     BOOL InitCheck(CommandDataFisco*) override
     {
-        m_Valor = ValorComandado(m_eTipoValor, m_valor);
+        m_Valor = CommandedValor(m_eTipoValor, m_valor);
         return TRUE;
     }
 
     BOOL FiscalCheck() override
     {
-        return Aceita(m_registro.PodeAjustaItem({m_eOperacao, m_eTipoValor, m_Valor}, m_iNumeroItem,
-                                                m_dtExecStart));
+        return Accept(m_registro.CheckAjustaItem({m_eOperacao, m_eTipoValor, m_Valor},
+                                                 m_iNumeroItem, m_dtExecStart));
     }
 
     BOOL Fiscal() override
@@ -44,21 +44,21 @@ class EfetuaDescAcresItem final : public ComandoDe<CmdEfetuaDescAcresItem>
     Decimal m_valor;
 };
 
-class CancelaDescAcresItem final : public ComandoDe<CmdCancelaDescAcresItem>
+class CancelaDescAcresItem final : public ComandoOf<CmdCancelaDescAcresItem>
 {
   public:
-    using ComandoDe::ComandoDe;
+    using ComandoOf::ComandoOf;
 
-    void Campos(FieldVisitor& campos) override
+    void Fields(FieldVisitor& fields) override
     {
-        CampoOperacao(campos, m_eOperacao);
-        campos.Integer("item", m_iNumeroItem, 1, MAX_ITENS_CUPOM, Presence::REQUIRED,
+        OperacaoField(fields, m_eOperacao);
+        fields.Integer("item", m_iNumeroItem, 1, MAX_ITENS_CUPOM, Presence::REQUIRED,
                        "item number from 1", "2");
     }
 
     BOOL FiscalCheck() override
     {
-        return Aceita(m_registro.PodeCancelaAjusteItem(m_eOperacao, m_iNumeroItem, m_dtExecStart));
+        return Accept(m_registro.CheckCancelaAjusteItem(m_eOperacao, m_iNumeroItem, m_dtExecStart));
     }
 
     BOOL Fiscal() override
@@ -70,15 +70,15 @@ class CancelaDescAcresItem final : public ComandoDe<CmdCancelaDescAcresItem>
 
 } // namespace
 
-std::vector<ItemCatalogo> ComandosDeAjusteDeItem()
+std::vector<CatalogueEntry> AjusteItemComandos()
 {
     return {
-        ItemDe<EfetuaDescAcresItem>("efetua_desc_acres_item", "CmdEfetuaDescAcresItem",
-                                    "applies a discount or surcharge to an item",
-                                    "item_cupom_fiscal, item_cupom_nf", ""),
-        ItemDe<CancelaDescAcresItem>("cancela_desc_acres_item", "CmdCancelaDescAcresItem",
-                                     "cancels the discount or surcharge of an item",
+        EntryOf<EfetuaDescAcresItem>("efetua_desc_acres_item", "CmdEfetuaDescAcresItem",
+                                     "applies a discount or surcharge to an item",
                                      "item_cupom_fiscal, item_cupom_nf", ""),
+        EntryOf<CancelaDescAcresItem>("cancela_desc_acres_item", "CmdCancelaDescAcresItem",
+                                      "cancels the discount or surcharge of an item",
+                                      "item_cupom_fiscal, item_cupom_nf", ""),
     };
 }
 

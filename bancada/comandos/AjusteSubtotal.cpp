@@ -1,35 +1,35 @@
 // Discounts and surcharges on the subtotal, and their cancellation.
 #include "FiscalCommands.h"
-#include "bancada/comandos/Assuntos.h"
-#include "bancada/comandos/Campo.h"
+#include "bancada/comandos/CommonFields.h"
+#include "bancada/comandos/Subjects.h"
 
 namespace bancada
 {
 namespace
 {
 
-class EfetuaDescAcresSubtotal final : public ComandoDe<CmdEfetuaDescAcresSubtotal>
+class EfetuaDescAcresSubtotal final : public ComandoOf<CmdEfetuaDescAcresSubtotal>
 {
   public:
-    using ComandoDe::ComandoDe;
+    using ComandoOf::ComandoOf;
 
-    void Campos(FieldVisitor& campos) override
+    void Fields(FieldVisitor& fields) override
     {
-        CampoOperacao(campos, m_eOperacao);
-        CampoTipoValor(campos, m_eTipoValor);
-        CampoValorAjuste(campos, m_valor);
+        OperacaoField(fields, m_eOperacao);
+        TipoValorField(fields, m_eTipoValor);
+        ValorAjusteField(fields, m_valor);
     }
 
     BOOL InitCheck(CommandDataFisco*) override
     {
-        m_Valor = ValorComandado(m_eTipoValor, m_valor);
+        m_Valor = CommandedValor(m_eTipoValor, m_valor);
         return TRUE;
     }
 
     BOOL FiscalCheck() override
     {
-        return Aceita(
-            m_registro.PodeAjustaSubtotal({m_eOperacao, m_eTipoValor, m_Valor}, m_dtExecStart));
+        return Accept(
+            m_registro.CheckAjustaSubtotal({m_eOperacao, m_eTipoValor, m_Valor}, m_dtExecStart));
     }
 
     BOOL Fiscal() override
@@ -42,16 +42,16 @@ class EfetuaDescAcresSubtotal final : public ComandoDe<CmdEfetuaDescAcresSubtota
     Decimal m_valor;
 };
 
-class CancelaDescAcresSubtotal final : public ComandoDe<CmdCancelaDescAcresSubtotal>
+class CancelaDescAcresSubtotal final : public ComandoOf<CmdCancelaDescAcresSubtotal>
 {
   public:
-    using ComandoDe::ComandoDe;
+    using ComandoOf::ComandoOf;
 
-    void Campos(FieldVisitor& campos) override { CampoOperacao(campos, m_eOperacao); }
+    void Fields(FieldVisitor& fields) override { OperacaoField(fields, m_eOperacao); }
 
     BOOL FiscalCheck() override
     {
-        return Aceita(m_registro.PodeCancelaAjusteSubtotal(m_eOperacao, m_dtExecStart));
+        return Accept(m_registro.CheckCancelaAjusteSubtotal(m_eOperacao, m_dtExecStart));
     }
 
     BOOL Fiscal() override
@@ -63,13 +63,13 @@ class CancelaDescAcresSubtotal final : public ComandoDe<CmdCancelaDescAcresSubto
 
 } // namespace
 
-std::vector<ItemCatalogo> ComandosDeAjusteDeSubtotal()
+std::vector<CatalogueEntry> AjusteSubtotalComandos()
 {
     return {
-        ItemDe<EfetuaDescAcresSubtotal>("efetua_desc_acres_subtotal", "CmdEfetuaDescAcresSubtotal",
-                                        "applies a discount or surcharge to the subtotal",
-                                        "cupom_fiscal, cupom_nf", ""),
-        ItemDe<CancelaDescAcresSubtotal>(
+        EntryOf<EfetuaDescAcresSubtotal>("efetua_desc_acres_subtotal", "CmdEfetuaDescAcresSubtotal",
+                                         "applies a discount or surcharge to the subtotal",
+                                         "cupom_fiscal, cupom_nf", ""),
+        EntryOf<CancelaDescAcresSubtotal>(
             "cancela_desc_acres_subtotal", "CmdCancelaDescAcresSubtotal",
             "cancels the discount or surcharge of the subtotal", "cupom_fiscal, cupom_nf", ""),
     };

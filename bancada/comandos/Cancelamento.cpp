@@ -1,6 +1,6 @@
 // Cancellation of an item, of the receipt being issued and of the receipt issued last.
 #include "FiscalCommands.h"
-#include "bancada/comandos/Assuntos.h"
+#include "bancada/comandos/Subjects.h"
 #include "bancada/fita/FieldVisitor.h"
 
 namespace bancada
@@ -8,20 +8,20 @@ namespace bancada
 namespace
 {
 
-class CancelaItem final : public ComandoDe<CmdCancelaItem>
+class CancelaItem final : public ComandoOf<CmdCancelaItem>
 {
   public:
-    using ComandoDe::ComandoDe;
+    using ComandoOf::ComandoOf;
 
-    void Campos(FieldVisitor& campos) override
+    void Fields(FieldVisitor& fields) override
     {
-        campos.Integer("item", m_iNumeroItem, 1, MAX_ITENS_CUPOM, Presence::REQUIRED,
+        fields.Integer("item", m_iNumeroItem, 1, MAX_ITENS_CUPOM, Presence::REQUIRED,
                        "item number from 1", "2");
     }
 
     BOOL FiscalCheck() override
     {
-        return Aceita(m_registro.PodeCancelaItem(m_iNumeroItem, m_dtExecStart));
+        return Accept(m_registro.CheckCancelaItem(m_iNumeroItem, m_dtExecStart));
     }
 
     BOOL Fiscal() override
@@ -31,16 +31,16 @@ class CancelaItem final : public ComandoDe<CmdCancelaItem>
     }
 };
 
-class CancelaCupomEmEmissao final : public ComandoDe<CmdCancelaCupomFiscalNfEmEmissao>
+class CancelaCupomEmEmissao final : public ComandoOf<CmdCancelaCupomFiscalNfEmEmissao>
 {
   public:
-    using ComandoDe::ComandoDe;
+    using ComandoOf::ComandoOf;
 
-    void Campos(FieldVisitor&) override {}
+    void Fields(FieldVisitor&) override {}
 
     BOOL FiscalCheck() override
     {
-        return Aceita(m_registro.PodeCancelaCupomEmEmissao(m_dtExecStart));
+        return Accept(m_registro.CheckCancelaCupomEmEmissao(m_dtExecStart));
     }
 
     BOOL Fiscal() override
@@ -50,14 +50,14 @@ class CancelaCupomEmEmissao final : public ComandoDe<CmdCancelaCupomFiscalNfEmEm
     }
 };
 
-class CancelaCupom final : public ComandoDe<CmdCancelaCupom>
+class CancelaCupom final : public ComandoOf<CmdCancelaCupom>
 {
   public:
-    using ComandoDe::ComandoDe;
+    using ComandoOf::ComandoOf;
 
-    void Campos(FieldVisitor& campos) override
+    void Fields(FieldVisitor& fields) override
     {
-        campos.Integer("coo", m_iCOOCancelado, 1, 999999, Presence::OPTIONAL,
+        fields.Integer("coo", m_iCOOCancelado, 1, 999999, Presence::OPTIONAL,
                        "document number of the receipt; the receipt issued last when absent",
                        "120");
     }
@@ -72,7 +72,7 @@ class CancelaCupom final : public ComandoDe<CmdCancelaCupom>
 
     BOOL FiscalCheck() override
     {
-        return Aceita(m_registro.PodeCancelaCupom(m_iCOOCancelado, m_dtExecStart));
+        return Accept(m_registro.CheckCancelaCupom(m_iCOOCancelado, m_dtExecStart));
     }
 
     BOOL Fiscal() override
@@ -84,16 +84,17 @@ class CancelaCupom final : public ComandoDe<CmdCancelaCupom>
 
 } // namespace
 
-std::vector<ItemCatalogo> ComandosDeCancelamento()
+std::vector<CatalogueEntry> CancelamentoComandos()
 {
     return {
-        ItemDe<CancelaItem>("cancela_item", "CmdCancelaItem", "cancels an item of the open receipt",
-                            "item_cupom_fiscal, item_cupom_nf", ""),
-        ItemDe<CancelaCupomEmEmissao>(
+        EntryOf<CancelaItem>("cancela_item", "CmdCancelaItem",
+                             "cancels an item of the open receipt",
+                             "item_cupom_fiscal, item_cupom_nf", ""),
+        EntryOf<CancelaCupomEmEmissao>(
             "cancela_cupom_em_emissao", "CmdCancelaCupomFiscalNfEmEmissao",
             "cancels the receipt that is being issued", "cupom_fiscal, cupom_nf", ""),
-        ItemDe<CancelaCupom>("cancela_cupom", "CmdCancelaCupom", "cancels the receipt issued last",
-                             "cupom_fiscal, cupom_nf, outros_documentos", "NC"),
+        EntryOf<CancelaCupom>("cancela_cupom", "CmdCancelaCupom", "cancels the receipt issued last",
+                              "cupom_fiscal, cupom_nf, outros_documentos", "NC"),
     };
 }
 

@@ -23,34 +23,34 @@ class ComandoBancada
 
     // Lists every tape field of the command, once each, in the tape's order. Fields that the
     // visitor does not set keep their documented default. A command without fields lists none.
-    virtual void Campos(FieldVisitor& campos) = 0;
+    virtual void Fields(FieldVisitor& fields) = 0;
 
     // Whether the host sends the command or the firmware raises it.
-    virtual EOrigemCmd Origem() const { return CMD_EXTERNO; }
+    virtual EOrigemCmd Origin() const { return CMD_EXTERNO; }
 
     // Set when InitCheck or FiscalCheck answers FALSE, empty otherwise.
-    Recusa recusa;
+    Refusal refusal;
 };
 
 // The part that every bench command shares: `Cmd` is its firmware class, which stays the object's
 // own (its logger reads the members that the tape's fields filled).
 template <class Cmd>
-class ComandoDe : public Cmd, public ComandoBancada
+class ComandoOf : public Cmd, public ComandoBancada
 {
   public:
     using Firmware = Cmd;
 
     // `registro` is borrowed and outlives the object.
-    explicit ComandoDe(Registro& registro) : m_registro(registro) {}
+    explicit ComandoOf(Registro& registro) : m_registro(registro) {}
 
     Command& GetCommand() override { return *this; }
 
   protected:
     // Keeps the refusal, if there is one, and gives the answer of the check that met it.
-    BOOL Aceita(Recusa motivo)
+    BOOL Accept(Refusal reason)
     {
-        recusa = std::move(motivo);
-        return recusa ? FALSE : TRUE;
+        refusal = std::move(reason);
+        return refusal ? FALSE : TRUE;
     }
 
     Registro& m_registro;

@@ -1,23 +1,23 @@
 // Credit/debit vouchers and management reports.
 #include "FiscalCommands.h"
-#include "bancada/comandos/Assuntos.h"
-#include "bancada/comandos/Campo.h"
+#include "bancada/comandos/CommonFields.h"
+#include "bancada/comandos/Subjects.h"
 
 namespace bancada
 {
 namespace
 {
 
-class AbreCCD final : public ComandoDe<CmdAbreCCD>
+class AbreCCD final : public ComandoOf<CmdAbreCCD>
 {
   public:
-    using ComandoDe::ComandoDe;
+    using ComandoOf::ComandoOf;
 
-    void Campos(FieldVisitor& campos) override
+    void Fields(FieldVisitor& fields) override
     {
-        CampoMeioPagamento(campos, "meio", m_iMeioPagamento,
+        MeioPagamentoField(fields, "meio", m_iMeioPagamento,
                            "number of the payment means that the voucher is tied to");
-        campos.Integer("coo", m_iCOO, 1, 999999, Presence::OPTIONAL,
+        fields.Integer("coo", m_iCOO, 1, 999999, Presence::OPTIONAL,
                        "document number of the receipt; the receipt issued last when absent",
                        "120");
     }
@@ -26,10 +26,10 @@ class AbreCCD final : public ComandoDe<CmdAbreCCD>
     {
         const int ultimo = m_registro.GetMemoria().cupom.coo;
         if (m_iCOO != 0 && m_iCOO != ultimo) {
-            return Aceita("document " + std::to_string(m_iCOO) +
+            return Accept("document " + std::to_string(m_iCOO) +
                           " is not the receipt issued last, which is " + std::to_string(ultimo));
         }
-        return Aceita(m_registro.PodeAbreCCD(m_iMeioPagamento, m_dtExecStart));
+        return Accept(m_registro.CheckAbreCCD(m_iMeioPagamento, m_dtExecStart));
     }
 
     BOOL Fiscal() override
@@ -43,14 +43,14 @@ class AbreCCD final : public ComandoDe<CmdAbreCCD>
     int m_iCOO = 0; // 0 is the receipt issued last
 };
 
-class AbreEstornoCCD final : public ComandoDe<CmdAbreEstornoCCD>
+class AbreEstornoCCD final : public ComandoOf<CmdAbreEstornoCCD>
 {
   public:
-    using ComandoDe::ComandoDe;
+    using ComandoOf::ComandoOf;
 
-    void Campos(FieldVisitor&) override {}
+    void Fields(FieldVisitor&) override {}
 
-    BOOL FiscalCheck() override { return Aceita(m_registro.PodeAbreEstornoCCD(m_dtExecStart)); }
+    BOOL FiscalCheck() override { return Accept(m_registro.CheckAbreEstornoCCD(m_dtExecStart)); }
 
     BOOL Fiscal() override
     {
@@ -59,14 +59,14 @@ class AbreEstornoCCD final : public ComandoDe<CmdAbreEstornoCCD>
     }
 };
 
-class AbreGerencial final : public ComandoDe<CmdAbreGerencial>
+class AbreGerencial final : public ComandoOf<CmdAbreGerencial>
 {
   public:
-    using ComandoDe::ComandoDe;
+    using ComandoOf::ComandoOf;
 
-    void Campos(FieldVisitor&) override {}
+    void Fields(FieldVisitor&) override {}
 
-    BOOL FiscalCheck() override { return Aceita(m_registro.PodeAbreGerencial(m_dtExecStart)); }
+    BOOL FiscalCheck() override { return Accept(m_registro.CheckAbreGerencial(m_dtExecStart)); }
 
     BOOL Fiscal() override
     {
@@ -75,14 +75,14 @@ class AbreGerencial final : public ComandoDe<CmdAbreGerencial>
     }
 };
 
-class FechaCCDGerencial final : public ComandoDe<CmdFechaCCDGerencial>
+class FechaCCDGerencial final : public ComandoOf<CmdFechaCCDGerencial>
 {
   public:
-    using ComandoDe::ComandoDe;
+    using ComandoOf::ComandoOf;
 
-    void Campos(FieldVisitor&) override {}
+    void Fields(FieldVisitor&) override {}
 
-    BOOL FiscalCheck() override { return Aceita(m_registro.PodeFechaCCDGerencial(m_dtExecStart)); }
+    BOOL FiscalCheck() override { return Accept(m_registro.CheckFechaCCDGerencial(m_dtExecStart)); }
 
     BOOL Fiscal() override
     {
@@ -93,18 +93,18 @@ class FechaCCDGerencial final : public ComandoDe<CmdFechaCCDGerencial>
 
 } // namespace
 
-std::vector<ItemCatalogo> ComandosDeComprovante()
+std::vector<CatalogueEntry> ComprovanteComandos()
 {
     return {
-        ItemDe<AbreCCD>("abre_ccd", "CmdAbreCCD", "opens a credit/debit voucher",
-                        "outros_documentos", "CC"),
-        ItemDe<AbreEstornoCCD>("abre_estorno_ccd", "CmdAbreEstornoCCD",
-                               "opens the reversal of a credit/debit voucher", "", ""),
-        ItemDe<AbreGerencial>("abre_gerencial", "CmdAbreGerencial", "opens a management report",
-                              "outros_documentos", "RG"),
-        ItemDe<FechaCCDGerencial>("fecha_ccd_gerencial", "CmdFechaCCDGerencial",
-                                  "closes the open voucher or management report",
-                                  "outros_documentos", ""),
+        EntryOf<AbreCCD>("abre_ccd", "CmdAbreCCD", "opens a credit/debit voucher",
+                         "outros_documentos", "CC"),
+        EntryOf<AbreEstornoCCD>("abre_estorno_ccd", "CmdAbreEstornoCCD",
+                                "opens the reversal of a credit/debit voucher", "", ""),
+        EntryOf<AbreGerencial>("abre_gerencial", "CmdAbreGerencial", "opens a management report",
+                               "outros_documentos", "RG"),
+        EntryOf<FechaCCDGerencial>("fecha_ccd_gerencial", "CmdFechaCCDGerencial",
+                                   "closes the open voucher or management report",
+                                   "outros_documentos", ""),
     };
 }
 

@@ -13,36 +13,33 @@ namespace bancada
 class LogDatabase;
 
 // What became of a command.
-struct Resultado {
-    bool executado = false; // its fiscal effects were applied
-    Recusa recusa;          // why it was refused; empty when it was executed
-    bool registrado = true; // its rows, if it has any, are in the database for good
+struct Outcome {
+    bool executed = false; // its fiscal effects were applied
+    Refusal refusal;       // why it was refused; empty when it was executed
+    bool kept = true;      // its rows, if it has any, are in the database for good
 };
 
 class Executor
 {
   public:
     // Both are borrowed and outlive the executor.
-    Executor(Registro& registro, LogDatabase& banco);
+    Executor(Registro& registro, LogDatabase& database);
 
     // Runs the steps of `comando` in the order of their slots, as begun at the instant `em`. A
     // command that InitCheck or FiscalCheck refuses has no effect on register or database. The
     // logger's rows are committed together once the register is as the command leaves it, before
     // the reply is filled.
-    Resultado Executa(ComandoBancada& comando, RtcAbsoluteTime em);
+    Outcome Execute(ComandoBancada& comando, RtcAbsoluteTime em);
 
     // Called for each command that is executed right before its rows are committed, within their
-    // transaction; what it throws comes out of Executa, and the rows are not committed.
-    void SetAntesDeConfirmar(std::function<void()> chamada)
-    {
-        m_antesDeConfirmar = std::move(chamada);
-    }
+    // transaction; what it throws comes out of Execute, and the rows are not committed.
+    void SetBeforeCommit(std::function<void()> call) { m_beforeCommit = std::move(call); }
 
   private:
     Registro& m_registro;
-    LogDatabase& m_banco;
-    std::function<void()> m_antesDeConfirmar;
-    int m_sequencia = 0; // commands run so far, refused ones included
+    LogDatabase& m_database;
+    std::function<void()> m_beforeCommit;
+    int m_sequence = 0; // commands run so far, refused ones included
 };
 
 } // namespace bancada

@@ -1,7 +1,7 @@
 // Closing of a fiscal receipt.
 #include "FiscalCommands.h"
-#include "bancada/comandos/Assinatura.h"
-#include "bancada/comandos/Assuntos.h"
+#include "bancada/comandos/SignComando.h"
+#include "bancada/comandos/Subjects.h"
 #include "bancada/fita/FieldVisitor.h"
 
 namespace bancada
@@ -9,41 +9,41 @@ namespace bancada
 namespace
 {
 
-class FechaCupom final : public ComandoDe<CmdFechaCupom>
+class FechaCupom final : public ComandoOf<CmdFechaCupom>
 {
   public:
-    using ComandoDe::ComandoDe;
+    using ComandoOf::ComandoOf;
 
-    void Campos(FieldVisitor& campos) override
+    void Fields(FieldVisitor& fields) override
     {
-        campos.Text("mensagem", m_sMsgPromocional, Presence::OPTIONAL,
+        fields.Text("mensagem", m_sMsgPromocional, Presence::OPTIONAL,
                     "closing message; \"CNPJ/CPF consumidor: \" in it names the consumer",
                     "Obrigado! CNPJ/CPF consumidor: 529.982.247-25");
         bool adicional = m_bCupomAdicional != FALSE;
-        campos.Flag("adicional", adicional, Presence::OPTIONAL, "an additional receipt is issued",
+        fields.Flag("adicional", adicional, Presence::OPTIONAL, "an additional receipt is issued",
                     "true");
         m_bCupomAdicional = adicional ? TRUE : FALSE;
     }
 
     BOOL FiscalCheck() override
     {
-        return Aceita(m_registro.PodeFechaCupom(m_sMsgPromocional, m_dtExecStart));
+        return Accept(m_registro.CheckFechaCupom(m_sMsgPromocional, m_dtExecStart));
     }
 
     BOOL Fiscal() override
     {
         m_registro.FechaCupom(m_sMsgPromocional, m_dtExecStart);
-        Assina(*this, m_registro);
+        SignComando(*this, m_registro);
         return TRUE;
     }
 };
 
 } // namespace
 
-std::vector<ItemCatalogo> ComandosDeFechamento()
+std::vector<CatalogueEntry> FechamentoComandos()
 {
-    return {ItemDe<FechaCupom>("fecha_cupom", "CmdFechaCupom", "closes the open fiscal receipt",
-                               "cupom_fiscal, item_cupom_fiscal", "")};
+    return {EntryOf<FechaCupom>("fecha_cupom", "CmdFechaCupom", "closes the open fiscal receipt",
+                                "cupom_fiscal, item_cupom_fiscal", "")};
 }
 
 } // namespace bancada

@@ -1,6 +1,6 @@
 // Reprints from the detail tape.
 #include "FiscalCommands.h"
-#include "bancada/comandos/Assuntos.h"
+#include "bancada/comandos/Subjects.h"
 #include "bancada/fita/FieldVisitor.h"
 
 namespace bancada
@@ -8,22 +8,22 @@ namespace bancada
 namespace
 {
 
-class ReimprimeMFD final : public ComandoDe<CmdReimprimeMFD>
+class ReimprimeMFD final : public ComandoOf<CmdReimprimeMFD>
 {
   public:
-    using ComandoDe::ComandoDe;
+    using ComandoOf::ComandoOf;
 
-    void Campos(FieldVisitor& campos) override
+    void Fields(FieldVisitor& fields) override
     {
-        campos.Integer("coo_inicial", m_iCooInicial, 1, 999999, Presence::REQUIRED,
+        fields.Integer("coo_inicial", m_iCooInicial, 1, 999999, Presence::REQUIRED,
                        "document number of the first document", "10");
-        campos.Integer("coo_final", m_iCooFinal, 1, 999999, Presence::REQUIRED,
+        fields.Integer("coo_final", m_iCooFinal, 1, 999999, Presence::REQUIRED,
                        "document number of the last document", "12");
     }
 
     BOOL FiscalCheck() override
     {
-        return Aceita(m_registro.PodeReimprimeMFD(m_iCooInicial, m_iCooFinal, m_dtExecStart));
+        return Accept(m_registro.CheckReimprimeMFD(m_iCooInicial, m_iCooFinal, m_dtExecStart));
     }
 
     BOOL Fiscal() override
@@ -35,17 +35,17 @@ class ReimprimeMFD final : public ComandoDe<CmdReimprimeMFD>
     // The logger records the counter plus 1, so the reprint is counted after it.
     BOOL FiscalPostPrint() override
     {
-        m_registro.ConcluiReimpressao();
+        m_registro.FinishReimprimeMFD();
         return TRUE;
     }
 };
 
 } // namespace
 
-std::vector<ItemCatalogo> ComandosDeFitaDetalhe()
+std::vector<CatalogueEntry> FitaDetalheComandos()
 {
-    return {ItemDe<ReimprimeMFD>("reimprime_mfd", "CmdReimprimeMFD",
-                                 "reprints documents from the detail tape", "fita_detalhe", "")};
+    return {EntryOf<ReimprimeMFD>("reimprime_mfd", "CmdReimprimeMFD",
+                                  "reprints documents from the detail tape", "fita_detalhe", "")};
 }
 
 } // namespace bancada

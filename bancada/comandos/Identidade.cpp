@@ -1,6 +1,6 @@
 // Programming of the register's own identity: shop and till number, serial number, currency.
 #include "FiscalCommands.h"
-#include "bancada/comandos/Assuntos.h"
+#include "bancada/comandos/Subjects.h"
 #include "bancada/fita/FieldVisitor.h"
 
 namespace bancada
@@ -8,17 +8,17 @@ namespace bancada
 namespace
 {
 
-class ProgramaLoja final : public ComandoDe<CmdProgramaLoja>
+class ProgramaLoja final : public ComandoOf<CmdProgramaLoja>
 {
   public:
-    using ComandoDe::ComandoDe;
+    using ComandoOf::ComandoOf;
 
-    void Campos(FieldVisitor& campos) override
+    void Fields(FieldVisitor& fields) override
     {
-        campos.Integer("numero", m_iNumero, 1, 9999, Presence::REQUIRED, "number of the shop", "1");
+        fields.Integer("numero", m_iNumero, 1, 9999, Presence::REQUIRED, "number of the shop", "1");
     }
 
-    BOOL FiscalCheck() override { return Aceita(m_registro.PodeProgramaLoja(m_iNumero)); }
+    BOOL FiscalCheck() override { return Accept(m_registro.CheckProgramaLoja(m_iNumero)); }
 
     BOOL Fiscal() override
     {
@@ -30,17 +30,20 @@ class ProgramaLoja final : public ComandoDe<CmdProgramaLoja>
     int m_iNumero = 0;
 };
 
-class ProgramaSequenciaECF final : public ComandoDe<CmdProgramaSequenciaECF>
+class ProgramaSequenciaECF final : public ComandoOf<CmdProgramaSequenciaECF>
 {
   public:
-    using ComandoDe::ComandoDe;
+    using ComandoOf::ComandoOf;
 
-    void Campos(FieldVisitor& campos) override
+    void Fields(FieldVisitor& fields) override
     {
-        campos.Integer("numero", m_iNumCaixa, 1, 999, Presence::REQUIRED, "till number", "2");
+        fields.Integer("numero", m_iNumCaixa, 1, 999, Presence::REQUIRED, "till number", "2");
     }
 
-    BOOL FiscalCheck() override { return Aceita(m_registro.PodeProgramaSequenciaECF(m_iNumCaixa)); }
+    BOOL FiscalCheck() override
+    {
+        return Accept(m_registro.CheckProgramaSequenciaECF(m_iNumCaixa));
+    }
 
     BOOL Fiscal() override
     {
@@ -49,22 +52,22 @@ class ProgramaSequenciaECF final : public ComandoDe<CmdProgramaSequenciaECF>
     }
 };
 
-class ProgramaNrSerie final : public ComandoDe<CmdProgramaNrSerie>
+class ProgramaNrSerie final : public ComandoOf<CmdProgramaNrSerie>
 {
   public:
-    using ComandoDe::ComandoDe;
+    using ComandoOf::ComandoOf;
 
-    void Campos(FieldVisitor& campos) override
+    void Fields(FieldVisitor& fields) override
     {
-        campos.Text("marca", m_sMarca, Presence::REQUIRED, "make", "MARCA");
-        campos.Text("modelo", m_sModelo, Presence::REQUIRED, "model", "MODELO X");
-        campos.Text("tipo", m_sTipo, Presence::REQUIRED, "type of register", "ECF-IF");
-        campos.Text("num_serie", m_sNumSerie, Presence::REQUIRED, "serial number", "MX0123456789");
+        fields.Text("marca", m_sMarca, Presence::REQUIRED, "make", "MARCA");
+        fields.Text("modelo", m_sModelo, Presence::REQUIRED, "model", "MODELO X");
+        fields.Text("tipo", m_sTipo, Presence::REQUIRED, "type of register", "ECF-IF");
+        fields.Text("num_serie", m_sNumSerie, Presence::REQUIRED, "serial number", "MX0123456789");
     }
 
     BOOL FiscalCheck() override
     {
-        return Aceita(m_registro.PodeProgramaNrSerie(m_sMarca, m_sModelo, m_sTipo, m_sNumSerie));
+        return Accept(m_registro.CheckProgramaNrSerie(m_sMarca, m_sModelo, m_sTipo, m_sNumSerie));
     }
 
     BOOL Fiscal() override
@@ -74,17 +77,17 @@ class ProgramaNrSerie final : public ComandoDe<CmdProgramaNrSerie>
     }
 };
 
-class ProgramaMoeda final : public ComandoDe<CmdProgramaMoeda>
+class ProgramaMoeda final : public ComandoOf<CmdProgramaMoeda>
 {
   public:
-    using ComandoDe::ComandoDe;
+    using ComandoOf::ComandoOf;
 
-    void Campos(FieldVisitor& campos) override
+    void Fields(FieldVisitor& fields) override
     {
-        campos.Text("simbolo", m_sSimboloMoeda, Presence::REQUIRED, "currency symbol", "R$");
+        fields.Text("simbolo", m_sSimboloMoeda, Presence::REQUIRED, "currency symbol", "R$");
     }
 
-    BOOL FiscalCheck() override { return Aceita(m_registro.PodeProgramaMoeda(m_sSimboloMoeda)); }
+    BOOL FiscalCheck() override { return Accept(m_registro.CheckProgramaMoeda(m_sSimboloMoeda)); }
 
     BOOL Fiscal() override
     {
@@ -95,17 +98,17 @@ class ProgramaMoeda final : public ComandoDe<CmdProgramaMoeda>
 
 } // namespace
 
-std::vector<ItemCatalogo> ComandosDeIdentidade()
+std::vector<CatalogueEntry> IdentidadeComandos()
 {
     return {
-        ItemDe<ProgramaLoja>("programa_loja", "CmdProgramaLoja", "programs the shop's number", "",
-                             ""),
-        ItemDe<ProgramaSequenciaECF>("programa_sequencia_ecf", "CmdProgramaSequenciaECF",
-                                     "programs the till number", "dados_ecf", ""),
-        ItemDe<ProgramaNrSerie>("programa_nr_serie", "CmdProgramaNrSerie",
-                                "programs the register's identity", "dados_ecf, versao_sb", ""),
-        ItemDe<ProgramaMoeda>("programa_moeda", "CmdProgramaMoeda", "programs the currency symbol",
-                              "moeda", ""),
+        EntryOf<ProgramaLoja>("programa_loja", "CmdProgramaLoja", "programs the shop's number", "",
+                              ""),
+        EntryOf<ProgramaSequenciaECF>("programa_sequencia_ecf", "CmdProgramaSequenciaECF",
+                                      "programs the till number", "dados_ecf", ""),
+        EntryOf<ProgramaNrSerie>("programa_nr_serie", "CmdProgramaNrSerie",
+                                 "programs the register's identity", "dados_ecf, versao_sb", ""),
+        EntryOf<ProgramaMoeda>("programa_moeda", "CmdProgramaMoeda", "programs the currency symbol",
+                               "moeda", ""),
     };
 }
 

@@ -1,6 +1,6 @@
 // Entering and leaving the intervention modes.
 #include "FiscalCommands.h"
-#include "bancada/comandos/Assuntos.h"
+#include "bancada/comandos/Subjects.h"
 
 namespace bancada
 {
@@ -9,17 +9,17 @@ namespace
 
 // The firmware raises these itself, when the seal's switch or the technician's key says so.
 template <class Cmd, EModoIntervencao MODO>
-class Entrada final : public ComandoDe<Cmd>
+class Entrada final : public ComandoOf<Cmd>
 {
   public:
-    using ComandoDe<Cmd>::ComandoDe;
+    using ComandoOf<Cmd>::ComandoOf;
 
-    void Campos(FieldVisitor&) override {}
-    EOrigemCmd Origem() const override { return CMD_INTERNO; }
+    void Fields(FieldVisitor&) override {}
+    EOrigemCmd Origin() const override { return CMD_INTERNO; }
 
     BOOL FiscalCheck() override
     {
-        return this->Aceita(this->m_registro.PodeEntraIntervencao(MODO, this->m_dtExecStart));
+        return this->Accept(this->m_registro.CheckEntraIntervencao(MODO, this->m_dtExecStart));
     }
 
     BOOL Fiscal() override
@@ -30,17 +30,17 @@ class Entrada final : public ComandoDe<Cmd>
 };
 
 template <class Cmd, EModoIntervencao MODO>
-class Saida final : public ComandoDe<Cmd>
+class Saida final : public ComandoOf<Cmd>
 {
   public:
-    using ComandoDe<Cmd>::ComandoDe;
+    using ComandoOf<Cmd>::ComandoOf;
 
-    void Campos(FieldVisitor&) override {}
-    EOrigemCmd Origem() const override { return CMD_INTERNO; }
+    void Fields(FieldVisitor&) override {}
+    EOrigemCmd Origin() const override { return CMD_INTERNO; }
 
     BOOL FiscalCheck() override
     {
-        return this->Aceita(this->m_registro.PodeSaiIntervencao(MODO, this->m_dtExecStart));
+        return this->Accept(this->m_registro.CheckSaiIntervencao(MODO, this->m_dtExecStart));
     }
 
     BOOL Fiscal() override
@@ -52,19 +52,19 @@ class Saida final : public ComandoDe<Cmd>
 
 } // namespace
 
-std::vector<ItemCatalogo> ComandosDeIntervencao()
+std::vector<CatalogueEntry> IntervencaoComandos()
 {
     return {
-        ItemDe<Entrada<CmdEntradaMILInterno, EModoIntervencao::MIL>>(
+        EntryOf<Entrada<CmdEntradaMILInterno, EModoIntervencao::MIL>>(
             "entrada_mil_interno", "CmdEntradaMILInterno", "enters the intervention mode L",
             "intervencao, outros_documentos", "LX"),
-        ItemDe<Saida<CmdSaidaMILInterno, EModoIntervencao::MIL>>(
+        EntryOf<Saida<CmdSaidaMILInterno, EModoIntervencao::MIL>>(
             "saida_mil_interno", "CmdSaidaMILInterno", "leaves the intervention mode L",
             "outros_documentos", "LX"),
-        ItemDe<Saida<CmdSaidaMITInterno, EModoIntervencao::MIT>>(
+        EntryOf<Saida<CmdSaidaMITInterno, EModoIntervencao::MIT>>(
             "saida_mit_interno", "CmdSaidaMITInterno", "leaves the intervention mode T",
             "outros_documentos", "LX"),
-        ItemDe<Entrada<CmdEntradaMITInterno, EModoIntervencao::MIT>>(
+        EntryOf<Entrada<CmdEntradaMITInterno, EModoIntervencao::MIT>>(
             "entrada_mit_interno", "CmdEntradaMITInterno", "enters the intervention mode T",
             "intervencao", ""),
     };

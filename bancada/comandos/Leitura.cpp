@@ -1,29 +1,32 @@
 // X and fiscal-memory readings.
 #include "FiscalCommands.h"
-#include "bancada/comandos/Assuntos.h"
-#include "bancada/comandos/Campo.h"
+#include "bancada/comandos/CommonFields.h"
+#include "bancada/comandos/Subjects.h"
 
 namespace bancada
 {
 namespace
 {
 
-class LeituraX final : public ComandoDe<CmdLeituraX>
+class LeituraX final : public ComandoOf<CmdLeituraX>
 {
   public:
-    explicit LeituraX(Registro& registro) : ComandoDe(registro) { m_eMidia = IMPRESSAO; }
+    explicit LeituraX(Registro& registro) : ComandoOf(registro) { m_eMidia = IMPRESSAO; }
 
-    void Campos(FieldVisitor& campos) override
+    void Fields(FieldVisitor& fields) override
     {
-        CampoEscolha(
-            campos, "midia", m_eMidia,
+        ChoiceField(
+            fields, "midia", m_eMidia,
             {{"impressao", IMPRESSAO}, {"arquivo", ARQUIVO}, {"arquivo_dll", ARQUIVO_DLL}},
             Presence::OPTIONAL,
             "where the reading goes; a reading written to a file (arquivo) is no document: it takes no number and has no row",
             "impressao");
     }
 
-    BOOL FiscalCheck() override { return Aceita(m_registro.PodeLeituraX(m_eMidia, m_dtExecStart)); }
+    BOOL FiscalCheck() override
+    {
+        return Accept(m_registro.CheckLeituraX(m_eMidia, m_dtExecStart));
+    }
 
     BOOL Fiscal() override
     {
@@ -32,14 +35,14 @@ class LeituraX final : public ComandoDe<CmdLeituraX>
     }
 };
 
-class LeituraMF final : public ComandoDe<CmdLeituraMF>
+class LeituraMF final : public ComandoOf<CmdLeituraMF>
 {
   public:
-    using ComandoDe::ComandoDe;
+    using ComandoOf::ComandoOf;
 
-    void Campos(FieldVisitor&) override {}
+    void Fields(FieldVisitor&) override {}
 
-    BOOL FiscalCheck() override { return Aceita(m_registro.PodeLeituraMF(m_dtExecStart)); }
+    BOOL FiscalCheck() override { return Accept(m_registro.CheckLeituraMF(m_dtExecStart)); }
 
     BOOL Fiscal() override
     {
@@ -50,13 +53,13 @@ class LeituraMF final : public ComandoDe<CmdLeituraMF>
 
 } // namespace
 
-std::vector<ItemCatalogo> ComandosDeLeitura()
+std::vector<CatalogueEntry> LeituraComandos()
 {
     return {
-        ItemDe<LeituraX>("leitura_x", "CmdLeituraX", "issues an X reading", "outros_documentos",
-                         "LX"),
-        ItemDe<LeituraMF>("leitura_mf", "CmdLeituraMF", "issues a fiscal-memory reading",
-                          "outros_documentos", "MF"),
+        EntryOf<LeituraX>("leitura_x", "CmdLeituraX", "issues an X reading", "outros_documentos",
+                          "LX"),
+        EntryOf<LeituraMF>("leitura_mf", "CmdLeituraMF", "issues a fiscal-memory reading",
+                           "outros_documentos", "MF"),
     };
 }
 

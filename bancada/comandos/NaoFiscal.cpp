@@ -1,57 +1,60 @@
 // Non-fiscal receipts, withdrawals and floats.
 #include "FiscalCommands.h"
-#include "bancada/comandos/Assinatura.h"
-#include "bancada/comandos/Assuntos.h"
-#include "bancada/comandos/Campo.h"
+#include "bancada/comandos/CommonFields.h"
+#include "bancada/comandos/SignComando.h"
+#include "bancada/comandos/Subjects.h"
 
 namespace bancada
 {
 namespace
 {
 
-class AbreCNF final : public ComandoDe<CmdAbreCNF>
+class AbreCNF final : public ComandoOf<CmdAbreCNF>
 {
   public:
-    using ComandoDe::ComandoDe;
+    using ComandoOf::ComandoOf;
 
-    void Campos(FieldVisitor& campos) override
+    void Fields(FieldVisitor& fields) override
     {
-        campos.Text("cpf_cnpj", m_sCPF_CNPJ, Presence::OPTIONAL,
+        fields.Text("cpf_cnpj", m_sCPF_CNPJ, Presence::OPTIONAL,
                     "consumer's CPF or CNPJ, digits only", "52998224725");
-        campos.Text("nome", m_sNomeConsumidor, Presence::OPTIONAL, "consumer's name",
+        fields.Text("nome", m_sNomeConsumidor, Presence::OPTIONAL, "consumer's name",
                     "Maria da Silva");
-    }
-
-    BOOL FiscalCheck() override { return Aceita(m_registro.PodeAbreCNF(Quem(), m_dtExecStart)); }
-
-    BOOL Fiscal() override
-    {
-        m_registro.AbreCNF(Quem(), m_dtExecStart);
-        return TRUE;
-    }
-
-  private:
-    Consumidor Quem() const { return {m_sCPF_CNPJ, m_sNomeConsumidor, ""}; }
-};
-
-class VendeItemNF final : public ComandoDe<CmdVendeItemNF>
-{
-  public:
-    using ComandoDe::ComandoDe;
-
-    void Campos(FieldVisitor& campos) override
-    {
-        campos.Integer("totalizador", m_iIndiceTotalizador, 1, MAX_TOTALIZADORES_NF,
-                       Presence::REQUIRED,
-                       "number of the non-fiscal totalizer; 1 and 2 are kept for floats and "
-                       "withdrawals",
-                       "3");
-        campos.Money("valor", m_finValor, Presence::REQUIRED, "amount", "15.00");
     }
 
     BOOL FiscalCheck() override
     {
-        return Aceita(m_registro.PodeVendeItemNF(m_iIndiceTotalizador, m_finValor, m_dtExecStart));
+        return Accept(m_registro.CheckAbreCNF(GetConsumidor(), m_dtExecStart));
+    }
+
+    BOOL Fiscal() override
+    {
+        m_registro.AbreCNF(GetConsumidor(), m_dtExecStart);
+        return TRUE;
+    }
+
+  private:
+    Consumidor GetConsumidor() const { return {m_sCPF_CNPJ, m_sNomeConsumidor, ""}; }
+};
+
+class VendeItemNF final : public ComandoOf<CmdVendeItemNF>
+{
+  public:
+    using ComandoOf::ComandoOf;
+
+    void Fields(FieldVisitor& fields) override
+    {
+        fields.Integer("totalizador", m_iIndiceTotalizador, 1, MAX_TOTALIZADORES_NF,
+                       Presence::REQUIRED,
+                       "number of the non-fiscal totalizer; 1 and 2 are kept for floats and "
+                       "withdrawals",
+                       "3");
+        fields.Money("valor", m_finValor, Presence::REQUIRED, "amount", "15.00");
+    }
+
+    BOOL FiscalCheck() override
+    {
+        return Accept(m_registro.CheckVendeItemNF(m_iIndiceTotalizador, m_finValor, m_dtExecStart));
     }
 
     BOOL Fiscal() override
@@ -64,39 +67,39 @@ class VendeItemNF final : public ComandoDe<CmdVendeItemNF>
     Financial m_finValor;
 };
 
-class FechaCupomNF final : public ComandoDe<CmdFechaCupomNF>
+class FechaCupomNF final : public ComandoOf<CmdFechaCupomNF>
 {
   public:
-    using ComandoDe::ComandoDe;
+    using ComandoOf::ComandoOf;
 
-    void Campos(FieldVisitor&) override {}
+    void Fields(FieldVisitor&) override {}
 
-    BOOL FiscalCheck() override { return Aceita(m_registro.PodeFechaCNF(m_dtExecStart)); }
+    BOOL FiscalCheck() override { return Accept(m_registro.CheckFechaCNF(m_dtExecStart)); }
 
     BOOL Fiscal() override
     {
         m_registro.FechaCNF(m_dtExecStart);
-        Assina(*this, m_registro);
+        SignComando(*this, m_registro);
         return TRUE;
     }
 };
 
-class Sangria final : public ComandoDe<CmdSangria>
+class Sangria final : public ComandoOf<CmdSangria>
 {
   public:
-    using ComandoDe::ComandoDe;
+    using ComandoOf::ComandoOf;
 
-    void Campos(FieldVisitor& campos) override
+    void Fields(FieldVisitor& fields) override
     {
-        CampoEscolha(campos, "operacao", m_eTipoOperacao,
-                     {{"sangria", SANGRIA}, {"fundo_troco", FUNDO_TROCO}}, Presence::REQUIRED,
-                     "cash taken out of the till, or a float put into it", "sangria");
-        campos.Money("valor", m_finValor, Presence::REQUIRED, "amount", "100.00");
+        ChoiceField(fields, "operacao", m_eTipoOperacao,
+                    {{"sangria", SANGRIA}, {"fundo_troco", FUNDO_TROCO}}, Presence::REQUIRED,
+                    "cash taken out of the till, or a float put into it", "sangria");
+        fields.Money("valor", m_finValor, Presence::REQUIRED, "amount", "100.00");
     }
 
     BOOL FiscalCheck() override
     {
-        return Aceita(m_registro.PodeMovimentaCaixa(m_eTipoOperacao, m_finValor, m_dtExecStart));
+        return Accept(m_registro.CheckMovimentaCaixa(m_eTipoOperacao, m_finValor, m_dtExecStart));
     }
 
     BOOL Fiscal() override
@@ -111,19 +114,19 @@ class Sangria final : public ComandoDe<CmdSangria>
 
 } // namespace
 
-std::vector<ItemCatalogo> ComandosNaoFiscais()
+std::vector<CatalogueEntry> NaoFiscalComandos()
 {
     return {
-        ItemDe<AbreCNF>("abre_cnf", "CmdAbreCNF", "opens a non-fiscal receipt",
-                        "cupom_nf, outros_documentos", "CN"),
-        ItemDe<VendeItemNF>("vende_item_nf", "CmdVendeItemNF",
-                            "registers an item on a non-fiscal totalizer", "item_cupom_nf", ""),
-        ItemDe<FechaCupomNF>("fecha_cupom_nf", "CmdFechaCupomNF",
-                             "closes the open non-fiscal receipt", "cupom_nf, outros_documentos",
-                             ""),
-        ItemDe<Sangria>("sangria", "CmdSangria",
-                        "takes cash out of the till, or puts a float into it",
-                        "cupom_nf, item_cupom_nf, outros_documentos", "CN"),
+        EntryOf<AbreCNF>("abre_cnf", "CmdAbreCNF", "opens a non-fiscal receipt",
+                         "cupom_nf, outros_documentos", "CN"),
+        EntryOf<VendeItemNF>("vende_item_nf", "CmdVendeItemNF",
+                             "registers an item on a non-fiscal totalizer", "item_cupom_nf", ""),
+        EntryOf<FechaCupomNF>("fecha_cupom_nf", "CmdFechaCupomNF",
+                              "closes the open non-fiscal receipt", "cupom_nf, outros_documentos",
+                              ""),
+        EntryOf<Sangria>("sangria", "CmdSangria",
+                         "takes cash out of the till, or puts a float into it",
+                         "cupom_nf, item_cupom_nf, outros_documentos", "CN"),
     };
 }
 

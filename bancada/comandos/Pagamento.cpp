@@ -1,29 +1,29 @@
 // Payments and their reversal.
 #include "FiscalCommands.h"
-#include "bancada/comandos/Assuntos.h"
-#include "bancada/comandos/Campo.h"
+#include "bancada/comandos/CommonFields.h"
+#include "bancada/comandos/Subjects.h"
 
 namespace bancada
 {
 namespace
 {
 
-class EfetuaPagamento final : public ComandoDe<CmdEfetuaPagamento>
+class EfetuaPagamento final : public ComandoOf<CmdEfetuaPagamento>
 {
   public:
-    explicit EfetuaPagamento(Registro& registro) : ComandoDe(registro) { m_iNumParcelas = 1; }
+    explicit EfetuaPagamento(Registro& registro) : ComandoOf(registro) { m_iNumParcelas = 1; }
 
-    void Campos(FieldVisitor& campos) override
+    void Fields(FieldVisitor& fields) override
     {
-        CampoMeioPagamento(campos, "meio", m_iMeioPagamento, "number of the payment means, from 1");
-        campos.Money("valor", m_finValor, Presence::REQUIRED, "amount paid", "20.00");
-        CampoParcelas(campos, m_iNumParcelas);
-        CampoInfoAdicional(campos, m_sInfoAdicional);
+        MeioPagamentoField(fields, "meio", m_iMeioPagamento, "number of the payment means, from 1");
+        fields.Money("valor", m_finValor, Presence::REQUIRED, "amount paid", "20.00");
+        ParcelasField(fields, m_iNumParcelas);
+        InfoAdicionalField(fields, m_sInfoAdicional);
     }
 
     BOOL FiscalCheck() override
     {
-        return Aceita(m_registro.PodeEfetuaPagamento(m_iMeioPagamento, m_finValor, m_dtExecStart));
+        return Accept(m_registro.CheckEfetuaPagamento(m_iMeioPagamento, m_finValor, m_dtExecStart));
     }
 
     BOOL Fiscal() override
@@ -33,25 +33,25 @@ class EfetuaPagamento final : public ComandoDe<CmdEfetuaPagamento>
     }
 };
 
-class EstornaMeioPagamento final : public ComandoDe<CmdEstornaMeioPagamento>
+class EstornaMeioPagamento final : public ComandoOf<CmdEstornaMeioPagamento>
 {
   public:
-    explicit EstornaMeioPagamento(Registro& registro) : ComandoDe(registro) { m_iNumParcelas = 1; }
+    explicit EstornaMeioPagamento(Registro& registro) : ComandoOf(registro) { m_iNumParcelas = 1; }
 
-    void Campos(FieldVisitor& campos) override
+    void Fields(FieldVisitor& fields) override
     {
-        CampoMeioPagamento(campos, "origem", m_iMeioPagamentoOrigem,
+        MeioPagamentoField(fields, "origem", m_iMeioPagamentoOrigem,
                            "number of the means that the amount is taken from");
-        CampoMeioPagamento(campos, "destino", m_iMeioPagamentoDestino,
+        MeioPagamentoField(fields, "destino", m_iMeioPagamentoDestino,
                            "number of the means that the amount goes to");
-        campos.Money("valor", m_finValor, Presence::REQUIRED, "amount moved", "20.00");
-        CampoParcelas(campos, m_iNumParcelas);
-        CampoInfoAdicional(campos, m_sInfoAdicional);
+        fields.Money("valor", m_finValor, Presence::REQUIRED, "amount moved", "20.00");
+        ParcelasField(fields, m_iNumParcelas);
+        InfoAdicionalField(fields, m_sInfoAdicional);
     }
 
     BOOL FiscalCheck() override
     {
-        return Aceita(m_registro.PodeEstornaMeioPagamento(
+        return Accept(m_registro.CheckEstornaMeioPagamento(
             m_iMeioPagamentoOrigem, m_iMeioPagamentoDestino, m_finValor, m_dtExecStart));
     }
 
@@ -65,14 +65,14 @@ class EstornaMeioPagamento final : public ComandoDe<CmdEstornaMeioPagamento>
 
 } // namespace
 
-std::vector<ItemCatalogo> ComandosDePagamento()
+std::vector<CatalogueEntry> PagamentoComandos()
 {
     return {
-        ItemDe<EfetuaPagamento>("efetua_pagamento", "CmdEfetuaPagamento",
-                                "pays the open receipt, wholly or in part", "pagamento_cupom", ""),
-        ItemDe<EstornaMeioPagamento>("estorna_meio_pagamento", "CmdEstornaMeioPagamento",
-                                     "moves an amount paid from one payment means to another",
-                                     "pagamento_cupom", ""),
+        EntryOf<EfetuaPagamento>("efetua_pagamento", "CmdEfetuaPagamento",
+                                 "pays the open receipt, wholly or in part", "pagamento_cupom", ""),
+        EntryOf<EstornaMeioPagamento>("estorna_meio_pagamento", "CmdEstornaMeioPagamento",
+                                      "moves an amount paid from one payment means to another",
+                                      "pagamento_cupom", ""),
     };
 }
 

@@ -1,6 +1,6 @@
 // Programming of the register's owner.
 #include "FiscalCommands.h"
-#include "bancada/comandos/Assuntos.h"
+#include "bancada/comandos/Subjects.h"
 #include "bancada/fita/FieldVisitor.h"
 
 namespace bancada
@@ -8,24 +8,24 @@ namespace bancada
 namespace
 {
 
-class ProgramaUsuario final : public ComandoDe<CmdProgramaUsuario>
+class ProgramaUsuario final : public ComandoOf<CmdProgramaUsuario>
 {
   public:
-    using ComandoDe::ComandoDe;
+    using ComandoOf::ComandoOf;
 
-    void Campos(FieldVisitor& campos) override
+    void Fields(FieldVisitor& fields) override
     {
-        campos.Text("razao_social", m_razaoSocial, MAX_TEXTO, Presence::REQUIRED, "company name",
+        fields.Text("razao_social", m_razaoSocial, MAX_TEXT, Presence::REQUIRED, "company name",
                     "MERCEARIA DO BAIRRO LTDA");
-        campos.Text("nome_fantasia", m_nomeFantasia, MAX_TEXTO, Presence::REQUIRED, "trade name",
+        fields.Text("nome_fantasia", m_nomeFantasia, MAX_TEXT, Presence::REQUIRED, "trade name",
                     "MERCEARIA DO BAIRRO");
-        campos.Text("endereco", m_endereco, MAX_TEXTO, Presence::REQUIRED, "address",
+        fields.Text("endereco", m_endereco, MAX_TEXT, Presence::REQUIRED, "address",
                     "RUA DAS ACACIAS, 100 - CENTRO");
     }
 
     BOOL FiscalCheck() override
     {
-        return Aceita(m_registro.PodeProgramaUsuario(m_razaoSocial, m_nomeFantasia, m_endereco));
+        return Accept(m_registro.CheckProgramaUsuario(m_razaoSocial, m_nomeFantasia, m_endereco));
     }
 
     BOOL Fiscal() override
@@ -35,31 +35,31 @@ class ProgramaUsuario final : public ComandoDe<CmdProgramaUsuario>
     }
 
   private:
-    static constexpr int MAX_TEXTO = 120;
+    static constexpr int MAX_TEXT = 120;
 
     std::string m_razaoSocial;
     std::string m_nomeFantasia;
     std::string m_endereco;
 };
 
-class ProgramaCNPJ_IE_IM final : public ComandoDe<CmdProgramaCNPJ_IE_IM>
+class ProgramaCNPJ_IE_IM final : public ComandoOf<CmdProgramaCNPJ_IE_IM>
 {
   public:
-    using ComandoDe::ComandoDe;
+    using ComandoOf::ComandoOf;
 
-    void Campos(FieldVisitor& campos) override
+    void Fields(FieldVisitor& fields) override
     {
-        campos.Text("cnpj", m_sCNPJ, Presence::REQUIRED, "CNPJ, 14 digits with its check digits",
+        fields.Text("cnpj", m_sCNPJ, Presence::REQUIRED, "CNPJ, 14 digits with its check digits",
                     "11222333000181");
-        campos.Text("ie", m_sIE, Presence::REQUIRED, "state registration", "110042490114");
-        campos.Text("im", m_sIM, Presence::REQUIRED, "municipal registration; may be empty",
+        fields.Text("ie", m_sIE, Presence::REQUIRED, "state registration", "110042490114");
+        fields.Text("im", m_sIM, Presence::REQUIRED, "municipal registration; may be empty",
                     "12345678");
-        campos.Text("uf", m_sUF, Presence::REQUIRED, "state, two letters", "SP");
+        fields.Text("uf", m_sUF, Presence::REQUIRED, "state, two letters", "SP");
     }
 
     BOOL FiscalCheck() override
     {
-        return Aceita(m_registro.PodeProgramaCNPJ_IE_IM(m_sCNPJ, m_sIE, m_sIM, m_sUF));
+        return Accept(m_registro.CheckProgramaCNPJ_IE_IM(m_sCNPJ, m_sIE, m_sIM, m_sUF));
     }
 
     BOOL Fiscal() override
@@ -71,13 +71,13 @@ class ProgramaCNPJ_IE_IM final : public ComandoDe<CmdProgramaCNPJ_IE_IM>
 
 } // namespace
 
-std::vector<ItemCatalogo> ComandosDeProprietario()
+std::vector<CatalogueEntry> ProprietarioComandos()
 {
     return {
-        ItemDe<ProgramaUsuario>("programa_usuario", "CmdProgramaUsuario",
-                                "programs the owner's names and address", "dados_usuario", ""),
-        ItemDe<ProgramaCNPJ_IE_IM>("programa_cnpj_ie_im", "CmdProgramaCNPJ_IE_IM",
-                                   "programs the owner's registrations", "dados_usuario", ""),
+        EntryOf<ProgramaUsuario>("programa_usuario", "CmdProgramaUsuario",
+                                 "programs the owner's names and address", "dados_usuario", ""),
+        EntryOf<ProgramaCNPJ_IE_IM>("programa_cnpj_ie_im", "CmdProgramaCNPJ_IE_IM",
+                                    "programs the owner's registrations", "dados_usuario", ""),
     };
 }
 

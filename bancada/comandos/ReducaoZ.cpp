@@ -1,20 +1,20 @@
 // The Z reduction.
 #include "FiscalCommands.h"
-#include "bancada/comandos/Assuntos.h"
+#include "bancada/comandos/Subjects.h"
 
 namespace bancada
 {
 namespace
 {
 
-class ReducaoZ final : public ComandoDe<CmdReducaoZ>
+class ReducaoZ final : public ComandoOf<CmdReducaoZ>
 {
   public:
-    using ComandoDe::ComandoDe;
+    using ComandoOf::ComandoOf;
 
-    void Campos(FieldVisitor&) override {}
+    void Fields(FieldVisitor&) override {}
 
-    BOOL FiscalCheck() override { return Aceita(m_registro.PodeReducaoZ(m_dtExecStart)); }
+    BOOL FiscalCheck() override { return Accept(m_registro.CheckReducaoZ(m_dtExecStart)); }
 
     BOOL Fiscal() override
     {
@@ -25,12 +25,12 @@ class ReducaoZ final : public ComandoDe<CmdReducaoZ>
 
 } // namespace
 
-std::vector<ItemCatalogo> ComandosDeReducaoZ()
+std::vector<CatalogueEntry> ReducaoZComandos()
 {
-    return {ItemDe<ReducaoZ>("reducao_z", "CmdReducaoZ", "closes the fiscal day",
-                             "reducao_z, totalizador_reducao, meio_pagamento_reducao, "
-                             "outros_documentos",
-                             "RZ")};
+    return {EntryOf<ReducaoZ>("reducao_z", "CmdReducaoZ", "closes the fiscal day",
+                              "reducao_z, totalizador_reducao, meio_pagamento_reducao, "
+                              "outros_documentos",
+                              "RZ")};
 }
 
 } // namespace bancada

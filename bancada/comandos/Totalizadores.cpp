@@ -1,30 +1,30 @@
 // Programming of rates, special totalizers, payment means and non-fiscal totalizers.
 #include "FiscalCommands.h"
-#include "bancada/comandos/Assuntos.h"
-#include "bancada/comandos/Campo.h"
+#include "bancada/comandos/CommonFields.h"
+#include "bancada/comandos/Subjects.h"
 
 namespace bancada
 {
 namespace
 {
 
-class InsereAliquota final : public ComandoDe<CmdInsereAliquota>
+class InsereAliquota final : public ComandoOf<CmdInsereAliquota>
 {
   public:
-    using ComandoDe::ComandoDe;
+    using ComandoOf::ComandoOf;
 
-    void Campos(FieldVisitor& campos) override
+    void Fields(FieldVisitor& fields) override
     {
-        CampoSigla(campos, "tributacao", m_sTributacao, {{"T", 0}, {"S", 1}},
+        SiglaField(fields, "tributacao", m_sTributacao, {{"T", 0}, {"S", 1}},
                    "T an ICMS rate, S an ISSQN rate", "T");
-        campos.Integer("indice", m_iIndice, 1, MAX_ALIQUOTAS, Presence::OPTIONAL,
+        fields.Integer("indice", m_iIndice, 1, MAX_ALIQUOTAS, Presence::OPTIONAL,
                        "number of the rate; the first free one when absent", "1");
-        campos.Percent("percentual", m_iCentesimos, Presence::REQUIRED, "the rate", "18.00");
+        fields.Percent("percentual", m_iCentesimos, Presence::REQUIRED, "the rate", "18.00");
     }
 
     BOOL FiscalCheck() override
     {
-        return Aceita(m_registro.PodeProgramaAliquota(m_sTributacao, m_iIndice, m_iCentesimos));
+        return Accept(m_registro.CheckProgramaAliquota(m_sTributacao, m_iIndice, m_iCentesimos));
     }
 
     BOOL Fiscal() override
@@ -40,23 +40,23 @@ class InsereAliquota final : public ComandoDe<CmdInsereAliquota>
 };
 
 template <class Cmd, bool HABILITADO>
-class Habilitacao final : public ComandoDe<Cmd>
+class Habilitacao final : public ComandoOf<Cmd>
 {
   public:
-    using ComandoDe<Cmd>::ComandoDe;
+    using ComandoOf<Cmd>::ComandoOf;
 
-    void Campos(FieldVisitor& campos) override
+    void Fields(FieldVisitor& fields) override
     {
-        CampoSigla(campos, "codigo", m_sCodigo,
+        SiglaField(fields, "codigo", m_sCodigo,
                    {{"F", 0}, {"I", 1}, {"N", 2}, {"FS", 3}, {"IS", 4}, {"NS", 5}},
                    "code of the special totalizer", "F");
-        campos.Integer("numero", m_iNumero, 1, 3, Presence::REQUIRED, "its number", "1");
+        fields.Integer("numero", m_iNumero, 1, 3, Presence::REQUIRED, "its number", "1");
     }
 
     BOOL FiscalCheck() override
     {
-        return this->Aceita(
-            this->m_registro.PodeHabilitaTotalizador(m_sCodigo, m_iNumero, HABILITADO));
+        return this->Accept(
+            this->m_registro.CheckHabilitaTotalizador(m_sCodigo, m_iNumero, HABILITADO));
     }
 
     BOOL Fiscal() override
@@ -70,29 +70,29 @@ class Habilitacao final : public ComandoDe<Cmd>
     int m_iNumero = 0;
 };
 
-class InsereMeioPagamento final : public ComandoDe<CmdInsereMeiosPagamento>
+class InsereMeioPagamento final : public ComandoOf<CmdInsereMeiosPagamento>
 {
   public:
-    explicit InsereMeioPagamento(Registro& registro) : ComandoDe(registro)
+    explicit InsereMeioPagamento(Registro& registro) : ComandoOf(registro)
     {
         m_eVinculacaoCCD = SEM_CCD;
     }
 
-    void Campos(FieldVisitor& campos) override
+    void Fields(FieldVisitor& fields) override
     {
-        campos.Integer("indice", m_iIndice, 1, MAX_MEIOS_PAGAMENTO, Presence::REQUIRED,
+        fields.Integer("indice", m_iIndice, 1, MAX_MEIOS_PAGAMENTO, Presence::REQUIRED,
                        "number of the payment means", "2");
-        campos.Text("descricao", m_sDescricao, Presence::REQUIRED, "its name", "CARTAO CREDITO");
+        fields.Text("descricao", m_sDescricao, Presence::REQUIRED, "its name", "CARTAO CREDITO");
         bool vinculado = m_eVinculacaoCCD == COM_CCD;
-        campos.Flag("vinculado_ccd", vinculado, Presence::OPTIONAL,
+        fields.Flag("vinculado_ccd", vinculado, Presence::OPTIONAL,
                     "it may be tied to a credit/debit voucher, and so gives no change", "true");
         m_eVinculacaoCCD = vinculado ? COM_CCD : SEM_CCD;
     }
 
     BOOL FiscalCheck() override
     {
-        return Aceita(
-            m_registro.PodeProgramaMeioPagamento(m_iIndice, m_sDescricao, m_eVinculacaoCCD));
+        return Accept(
+            m_registro.CheckProgramaMeioPagamento(m_iIndice, m_sDescricao, m_eVinculacaoCCD));
     }
 
     BOOL Fiscal() override
@@ -102,22 +102,22 @@ class InsereMeioPagamento final : public ComandoDe<CmdInsereMeiosPagamento>
     }
 };
 
-class InsereRegOpeNF final : public ComandoDe<CmdInsereRegOpeNF>
+class InsereRegOpeNF final : public ComandoOf<CmdInsereRegOpeNF>
 {
   public:
-    using ComandoDe::ComandoDe;
+    using ComandoOf::ComandoOf;
 
-    void Campos(FieldVisitor& campos) override
+    void Fields(FieldVisitor& fields) override
     {
-        campos.Integer("indice", m_iIndice, NUMERO_NF_SANGRIA + 1, MAX_TOTALIZADORES_NF,
+        fields.Integer("indice", m_iIndice, NUMERO_NF_SANGRIA + 1, MAX_TOTALIZADORES_NF,
                        Presence::REQUIRED,
                        "number of the totalizer; 1 and 2 are the register's own", "3");
-        campos.Text("descricao", m_sDescricao, Presence::REQUIRED, "its name", "RECARGA CELULAR");
+        fields.Text("descricao", m_sDescricao, Presence::REQUIRED, "its name", "RECARGA CELULAR");
     }
 
     BOOL FiscalCheck() override
     {
-        return Aceita(m_registro.PodeProgramaTotalizadorNF(m_iIndice, m_sDescricao));
+        return Accept(m_registro.CheckProgramaTotalizadorNF(m_iIndice, m_sDescricao));
     }
 
     BOOL Fiscal() override
@@ -129,21 +129,21 @@ class InsereRegOpeNF final : public ComandoDe<CmdInsereRegOpeNF>
 
 } // namespace
 
-std::vector<ItemCatalogo> ComandosDeTotalizadores()
+std::vector<CatalogueEntry> TotalizadoresComandos()
 {
     return {
-        ItemDe<InsereAliquota>("insere_aliquota", "CmdInsereAliquota", "programs a tax rate", "",
-                               ""),
-        ItemDe<Habilitacao<CmdHabilitaTotalizadores, true>>("habilita_totalizadores",
-                                                            "CmdHabilitaTotalizadores",
-                                                            "enables a special totalizer", "", ""),
-        ItemDe<Habilitacao<CmdDesabilitaTotalizadores, false>>(
+        EntryOf<InsereAliquota>("insere_aliquota", "CmdInsereAliquota", "programs a tax rate", "",
+                                ""),
+        EntryOf<Habilitacao<CmdHabilitaTotalizadores, true>>("habilita_totalizadores",
+                                                             "CmdHabilitaTotalizadores",
+                                                             "enables a special totalizer", "", ""),
+        EntryOf<Habilitacao<CmdDesabilitaTotalizadores, false>>(
             "desabilita_totalizadores", "CmdDesabilitaTotalizadores",
             "disables a special totalizer", "", ""),
-        ItemDe<InsereMeioPagamento>("insere_meio_pagamento", "CmdInsereMeiosPagamento",
-                                    "programs a payment means", "meio_pagamento", ""),
-        ItemDe<InsereRegOpeNF>("insere_reg_ope_nf", "CmdInsereRegOpeNF",
-                               "programs a non-fiscal totalizer", "totalizador_nao_fiscal", ""),
+        EntryOf<InsereMeioPagamento>("insere_meio_pagamento", "CmdInsereMeiosPagamento",
+                                     "programs a payment means", "meio_pagamento", ""),
+        EntryOf<InsereRegOpeNF>("insere_reg_ope_nf", "CmdInsereRegOpeNF",
+                                "programs a non-fiscal totalizer", "totalizador_nao_fiscal", ""),
     };
 }
 

@@ -1,7 +1,7 @@
 // Sale of an item, by the plain and by the detailed command.
 #include "FiscalCommands.h"
-#include "bancada/comandos/Assuntos.h"
-#include "bancada/comandos/Campo.h"
+#include "bancada/comandos/CommonFields.h"
+#include "bancada/comandos/Subjects.h"
 #include "bancada/fita/FieldVisitor.h"
 
 #include <cstring>
@@ -13,35 +13,35 @@ namespace
 
 // The two commands have the same members under the same names, at different places.
 template <class Cmd>
-class Venda : public ComandoDe<Cmd>
+class Venda : public ComandoOf<Cmd>
 {
   public:
-    explicit Venda(Registro& registro) : ComandoDe<Cmd>(registro)
+    explicit Venda(Registro& registro) : ComandoOf<Cmd>(registro)
     {
         std::strcpy(this->m_sUnidadeMedida, "UN");
     }
 
-    void Campos(FieldVisitor& campos) override
+    void Fields(FieldVisitor& fields) override
     {
-        campos.Text("codigo", this->m_sCodigoItem, Presence::REQUIRED, "item code",
+        fields.Text("codigo", this->m_sCodigoItem, Presence::REQUIRED, "item code",
                     "7891000100103");
-        campos.Text("descricao", this->m_sDescricao, Presence::REQUIRED, "item description",
+        fields.Text("descricao", this->m_sDescricao, Presence::REQUIRED, "item description",
                     "ARROZ TIPO 1 5KG");
-        campos.Quantity("quantidade", m_quantidade, 3, Presence::REQUIRED,
+        fields.Quantity("quantidade", m_quantidade, 3, Presence::REQUIRED,
                         "quantity, 0 to 3 decimals; the decimals written are those of the sale",
                         "1.500");
-        campos.Text("unidade", this->m_sUnidadeMedida, Presence::OPTIONAL, "unit of measure", "KG");
-        campos.Quantity("valor_unitario", m_valorUnitario, 3, Presence::REQUIRED,
+        fields.Text("unidade", this->m_sUnidadeMedida, Presence::OPTIONAL, "unit of measure", "KG");
+        fields.Quantity("valor_unitario", m_valorUnitario, 3, Presence::REQUIRED,
                         "unit price, 0 to 3 decimals; the decimals written are those of the sale",
                         "2.999");
-        CampoSigla(
-            campos, "tributacao", this->m_sTributacao,
+        SiglaField(
+            fields, "tributacao", this->m_sTributacao,
             {{"T", 0}, {"S", 1}, {"F", 2}, {"I", 3}, {"N", 4}, {"FS", 5}, {"IS", 6}, {"NS", 7}},
             "T an ICMS rate, S an ISSQN rate, the others a special totalizer", "T");
-        campos.Integer("indice", this->m_iIndiceTributacao, 1, MAX_ALIQUOTAS, Presence::REQUIRED,
+        fields.Integer("indice", this->m_iIndiceTributacao, 1, MAX_ALIQUOTAS, Presence::REQUIRED,
                        "number of the rate or totalizer, from 1", "1");
         bool arredonda = this->m_cArredTrunc == 'A';
-        campos.Flag("arredonda", arredonda, Presence::OPTIONAL,
+        fields.Flag("arredonda", arredonda, Presence::OPTIONAL,
                     "true: the item's total is rounded half up to cents; false: it is truncated",
                     "true");
         this->m_cArredTrunc = arredonda ? 'A' : 'T';
@@ -49,14 +49,14 @@ class Venda : public ComandoDe<Cmd>
 
     BOOL InitCheck(CommandDataFisco*) override
     {
-        this->m_iCasasDecimaisQtde = m_quantidade.casas;
-        this->m_iCasasDecimaisValor = m_valorUnitario.casas;
+        this->m_iCasasDecimaisQtde = m_quantidade.decimals;
+        this->m_iCasasDecimaisValor = m_valorUnitario.decimals;
         return TRUE;
     }
 
     BOOL FiscalCheck() override
     {
-        return this->Aceita(this->m_registro.PodeVendeItem(Item(), this->m_dtExecStart));
+        return this->Accept(this->m_registro.CheckVendeItem(Item(), this->m_dtExecStart));
     }
 
     BOOL Fiscal() override
@@ -86,14 +86,14 @@ class Venda : public ComandoDe<Cmd>
 
 } // namespace
 
-std::vector<ItemCatalogo> ComandosDeVenda()
+std::vector<CatalogueEntry> VendaItemComandos()
 {
     return {
-        ItemDe<Venda<CmdVendeItem>>("vende_item", "CmdVendeItem", "sells an item",
-                                    "item_cupom_fiscal", ""),
-        ItemDe<Venda<CmdVendeItemDetalhado>>("vende_item_detalhado", "CmdVendeItemDetalhado",
-                                             "sells an item by the detailed command",
-                                             "item_cupom_fiscal", ""),
+        EntryOf<Venda<CmdVendeItem>>("vende_item", "CmdVendeItem", "sells an item",
+                                     "item_cupom_fiscal", ""),
+        EntryOf<Venda<CmdVendeItemDetalhado>>("vende_item_detalhado", "CmdVendeItemDetalhado",
+                                              "sells an item by the detailed command",
+                                              "item_cupom_fiscal", ""),
     };
 }
 

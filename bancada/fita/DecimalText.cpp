@@ -36,7 +36,7 @@ bool ParseDecimal(std::string_view text, int maxDigits, int maxDecimals, Decimal
             result.unscaled = result.unscaled * 10 + (digit - '0');
         }
     }
-    result.casas = static_cast<int>(decimals.size());
+    result.decimals = static_cast<int>(decimals.size());
     out = result;
     return true;
 }

@@ -97,7 +97,7 @@ void FieldTable::Quantity(const char* name, Decimal& out, int maxDecimals, Prese
                           const char* doc, const char* example)
 {
     Add(name, DecimalKind(QUANTITY_DIGITS, maxDecimals), presence,
-        Quoted(DecimalText(out.unscaled, out.casas)), doc, Quoted(example));
+        Quoted(DecimalText(out.unscaled, out.decimals)), doc, Quoted(example));
 }
 
 void FieldTable::Percent(const char* name, int& hundredths, Presence presence, const char* doc,

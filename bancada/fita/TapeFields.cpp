@@ -154,7 +154,7 @@ void TapeFields::Money(const char* name, Financial& out, Presence presence, cons
         return;
     }
     std::int64_t cents = amount.unscaled;
-    for (int decimals = amount.casas; decimals < MONEY_DECIMALS; ++decimals) {
+    for (int decimals = amount.decimals; decimals < MONEY_DECIMALS; ++decimals) {
         cents *= 10;
     }
     out = Financial::FromCents(cents);
@@ -175,7 +175,7 @@ void TapeFields::Percent(const char* name, int& hundredths, Presence presence, c
         return;
     }
     std::int64_t value = percent.unscaled;
-    for (int decimals = percent.casas; decimals < PERCENT_DECIMALS; ++decimals) {
+    for (int decimals = percent.decimals; decimals < PERCENT_DECIMALS; ++decimals) {
         value *= 10;
     }
     hundredths = static_cast<int>(value);

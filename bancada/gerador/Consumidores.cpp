@@ -19,12 +19,12 @@ const char* const RUAS[] = {"RUA DAS LARANJEIRAS",  "RUA DO COMERCIO",     "AV. 
                             "RUA SETE DE SETEMBRO", "TRAVESSA DAS FLORES", "RUA XV DE NOVEMBRO"};
 
 template <std::size_t tamanho>
-const char* Um(Sorteio& sorteio, const char* const (&lista)[tamanho])
+const char* Um(Draw& sorteio, const char* const (&lista)[tamanho])
 {
     return lista[sorteio.Ate(tamanho)];
 }
 
-std::string Digitos(Sorteio& sorteio, int quantos)
+std::string Digitos(Draw& sorteio, int quantos)
 {
     std::string digitos;
     for (int i = 0; i < quantos; ++i) {
@@ -56,7 +56,7 @@ std::string ComDigitos(std::string digitos, int maiorPeso)
 
 } // namespace
 
-std::string SorteiaCpf(Sorteio& sorteio)
+std::string DrawCpf(Draw& sorteio)
 {
     // A CPF of one repeated digit has right check digits and is none.
     std::string digitos = Digitos(sorteio, 9);
@@ -66,24 +66,24 @@ std::string SorteiaCpf(Sorteio& sorteio)
     return ComDigitos(digitos, 11);
 }
 
-std::string SorteiaCnpj(Sorteio& sorteio)
+std::string DrawCnpj(Draw& sorteio)
 {
     return ComDigitos(Digitos(sorteio, 8) + "0001", 9);
 }
 
-std::string SorteiaNome(Sorteio& sorteio)
+std::string DrawNome(Draw& sorteio)
 {
     const std::string nome = Um(sorteio, NOMES);
     return nome + " " + Um(sorteio, SOBRENOMES);
 }
 
-std::string SorteiaEndereco(Sorteio& sorteio)
+std::string DrawEndereco(Draw& sorteio)
 {
     const std::string rua = Um(sorteio, RUAS);
     return rua + ", " + std::to_string(sorteio.Entre(1, 1999));
 }
 
-std::string CpfPontuado(const std::string& cpf)
+std::string PunctuatedCpf(const std::string& cpf)
 {
     return cpf.substr(0, 3) + "." + cpf.substr(3, 3) + "." + cpf.substr(6, 3) + "-" + cpf.substr(9);
 }

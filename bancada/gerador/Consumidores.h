@@ -1,7 +1,7 @@
 // The consumers who say who they are.
 #pragma once
 
-#include "bancada/gerador/Sorteio.h"
+#include "bancada/gerador/Draw.h"
 
 #include <string>
 
@@ -9,14 +9,14 @@ namespace bancada
 {
 
 // Bare digits, the check digits right. All of them are invented.
-std::string SorteiaCpf(Sorteio& sorteio);
-std::string SorteiaCnpj(Sorteio& sorteio);
+std::string DrawCpf(Draw& sorteio);
+std::string DrawCnpj(Draw& sorteio);
 
 // A first and a last name, within 30 characters.
-std::string SorteiaNome(Sorteio& sorteio);
-std::string SorteiaEndereco(Sorteio& sorteio);
+std::string DrawNome(Draw& sorteio);
+std::string DrawEndereco(Draw& sorteio);
 
 // As it is printed: 123.456.789-09.
-std::string CpfPontuado(const std::string& cpf);
+std::string PunctuatedCpf(const std::string& cpf);
 
 } // namespace bancada

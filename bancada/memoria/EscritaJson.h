@@ -37,7 +37,7 @@ class EscritaJson
     }
     void Numero(const char* nome, const Decimal& numero)
     {
-        Poe(nome, JsonDeDecimal(numero), numero.unscaled != 0 || numero.casas != 0);
+        Poe(nome, JsonDeDecimal(numero), numero.unscaled != 0 || numero.decimals != 0);
     }
     void Texto(const char* nome, const std::string& texto) { Poe(nome, texto, !texto.empty()); }
     void Marca(const char* nome, bool marca) { Poe(nome, marca, marca); }

@@ -79,7 +79,7 @@ void LeituraJson::Percentual(const char* nome, int& centesimos)
     Le(nome, centesimos, [](const auto& json) {
         const Decimal decimal = DecimalDeJson(json, DIGITOS_ALIQUOTA, PERCENT_DECIMALS);
         std::int64_t valor = decimal.unscaled;
-        for (int casas = decimal.casas; casas < PERCENT_DECIMALS; ++casas) {
+        for (int casas = decimal.decimals; casas < PERCENT_DECIMALS; ++casas) {
             valor *= 10;
         }
         return static_cast<int>(valor);

@@ -3,8 +3,8 @@
 #include "bancada/memoria/CamposDaMemoria.h"
 #include "bancada/memoria/EscritaJson.h"
 #include "bancada/memoria/LeituraJson.h"
-#include "bancada/registro/CupomAtual.h"
-#include "bancada/registro/Regras.h"
+#include "bancada/registro/Checks.h"
+#include "bancada/registro/CurrentCupom.h"
 
 namespace bancada
 {
@@ -19,19 +19,19 @@ void Exige(bool vale, const std::string& lugar, const char* motivo)
 }
 
 // What the register takes for granted of an open receipt.
-void ConfereCupomEmCurso(const CupomAtual& cupom, const std::string& lugar)
+void ConfereCupomEmCurso(const CurrentCupom& cupom, const std::string& lugar)
 {
     int vivos = 0;
     Financial subtotal;
-    for (const ItemRegistrado& item : cupom.itens) {
+    for (const ItemVendido& item : cupom.itens) {
         if (item.cancelado) {
             continue;
         }
         ++vivos;
-        subtotal += LiquidoDoItem(item);
+        subtotal += ItemLiquido(item);
     }
     Financial pago;
-    for (const PagamentoRegistrado& pagamento : cupom.pagamentos) {
+    for (const PagamentoEfetuado& pagamento : cupom.pagamentos) {
         pago += pagamento.valor;
     }
     Exige(cupom.itensVivos == vivos, lugar + ".itens_vivos",
@@ -48,7 +48,7 @@ void Confere(const Memoria& memoria, const std::string& lugar)
     Exige(memoria.gtInicial <= memoria.gt, lugar + ".gt_inicial", "it is more than gt");
     Exige(!memoria.jornada.aberta || memoria.jornada.data.s != matlong[0], lugar + ".jornada.data",
           "an open day has one");
-    if (CupomAberto(memoria)) {
+    if (IsCupomOpen(memoria)) {
         Exige(memoria.documento == EDocumentoAberto::NENHUM, lugar + ".documento",
               "a receipt is open, and no other document can be");
         ConfereCupomEmCurso(memoria.cupom, lugar + ".cupom");

@@ -17,8 +17,8 @@ Nomes FazNomes()
     }
     for (const char* codigo : {"T", "F", "I", "N", "S", "FS", "IS", "NS"}) {
         for (int numero = 1; numero <= MAX_ALIQUOTAS; ++numero) {
-            const LugarDoTotalizador lugar = LocalizaTotalizador(codigo, numero);
-            if (lugar.Existe()) {
+            const TotalizadorPlace lugar = FindTotalizador(codigo, numero);
+            if (lugar.Exists()) {
                 nomes[static_cast<std::size_t>(lugar.baseImposto)]
                      [static_cast<std::size_t>(lugar.posicao)] = codigo + std::to_string(numero);
             }

@@ -3,7 +3,7 @@
 #include "bancada/fita/DecimalText.h"
 #include "bancada/fita/FieldLimits.h"
 #include "bancada/fita/Instant.h"
-#include "bancada/registro/Textos.h"
+#include "bancada/registro/TextForms.h"
 
 #include <algorithm>
 #include <sodium.h>
@@ -25,12 +25,12 @@ const std::string& TextoDe(const nlohmann::json& json, const char* devido)
 
 std::string JsonDeValor(const Financial& valor)
 {
-    return TextoValor(valor);
+    return ValorToText(valor);
 }
 
 std::string JsonDeDecimal(const Decimal& numero)
 {
-    std::string texto = TextoDecimal(numero);
+    std::string texto = DecimalToText(numero);
     std::replace(texto.begin(), texto.end(), ',', '.');
     return texto;
 }
@@ -57,7 +57,7 @@ Financial ValorDeJson(const nlohmann::json& json)
     if (!ParseDecimal(TextoDe(json, devido), MONEY_DIGITS, MONEY_DECIMALS, decimal)) {
         throw ValorInvalido(std::string(devido) + " is due");
     }
-    for (; decimal.casas < MONEY_DECIMALS; ++decimal.casas) {
+    for (; decimal.decimals < MONEY_DECIMALS; ++decimal.decimals) {
         decimal.unscaled *= 10;
     }
     return Financial::FromCents(decimal.unscaled);

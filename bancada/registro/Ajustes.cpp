@@ -1,9 +1,9 @@
 // Discounts and surcharges, on an item and on the subtotal, and their cancellation.
-#include "bancada/registro/CupomAtual.h"
-#include "bancada/registro/Escrituracao.h"
+#include "bancada/registro/Booking.h"
+#include "bancada/registro/Checks.h"
+#include "bancada/registro/CurrentCupom.h"
 #include "bancada/registro/Rateio.h"
 #include "bancada/registro/Registro.h"
-#include "bancada/registro/Regras.h"
 
 #include <vector>
 
@@ -13,24 +13,24 @@ namespace bancada
 namespace
 {
 
-constexpr int CEM_POR_CENTO = 10000;  // hundredths of a percent
-constexpr int MAX_PERCENTUAL = 99999; // 999.99 %
+constexpr int HUNDRED_PERCENT = 10000; // hundredths of a percent
+constexpr int MAX_PERCENTUAL = 99999;  // 999.99 %
 
-const char* Nome(EOperacao operacao)
+const char* OperacaoName(EOperacao operacao)
 {
     return operacao == DESCONTO ? "discount" : "surcharge";
 }
 
-// What the adjustment comes to on `base`. REQUIRES: ConfereAjuste accepts it, or it is by value.
-Financial ValorDoAjuste(const Ajuste& ajuste, const Financial& base)
+// What the adjustment comes to on `base`. REQUIRES: CheckAjuste accepts it, or it is by value.
+Financial AjusteValor(const Ajuste& ajuste, const Financial& base)
 {
     if (ajuste.tipo == VALOR) {
         return Financial(ajuste.valor);
     }
-    return base.Times(ajuste.valor, BigInt(CEM_POR_CENTO), 2, Rounding::TOWARD_ZERO);
+    return base.Times(ajuste.valor, BigInt(HUNDRED_PERCENT), 2, Rounding::TOWARD_ZERO);
 }
 
-Recusa ConfereAjuste(const Ajuste& ajuste, const Financial& base)
+Refusal CheckAjuste(const Ajuste& ajuste, const Financial& base)
 {
     if (ajuste.operacao != DESCONTO && ajuste.operacao != ACRESCIMO) {
         return "an adjustment is a discount or a surcharge";
@@ -39,87 +39,88 @@ Recusa ConfereAjuste(const Ajuste& ajuste, const Financial& base)
         (ajuste.valor <= BigInt(0) || ajuste.valor > BigInt(MAX_PERCENTUAL))) {
         return "the percentage must be above zero and at most 999.99";
     }
-    const Financial valor = ValorDoAjuste(ajuste, base);
-    const std::string nome = std::string("the ") + Nome(ajuste.operacao);
-    if (Recusa recusa = ConfereValor(nome.c_str(), valor, MaximoDeUmLancamento())) {
-        return recusa;
+    const Financial valor = AjusteValor(ajuste, base);
+    const std::string name = std::string("the ") + OperacaoName(ajuste.operacao);
+    if (Refusal refusal = CheckValor(name.c_str(), valor, MaxLancamento())) {
+        return refusal;
     }
     if (ajuste.operacao == DESCONTO && valor >= base) {
-        return nome + " must be smaller than what it is taken from";
+        return name + " must be smaller than what it is taken from";
     }
     return std::nullopt;
 }
 
-int NumeroDoItem(const CupomAtual& cupom, int numeroItem)
+int ItemNumber(const CurrentCupom& cupom, int numeroItem)
 {
     return numeroItem == 0 ? static_cast<int>(cupom.itens.size()) : numeroItem;
 }
 
-const ItemRegistrado& Item(const CupomAtual& cupom, int numeroItem)
+const ItemVendido& Item(const CurrentCupom& cupom, int numeroItem)
 {
     return cupom.itens[static_cast<std::size_t>(numeroItem) - 1];
 }
 
-ItemRegistrado& Item(CupomAtual& cupom, int numeroItem)
+ItemVendido& Item(CurrentCupom& cupom, int numeroItem)
 {
     return cupom.itens[static_cast<std::size_t>(numeroItem) - 1];
 }
 
 } // namespace
 
-Recusa Registro::PodeAjustaItem(const Ajuste& ajuste, int numeroItem, RtcAbsoluteTime) const
+Refusal Registro::CheckAjustaItem(const Ajuste& ajuste, int numeroItem, RtcAbsoluteTime) const
 {
-    if (Recusa recusa = ConfereCupomAberto(m_memoria)) {
-        return recusa;
+    if (Refusal refusal = CheckCupomOpen(m_memoria)) {
+        return refusal;
     }
-    if (Recusa recusa = ConfereItensAbertos(m_memoria)) {
-        return recusa;
+    if (Refusal refusal = CheckItensOpen(m_memoria)) {
+        return refusal;
     }
-    const CupomAtual& cupom = m_memoria.cupom;
-    const int numero = NumeroDoItem(cupom, numeroItem);
-    if (Recusa recusa = ConfereItem(cupom, numero)) {
-        return recusa;
+    const CurrentCupom& cupom = m_memoria.cupom;
+    const int numero = ItemNumber(cupom, numeroItem);
+    if (Refusal refusal = CheckItem(cupom, numero)) {
+        return refusal;
     }
-    const ItemRegistrado& item = Item(cupom, numero);
-    const Financial& presente = ajuste.operacao == DESCONTO ? item.desconto : item.acrescimo;
-    if (!presente.IsZero()) {
-        return "item " + std::to_string(numero) + " already carries a " + Nome(ajuste.operacao);
+    const ItemVendido& item = Item(cupom, numero);
+    const Financial& present = ajuste.operacao == DESCONTO ? item.desconto : item.acrescimo;
+    if (!present.IsZero()) {
+        return "item " + std::to_string(numero) + " already carries a " +
+               OperacaoName(ajuste.operacao);
     }
-    return ConfereAjuste(ajuste, LiquidoDoItem(item));
+    return CheckAjuste(ajuste, ItemLiquido(item));
 }
 
 void Registro::AjustaItem(const Ajuste& ajuste, int numeroItem, RtcAbsoluteTime)
 {
-    CupomAtual& cupom = m_memoria.cupom;
-    ItemRegistrado& item = Item(cupom, NumeroDoItem(cupom, numeroItem));
-    const Financial valor = ValorDoAjuste(ajuste, LiquidoDoItem(item));
+    CurrentCupom& cupom = m_memoria.cupom;
+    ItemVendido& item = Item(cupom, ItemNumber(cupom, numeroItem));
+    const Financial valor = AjusteValor(ajuste, ItemLiquido(item));
     if (ajuste.operacao == DESCONTO) {
         item.desconto = valor;
         cupom.subtotal -= valor;
-        EscrituraDesconto(m_memoria, item, valor);
+        BookDesconto(m_memoria, item, valor);
     } else {
         item.acrescimo = valor;
         cupom.subtotal += valor;
-        EscrituraAcrescimo(m_memoria, item, valor);
+        BookAcrescimo(m_memoria, item, valor);
     }
 }
 
-Recusa Registro::PodeCancelaAjusteItem(EOperacao operacao, int numeroItem, RtcAbsoluteTime) const
+Refusal Registro::CheckCancelaAjusteItem(EOperacao operacao, int numeroItem, RtcAbsoluteTime) const
 {
-    if (Recusa recusa = ConfereCupomAberto(m_memoria)) {
-        return recusa;
+    if (Refusal refusal = CheckCupomOpen(m_memoria)) {
+        return refusal;
     }
-    if (Recusa recusa = ConfereItensAbertos(m_memoria)) {
-        return recusa;
+    if (Refusal refusal = CheckItensOpen(m_memoria)) {
+        return refusal;
     }
-    const CupomAtual& cupom = m_memoria.cupom;
-    if (Recusa recusa = ConfereItem(cupom, numeroItem)) {
-        return recusa;
+    const CurrentCupom& cupom = m_memoria.cupom;
+    if (Refusal refusal = CheckItem(cupom, numeroItem)) {
+        return refusal;
     }
-    const ItemRegistrado& item = Item(cupom, numeroItem);
-    const Financial& presente = operacao == DESCONTO ? item.desconto : item.acrescimo;
-    if (presente.IsZero()) {
-        return "item " + std::to_string(numeroItem) + " carries no " + Nome(operacao);
+    const ItemVendido& item = Item(cupom, numeroItem);
+    const Financial& present = operacao == DESCONTO ? item.desconto : item.acrescimo;
+    if (present.IsZero()) {
+        return "item " + std::to_string(numeroItem) + " carries no " + OperacaoName(operacao);
     }
     // A discount taken after the surcharge may be more than the item without it.
     if (operacao == ACRESCIMO && item.desconto >= item.bruto) {
@@ -131,67 +132,67 @@ Recusa Registro::PodeCancelaAjusteItem(EOperacao operacao, int numeroItem, RtcAb
 
 void Registro::CancelaAjusteItem(EOperacao operacao, int numeroItem, RtcAbsoluteTime)
 {
-    CupomAtual& cupom = m_memoria.cupom;
-    ItemRegistrado& item = Item(cupom, numeroItem);
+    CurrentCupom& cupom = m_memoria.cupom;
+    ItemVendido& item = Item(cupom, numeroItem);
     if (operacao == DESCONTO) {
         cupom.subtotal += item.desconto;
-        EscrituraCancelamentoDesconto(m_memoria, item, item.desconto);
+        BookCancelamentoDesconto(m_memoria, item, item.desconto);
         item.desconto = Financial();
     } else {
         cupom.subtotal -= item.acrescimo;
-        EscrituraCancelamentoAcrescimo(m_memoria, item, item.acrescimo);
+        BookCancelamentoAcrescimo(m_memoria, item, item.acrescimo);
         item.acrescimo = Financial();
     }
 }
 
-Recusa Registro::PodeAjustaSubtotal(const Ajuste& ajuste, RtcAbsoluteTime) const
+Refusal Registro::CheckAjustaSubtotal(const Ajuste& ajuste, RtcAbsoluteTime) const
 {
-    if (Recusa recusa = ConfereCupomAberto(m_memoria)) {
-        return recusa;
+    if (Refusal refusal = CheckCupomOpen(m_memoria)) {
+        return refusal;
     }
-    if (Recusa recusa = ConfereItensAbertos(m_memoria)) {
-        return recusa;
+    if (Refusal refusal = CheckItensOpen(m_memoria)) {
+        return refusal;
     }
     if (m_memoria.cupom.itensVivos == 0) {
         return "the receipt has no item";
     }
-    return ConfereAjuste(ajuste, m_memoria.cupom.subtotal);
+    return CheckAjuste(ajuste, m_memoria.cupom.subtotal);
 }
 
 void Registro::AjustaSubtotal(const Ajuste& ajuste, RtcAbsoluteTime)
 {
-    CupomAtual& cupom = m_memoria.cupom;
-    const Financial valor = ValorDoAjuste(ajuste, cupom.subtotal);
+    CurrentCupom& cupom = m_memoria.cupom;
+    const Financial valor = AjusteValor(ajuste, cupom.subtotal);
     std::vector<Financial> liquidos;
     liquidos.reserve(cupom.itens.size());
-    for (const ItemRegistrado& item : cupom.itens) {
-        liquidos.push_back(item.cancelado ? Financial() : LiquidoDoItem(item));
+    for (const ItemVendido& item : cupom.itens) {
+        liquidos.push_back(item.cancelado ? Financial() : ItemLiquido(item));
     }
-    const std::vector<Financial> partes = RateiaAjuste(valor, liquidos);
+    const std::vector<Financial> shares = ApportionAjuste(valor, liquidos);
 
     cupom.ajusteAplicado = true;
     cupom.ajusteOperacao = ajuste.operacao;
     cupom.ajusteValor = valor;
     cupom.ajusteCancelado = Financial();
-    for (std::size_t i = 0; i < partes.size(); ++i) {
-        ItemRegistrado& item = cupom.itens[i];
-        item.rateio = partes[i];
+    for (std::size_t i = 0; i < shares.size(); ++i) {
+        ItemVendido& item = cupom.itens[i];
+        item.rateio = shares[i];
         if (ajuste.operacao == DESCONTO) {
-            EscrituraDesconto(m_memoria, item, item.rateio);
+            BookDesconto(m_memoria, item, item.rateio);
         } else {
-            EscrituraAcrescimo(m_memoria, item, item.rateio);
+            BookAcrescimo(m_memoria, item, item.rateio);
         }
     }
 }
 
-Recusa Registro::PodeCancelaAjusteSubtotal(EOperacao operacao, RtcAbsoluteTime) const
+Refusal Registro::CheckCancelaAjusteSubtotal(EOperacao operacao, RtcAbsoluteTime) const
 {
-    if (Recusa recusa = ConfereCupomAberto(m_memoria)) {
-        return recusa;
+    if (Refusal refusal = CheckCupomOpen(m_memoria)) {
+        return refusal;
     }
-    const CupomAtual& cupom = m_memoria.cupom;
+    const CurrentCupom& cupom = m_memoria.cupom;
     if (!cupom.ajusteAplicado || cupom.ajusteOperacao != operacao) {
-        return std::string("the subtotal carries no ") + Nome(operacao);
+        return std::string("the subtotal carries no ") + OperacaoName(operacao);
     }
     if (cupom.situacao == ESituacaoCupom::EM_PAGAMENTO) {
         return "the receipt is being paid: its items and its subtotal stand";
@@ -201,12 +202,12 @@ Recusa Registro::PodeCancelaAjusteSubtotal(EOperacao operacao, RtcAbsoluteTime) 
 
 void Registro::CancelaAjusteSubtotal(EOperacao operacao, RtcAbsoluteTime)
 {
-    CupomAtual& cupom = m_memoria.cupom;
-    for (ItemRegistrado& item : cupom.itens) {
+    CurrentCupom& cupom = m_memoria.cupom;
+    for (ItemVendido& item : cupom.itens) {
         if (operacao == DESCONTO) {
-            EscrituraCancelamentoDesconto(m_memoria, item, item.rateio);
+            BookCancelamentoDesconto(m_memoria, item, item.rateio);
         } else {
-            EscrituraCancelamentoAcrescimo(m_memoria, item, item.rateio);
+            BookCancelamentoAcrescimo(m_memoria, item, item.rateio);
         }
         item.rateio = Financial();
     }

@@ -1,16 +1,16 @@
 #include "bancada/registro/Assinatura.h"
 
-#include "bancada/registro/CupomAtual.h"
-#include "bancada/registro/Textos.h"
+#include "bancada/registro/CurrentCupom.h"
+#include "bancada/registro/TextForms.h"
 
 #include <sodium.h>
 
 namespace bancada
 {
 
-static_assert(TAMANHO_ASSINATURA == crypto_hash_sha256_BYTES, "SHA-256 is 32 bytes");
-static_assert(sodium_base64_ENCODED_LEN(TAMANHO_ASSINATURA, sodium_base64_VARIANT_ORIGINAL) ==
-                  TAMANHO_ASSINATURA_BASE64 + 1,
+static_assert(ASSINATURA_BYTES == crypto_hash_sha256_BYTES, "SHA-256 is 32 bytes");
+static_assert(sodium_base64_ENCODED_LEN(ASSINATURA_BYTES, sodium_base64_VARIANT_ORIGINAL) ==
+                  ASSINATURA_BASE64_LENGTH + 1,
               "Base64 of 32 bytes is 44 characters and a terminator");
 
 namespace
@@ -18,93 +18,92 @@ namespace
 
 // One line of the text: a word that names it and its fields. A text field carries its length, so
 // that no text can pass for two fields.
-class Linha
+class Line
 {
   public:
-    explicit Linha(const char* nome) : m_texto(nome) {}
+    explicit Line(const char* nome) : m_text(nome) {}
 
-    Linha& Numero(long long valor)
+    Line& Number(long long valor)
     {
-        m_texto += ' ' + std::to_string(valor);
+        m_text += ' ' + std::to_string(valor);
         return *this;
     }
-    Linha& Valor(const Financial& valor)
+    Line& Value(const Financial& valor)
     {
-        m_texto += ' ' + TextoValor(valor);
+        m_text += ' ' + ValorToText(valor);
         return *this;
     }
-    Linha& Texto(const std::string& texto)
+    Line& Text(const std::string& text)
     {
-        m_texto += ' ' + std::to_string(texto.size()) + ':' + texto;
+        m_text += ' ' + std::to_string(text.size()) + ':' + text;
         return *this;
     }
-    std::string Fim() { return m_texto + '\n'; }
+    std::string End() { return m_text + '\n'; }
 
   private:
-    std::string m_texto;
+    std::string m_text;
 };
 
 } // namespace
 
-std::string TextoCanonico(const Memoria& memoria)
+std::string CanonicalText(const Memoria& memoria)
 {
-    const CupomAtual& cupom = memoria.cupom;
-    std::string texto =
-        Linha("ecf").Texto(memoria.contribuinte.cnpj).Texto(memoria.ecf.numSerie).Fim();
-    texto += Linha("documento")
-                 .Numero(cupom.tipo)
-                 .Numero(cupom.coo)
-                 .Numero(cupom.ccf)
-                 .Numero(cupom.gnf)
-                 .Numero(cupom.abertura.s)
-                 .Numero(cupom.fechamento.s)
-                 .Fim();
-    texto += Linha("consumidor")
-                 .Texto(cupom.consumidor.cpfCnpj)
-                 .Texto(cupom.consumidor.nome)
-                 .Texto(cupom.consumidor.endereco)
-                 .Fim();
-    for (const ItemRegistrado& item : cupom.itens) {
-        texto += Linha("item")
-                     .Texto(item.codigo)
-                     .Texto(item.descricao)
-                     .Texto(TextoDecimal(item.quantidade))
-                     .Texto(item.unidade)
-                     .Texto(TextoDecimal(item.valorUnitario))
-                     .Texto(item.tributacao)
-                     .Numero(item.numero)
-                     .Valor(item.bruto)
-                     .Valor(item.desconto)
-                     .Valor(item.acrescimo)
-                     .Valor(item.rateio)
-                     .Numero(item.cancelado ? 1 : 0)
-                     .Fim();
+    const CurrentCupom& cupom = memoria.cupom;
+    std::string text = Line("ecf").Text(memoria.contribuinte.cnpj).Text(memoria.ecf.numSerie).End();
+    text += Line("documento")
+                .Number(cupom.tipo)
+                .Number(cupom.coo)
+                .Number(cupom.ccf)
+                .Number(cupom.gnf)
+                .Number(cupom.abertura.s)
+                .Number(cupom.fechamento.s)
+                .End();
+    text += Line("consumidor")
+                .Text(cupom.consumidor.cpfCnpj)
+                .Text(cupom.consumidor.nome)
+                .Text(cupom.consumidor.endereco)
+                .End();
+    for (const ItemVendido& item : cupom.itens) {
+        text += Line("item")
+                    .Text(item.codigo)
+                    .Text(item.descricao)
+                    .Text(DecimalToText(item.quantidade))
+                    .Text(item.unidade)
+                    .Text(DecimalToText(item.valorUnitario))
+                    .Text(item.tributacao)
+                    .Number(item.numero)
+                    .Value(item.bruto)
+                    .Value(item.desconto)
+                    .Value(item.acrescimo)
+                    .Value(item.rateio)
+                    .Number(item.cancelado ? 1 : 0)
+                    .End();
     }
-    texto += Linha("subtotal").Valor(cupom.subtotal).Fim();
+    text += Line("subtotal").Value(cupom.subtotal).End();
     if (cupom.ajusteAplicado) {
-        texto += Linha("ajuste").Numero(cupom.ajusteOperacao).Valor(cupom.ajusteValor).Fim();
+        text += Line("ajuste").Number(cupom.ajusteOperacao).Value(cupom.ajusteValor).End();
     }
-    for (const PagamentoRegistrado& pagamento : cupom.pagamentos) {
-        texto += Linha("pagamento").Numero(pagamento.meio + 1).Valor(pagamento.valor).Fim();
+    for (const PagamentoEfetuado& pagamento : cupom.pagamentos) {
+        text += Line("pagamento").Number(pagamento.meio + 1).Value(pagamento.valor).End();
     }
-    texto += Linha("total").Valor(TotalDoCupom(cupom)).Valor(cupom.troco).Fim();
-    texto += Linha("mensagem").Texto(cupom.mensagem).Fim();
-    return texto;
+    text += Line("total").Value(CupomTotal(cupom)).Value(cupom.troco).End();
+    text += Line("mensagem").Text(cupom.mensagem).End();
+    return text;
 }
 
-std::array<std::uint8_t, TAMANHO_ASSINATURA> Assina(const Memoria& memoria)
+std::array<std::uint8_t, ASSINATURA_BYTES> Sign(const Memoria& memoria)
 {
-    const std::string texto = TextoCanonico(memoria);
-    std::array<std::uint8_t, TAMANHO_ASSINATURA> resumo{};
-    crypto_hash_sha256(resumo.data(), reinterpret_cast<const unsigned char*>(texto.data()),
-                       texto.size());
-    return resumo;
+    const std::string text = CanonicalText(memoria);
+    std::array<std::uint8_t, ASSINATURA_BYTES> digest{};
+    crypto_hash_sha256(digest.data(), reinterpret_cast<const unsigned char*>(text.data()),
+                       text.size());
+    return digest;
 }
 
-void EscreveBase64(const char* assinatura, char* out)
+void WriteBase64(const char* assinatura, char* out)
 {
-    sodium_bin2base64(out, TAMANHO_ASSINATURA_BASE64 + 1,
-                      reinterpret_cast<const unsigned char*>(assinatura), TAMANHO_ASSINATURA,
+    sodium_bin2base64(out, ASSINATURA_BASE64_LENGTH + 1,
+                      reinterpret_cast<const unsigned char*>(assinatura), ASSINATURA_BYTES,
                       sodium_base64_VARIANT_ORIGINAL);
 }
 

@@ -1,10 +1,10 @@
 // Cancellation of an item, of the receipt in issue and of the receipt issued last.
+#include "bancada/registro/Booking.h"
+#include "bancada/registro/Checks.h"
 #include "bancada/registro/Contadores.h"
-#include "bancada/registro/CupomAtual.h"
+#include "bancada/registro/CurrentCupom.h"
 #include "bancada/registro/Emissao.h"
-#include "bancada/registro/Escrituracao.h"
 #include "bancada/registro/Registro.h"
-#include "bancada/registro/Regras.h"
 
 #include <algorithm>
 
@@ -16,72 +16,72 @@ namespace
 
 // Moves what every item comes to into the cancellations and marks the receipt. Its items keep their
 // values, as the record of what was cancelled.
-void MarcaCancelado(Memoria& memoria)
+void MarkCancelado(Memoria& memoria)
 {
-    CupomAtual& cupom = memoria.cupom;
-    for (const ItemRegistrado& item : cupom.itens) {
+    CurrentCupom& cupom = memoria.cupom;
+    for (const ItemVendido& item : cupom.itens) {
         if (!item.cancelado) {
-            EscrituraCancelamentoItem(memoria, item, LiquidoRateado(cupom, item));
+            BookCancelamentoItem(memoria, item, ItemRateado(cupom, item));
         }
     }
     cupom.situacao = ESituacaoCupom::CANCELADO;
-    AvancaContador(memoria, cupom.tipo == CUPOM_FISCAL ? COUNTER_CFC : COUNTER_NFC);
+    AdvanceContador(memoria, cupom.tipo == CUPOM_FISCAL ? COUNTER_CFC : COUNTER_NFC);
 }
 
 } // namespace
 
-Recusa Registro::PodeCancelaItem(int numeroItem, RtcAbsoluteTime) const
+Refusal Registro::CheckCancelaItem(int numeroItem, RtcAbsoluteTime) const
 {
-    if (Recusa recusa = ConfereCupomAberto(m_memoria)) {
-        return recusa;
+    if (Refusal refusal = CheckCupomOpen(m_memoria)) {
+        return refusal;
     }
-    if (Recusa recusa = ConfereItensAbertos(m_memoria)) {
-        return recusa;
+    if (Refusal refusal = CheckItensOpen(m_memoria)) {
+        return refusal;
     }
-    return ConfereItem(m_memoria.cupom, numeroItem);
+    return CheckItem(m_memoria.cupom, numeroItem);
 }
 
 void Registro::CancelaItem(int numeroItem, RtcAbsoluteTime)
 {
-    CupomAtual& cupom = m_memoria.cupom;
-    ItemRegistrado& item = cupom.itens[static_cast<std::size_t>(numeroItem) - 1];
-    const Financial liquido = LiquidoDoItem(item);
+    CurrentCupom& cupom = m_memoria.cupom;
+    ItemVendido& item = cupom.itens[static_cast<std::size_t>(numeroItem) - 1];
+    const Financial liquido = ItemLiquido(item);
     item.cancelado = true;
     --cupom.itensVivos;
     cupom.subtotal -= liquido;
-    EscrituraCancelamentoItem(m_memoria, item, liquido);
+    BookCancelamentoItem(m_memoria, item, liquido);
 }
 
-Recusa Registro::PodeCancelaCupomEmEmissao(RtcAbsoluteTime) const
+Refusal Registro::CheckCancelaCupomEmEmissao(RtcAbsoluteTime) const
 {
-    return ConfereCupomAberto(m_memoria);
+    return CheckCupomOpen(m_memoria);
 }
 
 void Registro::CancelaCupomEmEmissao(RtcAbsoluteTime em)
 {
-    MarcaCancelado(m_memoria);
-    ContaTempoDeEmissao(m_memoria, em);
+    MarkCancelado(m_memoria);
+    CountTempoDeEmissao(m_memoria, em);
     m_memoria.cupom.fechamento = em;
 }
 
-Recusa Registro::PodeCancelaCupom(int coo, RtcAbsoluteTime) const
+Refusal Registro::CheckCancelaCupom(int coo, RtcAbsoluteTime) const
 {
-    if (Recusa recusa = ConfereNadaAberto(m_memoria)) {
-        return recusa;
+    if (Refusal refusal = CheckNothingOpen(m_memoria)) {
+        return refusal;
     }
-    if (Recusa recusa = ConfereForaDeIntervencao(m_memoria)) {
-        return recusa;
+    if (Refusal refusal = CheckNoIntervencao(m_memoria)) {
+        return refusal;
     }
-    const CupomAtual& cupom = m_memoria.cupom;
+    const CurrentCupom& cupom = m_memoria.cupom;
     if (coo != 0 && cupom.situacao != ESituacaoCupom::NENHUM && coo != cupom.coo) {
         return "only the receipt issued last can be cancelled: it is COO " +
                std::to_string(cupom.coo) + ", not " + std::to_string(coo);
     }
-    if (Recusa recusa = ConfereUltimoCupom(m_memoria)) {
-        return recusa;
+    if (Refusal refusal = CheckLastCupom(m_memoria)) {
+        return refusal;
     }
     if (std::any_of(cupom.pagamentos.begin(), cupom.pagamentos.end(),
-                    [](const PagamentoRegistrado& pagamento) { return pagamento.ordemCCD != 0; })) {
+                    [](const PagamentoEfetuado& pagamento) { return pagamento.ordemCCD != 0; })) {
         return "the receipt has a Comprovante de Crédito ou Débito: reverse it first";
     }
     return std::nullopt;
@@ -89,15 +89,15 @@ Recusa Registro::PodeCancelaCupom(int coo, RtcAbsoluteTime) const
 
 void Registro::CancelaCupom(int, RtcAbsoluteTime)
 {
-    const CupomAtual& cupom = m_memoria.cupom;
-    for (const PagamentoRegistrado& pagamento : cupom.pagamentos) {
+    const CurrentCupom& cupom = m_memoria.cupom;
+    for (const PagamentoEfetuado& pagamento : cupom.pagamentos) {
         m_memoria.jornada.meios[static_cast<std::size_t>(pagamento.meio)] -= pagamento.valor;
     }
     m_memoria.jornada.troco -= cupom.troco;
-    MarcaCancelado(m_memoria);
-    AvancaContador(m_memoria, COUNTER_COO);
+    MarkCancelado(m_memoria);
+    AdvanceContador(m_memoria, COUNTER_COO);
     if (cupom.tipo == COMPROVANTE_NAO_FISCAL) {
-        AvancaContador(m_memoria, COUNTER_GNF);
+        AdvanceContador(m_memoria, COUNTER_GNF);
     }
 }
 

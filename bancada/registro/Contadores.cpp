@@ -3,10 +3,10 @@
 namespace bancada
 {
 
-int AvancaContador(Memoria& memoria, FISCALDATA_COUNTER_INDEX contador)
+int AdvanceContador(Memoria& memoria, FISCALDATA_COUNTER_INDEX contador)
 {
     int& valor = memoria.contadores[static_cast<std::size_t>(contador)];
-    valor = valor >= ULTIMO_NUMERO_CONTADOR ? 1 : valor + 1;
+    valor = valor >= LAST_CONTADOR ? 1 : valor + 1;
     return valor;
 }
 

@@ -7,9 +7,9 @@ namespace bancada
 {
 
 // Counters have six digits: after the last number they start over at 1.
-constexpr int ULTIMO_NUMERO_CONTADOR = 999999;
+constexpr int LAST_CONTADOR = 999999;
 
 // Adds 1 to a counter and answers it.
-int AvancaContador(Memoria& memoria, FISCALDATA_COUNTER_INDEX contador);
+int AdvanceContador(Memoria& memoria, FISCALDATA_COUNTER_INDEX contador);
 
 } // namespace bancada

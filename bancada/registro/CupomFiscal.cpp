@@ -1,7 +1,7 @@
 // The fiscal receipt: opening, items, closing.
+#include "bancada/registro/Checks.h"
 #include "bancada/registro/Emissao.h"
 #include "bancada/registro/Registro.h"
-#include "bancada/registro/Regras.h"
 #include "bancada/registro/Totalizadores.h"
 
 #include <utility>
@@ -12,98 +12,98 @@ namespace bancada
 namespace
 {
 
-constexpr int MAX_CASAS = 3;
-constexpr int DIGITOS_INTEIROS_QUANTIDADE = 7;
-constexpr int DIGITOS_INTEIROS_PRECO = 9;
+constexpr int MAX_DECIMALS = 3;
+constexpr int QUANTIDADE_INTEGER_DIGITS = 7;
+constexpr int PRECO_INTEGER_DIGITS = 9;
 // Their product in cents stays within BigInt: 10^(7+3) x 10^(9+3) x 100 < 2^95.
 
-std::int64_t PotenciaDeDez(int expoente)
+std::int64_t PowerOfTen(int exponent)
 {
-    std::int64_t potencia = 1;
-    for (int i = 0; i < expoente; ++i) {
-        potencia *= 10;
+    std::int64_t power = 1;
+    for (int i = 0; i < exponent; ++i) {
+        power *= 10;
     }
-    return potencia;
+    return power;
 }
 
-Recusa ConfereDecimal(const char* oQue, const Decimal& numero, int digitosInteiros)
+Refusal CheckDecimal(const char* what, const Decimal& numero, int integerDigits)
 {
-    const std::string nome(oQue);
-    if (numero.casas < 0 || numero.casas > MAX_CASAS) {
-        return nome + " has more than " + std::to_string(MAX_CASAS) + " decimals";
+    const std::string name(what);
+    if (numero.decimals < 0 || numero.decimals > MAX_DECIMALS) {
+        return name + " has more than " + std::to_string(MAX_DECIMALS) + " decimals";
     }
     if (numero.unscaled <= 0) {
-        return nome + " must be above zero";
+        return name + " must be above zero";
     }
-    if (numero.unscaled >= PotenciaDeDez(digitosInteiros + numero.casas)) {
-        return nome + " has more than " + std::to_string(digitosInteiros) + " integer digits";
+    if (numero.unscaled >= PowerOfTen(integerDigits + numero.decimals)) {
+        return name + " has more than " + std::to_string(integerDigits) + " integer digits";
     }
     return std::nullopt;
 }
 
-Financial TotalBruto(const VendaItem& venda)
+Financial ItemBruto(const VendaItem& venda)
 {
-    const BigInt produto = BigInt::FromInt64(venda.quantidade.unscaled) *
+    const BigInt product = BigInt::FromInt64(venda.quantidade.unscaled) *
                            BigInt::FromInt64(venda.valorUnitario.unscaled) * BigInt(100);
-    const std::int64_t escala = PotenciaDeDez(venda.quantidade.casas + venda.valorUnitario.casas);
-    const BigInt centavos = produto.DividedBy(
-        BigInt::FromInt64(escala), venda.arredonda ? Rounding::HALF_UP : Rounding::TOWARD_ZERO);
-    return Financial(centavos * BigInt(Financial::SCALE / 100));
+    const std::int64_t scale = PowerOfTen(venda.quantidade.decimals + venda.valorUnitario.decimals);
+    const BigInt cents = product.DividedBy(
+        BigInt::FromInt64(scale), venda.arredonda ? Rounding::HALF_UP : Rounding::TOWARD_ZERO);
+    return Financial(cents * BigInt(Financial::SCALE / 100));
 }
 
 } // namespace
 
-Recusa Registro::PodeAbreCupom(const Consumidor& consumidor, RtcAbsoluteTime em) const
+Refusal Registro::CheckAbreCupom(const Consumidor& consumidor, RtcAbsoluteTime em) const
 {
-    if (Recusa recusa = ConferePodeMovimentar(m_memoria, em)) {
-        return recusa;
+    if (Refusal refusal = CheckMovimento(m_memoria, em)) {
+        return refusal;
     }
-    return ConfereConsumidor(consumidor);
+    return CheckConsumidor(consumidor);
 }
 
 void Registro::AbreCupom(const Consumidor& consumidor, RtcAbsoluteTime em)
 {
-    IniciaCupom(m_memoria, CUPOM_FISCAL, consumidor, em);
+    BeginCupom(m_memoria, CUPOM_FISCAL, consumidor, em);
 }
 
-Recusa Registro::PodeVendeItem(const VendaItem& venda, RtcAbsoluteTime) const
+Refusal Registro::CheckVendeItem(const VendaItem& venda, RtcAbsoluteTime) const
 {
-    if (Recusa recusa = ConfereCupomAberto(m_memoria, CUPOM_FISCAL)) {
-        return recusa;
+    if (Refusal refusal = CheckCupomOpen(m_memoria, CUPOM_FISCAL)) {
+        return refusal;
     }
-    if (Recusa recusa = ConfereItensAbertos(m_memoria)) {
-        return recusa;
+    if (Refusal refusal = CheckItensOpen(m_memoria)) {
+        return refusal;
     }
-    if (Recusa recusa = ConfereLugarParaItem(m_memoria.cupom)) {
-        return recusa;
+    if (Refusal refusal = CheckRoomForItem(m_memoria.cupom)) {
+        return refusal;
     }
     if (venda.codigo.empty() || venda.descricao.empty()) {
         return "an item needs a code and a description";
     }
-    const LugarDoTotalizador lugar = LocalizaTotalizador(venda.tributacao, venda.indice);
-    if (!lugar.Existe()) {
+    const TotalizadorPlace place = FindTotalizador(venda.tributacao, venda.indice);
+    if (!place.Exists()) {
         return "there is no totalizer " + venda.tributacao + std::to_string(venda.indice);
     }
-    if (!m_memoria.fiscal.programado[static_cast<std::size_t>(lugar.baseImposto)]
-                                    [static_cast<std::size_t>(lugar.posicao)]) {
+    if (!m_memoria.fiscal.programado[static_cast<std::size_t>(place.baseImposto)]
+                                    [static_cast<std::size_t>(place.posicao)]) {
         return "the totalizer " + venda.tributacao + std::to_string(venda.indice) +
                " is not programmed";
     }
-    if (Recusa recusa =
-            ConfereDecimal("the quantity", venda.quantidade, DIGITOS_INTEIROS_QUANTIDADE)) {
-        return recusa;
+    if (Refusal refusal =
+            CheckDecimal("the quantity", venda.quantidade, QUANTIDADE_INTEGER_DIGITS)) {
+        return refusal;
     }
-    if (Recusa recusa =
-            ConfereDecimal("the unit price", venda.valorUnitario, DIGITOS_INTEIROS_PRECO)) {
-        return recusa;
+    if (Refusal refusal =
+            CheckDecimal("the unit price", venda.valorUnitario, PRECO_INTEGER_DIGITS)) {
+        return refusal;
     }
-    return ConfereValor("the item's total", TotalBruto(venda), MaximoDeUmLancamento());
+    return CheckValor("the item's total", ItemBruto(venda), MaxLancamento());
 }
 
 void Registro::VendeItem(const VendaItem& venda, RtcAbsoluteTime)
 {
-    const LugarDoTotalizador lugar = LocalizaTotalizador(venda.tributacao, venda.indice);
-    ItemRegistrado item;
+    const TotalizadorPlace place = FindTotalizador(venda.tributacao, venda.indice);
+    ItemVendido item;
     item.codigo = venda.codigo;
     item.descricao = venda.descricao;
     item.unidade = venda.unidade;
@@ -112,23 +112,23 @@ void Registro::VendeItem(const VendaItem& venda, RtcAbsoluteTime)
     item.quantidade = venda.quantidade;
     item.valorUnitario = venda.valorUnitario;
     item.arredonda = venda.arredonda;
-    item.baseImposto = lugar.baseImposto;
-    item.posicao = lugar.posicao;
-    item.bruto = TotalBruto(venda);
-    AcrescentaItem(m_memoria, std::move(item));
+    item.baseImposto = place.baseImposto;
+    item.posicao = place.posicao;
+    item.bruto = ItemBruto(venda);
+    AddItem(m_memoria, std::move(item));
 }
 
-Recusa Registro::PodeFechaCupom(const std::string&, RtcAbsoluteTime) const
+Refusal Registro::CheckFechaCupom(const std::string&, RtcAbsoluteTime) const
 {
-    if (Recusa recusa = ConfereCupomAberto(m_memoria, CUPOM_FISCAL)) {
-        return recusa;
+    if (Refusal refusal = CheckCupomOpen(m_memoria, CUPOM_FISCAL)) {
+        return refusal;
     }
-    return ConferePago(m_memoria.cupom);
+    return CheckPago(m_memoria.cupom);
 }
 
 void Registro::FechaCupom(const std::string& mensagem, RtcAbsoluteTime em)
 {
-    ConcluiCupom(m_memoria, mensagem, em);
+    FinishCupom(m_memoria, mensagem, em);
 }
 
 } // namespace bancada

@@ -1,7 +1,7 @@
 // The non-fiscal receipt, and the till's floats and withdrawals, which are receipts of one item.
+#include "bancada/registro/Checks.h"
 #include "bancada/registro/Emissao.h"
 #include "bancada/registro/Registro.h"
-#include "bancada/registro/Regras.h"
 
 #include <utility>
 
@@ -11,13 +11,13 @@ namespace bancada
 namespace
 {
 
-ItemRegistrado ItemNaoFiscal(const Memoria& memoria, int totalizador, const Financial& valor)
+ItemVendido MakeItemNaoFiscal(const Memoria& memoria, int totalizador, const Financial& valor)
 {
-    ItemRegistrado item;
+    ItemVendido item;
     item.descricao = memoria.naoFiscal.nome[static_cast<std::size_t>(totalizador) - 1];
     item.numero = totalizador;
     item.quantidade = {1, 0};
-    // Whole cents within MaximoDeUmLancamento: checked before.
+    // Whole cents within MaxLancamento: checked before.
     item.valorUnitario = {valor.nr.ToInt64() / (Financial::SCALE / 100), 2};
     item.posicao = totalizador - 1;
     item.bruto = valor;
@@ -26,29 +26,29 @@ ItemRegistrado ItemNaoFiscal(const Memoria& memoria, int totalizador, const Fina
 
 } // namespace
 
-Recusa Registro::PodeAbreCNF(const Consumidor& consumidor, RtcAbsoluteTime em) const
+Refusal Registro::CheckAbreCNF(const Consumidor& consumidor, RtcAbsoluteTime em) const
 {
-    if (Recusa recusa = ConferePodeMovimentar(m_memoria, em)) {
-        return recusa;
+    if (Refusal refusal = CheckMovimento(m_memoria, em)) {
+        return refusal;
     }
-    return ConfereConsumidor(consumidor);
+    return CheckConsumidor(consumidor);
 }
 
 void Registro::AbreCNF(const Consumidor& consumidor, RtcAbsoluteTime em)
 {
-    IniciaCupom(m_memoria, COMPROVANTE_NAO_FISCAL, consumidor, em);
+    BeginCupom(m_memoria, COMPROVANTE_NAO_FISCAL, consumidor, em);
 }
 
-Recusa Registro::PodeVendeItemNF(int totalizador, Financial valor, RtcAbsoluteTime) const
+Refusal Registro::CheckVendeItemNF(int totalizador, Financial valor, RtcAbsoluteTime) const
 {
-    if (Recusa recusa = ConfereCupomAberto(m_memoria, COMPROVANTE_NAO_FISCAL)) {
-        return recusa;
+    if (Refusal refusal = CheckCupomOpen(m_memoria, COMPROVANTE_NAO_FISCAL)) {
+        return refusal;
     }
-    if (Recusa recusa = ConfereItensAbertos(m_memoria)) {
-        return recusa;
+    if (Refusal refusal = CheckItensOpen(m_memoria)) {
+        return refusal;
     }
-    if (Recusa recusa = ConfereLugarParaItem(m_memoria.cupom)) {
-        return recusa;
+    if (Refusal refusal = CheckRoomForItem(m_memoria.cupom)) {
+        return refusal;
     }
     if (totalizador == NUMERO_NF_FUNDO_TROCO || totalizador == NUMERO_NF_SANGRIA) {
         return "the non-fiscal totalizer " + std::to_string(totalizador) +
@@ -58,42 +58,42 @@ Recusa Registro::PodeVendeItemNF(int totalizador, Financial valor, RtcAbsoluteTi
         m_memoria.naoFiscal.nome[static_cast<std::size_t>(totalizador) - 1].empty()) {
         return "the non-fiscal totalizer " + std::to_string(totalizador) + " is not programmed";
     }
-    return ConfereValor("the item's value", valor, MaximoDeUmLancamento());
+    return CheckValor("the item's value", valor, MaxLancamento());
 }
 
 void Registro::VendeItemNF(int totalizador, Financial valor, RtcAbsoluteTime)
 {
-    AcrescentaItem(m_memoria, ItemNaoFiscal(m_memoria, totalizador, valor));
+    AddItem(m_memoria, MakeItemNaoFiscal(m_memoria, totalizador, valor));
 }
 
-Recusa Registro::PodeFechaCNF(RtcAbsoluteTime) const
+Refusal Registro::CheckFechaCNF(RtcAbsoluteTime) const
 {
-    if (Recusa recusa = ConfereCupomAberto(m_memoria, COMPROVANTE_NAO_FISCAL)) {
-        return recusa;
+    if (Refusal refusal = CheckCupomOpen(m_memoria, COMPROVANTE_NAO_FISCAL)) {
+        return refusal;
     }
-    return ConferePago(m_memoria.cupom);
+    return CheckPago(m_memoria.cupom);
 }
 
 void Registro::FechaCNF(RtcAbsoluteTime em)
 {
-    ConcluiCupom(m_memoria, "", em);
+    FinishCupom(m_memoria, "", em);
 }
 
-Recusa Registro::PodeMovimentaCaixa(ETipoOPNF, Financial valor, RtcAbsoluteTime em) const
+Refusal Registro::CheckMovimentaCaixa(ETipoOPNF, Financial valor, RtcAbsoluteTime em) const
 {
-    if (Recusa recusa = ConferePodeMovimentar(m_memoria, em)) {
-        return recusa;
+    if (Refusal refusal = CheckMovimento(m_memoria, em)) {
+        return refusal;
     }
-    return ConfereValor("the amount", valor, MaximoDeUmLancamento());
+    return CheckValor("the amount", valor, MaxLancamento());
 }
 
 void Registro::MovimentaCaixa(ETipoOPNF operacao, Financial valor, RtcAbsoluteTime em)
 {
-    IniciaCupom(m_memoria, COMPROVANTE_NAO_FISCAL, Consumidor(), em);
+    BeginCupom(m_memoria, COMPROVANTE_NAO_FISCAL, Consumidor(), em);
     m_memoria.cupom.movimentoDeCaixa = true;
     const int totalizador = operacao == FUNDO_TROCO ? NUMERO_NF_FUNDO_TROCO : NUMERO_NF_SANGRIA;
-    AcrescentaItem(m_memoria, ItemNaoFiscal(m_memoria, totalizador, valor));
-    ConcluiCupom(m_memoria, "", em);
+    AddItem(m_memoria, MakeItemNaoFiscal(m_memoria, totalizador, valor));
+    FinishCupom(m_memoria, "", em);
 }
 
 } // namespace bancada

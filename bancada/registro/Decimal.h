@@ -6,11 +6,11 @@
 namespace bancada
 {
 
-// The number unscaled / 10^casas: 1.500 is {1500, 3} and 1.5 is {15, 1}. The decimals are part of
-// what was commanded (a receipt prints the quantity as it was given), so they are not reduced.
+// The number unscaled / 10^decimals: 1.500 is {1500, 3} and 1.5 is {15, 1}. The decimals are part
+// of what was commanded (a receipt prints the quantity as it was given), so they are not reduced.
 struct Decimal {
     std::int64_t unscaled = 0;
-    int casas = 0; // decimals, 0 to 3 where the register takes one
+    int decimals = 0; // 0 to 3 where the register takes one
 };
 
 } // namespace bancada

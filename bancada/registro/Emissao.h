@@ -8,16 +8,16 @@ namespace bancada
 
 // Begins a receipt: the day is open, COO + 1 and the counter of its kind + 1. It replaces the last
 // receipt in memory.
-void IniciaCupom(Memoria& memoria, FD_TIPO_CUPOM tipo, const Consumidor& consumidor,
-                 RtcAbsoluteTime em);
+void BeginCupom(Memoria& memoria, FD_TIPO_CUPOM tipo, const Consumidor& consumidor,
+                RtcAbsoluteTime em);
 
 // Puts an item, whose fields are filled but the state ones, on the open receipt and books it.
-void AcrescentaItem(Memoria& memoria, ItemRegistrado item);
+void AddItem(Memoria& memoria, ItemVendido item);
 
 // Ends the open receipt as issued: the payments are booked, the time is counted, it is signed.
-void ConcluiCupom(Memoria& memoria, const std::string& mensagem, RtcAbsoluteTime em);
+void FinishCupom(Memoria& memoria, const std::string& mensagem, RtcAbsoluteTime em);
 
 // Counts the time from the opening of a fiscal receipt to `em`.
-void ContaTempoDeEmissao(Memoria& memoria, RtcAbsoluteTime em);
+void CountTempoDeEmissao(Memoria& memoria, RtcAbsoluteTime em);
 
 } // namespace bancada

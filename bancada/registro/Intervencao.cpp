@@ -1,28 +1,28 @@
 // Entering and leaving the intervention modes.
+#include "bancada/registro/Checks.h"
 #include "bancada/registro/Contadores.h"
 #include "bancada/registro/Registro.h"
-#include "bancada/registro/Regras.h"
 
 namespace bancada
 {
 
-Recusa Registro::PodeEntraIntervencao(EModoIntervencao, RtcAbsoluteTime) const
+Refusal Registro::CheckEntraIntervencao(EModoIntervencao, RtcAbsoluteTime) const
 {
-    if (Recusa recusa = ConfereNadaAberto(m_memoria)) {
-        return recusa;
+    if (Refusal refusal = CheckNothingOpen(m_memoria)) {
+        return refusal;
     }
-    return ConfereForaDeIntervencao(m_memoria);
+    return CheckNoIntervencao(m_memoria);
 }
 
 void Registro::EntraIntervencao(EModoIntervencao modo, RtcAbsoluteTime)
 {
     m_memoria.modo = modo;
     if (modo == EModoIntervencao::MIL) {
-        AvancaContador(m_memoria, COUNTER_COO);
+        AdvanceContador(m_memoria, COUNTER_COO);
     }
 }
 
-Recusa Registro::PodeSaiIntervencao(EModoIntervencao modo, RtcAbsoluteTime) const
+Refusal Registro::CheckSaiIntervencao(EModoIntervencao modo, RtcAbsoluteTime) const
 {
     if (m_memoria.modo != modo) {
         return std::string("the register is not in intervention mode ") +
@@ -34,9 +34,9 @@ Recusa Registro::PodeSaiIntervencao(EModoIntervencao modo, RtcAbsoluteTime) cons
 void Registro::SaiIntervencao(EModoIntervencao modo, RtcAbsoluteTime)
 {
     m_memoria.modo = EModoIntervencao::NENHUM;
-    AvancaContador(m_memoria, COUNTER_COO);
+    AdvanceContador(m_memoria, COUNTER_COO);
     if (modo == EModoIntervencao::MIT) {
-        AvancaContador(m_memoria, COUNTER_CRO);
+        AdvanceContador(m_memoria, COUNTER_CRO);
     }
 }
 

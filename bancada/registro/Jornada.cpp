@@ -1,6 +1,6 @@
 #include "bancada/registro/Jornada.h"
 
-#include "bancada/registro/Textos.h"
+#include "bancada/registro/TextForms.h"
 
 namespace bancada
 {
@@ -8,48 +8,48 @@ namespace bancada
 namespace
 {
 
-constexpr UINT32 SEGUNDOS_DO_DIA = 86400;
+constexpr UINT32 SECONDS_A_DAY = 86400;
 
 } // namespace
 
-RtcAbsoluteTime MeiaNoite(RtcAbsoluteTime instante)
+RtcAbsoluteTime Midnight(RtcAbsoluteTime instant)
 {
-    return RtcAbsoluteTime(instante.s - instante.s % SEGUNDOS_DO_DIA);
+    return RtcAbsoluteTime(instant.s - instant.s % SECONDS_A_DAY);
 }
 
-RtcRelativeTime Intervalo(RtcAbsoluteTime inicio, RtcAbsoluteTime fim)
+RtcRelativeTime TimeBetween(RtcAbsoluteTime begin, RtcAbsoluteTime end)
 {
-    return RtcRelativeTime(fim.s > inicio.s ? fim.s - inicio.s : 0);
+    return RtcRelativeTime(end.s > begin.s ? end.s - begin.s : 0);
 }
 
-Recusa PodeMovimentarJornada(const Memoria& memoria, RtcAbsoluteTime em)
+Refusal CheckJornada(const Memoria& memoria, RtcAbsoluteTime em)
 {
     const Jornada& jornada = memoria.jornada;
     if (!jornada.aberta) {
-        if (memoria.dataFechada.s != matlong[0] && MeiaNoite(em).s <= memoria.dataFechada.s) {
-            return "the day " + TextoData(memoria.dataFechada) +
+        if (memoria.dataFechada.s != matlong[0] && Midnight(em).s <= memoria.dataFechada.s) {
+            return "the day " + DateToText(memoria.dataFechada) +
                    " was closed by its Redução Z: nothing is sold on that date any more";
         }
         return std::nullopt;
     }
     if (em.s < jornada.inicio.s) {
-        return "the clock stands before the first document of the day " + TextoData(jornada.data);
+        return "the clock stands before the first document of the day " + DateToText(jornada.data);
     }
     if (em.s - jornada.data.s >= MAX_TEMPO_OPERACIONAL.s) {
-        return "the Redução Z of " + TextoData(jornada.data) +
+        return "the Redução Z of " + DateToText(jornada.data) +
                " is overdue: issue it before the next receipt";
     }
     return std::nullopt;
 }
 
-void MovimentaJornada(Memoria& memoria, RtcAbsoluteTime em)
+void OpenJornada(Memoria& memoria, RtcAbsoluteTime em)
 {
     if (memoria.jornada.aberta) {
         return;
     }
     memoria.jornada = Jornada();
     memoria.jornada.aberta = true;
-    memoria.jornada.data = MeiaNoite(em);
+    memoria.jornada.data = Midnight(em);
     memoria.jornada.inicio = em;
 }
 

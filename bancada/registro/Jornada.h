@@ -2,20 +2,20 @@
 #pragma once
 
 #include "bancada/registro/Memoria.h"
-#include "bancada/registro/Recusa.h"
+#include "bancada/registro/Refusal.h"
 
 namespace bancada
 {
 
-RtcAbsoluteTime MeiaNoite(RtcAbsoluteTime instante);
+RtcAbsoluteTime Midnight(RtcAbsoluteTime instant);
 
-// From `inicio` to `fim`; zero when the clock went back.
-RtcRelativeTime Intervalo(RtcAbsoluteTime inicio, RtcAbsoluteTime fim);
+// From `begin` to `end`; zero when the clock went back.
+RtcRelativeTime TimeBetween(RtcAbsoluteTime begin, RtcAbsoluteTime end);
 
 // Whether a document that moves the day may be issued at `em`.
-Recusa PodeMovimentarJornada(const Memoria& memoria, RtcAbsoluteTime em);
+Refusal CheckJornada(const Memoria& memoria, RtcAbsoluteTime em);
 
 // Opens the day at its first document; without effect when it is open.
-void MovimentaJornada(Memoria& memoria, RtcAbsoluteTime em);
+void OpenJornada(Memoria& memoria, RtcAbsoluteTime em);
 
 } // namespace bancada

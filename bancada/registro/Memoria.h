@@ -63,7 +63,7 @@ struct Consumidor {
 };
 
 // An item of the receipt. On a non-fiscal receipt the quantity is 1, the unit price is the value.
-struct ItemRegistrado {
+struct ItemVendido {
     std::string codigo;
     std::string descricao;
     std::string unidade;
@@ -81,7 +81,7 @@ struct ItemRegistrado {
     bool cancelado = false;
 };
 
-struct PagamentoRegistrado {
+struct PagamentoEfetuado {
     int meio = 0; // position of the payment means
     Financial valor;
     int ordemCCD = 0; // of its voucher in the order of issue, from 1; 0: none, or reversed
@@ -89,7 +89,7 @@ struct PagamentoRegistrado {
 
 // The receipt that is open or, when none is, the one issued last. A cash withdrawal or a till float
 // is kept as a closed non-fiscal receipt of one item.
-struct CupomAtual {
+struct CurrentCupom {
     ESituacaoCupom situacao = ESituacaoCupom::NENHUM;
     FD_TIPO_CUPOM tipo = COMPROVANTE_NAO_FISCAL;
     bool movimentoDeCaixa = false; // it is a withdrawal or a float
@@ -99,7 +99,7 @@ struct CupomAtual {
     RtcAbsoluteTime abertura;
     RtcAbsoluteTime fechamento; // unset while it is open
     Consumidor consumidor;
-    std::vector<ItemRegistrado> itens;
+    std::vector<ItemVendido> itens;
     int itensVivos = 0; // items not cancelled
     Financial subtotal; // what the items not cancelled come to, their own adjustments applied
 
@@ -109,7 +109,7 @@ struct CupomAtual {
     Financial ajusteValor;
     Financial ajusteCancelado; // equal to ajusteValor once it was cancelled
 
-    std::vector<PagamentoRegistrado> pagamentos;
+    std::vector<PagamentoEfetuado> pagamentos;
     Financial pago;
     Financial troco; // change: what was paid beyond the total
     std::string mensagem;
@@ -188,7 +188,7 @@ struct Memoria {
     Jornada jornada;
     RtcAbsoluteTime dataFechada; // date of the day that the last Z reduction closed
 
-    CupomAtual cupom;
+    CurrentCupom cupom;
     EDocumentoAberto documento = EDocumentoAberto::NENHUM;
     EModoIntervencao modo = EModoIntervencao::NENHUM;
 

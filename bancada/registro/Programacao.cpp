@@ -1,8 +1,8 @@
 // Programming of the register.
-#include "bancada/registro/DigitosVerificadores.h"
+#include "bancada/registro/CheckDigits.h"
+#include "bancada/registro/Checks.h"
 #include "bancada/registro/Registro.h"
-#include "bancada/registro/Regras.h"
-#include "bancada/registro/Textos.h"
+#include "bancada/registro/TextForms.h"
 #include "bancada/registro/Totalizadores.h"
 
 #include <algorithm>
@@ -24,45 +24,44 @@ constexpr std::array<std::string_view, 27> UNIDADES_DA_FEDERACAO = {
     "PB", "PE", "PI", "PR", "RJ", "RN", "RO", "RR", "RS", "SC", "SE", "SP", "TO"};
 
 // The place of the rate: `indice`, or the first free one for 0. None when there is no such place.
-LugarDoTotalizador LugarDaAliquota(const BaseFiscal& base, const std::string& tributacao,
-                                   int indice)
+TotalizadorPlace AliquotaPlace(const BaseFiscal& base, const std::string& tributacao, int indice)
 {
     if (indice != 0) {
-        return LocalizaTotalizador(tributacao, indice);
+        return FindTotalizador(tributacao, indice);
     }
     for (int numero = 1; numero <= MAX_ALIQUOTAS; ++numero) {
-        const LugarDoTotalizador lugar = LocalizaTotalizador(tributacao, numero);
-        if (!base.programado[static_cast<std::size_t>(lugar.baseImposto)]
-                            [static_cast<std::size_t>(lugar.posicao)]) {
-            return lugar;
+        const TotalizadorPlace place = FindTotalizador(tributacao, numero);
+        if (!base.programado[static_cast<std::size_t>(place.baseImposto)]
+                            [static_cast<std::size_t>(place.posicao)]) {
+            return place;
         }
     }
     return {};
 }
 
-Recusa ConfereFaixa(const char* oQue, int valor, int maximo)
+Refusal CheckRange(const char* what, int valor, int maximum)
 {
-    if (valor < 1 || valor > maximo) {
-        return std::string(oQue) + " goes from 1 to " + std::to_string(maximo);
+    if (valor < 1 || valor > maximum) {
+        return std::string(what) + " goes from 1 to " + std::to_string(maximum);
     }
     return std::nullopt;
 }
 
-Recusa ConfereTexto(const char* oQue, const std::string& texto)
+Refusal CheckText(const char* what, const std::string& text)
 {
-    if (texto.empty()) {
-        return std::string(oQue) + " is missing";
+    if (text.empty()) {
+        return std::string(what) + " is missing";
     }
     return std::nullopt;
 }
 
 } // namespace
 
-Recusa Registro::PodeProgramaAliquota(const std::string& tributacao, int indice,
-                                      int centesimos) const
+Refusal Registro::CheckProgramaAliquota(const std::string& tributacao, int indice,
+                                        int centesimos) const
 {
-    if (Recusa recusa = ConfereNadaAberto(m_memoria)) {
-        return recusa;
+    if (Refusal refusal = CheckNothingOpen(m_memoria)) {
+        return refusal;
     }
     if (tributacao != "T" && tributacao != "S") {
         return "a rate is of T (ICMS) or S (ISSQN), not " + tributacao;
@@ -70,14 +69,14 @@ Recusa Registro::PodeProgramaAliquota(const std::string& tributacao, int indice,
     if (centesimos < 0 || centesimos > MAX_ALIQUOTA) {
         return "a rate goes from 0.00 to 99.99 %";
     }
-    const LugarDoTotalizador lugar = LugarDaAliquota(m_memoria.fiscal, tributacao, indice);
-    if (!lugar.Existe()) {
+    const TotalizadorPlace place = AliquotaPlace(m_memoria.fiscal, tributacao, indice);
+    if (!place.Exists()) {
         return indice == 0 ? "all " + std::to_string(MAX_ALIQUOTAS) + " rates of " + tributacao +
                                  " are programmed"
                            : "there is no rate " + tributacao + std::to_string(indice);
     }
-    const auto base = static_cast<std::size_t>(lugar.baseImposto);
-    const auto posicao = static_cast<std::size_t>(lugar.posicao);
+    const auto base = static_cast<std::size_t>(place.baseImposto);
+    const auto posicao = static_cast<std::size_t>(place.posicao);
     if (m_memoria.fiscal.aliquota[base][posicao] != centesimos &&
         !m_memoria.fiscal.totais[base][posicao].IsZero()) {
         return "the rate " + tributacao + std::to_string(indice) +
@@ -88,25 +87,26 @@ Recusa Registro::PodeProgramaAliquota(const std::string& tributacao, int indice,
 
 void Registro::ProgramaAliquota(const std::string& tributacao, int indice, int centesimos)
 {
-    const LugarDoTotalizador lugar = LugarDaAliquota(m_memoria.fiscal, tributacao, indice);
-    const auto base = static_cast<std::size_t>(lugar.baseImposto);
-    const auto posicao = static_cast<std::size_t>(lugar.posicao);
+    const TotalizadorPlace place = AliquotaPlace(m_memoria.fiscal, tributacao, indice);
+    const auto base = static_cast<std::size_t>(place.baseImposto);
+    const auto posicao = static_cast<std::size_t>(place.posicao);
     m_memoria.fiscal.programado[base][posicao] = true;
     m_memoria.fiscal.aliquota[base][posicao] = centesimos;
 }
 
-Recusa Registro::PodeHabilitaTotalizador(const std::string& codigo, int numero, bool habilita) const
+Refusal Registro::CheckHabilitaTotalizador(const std::string& codigo, int numero,
+                                           bool habilita) const
 {
-    if (Recusa recusa = ConfereNadaAberto(m_memoria)) {
-        return recusa;
+    if (Refusal refusal = CheckNothingOpen(m_memoria)) {
+        return refusal;
     }
-    const LugarDoTotalizador lugar = LocalizaTotalizador(codigo, numero);
-    if (!TotalizadorEspecial(codigo) || !lugar.Existe()) {
+    const TotalizadorPlace place = FindTotalizador(codigo, numero);
+    if (!IsTotalizadorEspecial(codigo) || !place.Exists()) {
         return "there is no totalizer " + codigo + std::to_string(numero);
     }
     if (!habilita && !m_memoria.fiscal
-                          .totais[static_cast<std::size_t>(lugar.baseImposto)]
-                                 [static_cast<std::size_t>(lugar.posicao)]
+                          .totais[static_cast<std::size_t>(place.baseImposto)]
+                                 [static_cast<std::size_t>(place.posicao)]
                           .IsZero()) {
         return "the totalizer " + codigo + std::to_string(numero) +
                " has moved on this day: it stands until the Redução Z";
@@ -116,21 +116,21 @@ Recusa Registro::PodeHabilitaTotalizador(const std::string& codigo, int numero, 
 
 void Registro::HabilitaTotalizador(const std::string& codigo, int numero, bool habilita)
 {
-    const LugarDoTotalizador lugar = LocalizaTotalizador(codigo, numero);
-    m_memoria.fiscal.programado[static_cast<std::size_t>(lugar.baseImposto)]
-                               [static_cast<std::size_t>(lugar.posicao)] = habilita;
+    const TotalizadorPlace place = FindTotalizador(codigo, numero);
+    m_memoria.fiscal.programado[static_cast<std::size_t>(place.baseImposto)]
+                               [static_cast<std::size_t>(place.posicao)] = habilita;
 }
 
-Recusa Registro::PodeProgramaMeioPagamento(int indice, const std::string& descricao,
-                                           EVinculacaoCCD) const
+Refusal Registro::CheckProgramaMeioPagamento(int indice, const std::string& descricao,
+                                             EVinculacaoCCD) const
 {
-    if (Recusa recusa = ConfereNadaAberto(m_memoria)) {
-        return recusa;
+    if (Refusal refusal = CheckNothingOpen(m_memoria)) {
+        return refusal;
     }
-    if (Recusa recusa = ConfereFaixa("a Meio de Pagamento", indice, MAX_MEIOS_PAGAMENTO)) {
-        return recusa;
+    if (Refusal refusal = CheckRange("a Meio de Pagamento", indice, MAX_MEIOS_PAGAMENTO)) {
+        return refusal;
     }
-    return ConfereTexto("the description", descricao);
+    return CheckText("the description", descricao);
 }
 
 void Registro::ProgramaMeioPagamento(int indice, const std::string& descricao,
@@ -141,18 +141,18 @@ void Registro::ProgramaMeioPagamento(int indice, const std::string& descricao,
     meio.vinculacao = vinculacao;
 }
 
-Recusa Registro::PodeProgramaTotalizadorNF(int indice, const std::string& descricao) const
+Refusal Registro::CheckProgramaTotalizadorNF(int indice, const std::string& descricao) const
 {
-    if (Recusa recusa = ConfereNadaAberto(m_memoria)) {
-        return recusa;
+    if (Refusal refusal = CheckNothingOpen(m_memoria)) {
+        return refusal;
     }
     if (indice == NUMERO_NF_FUNDO_TROCO || indice == NUMERO_NF_SANGRIA) {
         return "the non-fiscal totalizers 1 and 2 are the till's and stand as they are";
     }
-    if (Recusa recusa = ConfereFaixa("a non-fiscal totalizer", indice, MAX_TOTALIZADORES_NF)) {
-        return recusa;
+    if (Refusal refusal = CheckRange("a non-fiscal totalizer", indice, MAX_TOTALIZADORES_NF)) {
+        return refusal;
     }
-    return ConfereTexto("the description", descricao);
+    return CheckText("the description", descricao);
 }
 
 void Registro::ProgramaTotalizadorNF(int indice, const std::string& descricao)
@@ -160,12 +160,12 @@ void Registro::ProgramaTotalizadorNF(int indice, const std::string& descricao)
     m_memoria.naoFiscal.nome[static_cast<std::size_t>(indice) - 1] = descricao;
 }
 
-Recusa Registro::PodeProgramaLoja(int numero) const
+Refusal Registro::CheckProgramaLoja(int numero) const
 {
-    if (Recusa recusa = ConfereNadaAberto(m_memoria)) {
-        return recusa;
+    if (Refusal refusal = CheckNothingOpen(m_memoria)) {
+        return refusal;
     }
-    return ConfereFaixa("the shop's number", numero, MAX_LOJA);
+    return CheckRange("the shop's number", numero, MAX_LOJA);
 }
 
 void Registro::ProgramaLoja(int numero)
@@ -173,12 +173,12 @@ void Registro::ProgramaLoja(int numero)
     m_memoria.ecf.loja = numero;
 }
 
-Recusa Registro::PodeProgramaSequenciaECF(int numero) const
+Refusal Registro::CheckProgramaSequenciaECF(int numero) const
 {
-    if (Recusa recusa = ConfereNadaAberto(m_memoria)) {
-        return recusa;
+    if (Refusal refusal = CheckNothingOpen(m_memoria)) {
+        return refusal;
     }
-    return ConfereFaixa("the till number", numero, MAX_SEQUENCIA);
+    return CheckRange("the till number", numero, MAX_SEQUENCIA);
 }
 
 void Registro::ProgramaSequenciaECF(int numero)
@@ -186,13 +186,13 @@ void Registro::ProgramaSequenciaECF(int numero)
     m_memoria.ecf.sequencia = numero;
 }
 
-Recusa Registro::PodeProgramaUsuario(const std::string& razaoSocial, const std::string&,
-                                     const std::string&) const
+Refusal Registro::CheckProgramaUsuario(const std::string& razaoSocial, const std::string&,
+                                       const std::string&) const
 {
-    if (Recusa recusa = ConfereNadaAberto(m_memoria)) {
-        return recusa;
+    if (Refusal refusal = CheckNothingOpen(m_memoria)) {
+        return refusal;
     }
-    return ConfereTexto("the Razão Social", razaoSocial);
+    return CheckText("the Razão Social", razaoSocial);
 }
 
 void Registro::ProgramaUsuario(const std::string& razaoSocial, const std::string& nomeFantasia,
@@ -203,13 +203,13 @@ void Registro::ProgramaUsuario(const std::string& razaoSocial, const std::string
     m_memoria.contribuinte.endereco = endereco;
 }
 
-Recusa Registro::PodeProgramaCNPJ_IE_IM(const std::string& cnpj, const std::string&,
-                                        const std::string&, const std::string& uf) const
+Refusal Registro::CheckProgramaCNPJ_IE_IM(const std::string& cnpj, const std::string&,
+                                          const std::string&, const std::string& uf) const
 {
-    if (Recusa recusa = ConfereNadaAberto(m_memoria)) {
-        return recusa;
+    if (Refusal refusal = CheckNothingOpen(m_memoria)) {
+        return refusal;
     }
-    if (!CNPJCorreto(cnpj)) {
+    if (!IsCNPJ(cnpj)) {
         return "the CNPJ " + cnpj + " is wrong";
     }
     if (std::find(UNIDADES_DA_FEDERACAO.begin(), UNIDADES_DA_FEDERACAO.end(), uf) ==
@@ -232,13 +232,13 @@ void Registro::ProgramaCNPJ_IE_IM(const std::string& cnpj, const std::string& ie
     contribuinte.uf = uf;
 }
 
-Recusa Registro::PodeProgramaNrSerie(const std::string&, const std::string&, const std::string&,
-                                     const std::string& numSerie) const
+Refusal Registro::CheckProgramaNrSerie(const std::string&, const std::string&, const std::string&,
+                                       const std::string& numSerie) const
 {
-    if (Recusa recusa = ConfereNadaAberto(m_memoria)) {
-        return recusa;
+    if (Refusal refusal = CheckNothingOpen(m_memoria)) {
+        return refusal;
     }
-    return ConfereTexto("the serial number", numSerie);
+    return CheckText("the serial number", numSerie);
 }
 
 void Registro::ProgramaNrSerie(const std::string& marca, const std::string& modelo,
@@ -250,12 +250,12 @@ void Registro::ProgramaNrSerie(const std::string& marca, const std::string& mode
     m_memoria.ecf.numSerie = numSerie;
 }
 
-Recusa Registro::PodeProgramaMoeda(const std::string& simbolo) const
+Refusal Registro::CheckProgramaMoeda(const std::string& simbolo) const
 {
-    if (Recusa recusa = ConfereNadaAberto(m_memoria)) {
-        return recusa;
+    if (Refusal refusal = CheckNothingOpen(m_memoria)) {
+        return refusal;
     }
-    return ConfereTexto("the currency symbol", simbolo);
+    return CheckText("the currency symbol", simbolo);
 }
 
 void Registro::ProgramaMoeda(const std::string& simbolo)

@@ -10,48 +10,49 @@ namespace bancada
 namespace
 {
 
-BigInt Centavos(const Financial& valor)
+BigInt Cents(const Financial& valor)
 {
     return valor.nr.DividedBy(BigInt(Financial::SCALE / 100), Rounding::TOWARD_ZERO);
 }
 
 } // namespace
 
-std::vector<Financial> RateiaAjuste(const Financial& ajuste, const std::vector<Financial>& liquidos)
+std::vector<Financial> ApportionAjuste(const Financial& ajuste,
+                                       const std::vector<Financial>& liquidos)
 {
-    const BigInt total = Centavos(ajuste);
-    BigInt soma;
+    const BigInt total = Cents(ajuste);
+    BigInt sum;
     for (const Financial& liquido : liquidos) {
-        soma += Centavos(liquido);
+        sum += Cents(liquido);
     }
 
-    std::vector<Financial> partes;
-    std::vector<BigInt> restos;
-    partes.reserve(liquidos.size());
-    restos.reserve(liquidos.size());
-    BigInt sobra = total;
+    std::vector<Financial> shares;
+    std::vector<BigInt> remainders;
+    shares.reserve(liquidos.size());
+    remainders.reserve(liquidos.size());
+    BigInt rest = total;
     for (const Financial& liquido : liquidos) {
-        const BigInt produto = total * Centavos(liquido);
-        const BigInt parte = produto.DividedBy(soma, Rounding::TOWARD_ZERO);
-        partes.push_back(Financial::FromCents(parte.ToInt64()));
-        restos.push_back(produto - parte * soma);
-        sobra -= parte;
+        const BigInt product = total * Cents(liquido);
+        const BigInt share = product.DividedBy(sum, Rounding::TOWARD_ZERO);
+        shares.push_back(Financial::FromCents(share.ToInt64()));
+        remainders.push_back(product - share * sum);
+        rest -= share;
     }
 
-    // The remainders add up to sobra x soma and each is less than soma, so there are more than
-    // `sobra` shares with a remainder: no share that was exact is touched.
-    std::vector<std::size_t> ordem(liquidos.size());
-    std::iota(ordem.begin(), ordem.end(), std::size_t{0});
-    const auto quantos = static_cast<std::ptrdiff_t>(sobra.ToInt64());
-    std::partial_sort(ordem.begin(), ordem.begin() + quantos, ordem.end(),
+    // The remainders add up to rest x sum and each is less than sum, so there are more than
+    // `rest` shares with a remainder: no share that was exact is touched.
+    std::vector<std::size_t> order(liquidos.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    const auto count = static_cast<std::ptrdiff_t>(rest.ToInt64());
+    std::partial_sort(order.begin(), order.begin() + count, order.end(),
                       [&](std::size_t a, std::size_t b) {
-                          const int compara = BigInt::Compare(restos[a], restos[b]);
-                          return compara != 0 ? compara > 0 : a < b;
+                          const int compared = BigInt::Compare(remainders[a], remainders[b]);
+                          return compared != 0 ? compared > 0 : a < b;
                       });
-    for (std::ptrdiff_t i = 0; i < quantos; ++i) {
-        partes[ordem[static_cast<std::size_t>(i)]] += Financial::FromCents(1);
+    for (std::ptrdiff_t i = 0; i < count; ++i) {
+        shares[order[static_cast<std::size_t>(i)]] += Financial::FromCents(1);
     }
-    return partes;
+    return shares;
 }
 
 } // namespace bancada

@@ -15,7 +15,7 @@ namespace bancada
 // more than its item's value. A value of zero gets zero.
 // REQUIRES: every value is whole cents and not negative, the sum is above zero, and `ajuste` and
 // each of `liquidos` is at most 10^15 (so that no product leaves BigInt).
-std::vector<Financial> RateiaAjuste(const Financial& ajuste,
-                                    const std::vector<Financial>& liquidos);
+std::vector<Financial> ApportionAjuste(const Financial& ajuste,
+                                       const std::vector<Financial>& liquidos);
 
 } // namespace bancada

@@ -1,8 +1,8 @@
 // The Z reduction.
+#include "bancada/registro/Checks.h"
 #include "bancada/registro/Contadores.h"
 #include "bancada/registro/Jornada.h"
 #include "bancada/registro/Registro.h"
-#include "bancada/registro/Regras.h"
 
 #include <algorithm>
 
@@ -13,7 +13,7 @@ namespace
 {
 
 // Empties the day's values and keeps the programming, which outlives the day.
-void ZeraValores(BaseFiscal& base)
+void ClearValores(BaseFiscal& base)
 {
     for (std::size_t imposto = 0; imposto < BASES_DE_IMPOSTO; ++imposto) {
         base.totais[imposto].fill(Financial());
@@ -23,40 +23,40 @@ void ZeraValores(BaseFiscal& base)
     }
 }
 
-void FechaJornada(Memoria& memoria, RtcAbsoluteTime em)
+void CloseJornada(Memoria& memoria, RtcAbsoluteTime em)
 {
-    const UINT32 hoje = MeiaNoite(em).s;
+    const UINT32 today = Midnight(em).s;
     if (memoria.jornada.aberta) {
         memoria.dataFechada = memoria.jornada.data;
         memoria.jornada.aberta = false;
         memoria.jornada.fim = em;
     } else {
-        memoria.dataFechada = RtcAbsoluteTime(std::max(memoria.dataFechada.s, hoje));
+        memoria.dataFechada = RtcAbsoluteTime(std::max(memoria.dataFechada.s, today));
         memoria.jornada = Jornada();
     }
 }
 
 } // namespace
 
-Recusa Registro::PodeReducaoZ(RtcAbsoluteTime) const
+Refusal Registro::CheckReducaoZ(RtcAbsoluteTime) const
 {
-    if (Recusa recusa = ConfereNadaAberto(m_memoria)) {
-        return recusa;
+    if (Refusal refusal = CheckNothingOpen(m_memoria)) {
+        return refusal;
     }
-    return ConfereForaDeIntervencao(m_memoria);
+    return CheckNoIntervencao(m_memoria);
 }
 
 void Registro::ReducaoZ(RtcAbsoluteTime em)
 {
-    AvancaContador(m_memoria, COUNTER_COO);
-    AvancaContador(m_memoria, COUNTER_CRZ);
+    AdvanceContador(m_memoria, COUNTER_COO);
+    AdvanceContador(m_memoria, COUNTER_CRZ);
     m_memoria.fiscalRZ = m_memoria.fiscal;
     m_memoria.fiscalRZ.vendaBruta = m_memoria.gt - m_memoria.gtUltimaRZ;
     m_memoria.naoFiscalRZ = m_memoria.naoFiscal;
     m_memoria.gtUltimaRZ = m_memoria.gt;
-    ZeraValores(m_memoria.fiscal);
+    ClearValores(m_memoria.fiscal);
     m_memoria.naoFiscal.totais.fill(Financial());
-    FechaJornada(m_memoria, em);
+    CloseJornada(m_memoria, em);
 }
 
 } // namespace bancada

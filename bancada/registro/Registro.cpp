@@ -5,7 +5,7 @@
 namespace bancada
 {
 
-Registro::Registro(Memoria inicial) : m_memoria(std::move(inicial)) {}
+Registro::Registro(Memoria initial) : m_memoria(std::move(initial)) {}
 
 void Registro::SetRatearSubtotal(bool ratear)
 {

@@ -5,7 +5,7 @@
 #include "FiscalData/FiscalDataController.h"
 #include "bancada/registro/Decimal.h"
 #include "bancada/registro/Memoria.h"
-#include "bancada/registro/Recusa.h"
+#include "bancada/registro/Refusal.h"
 #include "libs/BigInt.h"
 #include "libs/Financial.h"
 
@@ -36,8 +36,8 @@ struct Ajuste {
     BigInt valor;
 };
 
-// The operations come in pairs. `PodeX` changes nothing and says whether X would be refused;
-// `X`, with the same arguments, applies it. REQUIRES of X: PodeX refuses nothing.
+// The operations come in pairs. `CheckX` changes nothing and says whether X would be refused;
+// `X`, with the same arguments, applies it. REQUIRES of X: CheckX refuses nothing.
 //  - `em` is the instant at which execution starts.
 //  - Items, rates, totalizers and payment means are given by number, from 1, as on the receipt.
 //  - Money is whole cents and above zero; anything else is refused.
@@ -47,7 +47,7 @@ struct Ajuste {
 class Registro final : public FiscalDataController
 {
   public:
-    explicit Registro(Memoria inicial = {});
+    explicit Registro(Memoria initial = {});
 
     // The whole state, for as long as the register lives.
     const Memoria& GetMemoria() const { return m_memoria; }
@@ -62,16 +62,16 @@ class Registro final : public FiscalDataController
     // --- The fiscal receipt ------------------------------------------------------------------
 
     // Opens a receipt: COO + 1, CCF + 1; the first document of a day opens the fiscal day.
-    Recusa PodeAbreCupom(const Consumidor& consumidor, RtcAbsoluteTime em) const;
+    Refusal CheckAbreCupom(const Consumidor& consumidor, RtcAbsoluteTime em) const;
     void AbreCupom(const Consumidor& consumidor, RtcAbsoluteTime em);
 
     // Registers an item. Its total is quantity x unit price in cents, whatever the decimals of the
     // price.
-    Recusa PodeVendeItem(const VendaItem& venda, RtcAbsoluteTime em) const;
+    Refusal CheckVendeItem(const VendaItem& venda, RtcAbsoluteTime em) const;
     void VendeItem(const VendaItem& venda, RtcAbsoluteTime em);
 
     // Closes a paid receipt: the change is known, the payments are booked, the document is signed.
-    Recusa PodeFechaCupom(const std::string& mensagem, RtcAbsoluteTime em) const;
+    Refusal CheckFechaCupom(const std::string& mensagem, RtcAbsoluteTime em) const;
     void FechaCupom(const std::string& mensagem, RtcAbsoluteTime em);
 
     // --- Either kind of receipt --------------------------------------------------------------
@@ -79,156 +79,156 @@ class Registro final : public FiscalDataController
     // Adjusts an item that is not cancelled; number 0 is the item registered last. An item carries
     // at most one discount and one surcharge; a discount leaves at least one cent. A percentage is
     // of the item's total as it stands and is truncated to cents.
-    Recusa PodeAjustaItem(const Ajuste& ajuste, int numeroItem, RtcAbsoluteTime em) const;
+    Refusal CheckAjustaItem(const Ajuste& ajuste, int numeroItem, RtcAbsoluteTime em) const;
     void AjustaItem(const Ajuste& ajuste, int numeroItem, RtcAbsoluteTime em);
 
     // Takes an item's discount or surcharge back.
-    Recusa PodeCancelaAjusteItem(EOperacao operacao, int numeroItem, RtcAbsoluteTime em) const;
+    Refusal CheckCancelaAjusteItem(EOperacao operacao, int numeroItem, RtcAbsoluteTime em) const;
     void CancelaAjusteItem(EOperacao operacao, int numeroItem, RtcAbsoluteTime em);
 
     // Adjusts the subtotal and apportions the adjustment among the items. A receipt carries at most
     // one; while it does, its items stand as they are.
-    Recusa PodeAjustaSubtotal(const Ajuste& ajuste, RtcAbsoluteTime em) const;
+    Refusal CheckAjustaSubtotal(const Ajuste& ajuste, RtcAbsoluteTime em) const;
     void AjustaSubtotal(const Ajuste& ajuste, RtcAbsoluteTime em);
 
     // Takes the subtotal's adjustment, of that operation, back.
-    Recusa PodeCancelaAjusteSubtotal(EOperacao operacao, RtcAbsoluteTime em) const;
+    Refusal CheckCancelaAjusteSubtotal(EOperacao operacao, RtcAbsoluteTime em) const;
     void CancelaAjusteSubtotal(EOperacao operacao, RtcAbsoluteTime em);
 
     // Pays the receipt, wholly or in part. Only a means without CCD may be paid more than is due.
-    Recusa PodeEfetuaPagamento(int meio, Financial valor, RtcAbsoluteTime em) const;
+    Refusal CheckEfetuaPagamento(int meio, Financial valor, RtcAbsoluteTime em) const;
     void EfetuaPagamento(int meio, Financial valor, RtcAbsoluteTime em);
 
     // Cancels an item of the open receipt.
-    Recusa PodeCancelaItem(int numeroItem, RtcAbsoluteTime em) const;
+    Refusal CheckCancelaItem(int numeroItem, RtcAbsoluteTime em) const;
     void CancelaItem(int numeroItem, RtcAbsoluteTime em);
 
     // Cancels the open receipt. The COO stays that of the receipt.
-    Recusa PodeCancelaCupomEmEmissao(RtcAbsoluteTime em) const;
+    Refusal CheckCancelaCupomEmEmissao(RtcAbsoluteTime em) const;
     void CancelaCupomEmEmissao(RtcAbsoluteTime em);
 
     // Cancels the receipt issued last, `coo` (0: whatever its number), within its fiscal day. The
     // cancellation is a document of its own: COO + 1 (and GNF + 1 for a non-fiscal receipt).
     // Cupom_GetTipoCupom and Cupom_GetCOO go on answering for the cancelled receipt.
-    Recusa PodeCancelaCupom(int coo, RtcAbsoluteTime em) const;
+    Refusal CheckCancelaCupom(int coo, RtcAbsoluteTime em) const;
     void CancelaCupom(int coo, RtcAbsoluteTime em);
 
     // Moves an amount paid on the open receipt, or on the one issued last, from one payment means
     // to another. For an issued receipt that is a document: COO + 1, GNF + 1.
-    Recusa PodeEstornaMeioPagamento(int origem, int destino, Financial valor,
-                                    RtcAbsoluteTime em) const;
+    Refusal CheckEstornaMeioPagamento(int origem, int destino, Financial valor,
+                                      RtcAbsoluteTime em) const;
     void EstornaMeioPagamento(int origem, int destino, Financial valor, RtcAbsoluteTime em);
 
     // --- The non-fiscal receipt and the till -------------------------------------------------
 
     // Opens a non-fiscal receipt: COO + 1, GNF + 1.
-    Recusa PodeAbreCNF(const Consumidor& consumidor, RtcAbsoluteTime em) const;
+    Refusal CheckAbreCNF(const Consumidor& consumidor, RtcAbsoluteTime em) const;
     void AbreCNF(const Consumidor& consumidor, RtcAbsoluteTime em);
 
     // Registers a value on a programmed non-fiscal totalizer, 3 to 39.
-    Recusa PodeVendeItemNF(int totalizador, Financial valor, RtcAbsoluteTime em) const;
+    Refusal CheckVendeItemNF(int totalizador, Financial valor, RtcAbsoluteTime em) const;
     void VendeItemNF(int totalizador, Financial valor, RtcAbsoluteTime em);
 
     // Closes a paid non-fiscal receipt.
-    Recusa PodeFechaCNF(RtcAbsoluteTime em) const;
+    Refusal CheckFechaCNF(RtcAbsoluteTime em) const;
     void FechaCNF(RtcAbsoluteTime em);
 
     // A float or a withdrawal: a closed non-fiscal receipt of one item on its own totalizer, no
     // payment. COO + 1, GNF + 1. It cannot be cancelled.
-    Recusa PodeMovimentaCaixa(ETipoOPNF operacao, Financial valor, RtcAbsoluteTime em) const;
+    Refusal CheckMovimentaCaixa(ETipoOPNF operacao, Financial valor, RtcAbsoluteTime em) const;
     void MovimentaCaixa(ETipoOPNF operacao, Financial valor, RtcAbsoluteTime em);
 
     // --- Readings, vouchers, reports ---------------------------------------------------------
 
     // X reading: COO + 1, unless it goes to a file (ARQUIVO).
-    Recusa PodeLeituraX(EMidia midia, RtcAbsoluteTime em) const;
+    Refusal CheckLeituraX(EMidia midia, RtcAbsoluteTime em) const;
     void LeituraX(EMidia midia, RtcAbsoluteTime em);
 
     // Fiscal-memory reading: COO + 1.
-    Recusa PodeLeituraMF(RtcAbsoluteTime em) const;
+    Refusal CheckLeituraMF(RtcAbsoluteTime em) const;
     void LeituraMF(RtcAbsoluteTime em);
 
     // Voucher of a payment of the receipt issued last, in a means with CCD: COO, GNF and CDC + 1.
-    Recusa PodeAbreCCD(int meio, RtcAbsoluteTime em) const;
+    Refusal CheckAbreCCD(int meio, RtcAbsoluteTime em) const;
     void AbreCCD(int meio, RtcAbsoluteTime em);
 
     // Reversal of the last voucher of the receipt issued last: COO + 1, GNF + 1.
-    Recusa PodeAbreEstornoCCD(RtcAbsoluteTime em) const;
+    Refusal CheckAbreEstornoCCD(RtcAbsoluteTime em) const;
     void AbreEstornoCCD(RtcAbsoluteTime em);
 
     // Management report: COO, GNF and GRG + 1.
-    Recusa PodeAbreGerencial(RtcAbsoluteTime em) const;
+    Refusal CheckAbreGerencial(RtcAbsoluteTime em) const;
     void AbreGerencial(RtcAbsoluteTime em);
 
     // Closes the open voucher, voucher reversal or report.
-    Recusa PodeFechaCCDGerencial(RtcAbsoluteTime em) const;
+    Refusal CheckFechaCCDGerencial(RtcAbsoluteTime em) const;
     void FechaCCDGerencial(RtcAbsoluteTime em);
 
     // Reprint of the documents `cooInicial` to `cooFinal`: COO + 1. Its own counter, CFD, moves
-    // with ConcluiReimpressao, once the reprint was logged under CFD + 1.
-    Recusa PodeReimprimeMFD(int cooInicial, int cooFinal, RtcAbsoluteTime em) const;
+    // with FinishReimprimeMFD, once the reprint was logged under CFD + 1.
+    Refusal CheckReimprimeMFD(int cooInicial, int cooFinal, RtcAbsoluteTime em) const;
     void ReimprimeMFD(int cooInicial, int cooFinal, RtcAbsoluteTime em);
-    void ConcluiReimpressao();
+    void FinishReimprimeMFD();
 
     // --- The Z reduction and the interventions -----------------------------------------------
 
     // Closes the fiscal day: bases 0 and 1 become bases 2 and 3 and are emptied, COO + 1, CRZ + 1.
     // Allowed without movement.
-    Recusa PodeReducaoZ(RtcAbsoluteTime em) const;
+    Refusal CheckReducaoZ(RtcAbsoluteTime em) const;
     void ReducaoZ(RtcAbsoluteTime em);
 
     // Enters an intervention mode. The L mode prints an X reading (COO + 1), the T mode nothing.
     // REQUIRES: `modo` is MIL or MIT.
-    Recusa PodeEntraIntervencao(EModoIntervencao modo, RtcAbsoluteTime em) const;
+    Refusal CheckEntraIntervencao(EModoIntervencao modo, RtcAbsoluteTime em) const;
     void EntraIntervencao(EModoIntervencao modo, RtcAbsoluteTime em);
 
     // Leaves the mode the register is in, printing an X reading: COO + 1. Leaving T is a restart
     // of operation: CRO + 1.
-    Recusa PodeSaiIntervencao(EModoIntervencao modo, RtcAbsoluteTime em) const;
+    Refusal CheckSaiIntervencao(EModoIntervencao modo, RtcAbsoluteTime em) const;
     void SaiIntervencao(EModoIntervencao modo, RtcAbsoluteTime em);
 
     // --- Programming; refused while a document is open ---------------------------------------
 
     // Rate of tributacao "T" or "S" at `indice`, 1 to 30; 0 takes the first free one. A rate whose
     // totalizer has moved on this day stands until the Z reduction.
-    Recusa PodeProgramaAliquota(const std::string& tributacao, int indice, int centesimos) const;
+    Refusal CheckProgramaAliquota(const std::string& tributacao, int indice, int centesimos) const;
     void ProgramaAliquota(const std::string& tributacao, int indice, int centesimos);
 
     // Special totalizer F, I, N, FS, IS or NS, 1 to 3. One that has moved on this day cannot be
     // disabled before the Z reduction.
-    Recusa PodeHabilitaTotalizador(const std::string& codigo, int numero, bool habilita) const;
+    Refusal CheckHabilitaTotalizador(const std::string& codigo, int numero, bool habilita) const;
     void HabilitaTotalizador(const std::string& codigo, int numero, bool habilita);
 
     // Payment means 1 to 20, anew or over the one there.
-    Recusa PodeProgramaMeioPagamento(int indice, const std::string& descricao,
-                                     EVinculacaoCCD vinculacao) const;
+    Refusal CheckProgramaMeioPagamento(int indice, const std::string& descricao,
+                                       EVinculacaoCCD vinculacao) const;
     void ProgramaMeioPagamento(int indice, const std::string& descricao, EVinculacaoCCD vinculacao);
 
     // Non-fiscal totalizer 3 to 39, anew or over the one there.
-    Recusa PodeProgramaTotalizadorNF(int indice, const std::string& descricao) const;
+    Refusal CheckProgramaTotalizadorNF(int indice, const std::string& descricao) const;
     void ProgramaTotalizadorNF(int indice, const std::string& descricao);
 
-    Recusa PodeProgramaLoja(int numero) const; // 1 to 9999
+    Refusal CheckProgramaLoja(int numero) const; // 1 to 9999
     void ProgramaLoja(int numero);
-    Recusa PodeProgramaSequenciaECF(int numero) const; // 1 to 999
+    Refusal CheckProgramaSequenciaECF(int numero) const; // 1 to 999
     void ProgramaSequenciaECF(int numero);
 
-    Recusa PodeProgramaUsuario(const std::string& razaoSocial, const std::string& nomeFantasia,
-                               const std::string& endereco) const;
+    Refusal CheckProgramaUsuario(const std::string& razaoSocial, const std::string& nomeFantasia,
+                                 const std::string& endereco) const;
     void ProgramaUsuario(const std::string& razaoSocial, const std::string& nomeFantasia,
                          const std::string& endereco);
 
     // `cnpj` is 14 digits with right check digits, `uf` a state's two letters.
-    Recusa PodeProgramaCNPJ_IE_IM(const std::string& cnpj, const std::string& ie,
-                                  const std::string& im, const std::string& uf) const;
+    Refusal CheckProgramaCNPJ_IE_IM(const std::string& cnpj, const std::string& ie,
+                                    const std::string& im, const std::string& uf) const;
     void ProgramaCNPJ_IE_IM(const std::string& cnpj, const std::string& ie, const std::string& im,
                             const std::string& uf);
 
-    Recusa PodeProgramaNrSerie(const std::string& marca, const std::string& modelo,
-                               const std::string& tipo, const std::string& numSerie) const;
+    Refusal CheckProgramaNrSerie(const std::string& marca, const std::string& modelo,
+                                 const std::string& tipo, const std::string& numSerie) const;
     void ProgramaNrSerie(const std::string& marca, const std::string& modelo,
                          const std::string& tipo, const std::string& numSerie);
-    Recusa PodeProgramaMoeda(const std::string& simbolo) const;
+    Refusal CheckProgramaMoeda(const std::string& simbolo) const;
     void ProgramaMoeda(const std::string& simbolo);
 
     // The signature of the receipt issued last: SHA-256 of its canonical text. Zeros while none
@@ -293,8 +293,8 @@ class Registro final : public FiscalDataController
                         int number) override;
     // The date of the open day or, when none is, of the day closed last.
     RtcAbsoluteTime Jornada_GetDataMovimento() override;
-    // From the day's first document to `ate`, or to the Z reduction that closed the day.
-    RtcRelativeTime Jornada_GetTempoOperacional(RtcAbsoluteTime ate) override;
+    // From the day's first document to `until`, or to the Z reduction that closed the day.
+    RtcRelativeTime Jornada_GetTempoOperacional(RtcAbsoluteTime until) override;
     RtcRelativeTime Jornada_GetTempoEmitindoDocFiscal() override;
     char* DadosContribuinte_GetRazaoSocial(char* out, int size) override;
     char* DadosContribuinte_GetNomeFantasia(char* out, int size) override;

@@ -7,18 +7,18 @@ namespace bancada
 {
 
 // A totalizer: the tax base and the position within it.
-struct LugarDoTotalizador {
+struct TotalizadorPlace {
     int baseImposto = 0;
     int posicao = -1; // -1: there is none
 
-    bool Existe() const { return posicao >= 0; }
+    bool Exists() const { return posicao >= 0; }
 };
 
 // The totalizer of a tax code and a number from 1: "T" and "S" are the rates, "F", "I", "N" and
 // "FS", "IS", "NS" the special ones (1 to 3).
-LugarDoTotalizador LocalizaTotalizador(std::string_view tributacao, int numero);
+TotalizadorPlace FindTotalizador(std::string_view tributacao, int numero);
 
 // Whether the code is one of the special ones.
-bool TotalizadorEspecial(std::string_view codigo);
+bool IsTotalizadorEspecial(std::string_view codigo);
 
 } // namespace bancada

@@ -60,7 +60,7 @@ std::string Retrato(const bancada::Registro& registro)
     }
     retrato << memoria.jornada.aberta << memoria.jornada.data.s << ' '
             << static_cast<int>(memoria.cupom.situacao) << memoria.cupom.coo << ' ';
-    for (const bancada::ItemRegistrado& item : memoria.cupom.itens) {
+    for (const bancada::ItemVendido& item : memoria.cupom.itens) {
         dinheiro("bruto", item.bruto);
         dinheiro("desconto", item.desconto);
         dinheiro("acrescimo", item.acrescimo);
@@ -86,13 +86,13 @@ std::unique_ptr<bancada::ComandoBancada> ComandosTest::Le(const std::string& lin
             lida.fields.push_back(campo);
         }
     }
-    const bancada::ItemCatalogo* item = bancada::ProcuraComando(lida.name);
+    const bancada::CatalogueEntry* item = bancada::FindComando(lida.name);
     if (item == nullptr) {
         throw std::invalid_argument("no command \"" + lida.name + "\"");
     }
-    auto comando = item->cria(registro);
+    auto comando = item->make(registro);
     bancada::TapeFields campos(lida);
-    comando->Campos(campos);
+    comando->Fields(campos);
     campos.Finish();
     return comando;
 }
@@ -100,17 +100,17 @@ std::unique_ptr<bancada::ComandoBancada> ComandosTest::Le(const std::string& lin
 void ComandosTest::Roda(const std::string& linha)
 {
     const auto comando = Le(linha);
-    const bancada::Resultado resultado = executor.Executa(*comando, RtcAbsoluteTime(agora++));
-    ASSERT_TRUE(resultado.executado) << linha << ": " << resultado.recusa.value_or("");
-    ASSERT_TRUE(resultado.registrado) << linha;
+    const bancada::Outcome resultado = executor.Execute(*comando, RtcAbsoluteTime(agora++));
+    ASSERT_TRUE(resultado.executed) << linha << ": " << resultado.refusal.value_or("");
+    ASSERT_TRUE(resultado.kept) << linha;
 }
 
 std::string ComandosTest::Recusa(const std::string& linha)
 {
     const auto comando = Le(linha);
-    const bancada::Resultado resultado = executor.Executa(*comando, RtcAbsoluteTime(agora++));
-    EXPECT_FALSE(resultado.executado) << linha;
-    return resultado.recusa.value_or("");
+    const bancada::Outcome resultado = executor.Execute(*comando, RtcAbsoluteTime(agora++));
+    EXPECT_FALSE(resultado.executed) << linha;
+    return resultado.refusal.value_or("");
 }
 
 std::vector<std::string> ComandosTest::Linhas(const std::string& sql)

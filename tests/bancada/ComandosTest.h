@@ -2,7 +2,7 @@
 #pragma once
 
 #include "bancada/banco/LogDatabase.h"
-#include "bancada/comandos/Catalogo.h"
+#include "bancada/comandos/Catalogue.h"
 #include "bancada/comandos/Executor.h"
 #include "bancada/log/FirmwareDuty.h"
 #include "bancada/log/FirmwareLog.h"

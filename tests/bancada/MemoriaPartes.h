@@ -41,16 +41,16 @@ auto Partes(M& m)
     } else if constexpr (std::is_same_v<T, bancada::IdentidadeECF>) {
         auto& [a, b, c, d, e, f, g, h] = m;
         return std::tie(a, b, c, d, e, f, g, h);
-    } else if constexpr (std::is_same_v<T, bancada::CupomAtual>) {
+    } else if constexpr (std::is_same_v<T, bancada::CurrentCupom>) {
         auto& [a, b, c, d, e, f, g, h, i, j, k, l, n, o, p, q, r, s, t, u, v] = m;
         return std::tie(a, b, c, d, e, f, g, h, i, j, k, l, n, o, p, q, r, s, t, u, v);
     } else if constexpr (std::is_same_v<T, bancada::Consumidor>) {
         auto& [a, b, c] = m;
         return std::tie(a, b, c);
-    } else if constexpr (std::is_same_v<T, bancada::ItemRegistrado>) {
+    } else if constexpr (std::is_same_v<T, bancada::ItemVendido>) {
         auto& [a, b, c, d, e, f, g, h, i, j, k, l, n, o, p] = m;
         return std::tie(a, b, c, d, e, f, g, h, i, j, k, l, n, o, p);
-    } else if constexpr (std::is_same_v<T, bancada::PagamentoRegistrado>) {
+    } else if constexpr (std::is_same_v<T, bancada::PagamentoEfetuado>) {
         auto& [a, b, c] = m;
         return std::tie(a, b, c);
     } else {

@@ -30,7 +30,7 @@ inline Decimal Numero(const std::string& texto)
 {
     Decimal numero;
     const std::size_t ponto = texto.find('.');
-    numero.casas = ponto == std::string::npos ? 0 : static_cast<int>(texto.size() - ponto - 1);
+    numero.decimals = ponto == std::string::npos ? 0 : static_cast<int>(texto.size() - ponto - 1);
     std::string digitos = texto;
     if (ponto != std::string::npos) {
         digitos.erase(ponto, 1);
@@ -73,16 +73,16 @@ class RegistroTeste : public ::testing::Test
 
     // --- What is refused: the reason, or "" for what would be accepted -----------------------
 
-    static std::string Motivo(const Recusa& recusa) { return recusa.value_or(""); }
+    static std::string Motivo(const Refusal& refusal) { return refusal.value_or(""); }
 
     // --- Operations that must be accepted ----------------------------------------------------
 
-    void Aceita(const Recusa& recusa) { EXPECT_EQ(Motivo(recusa), ""); }
+    void Accept(const Refusal& refusal) { EXPECT_EQ(Motivo(refusal), ""); }
 
     void AbreCupom()
     {
         const RtcAbsoluteTime em = Agora();
-        Aceita(registro.PodeAbreCupom({}, em));
+        Accept(registro.CheckAbreCupom({}, em));
         registro.AbreCupom({}, em);
     }
     static VendaItem Venda(const char* preco, const char* quantidade = "1",
@@ -94,8 +94,8 @@ class RegistroTeste : public ::testing::Test
     void Vende(const VendaItem& venda)
     {
         const RtcAbsoluteTime em = Agora();
-        const Recusa recusa = registro.PodeVendeItem(venda, em);
-        ASSERT_EQ(Motivo(recusa), "");
+        const Refusal refusal = registro.CheckVendeItem(venda, em);
+        ASSERT_EQ(Motivo(refusal), "");
         registro.VendeItem(venda, em);
     }
     void Vende(const char* preco, const char* quantidade = "1", const char* tributacao = "T",
@@ -114,50 +114,50 @@ class RegistroTeste : public ::testing::Test
     void AjustaItem(const Ajuste& ajuste, int item)
     {
         const RtcAbsoluteTime em = Agora();
-        const Recusa recusa = registro.PodeAjustaItem(ajuste, item, em);
-        ASSERT_EQ(Motivo(recusa), "");
+        const Refusal refusal = registro.CheckAjustaItem(ajuste, item, em);
+        ASSERT_EQ(Motivo(refusal), "");
         registro.AjustaItem(ajuste, item, em);
     }
     void CancelaAjusteItem(EOperacao operacao, int item)
     {
         const RtcAbsoluteTime em = Agora();
-        const Recusa recusa = registro.PodeCancelaAjusteItem(operacao, item, em);
-        ASSERT_EQ(Motivo(recusa), "");
+        const Refusal refusal = registro.CheckCancelaAjusteItem(operacao, item, em);
+        ASSERT_EQ(Motivo(refusal), "");
         registro.CancelaAjusteItem(operacao, item, em);
     }
     void AjustaSubtotal(const Ajuste& ajuste)
     {
         const RtcAbsoluteTime em = Agora();
-        const Recusa recusa = registro.PodeAjustaSubtotal(ajuste, em);
-        ASSERT_EQ(Motivo(recusa), "");
+        const Refusal refusal = registro.CheckAjustaSubtotal(ajuste, em);
+        ASSERT_EQ(Motivo(refusal), "");
         registro.AjustaSubtotal(ajuste, em);
     }
     void CancelaAjusteSubtotal(EOperacao operacao)
     {
         const RtcAbsoluteTime em = Agora();
-        const Recusa recusa = registro.PodeCancelaAjusteSubtotal(operacao, em);
-        ASSERT_EQ(Motivo(recusa), "");
+        const Refusal refusal = registro.CheckCancelaAjusteSubtotal(operacao, em);
+        ASSERT_EQ(Motivo(refusal), "");
         registro.CancelaAjusteSubtotal(operacao, em);
     }
     void CancelaItem(int item)
     {
         const RtcAbsoluteTime em = Agora();
-        const Recusa recusa = registro.PodeCancelaItem(item, em);
-        ASSERT_EQ(Motivo(recusa), "");
+        const Refusal refusal = registro.CheckCancelaItem(item, em);
+        ASSERT_EQ(Motivo(refusal), "");
         registro.CancelaItem(item, em);
     }
     void Paga(int meio, const char* valor)
     {
         const RtcAbsoluteTime em = Agora();
-        const Recusa recusa = registro.PodeEfetuaPagamento(meio, Dinheiro(valor), em);
-        ASSERT_EQ(Motivo(recusa), "");
+        const Refusal refusal = registro.CheckEfetuaPagamento(meio, Dinheiro(valor), em);
+        ASSERT_EQ(Motivo(refusal), "");
         registro.EfetuaPagamento(meio, Dinheiro(valor), em);
     }
     void FechaCupom(const std::string& mensagem = "")
     {
         const RtcAbsoluteTime em = Agora();
-        const Recusa recusa = registro.PodeFechaCupom(mensagem, em);
-        ASSERT_EQ(Motivo(recusa), "");
+        const Refusal refusal = registro.CheckFechaCupom(mensagem, em);
+        ASSERT_EQ(Motivo(refusal), "");
         registro.FechaCupom(mensagem, em);
     }
     // A whole receipt of one item, paid in one means.
@@ -171,72 +171,72 @@ class RegistroTeste : public ::testing::Test
     void CancelaCupom()
     {
         const RtcAbsoluteTime em = Agora();
-        const Recusa recusa = registro.PodeCancelaCupom(0, em);
-        ASSERT_EQ(Motivo(recusa), "");
+        const Refusal refusal = registro.CheckCancelaCupom(0, em);
+        ASSERT_EQ(Motivo(refusal), "");
         registro.CancelaCupom(0, em);
     }
     void CancelaCupomEmEmissao()
     {
         const RtcAbsoluteTime em = Agora();
-        const Recusa recusa = registro.PodeCancelaCupomEmEmissao(em);
-        ASSERT_EQ(Motivo(recusa), "");
+        const Refusal refusal = registro.CheckCancelaCupomEmEmissao(em);
+        ASSERT_EQ(Motivo(refusal), "");
         registro.CancelaCupomEmEmissao(em);
     }
     void Estorna(int origem, int destino, const char* valor)
     {
         const RtcAbsoluteTime em = Agora();
-        const Recusa recusa =
-            registro.PodeEstornaMeioPagamento(origem, destino, Dinheiro(valor), em);
-        ASSERT_EQ(Motivo(recusa), "");
+        const Refusal refusal =
+            registro.CheckEstornaMeioPagamento(origem, destino, Dinheiro(valor), em);
+        ASSERT_EQ(Motivo(refusal), "");
         registro.EstornaMeioPagamento(origem, destino, Dinheiro(valor), em);
     }
     void AbreCNF()
     {
         const RtcAbsoluteTime em = Agora();
-        const Recusa recusa = registro.PodeAbreCNF({}, em);
-        ASSERT_EQ(Motivo(recusa), "");
+        const Refusal refusal = registro.CheckAbreCNF({}, em);
+        ASSERT_EQ(Motivo(refusal), "");
         registro.AbreCNF({}, em);
     }
     void VendeNF(int totalizador, const char* valor)
     {
         const RtcAbsoluteTime em = Agora();
-        const Recusa recusa = registro.PodeVendeItemNF(totalizador, Dinheiro(valor), em);
-        ASSERT_EQ(Motivo(recusa), "");
+        const Refusal refusal = registro.CheckVendeItemNF(totalizador, Dinheiro(valor), em);
+        ASSERT_EQ(Motivo(refusal), "");
         registro.VendeItemNF(totalizador, Dinheiro(valor), em);
     }
     void FechaCNF()
     {
         const RtcAbsoluteTime em = Agora();
-        const Recusa recusa = registro.PodeFechaCNF(em);
-        ASSERT_EQ(Motivo(recusa), "");
+        const Refusal refusal = registro.CheckFechaCNF(em);
+        ASSERT_EQ(Motivo(refusal), "");
         registro.FechaCNF(em);
     }
     void MovimentaCaixa(ETipoOPNF operacao, const char* valor)
     {
         const RtcAbsoluteTime em = Agora();
-        const Recusa recusa = registro.PodeMovimentaCaixa(operacao, Dinheiro(valor), em);
-        ASSERT_EQ(Motivo(recusa), "");
+        const Refusal refusal = registro.CheckMovimentaCaixa(operacao, Dinheiro(valor), em);
+        ASSERT_EQ(Motivo(refusal), "");
         registro.MovimentaCaixa(operacao, Dinheiro(valor), em);
     }
     void AbreCCD(int meio)
     {
         const RtcAbsoluteTime em = Agora();
-        const Recusa recusa = registro.PodeAbreCCD(meio, em);
-        ASSERT_EQ(Motivo(recusa), "");
+        const Refusal refusal = registro.CheckAbreCCD(meio, em);
+        ASSERT_EQ(Motivo(refusal), "");
         registro.AbreCCD(meio, em);
     }
     void FechaCCDGerencial()
     {
         const RtcAbsoluteTime em = Agora();
-        const Recusa recusa = registro.PodeFechaCCDGerencial(em);
-        ASSERT_EQ(Motivo(recusa), "");
+        const Refusal refusal = registro.CheckFechaCCDGerencial(em);
+        ASSERT_EQ(Motivo(refusal), "");
         registro.FechaCCDGerencial(em);
     }
     void ReducaoZ()
     {
         const RtcAbsoluteTime em = Agora();
-        const Recusa recusa = registro.PodeReducaoZ(em);
-        ASSERT_EQ(Motivo(recusa), "");
+        const Refusal refusal = registro.CheckReducaoZ(em);
+        ASSERT_EQ(Motivo(refusal), "");
         registro.ReducaoZ(em);
     }
 

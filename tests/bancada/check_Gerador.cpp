@@ -1,9 +1,9 @@
 // ecf-bancada generate: the same tape for the same seed, and a tape that the register runs to its
 // end into a database that checks clean.
 #include "bancada/cli/Subcommands.h"
-#include "bancada/gerador/CompraGerada.h"
-#include "bancada/gerador/Gerador.h"
-#include "bancada/gerador/LinhaFita.h"
+#include "bancada/gerador/GeneratedCupom.h"
+#include "bancada/gerador/Generator.h"
+#include "bancada/gerador/LineWriter.h"
 #include "bancada/gerador/Mercadorias.h"
 #include "tests/bancada/check_Banco.h"
 
@@ -28,7 +28,7 @@ using testing::StartsWith;
 std::string Fita(int dias, int cupons, std::uint64_t semente)
 {
     std::ostringstream fita;
-    Gera({dias, cupons, semente}, fita);
+    GenerateTape({dias, cupons, semente}, fita);
     return fita.str();
 }
 
@@ -77,23 +77,23 @@ TEST(Gerador, AStreamThatFailsEndsTheTape)
 {
     std::ostringstream fita;
     fita.setstate(std::ios::badbit);
-    Gera({MAX_DIAS_GERADOS, MAX_CUPONS_POR_DIA, 1}, fita);
+    GenerateTape({MAX_JORNADAS, MAX_CUPONS_POR_JORNADA, 1}, fita);
     EXPECT_THAT(fita.str(), IsEmpty());
 }
 
-TEST(Sorteio, DrawsAreThoseOfTheStandardEngine)
+TEST(Draw, DrawsAreThoseOfTheStandardEngine)
 {
     // The standard fixes the 10,000th draw of std::mt19937_64 with its default seed.
-    Sorteio sorteio(5489);
+    Draw sorteio(5489);
     for (int i = 1; i < 10000; ++i) {
         sorteio.Ate(1000000000);
     }
     EXPECT_EQ(sorteio.Ate(1000000000), 9981545732273789042U % 1000000000);
 }
 
-TEST(Sorteio, BoundsAreReachedAndKept)
+TEST(Draw, BoundsAreReachedAndKept)
 {
-    Sorteio sorteio(1);
+    Draw sorteio(1);
     std::set<std::int64_t> vistos;
     for (int i = 0; i < 1000; ++i) {
         vistos.insert(sorteio.Entre(-2, 2));
@@ -104,9 +104,9 @@ TEST(Sorteio, BoundsAreReachedAndKept)
     EXPECT_FALSE(sorteio.PorMil(0));
 }
 
-TEST(Sorteio, AWeightOfZeroIsNeverDrawn)
+TEST(Draw, AWeightOfZeroIsNeverDrawn)
 {
-    Sorteio sorteio(1);
+    Draw sorteio(1);
     std::size_t vezes[3] = {0, 0, 0};
     for (int i = 0; i < 3000; ++i) {
         ++vezes[sorteio.Pesado({1, 0, 2})];
@@ -123,9 +123,9 @@ TEST(Mercadorias, BarCodesHaveTheirCheckDigit)
     EXPECT_EQ(CodigoDeBarras("101"), "101");
 }
 
-TEST(CompraGerada, TotalsAsTheRegisterMakesThem)
+TEST(GeneratedCupom, TotalsAsTheRegisterMakesThem)
 {
-    CompraGerada compra;
+    GeneratedCupom compra;
     EXPECT_EQ(compra.Vende(1375, 3, 3990, false), 1); // 5.48625
     EXPECT_EQ(compra.Vende(1375, 3, 3990, true), 2);
     EXPECT_EQ(compra.Vende(2, 0, 12495, true), 3); // 24.990
@@ -136,7 +136,7 @@ TEST(CompraGerada, TotalsAsTheRegisterMakesThem)
     compra.Ajusta(1, false, 2);
     compra.Cancela(2);
     EXPECT_EQ(compra.Subtotal(), 2950);
-    compra.AjustaSubtotal(true, CompraGerada::Percentual(2950, 150));
+    compra.AjustaSubtotal(true, GeneratedCupom::Percentual(2950, 150));
     EXPECT_EQ(compra.Total(), 2906);
     compra.CancelaAjusteSubtotal();
     compra.CancelaAjuste(3, true);
@@ -144,11 +144,11 @@ TEST(CompraGerada, TotalsAsTheRegisterMakesThem)
     EXPECT_EQ(compra.Vivos(), 2);
 }
 
-TEST(LinhaFita, FieldsAsTheTapeHasThem)
+TEST(LineWriter, FieldsAsTheTapeHasThem)
 {
     std::ostringstream saida;
     {
-        LinhaFita linha(saida, "x");
+        LineWriter linha(saida, "x");
         linha
             .Em(1709164799) // the last second of 28 February of a leap year
             .Em(1709251199)
@@ -178,7 +178,7 @@ class ComandoGenerate : public testing::TestWithParam<std::uint64_t>
     ~ComandoGenerate() override { std::filesystem::remove_all(m_pasta); }
 
     // Runs a subcommand; answers its exit code. Its output goes to m_saida.
-    int Executa(std::vector<std::string> argumentos)
+    int Execute(std::vector<std::string> argumentos)
     {
         int codigo = EXIT_OK;
         CLI::App app;
@@ -202,16 +202,16 @@ class ComandoGenerate : public testing::TestWithParam<std::uint64_t>
 
 TEST_P(ComandoGenerate, TheTapeRunsToItsEndAndChecksClean)
 {
-    ASSERT_EQ(Executa({"generate", "--days", "3", "--receipts", "25", "--seed",
+    ASSERT_EQ(Execute({"generate", "--days", "3", "--receipts", "25", "--seed",
                        std::to_string(GetParam())}),
               0);
     const std::string fita = m_pasta + "/fita.jsonl";
     std::ofstream(fita) << m_saida;
     // --strict: not one refusal, not one rejected statement.
     ASSERT_EQ(
-        Executa({"run", fita, "--db", m_pasta + "/db", "--log", m_pasta + "/log", "--strict"}), 0)
+        Execute({"run", fita, "--db", m_pasta + "/db", "--log", m_pasta + "/log", "--strict"}), 0)
         << m_saida;
-    EXPECT_EQ(Executa({"check", m_pasta + "/db", "--log", m_pasta + "/log"}), 0) << m_saida;
+    EXPECT_EQ(Execute({"check", m_pasta + "/db", "--log", m_pasta + "/log"}), 0) << m_saida;
     EXPECT_THAT(m_saida, HasSubstr("75 fiscal receipts, "));
     EXPECT_THAT(m_saida, HasSubstr(" 3 Z reductions: 0 findings, "));
 }
@@ -220,12 +220,12 @@ INSTANTIATE_TEST_SUITE_P(Seed, ComandoGenerate, testing::Values(0, 1, 1844674407
 
 TEST_F(ComandoGenerate, OptionsOutOfTheirRange)
 {
-    EXPECT_EQ(Executa({"generate", "--days", "0", "--receipts", "5", "--seed", "1"}), 2);
-    EXPECT_EQ(Executa({"generate", "--days", "20001", "--receipts", "5", "--seed", "1"}), 2);
-    EXPECT_EQ(Executa({"generate", "--days", "1", "--receipts", "4001", "--seed", "1"}), 2);
-    EXPECT_EQ(Executa({"generate", "--days", "1", "--receipts", "-1", "--seed", "1"}), 2);
-    EXPECT_EQ(Executa({"generate", "--days", "1", "--receipts", "5", "--seed", "x"}), 2);
-    EXPECT_EQ(Executa({"generate", "--days", "1", "--receipts", "5"}), 2);
+    EXPECT_EQ(Execute({"generate", "--days", "0", "--receipts", "5", "--seed", "1"}), 2);
+    EXPECT_EQ(Execute({"generate", "--days", "20001", "--receipts", "5", "--seed", "1"}), 2);
+    EXPECT_EQ(Execute({"generate", "--days", "1", "--receipts", "4001", "--seed", "1"}), 2);
+    EXPECT_EQ(Execute({"generate", "--days", "1", "--receipts", "-1", "--seed", "1"}), 2);
+    EXPECT_EQ(Execute({"generate", "--days", "1", "--receipts", "5", "--seed", "x"}), 2);
+    EXPECT_EQ(Execute({"generate", "--days", "1", "--receipts", "5"}), 2);
     EXPECT_THAT(m_saida, IsEmpty());
 }
 

@@ -80,14 +80,14 @@ using CatalogoTest = ComandosTest;
 
 TEST_F(CatalogoTest, HoldsEveryCommandClassExactlyOnce)
 {
-    ASSERT_EQ(bancada::Catalogo().size(), 40u);
+    ASSERT_EQ(bancada::Catalogue().size(), 40u);
     std::size_t i = 0;
-    for (const bancada::ItemCatalogo& item : bancada::Catalogo()) {
+    for (const bancada::CatalogueEntry& item : bancada::Catalogue()) {
         const Esperado& esperado = ESPERADOS[i++];
-        EXPECT_EQ(item.codigo, esperado.codigo);
-        EXPECT_STREQ(item.classe, esperado.classe);
-        EXPECT_STREQ(item.nome, esperado.nome);
-        EXPECT_STRNE(item.resumo, "") << item.nome;
+        EXPECT_EQ(item.code, esperado.codigo);
+        EXPECT_STREQ(item.commandClass, esperado.classe);
+        EXPECT_STREQ(item.name, esperado.nome);
+        EXPECT_STRNE(item.summary, "") << item.name;
     }
 }
 
@@ -105,43 +105,43 @@ TEST_F(CatalogoTest, HoldsEveryClassThatTheHeaderDeclares)
         }
     }
     std::set<std::string> listadas;
-    for (const bancada::ItemCatalogo& item : bancada::Catalogo()) {
-        listadas.insert(item.classe);
+    for (const bancada::CatalogueEntry& item : bancada::Catalogue()) {
+        listadas.insert(item.commandClass);
     }
     EXPECT_EQ(declaradas, listadas);
 }
 
 TEST_F(CatalogoTest, MakesObjectsOfTheClassItNames)
 {
-    for (const bancada::ItemCatalogo& item : bancada::Catalogo()) {
-        const auto comando = item.cria(registro);
-        ASSERT_NE(comando, nullptr) << item.nome;
-        EXPECT_EQ(comando->GetCommand().m_eCmdType, item.codigo) << item.nome;
-        EXPECT_EQ(&comando->GetCommand(), dynamic_cast<Command*>(comando.get())) << item.nome;
+    for (const bancada::CatalogueEntry& item : bancada::Catalogue()) {
+        const auto comando = item.make(registro);
+        ASSERT_NE(comando, nullptr) << item.name;
+        EXPECT_EQ(comando->GetCommand().m_eCmdType, item.code) << item.name;
+        EXPECT_EQ(&comando->GetCommand(), dynamic_cast<Command*>(comando.get())) << item.name;
     }
 }
 
 TEST_F(CatalogoTest, FindsACommandByItsNameAlone)
 {
-    for (const bancada::ItemCatalogo& item : bancada::Catalogo()) {
-        EXPECT_EQ(bancada::ProcuraComando(item.nome), &item);
+    for (const bancada::CatalogueEntry& item : bancada::Catalogue()) {
+        EXPECT_EQ(bancada::FindComando(item.name), &item);
     }
-    EXPECT_EQ(bancada::ProcuraComando("configura"), nullptr);
-    EXPECT_EQ(bancada::ProcuraComando("ABRE_CUPOM"), nullptr);
-    EXPECT_EQ(bancada::ProcuraComando(""), nullptr);
+    EXPECT_EQ(bancada::FindComando("configura"), nullptr);
+    EXPECT_EQ(bancada::FindComando("ABRE_CUPOM"), nullptr);
+    EXPECT_EQ(bancada::FindComando(""), nullptr);
 }
 
 TEST_F(CatalogoTest, NamesTablesThatExistAndTypesThatAreInUse)
 {
     const std::set<std::string> tipos = {"", "LX", "MF", "CC", "RG", "NC", "CN", "RZ"};
     const auto& tabelas = banco.Counts().rows;
-    for (const bancada::ItemCatalogo& item : bancada::Catalogo()) {
-        for (const std::string& tabela : Partes(item.tabelas)) {
-            EXPECT_EQ(tabelas.count(tabela), 1u) << item.nome << ": " << tabela;
+    for (const bancada::CatalogueEntry& item : bancada::Catalogue()) {
+        for (const std::string& tabela : Partes(item.tables)) {
+            EXPECT_EQ(tabelas.count(tabela), 1u) << item.name << ": " << tabela;
         }
-        EXPECT_EQ(tipos.count(item.documento), 1u) << item.nome;
-        if (*item.documento != '\0') {
-            EXPECT_THAT(item.tabelas, HasSubstr("outros_documentos")) << item.nome;
+        EXPECT_EQ(tipos.count(item.documentType), 1u) << item.name;
+        if (*item.documentType != '\0') {
+            EXPECT_THAT(item.tables, HasSubstr("outros_documentos")) << item.name;
         }
     }
 }

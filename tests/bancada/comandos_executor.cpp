@@ -16,7 +16,7 @@ class Espiao final : public CmdLeituraMF, public bancada::ComandoBancada
 {
   public:
     Command& GetCommand() override { return *this; }
-    void Campos(bancada::FieldVisitor&) override {}
+    void Fields(bancada::FieldVisitor&) override {}
 
     BOOL InitCheck(CommandDataFisco*) override { return Anota("InitCheck"); }
     BOOL FiscalCheck() override { return Anota("FiscalCheck"); }
@@ -44,7 +44,7 @@ class Espiao final : public CmdLeituraMF, public bancada::ComandoBancada
         if (passo != recusaEm) {
             return TRUE;
         }
-        recusa = std::string("refused in ") + passo;
+        refusal = std::string("refused in ") + passo;
         return FALSE;
     }
 };
@@ -54,10 +54,10 @@ using ExecutorTest = ComandosTest;
 TEST_F(ExecutorTest, RunsTheStepsInTheOrderOfTheirSlots)
 {
     Espiao espiao;
-    const bancada::Resultado resultado = executor.Executa(espiao, RtcAbsoluteTime(OITO_HORAS));
-    EXPECT_TRUE(resultado.executado);
-    EXPECT_TRUE(resultado.registrado);
-    EXPECT_FALSE(resultado.recusa);
+    const bancada::Outcome resultado = executor.Execute(espiao, RtcAbsoluteTime(OITO_HORAS));
+    EXPECT_TRUE(resultado.executed);
+    EXPECT_TRUE(resultado.kept);
+    EXPECT_FALSE(resultado.refusal);
     EXPECT_THAT(espiao.passos, ElementsAre("InitCheck", "FiscalCheck", "Fiscal", "Print",
                                            "DBLogger", "FiscalPostPrint", "Log", "FillReply"));
 }
@@ -65,7 +65,7 @@ TEST_F(ExecutorTest, RunsTheStepsInTheOrderOfTheirSlots)
 TEST_F(ExecutorTest, LoggerRunsInsideATransactionWithItsEndStillUnset)
 {
     Espiao espiao;
-    executor.Executa(espiao, RtcAbsoluteTime(OITO_HORAS));
+    executor.Execute(espiao, RtcAbsoluteTime(OITO_HORAS));
     EXPECT_TRUE(espiao.emTransacao);
     EXPECT_TRUE(sqlite3_get_autocommit(banco.Handle()) != 0);
     EXPECT_EQ(espiao.fimNoLogger.s, matlong[0]);
@@ -80,9 +80,9 @@ TEST_F(ExecutorTest, RefusalEndsThePipelineBeforeAnyEffect)
     for (const char* passo : {"InitCheck", "FiscalCheck"}) {
         Espiao espiao;
         espiao.recusaEm = passo;
-        const bancada::Resultado resultado = executor.Executa(espiao, RtcAbsoluteTime(OITO_HORAS));
-        EXPECT_FALSE(resultado.executado);
-        EXPECT_EQ(resultado.recusa, std::string("refused in ") + passo);
+        const bancada::Outcome resultado = executor.Execute(espiao, RtcAbsoluteTime(OITO_HORAS));
+        EXPECT_FALSE(resultado.executed);
+        EXPECT_EQ(resultado.refusal, std::string("refused in ") + passo);
         EXPECT_EQ(espiao.passos.back(), passo);
         EXPECT_EQ(espiao.m_eStatusCmd, CMD_NAK);
     }
@@ -91,9 +91,9 @@ TEST_F(ExecutorTest, RefusalEndsThePipelineBeforeAnyEffect)
 TEST_F(ExecutorTest, InterventionsAreRaisedByTheFirmwareTheRestComesFromTheHost)
 {
     std::vector<std::string> internos;
-    for (const bancada::ItemCatalogo& item : bancada::Catalogo()) {
-        if (item.cria(registro)->Origem() == CMD_INTERNO) {
-            internos.emplace_back(item.nome);
+    for (const bancada::CatalogueEntry& item : bancada::Catalogue()) {
+        if (item.make(registro)->Origin() == CMD_INTERNO) {
+            internos.emplace_back(item.name);
         }
     }
     EXPECT_THAT(internos, ElementsAre("entrada_mil_interno", "saida_mil_interno",

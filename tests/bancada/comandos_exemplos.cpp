@@ -27,10 +27,10 @@ struct Saldo {
 };
 
 // The tables that a command's entry names.
-std::set<std::string> Tabelas(const bancada::ItemCatalogo& item)
+std::set<std::string> Tabelas(const bancada::CatalogueEntry& item)
 {
     std::set<std::string> tabelas;
-    std::istringstream lista(item.tabelas);
+    std::istringstream lista(item.tables);
     for (std::string tabela; std::getline(lista >> std::ws, tabela, ',');) {
         tabelas.insert(tabela);
     }
@@ -40,7 +40,7 @@ std::set<std::string> Tabelas(const bancada::ItemCatalogo& item)
 class Exemplos : public ComandosTest
 {
   protected:
-    Saldo Executa(const std::string& nome)
+    Saldo Execute(const std::string& nome)
     {
         bancada::TapeReader fita(ECF_SOURCE_DIR "/examples/" + nome);
         bancada::TapeClock relogio;
@@ -50,7 +50,7 @@ class Exemplos : public ComandosTest
             if (linha.name == bancada::CONFIGURA) {
                 bancada::ExecutaConfigura(linha, registro);
             } else {
-                Executa(linha, relogio.Next(linha), saldo);
+                Execute(linha, relogio.Next(linha), saldo);
             }
         }
         return saldo;
@@ -66,21 +66,21 @@ class Exemplos : public ComandosTest
     }
 
   private:
-    void Executa(const bancada::TapeCommand& linha, RtcAbsoluteTime em, Saldo& saldo)
+    void Execute(const bancada::TapeCommand& linha, RtcAbsoluteTime em, Saldo& saldo)
     {
-        const bancada::ItemCatalogo* item = bancada::ProcuraComando(linha.name);
+        const bancada::CatalogueEntry* item = bancada::FindComando(linha.name);
         ASSERT_NE(item, nullptr) << linha.name;
-        const auto comando = item->cria(registro);
+        const auto comando = item->make(registro);
         bancada::TapeFields campos(linha);
-        comando->Campos(campos);
+        comando->Fields(campos);
         campos.Finish();
 
         const bancada::LogDatabaseCounts antes = banco.Counts();
-        const bancada::Resultado resultado = executor.Executa(*comando, em);
-        EXPECT_TRUE(resultado.registrado) << linha.place.line;
-        if (!resultado.executado) {
+        const bancada::Outcome resultado = executor.Execute(*comando, em);
+        EXPECT_TRUE(resultado.kept) << linha.place.line;
+        if (!resultado.executed) {
             saldo.recusados.push_back(std::to_string(linha.place.line) + ": " + linha.name + ": " +
-                                      resultado.recusa.value_or(""));
+                                      resultado.refusal.value_or(""));
             return;
         }
         ++saldo.comandos[linha.name];
@@ -98,7 +98,7 @@ class Exemplos : public ComandosTest
 
 TEST_F(Exemplos, GrocersDayLosesOnlyWhatIsRequired)
 {
-    const Saldo saldo = Executa("mercearia.jsonl");
+    const Saldo saldo = Execute("mercearia.jsonl");
     EXPECT_THAT(saldo.recusados, IsEmpty());
     EXPECT_THAT(saldo.rejeitados,
                 ElementsAre("programa_moeda", "vende_item_detalhado", "abre_cupom", "fecha_cupom"));
@@ -117,7 +117,7 @@ TEST_F(Exemplos, GrocersDayLosesOnlyWhatIsRequired)
 
 TEST_F(Exemplos, ServiceShopClosesThreeDaysWithGaps)
 {
-    const Saldo saldo = Executa("oficina.jsonl");
+    const Saldo saldo = Execute("oficina.jsonl");
     EXPECT_THAT(saldo.recusados, IsEmpty());
     EXPECT_THAT(saldo.rejeitados, IsEmpty());
     EXPECT_EQ(saldo.comandos.at("abre_cupom"), 18);
@@ -142,7 +142,7 @@ TEST_F(Exemplos, ServiceShopClosesThreeDaysWithGaps)
 
 TEST_F(Exemplos, FirstWeekHasEveryKindOfEvent)
 {
-    const Saldo saldo = Executa("primeira_semana.jsonl");
+    const Saldo saldo = Execute("primeira_semana.jsonl");
     EXPECT_THAT(saldo.recusados, IsEmpty());
     EXPECT_THAT(saldo.rejeitados, ElementsAre("programa_moeda"));
     EXPECT_EQ(saldo.comandos.at("abre_cupom"), 31);
@@ -163,13 +163,13 @@ TEST_F(Exemplos, CommandsWriteTheTablesThatTheCatalogueNames)
     std::set<std::string> nomeadas;
     for (const char* nome : {"mercearia.jsonl", "oficina.jsonl", "primeira_semana.jsonl"}) {
         registro = bancada::Registro();
-        for (const auto& [comando, tabelas] : Executa(nome).tabelas) {
-            EXPECT_THAT(tabelas, IsSubsetOf(Tabelas(*bancada::ProcuraComando(comando))))
+        for (const auto& [comando, tabelas] : Execute(nome).tabelas) {
+            EXPECT_THAT(tabelas, IsSubsetOf(Tabelas(*bancada::FindComando(comando))))
                 << nome << ": " << comando;
             alcancadas.insert(tabelas.begin(), tabelas.end());
         }
     }
-    for (const bancada::ItemCatalogo& item : bancada::Catalogo()) {
+    for (const bancada::CatalogueEntry& item : bancada::Catalogue()) {
         const std::set<std::string> tabelas = Tabelas(item);
         nomeadas.insert(tabelas.begin(), tabelas.end());
     }
@@ -182,11 +182,11 @@ TEST_F(Exemplos, EveryCommandRunsInOneOfThem)
     std::set<std::string> executados;
     for (const char* nome : {"mercearia.jsonl", "oficina.jsonl", "primeira_semana.jsonl"}) {
         registro = bancada::Registro();
-        for (const auto& [comando, vezes] : Executa(nome).comandos) {
+        for (const auto& [comando, vezes] : Execute(nome).comandos) {
             executados.insert(comando);
         }
     }
-    EXPECT_EQ(executados.size(), bancada::Catalogo().size());
+    EXPECT_EQ(executados.size(), bancada::Catalogue().size());
 }
 
 } // namespace

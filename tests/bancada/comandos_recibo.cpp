@@ -187,7 +187,7 @@ TEST_F(ComandosRecibo, SignatureIsThatOfTheRegister)
     Vende();
     Roda(R"({"cmd":"efetua_pagamento","meio":1,"valor":"28.98"})");
     const auto fecha = Le(R"({"cmd":"fecha_cupom"})");
-    ASSERT_TRUE(executor.Executa(*fecha, RtcAbsoluteTime(agora)).executado);
+    ASSERT_TRUE(executor.Execute(*fecha, RtcAbsoluteTime(agora)).executed);
     const Command& comando = fecha->GetCommand();
     const auto& assinatura = registro.GetAssinatura();
     EXPECT_TRUE(

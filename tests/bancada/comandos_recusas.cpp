@@ -128,9 +128,9 @@ TEST_F(ComandosRecusas, ReceiptOnADayThatIsClosed)
 TEST_F(ComandosRecusas, SequenceNumbersCountRefusedCommandsToo)
 {
     const auto recusado = Le(PAO);
-    EXPECT_FALSE(executor.Executa(*recusado, RtcAbsoluteTime(agora)).executado);
+    EXPECT_FALSE(executor.Execute(*recusado, RtcAbsoluteTime(agora)).executed);
     const auto aceito = Le(R"({"cmd":"leitura_x"})");
-    EXPECT_TRUE(executor.Executa(*aceito, RtcAbsoluteTime(agora)).executado);
+    EXPECT_TRUE(executor.Execute(*aceito, RtcAbsoluteTime(agora)).executed);
     EXPECT_EQ(aceito->GetCommand().m_iCmdSeq, recusado->GetCommand().m_iCmdSeq + 1);
 }
 

@@ -25,15 +25,15 @@ Memoria MemoriaCheia()
 
     // What has a narrower range than a number has.
     int posicao = 31;
-    for (ItemRegistrado& item : memoria.cupom.itens) {
+    for (ItemVendido& item : memoria.cupom.itens) {
         item.numero = posicao - 29;
         item.baseImposto = 1;
         item.posicao = posicao++;
-        item.quantidade.casas = 3;
-        item.valorUnitario.casas = 2;
+        item.quantidade.decimals = 3;
+        item.valorUnitario.decimals = 2;
     }
     int meio = 18;
-    for (PagamentoRegistrado& pagamento : memoria.cupom.pagamentos) {
+    for (PagamentoEfetuado& pagamento : memoria.cupom.pagamentos) {
         pagamento.meio = meio++;
     }
     memoria.ecf.sequencia = 998;

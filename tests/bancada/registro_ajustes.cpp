@@ -88,10 +88,10 @@ TEST_F(RegistroAjustes, AnItemCarriesOneOfEachKindAtATime)
     AbreCupom();
     Vende("10.00");
     AjustaItem(PorValor(DESCONTO, "1.00"), 1);
-    EXPECT_EQ(Motivo(registro.PodeAjustaItem(PorValor(DESCONTO, "1.00"), 1, Agora())),
+    EXPECT_EQ(Motivo(registro.CheckAjustaItem(PorValor(DESCONTO, "1.00"), 1, Agora())),
               "item 1 already carries a discount");
     AjustaItem(PorValor(ACRESCIMO, "2.00"), 1);
-    EXPECT_EQ(Motivo(registro.PodeAjustaItem(PorValor(ACRESCIMO, "1.00"), 1, Agora())),
+    EXPECT_EQ(Motivo(registro.CheckAjustaItem(PorValor(ACRESCIMO, "1.00"), 1, Agora())),
               "item 1 already carries a surcharge");
     CancelaAjusteItem(DESCONTO, 1);
     AjustaItem(PorValor(DESCONTO, "3.00"), 1);
@@ -102,11 +102,11 @@ TEST_F(RegistroAjustes, ADiscountLeavesAtLeastOneCent)
 {
     AbreCupom();
     Vende("10.00");
-    EXPECT_EQ(Motivo(registro.PodeAjustaItem(PorValor(DESCONTO, "10.00"), 1, Agora())),
+    EXPECT_EQ(Motivo(registro.CheckAjustaItem(PorValor(DESCONTO, "10.00"), 1, Agora())),
               "the discount must be smaller than what it is taken from");
-    EXPECT_EQ(Motivo(registro.PodeAjustaItem(PorPercentual(DESCONTO, 10000), 1, Agora())),
+    EXPECT_EQ(Motivo(registro.CheckAjustaItem(PorPercentual(DESCONTO, 10000), 1, Agora())),
               "the discount must be smaller than what it is taken from");
-    EXPECT_EQ(Motivo(registro.PodeAjustaSubtotal(PorValor(DESCONTO, "10.00"), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckAjustaSubtotal(PorValor(DESCONTO, "10.00"), Agora())),
               "the discount must be smaller than what it is taken from");
     AjustaItem(PorValor(DESCONTO, "9.99"), 1);
     EXPECT_EQ(Texto(registro.Cupom_GetItemValorTotal(0)), "0.01");
@@ -118,7 +118,7 @@ TEST_F(RegistroAjustes, ASurchargeStaysWhileTheDiscountNeedsIt)
     Vende("10.00");
     AjustaItem(PorValor(ACRESCIMO, "5.00"), 1);
     AjustaItem(PorValor(DESCONTO, "12.00"), 1);
-    EXPECT_EQ(Motivo(registro.PodeCancelaAjusteItem(ACRESCIMO, 1, Agora())),
+    EXPECT_EQ(Motivo(registro.CheckCancelaAjusteItem(ACRESCIMO, 1, Agora())),
               "without the surcharge the discount on item 1 would not leave anything: cancel the "
               "discount first");
     CancelaAjusteItem(DESCONTO, 1);
@@ -130,34 +130,34 @@ TEST_F(RegistroAjustes, AnAmountThatIsNothingIsRefused)
 {
     AbreCupom();
     Vende("0.05");
-    EXPECT_EQ(Motivo(registro.PodeAjustaItem(PorPercentual(DESCONTO, 1000), 1, Agora())),
+    EXPECT_EQ(Motivo(registro.CheckAjustaItem(PorPercentual(DESCONTO, 1000), 1, Agora())),
               "the discount must be above zero"); // 0.005, truncated
-    EXPECT_EQ(Motivo(registro.PodeAjustaItem(PorValor(ACRESCIMO, "0.00"), 1, Agora())),
+    EXPECT_EQ(Motivo(registro.CheckAjustaItem(PorValor(ACRESCIMO, "0.00"), 1, Agora())),
               "the surcharge must be above zero");
-    EXPECT_EQ(Motivo(registro.PodeAjustaItem(PorValor(ACRESCIMO, "0.015"), 1, Agora())),
+    EXPECT_EQ(Motivo(registro.CheckAjustaItem(PorValor(ACRESCIMO, "0.015"), 1, Agora())),
               "the surcharge has more than two decimals");
-    EXPECT_EQ(Motivo(registro.PodeAjustaItem(PorPercentual(ACRESCIMO, 0), 1, Agora())),
+    EXPECT_EQ(Motivo(registro.CheckAjustaItem(PorPercentual(ACRESCIMO, 0), 1, Agora())),
               "the percentage must be above zero and at most 999.99");
-    EXPECT_EQ(Motivo(registro.PodeAjustaItem(PorPercentual(ACRESCIMO, 100000), 1, Agora())),
+    EXPECT_EQ(Motivo(registro.CheckAjustaItem(PorPercentual(ACRESCIMO, 100000), 1, Agora())),
               "the percentage must be above zero and at most 999.99");
 }
 
 TEST_F(RegistroAjustes, AnItemThatIsNotThereIsRefused)
 {
-    EXPECT_EQ(Motivo(registro.PodeAjustaItem(PorValor(DESCONTO, "1.00"), 1, Agora())),
+    EXPECT_EQ(Motivo(registro.CheckAjustaItem(PorValor(DESCONTO, "1.00"), 1, Agora())),
               "no receipt is open");
     AbreCupom();
-    EXPECT_EQ(Motivo(registro.PodeAjustaItem(PorValor(DESCONTO, "1.00"), 0, Agora())),
+    EXPECT_EQ(Motivo(registro.CheckAjustaItem(PorValor(DESCONTO, "1.00"), 0, Agora())),
               "the receipt has no item 0");
     Vende("10.00");
-    EXPECT_EQ(Motivo(registro.PodeAjustaItem(PorValor(DESCONTO, "1.00"), 2, Agora())),
+    EXPECT_EQ(Motivo(registro.CheckAjustaItem(PorValor(DESCONTO, "1.00"), 2, Agora())),
               "the receipt has no item 2");
-    EXPECT_EQ(Motivo(registro.PodeCancelaAjusteItem(DESCONTO, 0, Agora())),
+    EXPECT_EQ(Motivo(registro.CheckCancelaAjusteItem(DESCONTO, 0, Agora())),
               "the receipt has no item 0");
-    EXPECT_EQ(Motivo(registro.PodeCancelaAjusteItem(DESCONTO, 1, Agora())),
+    EXPECT_EQ(Motivo(registro.CheckCancelaAjusteItem(DESCONTO, 1, Agora())),
               "item 1 carries no discount");
     CancelaItem(1);
-    EXPECT_EQ(Motivo(registro.PodeAjustaItem(PorValor(DESCONTO, "1.00"), 1, Agora())),
+    EXPECT_EQ(Motivo(registro.CheckAjustaItem(PorValor(DESCONTO, "1.00"), 1, Agora())),
               "item 1 is cancelled");
 }
 
@@ -234,12 +234,12 @@ TEST_F(RegistroAjustes, WhileTheSubtotalIsAdjustedTheItemsStand)
     AjustaSubtotal(PorValor(DESCONTO, "3.00"));
     const std::string motivo =
         "the subtotal carries a discount: cancel it before anything else changes";
-    EXPECT_EQ(Motivo(registro.PodeVendeItem(Venda("1.00"), Agora())), motivo);
-    EXPECT_EQ(Motivo(registro.PodeCancelaItem(1, Agora())), motivo);
-    EXPECT_EQ(Motivo(registro.PodeAjustaItem(PorValor(DESCONTO, "1.00"), 1, Agora())), motivo);
-    EXPECT_EQ(Motivo(registro.PodeCancelaAjusteItem(ACRESCIMO, 1, Agora())), motivo);
-    EXPECT_EQ(Motivo(registro.PodeAjustaSubtotal(PorValor(ACRESCIMO, "1.00"), Agora())), motivo);
-    EXPECT_EQ(Motivo(registro.PodeCancelaAjusteSubtotal(ACRESCIMO, Agora())),
+    EXPECT_EQ(Motivo(registro.CheckVendeItem(Venda("1.00"), Agora())), motivo);
+    EXPECT_EQ(Motivo(registro.CheckCancelaItem(1, Agora())), motivo);
+    EXPECT_EQ(Motivo(registro.CheckAjustaItem(PorValor(DESCONTO, "1.00"), 1, Agora())), motivo);
+    EXPECT_EQ(Motivo(registro.CheckCancelaAjusteItem(ACRESCIMO, 1, Agora())), motivo);
+    EXPECT_EQ(Motivo(registro.CheckAjustaSubtotal(PorValor(ACRESCIMO, "1.00"), Agora())), motivo);
+    EXPECT_EQ(Motivo(registro.CheckCancelaAjusteSubtotal(ACRESCIMO, Agora())),
               "the subtotal carries no surcharge");
 }
 
@@ -250,9 +250,9 @@ TEST_F(RegistroAjustes, OncePaidNothingChanges)
     AjustaSubtotal(PorValor(DESCONTO, "3.00"));
     Paga(DINHEIRO, "1.00");
     const std::string motivo = "the receipt is being paid: its items and its subtotal stand";
-    EXPECT_EQ(Motivo(registro.PodeVendeItem(Venda("1.00"), Agora())), motivo);
-    EXPECT_EQ(Motivo(registro.PodeCancelaAjusteSubtotal(DESCONTO, Agora())), motivo);
-    EXPECT_EQ(Motivo(registro.PodeCancelaItem(1, Agora())), motivo);
+    EXPECT_EQ(Motivo(registro.CheckVendeItem(Venda("1.00"), Agora())), motivo);
+    EXPECT_EQ(Motivo(registro.CheckCancelaAjusteSubtotal(DESCONTO, Agora())), motivo);
+    EXPECT_EQ(Motivo(registro.CheckCancelaItem(1, Agora())), motivo);
 }
 
 TEST_F(RegistroAjustes, OnANonFiscalReceiptMoveItsTotalizersAlone)

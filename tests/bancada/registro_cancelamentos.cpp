@@ -30,13 +30,13 @@ TEST_F(RegistroCancelamentos, ItemMovesItsNetValueToTheCancellations)
 
 TEST_F(RegistroCancelamentos, ItemThatIsNotThereIsRefused)
 {
-    EXPECT_EQ(Motivo(registro.PodeCancelaItem(1, Agora())), "no receipt is open");
+    EXPECT_EQ(Motivo(registro.CheckCancelaItem(1, Agora())), "no receipt is open");
     AbreCupom();
     Vende("10.00");
-    EXPECT_EQ(Motivo(registro.PodeCancelaItem(0, Agora())), "the receipt has no item 0");
-    EXPECT_EQ(Motivo(registro.PodeCancelaItem(2, Agora())), "the receipt has no item 2");
+    EXPECT_EQ(Motivo(registro.CheckCancelaItem(0, Agora())), "the receipt has no item 0");
+    EXPECT_EQ(Motivo(registro.CheckCancelaItem(2, Agora())), "the receipt has no item 2");
     CancelaItem(1);
-    EXPECT_EQ(Motivo(registro.PodeCancelaItem(1, Agora())), "item 1 is cancelled");
+    EXPECT_EQ(Motivo(registro.CheckCancelaItem(1, Agora())), "item 1 is cancelled");
 }
 
 TEST_F(RegistroCancelamentos, ReceiptWithoutItemsLeftCanOnlyBeCancelled)
@@ -44,11 +44,11 @@ TEST_F(RegistroCancelamentos, ReceiptWithoutItemsLeftCanOnlyBeCancelled)
     AbreCupom();
     Vende("10.00");
     CancelaItem(1);
-    EXPECT_EQ(Motivo(registro.PodeEfetuaPagamento(DINHEIRO, Dinheiro("1.00"), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckEfetuaPagamento(DINHEIRO, Dinheiro("1.00"), Agora())),
               "the receipt has no item");
-    EXPECT_EQ(Motivo(registro.PodeFechaCupom("", Agora())),
+    EXPECT_EQ(Motivo(registro.CheckFechaCupom("", Agora())),
               "the receipt has no item: cancel it instead");
-    EXPECT_EQ(Motivo(registro.PodeAjustaSubtotal(PorValor(ACRESCIMO, "1.00"), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckAjustaSubtotal(PorValor(ACRESCIMO, "1.00"), Agora())),
               "the receipt has no item");
     CancelaCupomEmEmissao();
 }
@@ -70,8 +70,8 @@ TEST_F(RegistroCancelamentos, InIssueKeepsTheNumberAndTheType)
     EXPECT_EQ(Descontos(1), "1.00");
     EXPECT_EQ(GT(), "10.00");
     EXPECT_EQ(Meio(DINHEIRO), "0.00");
-    EXPECT_EQ(Motivo(registro.PodeCancelaCupomEmEmissao(Agora())), "no receipt is open");
-    EXPECT_EQ(Motivo(registro.PodeCancelaCupom(0, Agora())),
+    EXPECT_EQ(Motivo(registro.CheckCancelaCupomEmEmissao(Agora())), "no receipt is open");
+    EXPECT_EQ(Motivo(registro.CheckCancelaCupom(0, Agora())),
               "the last receipt, COO 1, is cancelled");
 }
 
@@ -118,14 +118,14 @@ TEST_F(RegistroCancelamentos, IssuedNonFiscalReceiptIsADocumentOfItsOwn)
 
 TEST_F(RegistroCancelamentos, OnlyTheReceiptIssuedLastCanBeCancelled)
 {
-    EXPECT_EQ(Motivo(registro.PodeCancelaCupom(0, Agora())), "no receipt was issued");
+    EXPECT_EQ(Motivo(registro.CheckCancelaCupom(0, Agora())), "no receipt was issued");
     Cupom1("10.00");
     Cupom1("20.00");
-    EXPECT_EQ(Motivo(registro.PodeCancelaCupom(1, Agora())),
+    EXPECT_EQ(Motivo(registro.CheckCancelaCupom(1, Agora())),
               "only the receipt issued last can be cancelled: it is COO 2, not 1");
-    EXPECT_EQ(Motivo(registro.PodeCancelaCupom(2, Agora())), "");
+    EXPECT_EQ(Motivo(registro.CheckCancelaCupom(2, Agora())), "");
     CancelaCupom();
-    EXPECT_EQ(Motivo(registro.PodeCancelaCupom(2, Agora())),
+    EXPECT_EQ(Motivo(registro.CheckCancelaCupom(2, Agora())),
               "the last receipt, COO 2, is cancelled");
 }
 
@@ -133,9 +133,9 @@ TEST_F(RegistroCancelamentos, AReadingInBetweenDoesNotMatterAMovementOfTheTillDo
 {
     Cupom1("10.00");
     registro.LeituraX(IMPRESSAO, Agora());
-    EXPECT_EQ(Motivo(registro.PodeCancelaCupom(1, Agora())), "");
+    EXPECT_EQ(Motivo(registro.CheckCancelaCupom(1, Agora())), "");
     MovimentaCaixa(SANGRIA, "5.00");
-    EXPECT_EQ(Motivo(registro.PodeCancelaCupom(0, Agora())),
+    EXPECT_EQ(Motivo(registro.CheckCancelaCupom(0, Agora())),
               "the last receipt, COO 3, is a Sangria or a Fundo de Troco");
 }
 
@@ -143,7 +143,7 @@ TEST_F(RegistroCancelamentos, AReceiptOfAClosedDayCannotBeCancelled)
 {
     Cupom1("10.00");
     ReducaoZ();
-    EXPECT_EQ(Motivo(registro.PodeCancelaCupom(0, Agora())),
+    EXPECT_EQ(Motivo(registro.CheckCancelaCupom(0, Agora())),
               "the day of the last receipt, COO 1, was closed by its Redução Z");
 }
 
@@ -151,10 +151,10 @@ TEST_F(RegistroCancelamentos, AReceiptWithAVoucherCannotBeCancelledBeforeItsReve
 {
     Cupom1("10.00", CARTAO);
     AbreCCD(CARTAO);
-    EXPECT_EQ(Motivo(registro.PodeCancelaCupom(0, Agora())),
+    EXPECT_EQ(Motivo(registro.CheckCancelaCupom(0, Agora())),
               "a Comprovante de Crédito ou Débito is open");
     FechaCCDGerencial();
-    EXPECT_EQ(Motivo(registro.PodeCancelaCupom(0, Agora())),
+    EXPECT_EQ(Motivo(registro.CheckCancelaCupom(0, Agora())),
               "the receipt has a Comprovante de Crédito ou Débito: reverse it first");
     registro.AbreEstornoCCD(Agora());
     FechaCCDGerencial();

@@ -225,10 +225,10 @@ class RegistroDias : public RegistroTeste
     CupomModelo& Ultimo() { return dia.cupons.back(); }
 
     // Counts what was accepted and what was refused, and says which it was.
-    bool Aceito(const char* operacao, const Recusa& recusa)
+    bool Aceito(const char* operacao, const Refusal& refusal)
     {
-        ++(recusa ? recusados : aceitos)[operacao];
-        return !recusa;
+        ++(refusal ? recusados : aceitos)[operacao];
+        return !refusal;
     }
 
     void SorteiaVenda()
@@ -249,7 +249,7 @@ class RegistroDias : public RegistroTeste
                         lugar.codigo,    lugar.numero, {quantidade, casasQ},
                         {preco, casasV}, Chance(50)};
         const RtcAbsoluteTime em = Passa();
-        if (!Aceito("vende", registro.PodeVendeItem(venda, em))) {
+        if (!Aceito("vende", registro.CheckVendeItem(venda, em))) {
             return;
         }
         registro.VendeItem(venda, em);
@@ -269,7 +269,7 @@ class RegistroDias : public RegistroTeste
         const int totalizador = static_cast<int>(Entre(2, 5));
         const Financial valor = Financial::FromCents(Entre(0, 20000));
         const RtcAbsoluteTime em = Passa();
-        if (!Aceito("vende nf", registro.PodeVendeItemNF(totalizador, valor, em))) {
+        if (!Aceito("vende nf", registro.CheckVendeItemNF(totalizador, valor, em))) {
             return;
         }
         registro.VendeItemNF(totalizador, valor, em);
@@ -305,7 +305,7 @@ class RegistroDias : public RegistroTeste
         const auto [ajuste, valor] =
             SorteiaAjuste(existe ? Ultimo().itens[indiceItem].Liquido() : 100);
         const RtcAbsoluteTime em = Passa();
-        if (!Aceito("ajusta item", registro.PodeAjustaItem(ajuste, numero, em))) {
+        if (!Aceito("ajusta item", registro.CheckAjustaItem(ajuste, numero, em))) {
             return;
         }
         registro.AjustaItem(ajuste, numero, em);
@@ -319,7 +319,7 @@ class RegistroDias : public RegistroTeste
         const int numero =
             static_cast<int>(Entre(0, static_cast<std::int64_t>(Ultimo().itens.size()) + 1));
         const RtcAbsoluteTime em = Passa();
-        if (!Aceito("cancela ajuste item", registro.PodeCancelaAjusteItem(operacao, numero, em))) {
+        if (!Aceito("cancela ajuste item", registro.CheckCancelaAjusteItem(operacao, numero, em))) {
             return;
         }
         registro.CancelaAjusteItem(operacao, numero, em);
@@ -337,7 +337,7 @@ class RegistroDias : public RegistroTeste
         const int numero =
             static_cast<int>(Entre(0, static_cast<std::int64_t>(Ultimo().itens.size()) + 1));
         const RtcAbsoluteTime em = Passa();
-        if (!Aceito("cancela item", registro.PodeCancelaItem(numero, em))) {
+        if (!Aceito("cancela item", registro.CheckCancelaItem(numero, em))) {
             return;
         }
         registro.CancelaItem(numero, em);
@@ -348,7 +348,7 @@ class RegistroDias : public RegistroTeste
     {
         const auto [ajuste, valor] = SorteiaAjuste(Ultimo().Total());
         const RtcAbsoluteTime em = Passa();
-        if (!Aceito("ajusta subtotal", registro.PodeAjustaSubtotal(ajuste, em))) {
+        if (!Aceito("ajusta subtotal", registro.CheckAjustaSubtotal(ajuste, em))) {
             return;
         }
         registro.AjustaSubtotal(ajuste, em);
@@ -366,7 +366,7 @@ class RegistroDias : public RegistroTeste
     {
         const EOperacao operacao = Chance(50) ? DESCONTO : ACRESCIMO;
         const RtcAbsoluteTime em = Passa();
-        if (!Aceito("cancela ajuste subtotal", registro.PodeCancelaAjusteSubtotal(operacao, em))) {
+        if (!Aceito("cancela ajuste subtotal", registro.CheckCancelaAjusteSubtotal(operacao, em))) {
             return;
         }
         registro.CancelaAjusteSubtotal(operacao, em);
@@ -379,7 +379,7 @@ class RegistroDias : public RegistroTeste
     void CancelaEmEmissao()
     {
         const RtcAbsoluteTime em = Passa();
-        ASSERT_TRUE(Aceito("cancela em emissao", registro.PodeCancelaCupomEmEmissao(em)));
+        ASSERT_TRUE(Aceito("cancela em emissao", registro.CheckCancelaCupomEmEmissao(em)));
         registro.CancelaCupomEmEmissao(em);
         Ultimo().valido = false;
         Ultimo().fim = agora;
@@ -395,7 +395,7 @@ class RegistroDias : public RegistroTeste
             const Centavos valor = ultimo ? falta : Entre(0, falta + 500);
             const RtcAbsoluteTime em = Passa();
             const Financial pago = Financial::FromCents(valor);
-            if (!Aceito("paga", registro.PodeEfetuaPagamento(meio, pago, em))) {
+            if (!Aceito("paga", registro.CheckEfetuaPagamento(meio, pago, em))) {
                 continue;
             }
             registro.EfetuaPagamento(meio, pago, em);
@@ -412,10 +412,10 @@ class RegistroDias : public RegistroTeste
         EXPECT_EQ(EmCentavos(registro.Cupom_GetTotal()), cupom.Total());
         EXPECT_EQ(EmCentavos(registro.Cupom_GetTroco()), cupom.Troco());
         if (cupom.fiscal) {
-            ASSERT_TRUE(Aceito("fecha", registro.PodeFechaCupom("", em)));
+            ASSERT_TRUE(Aceito("fecha", registro.CheckFechaCupom("", em)));
             registro.FechaCupom("", em);
         } else {
-            ASSERT_TRUE(Aceito("fecha nf", registro.PodeFechaCNF(em)));
+            ASSERT_TRUE(Aceito("fecha nf", registro.CheckFechaCNF(em)));
             registro.FechaCNF(em);
         }
         cupom.fim = agora;
@@ -427,7 +427,7 @@ class RegistroDias : public RegistroTeste
         const int destino = static_cast<int>(Entre(1, 3));
         const Financial valor = Financial::FromCents(Entre(1, 3000));
         const RtcAbsoluteTime em = Passa();
-        if (!Aceito("estorna", registro.PodeEstornaMeioPagamento(origem, destino, valor, em))) {
+        if (!Aceito("estorna", registro.CheckEstornaMeioPagamento(origem, destino, valor, em))) {
             return;
         }
         registro.EstornaMeioPagamento(origem, destino, valor, em);
@@ -443,9 +443,9 @@ class RegistroDias : public RegistroTeste
     {
         const bool fiscal = Chance(75);
         const RtcAbsoluteTime em = Passa();
-        const Recusa recusa =
-            fiscal ? registro.PodeAbreCupom({}, em) : registro.PodeAbreCNF({}, em);
-        ASSERT_TRUE(Aceito(fiscal ? "abre" : "abre nf", recusa)) << *recusa;
+        const Refusal refusal =
+            fiscal ? registro.CheckAbreCupom({}, em) : registro.CheckAbreCNF({}, em);
+        ASSERT_TRUE(Aceito(fiscal ? "abre" : "abre nf", refusal)) << *refusal;
         if (fiscal) {
             registro.AbreCupom({}, em);
         } else {
@@ -488,7 +488,7 @@ class RegistroDias : public RegistroTeste
         }
         if (Chance(12)) {
             const RtcAbsoluteTime depois = Passa();
-            ASSERT_TRUE(Aceito("cancela cupom", registro.PodeCancelaCupom(0, depois)));
+            ASSERT_TRUE(Aceito("cancela cupom", registro.CheckCancelaCupom(0, depois)));
             registro.CancelaCupom(0, depois);
             ++coo;
             gnf += fiscal ? 0 : 1;
@@ -501,7 +501,7 @@ class RegistroDias : public RegistroTeste
         const ETipoOPNF operacao = Chance(50) ? FUNDO_TROCO : SANGRIA;
         const Financial valor = Financial::FromCents(Entre(1, 50000));
         const RtcAbsoluteTime em = Passa();
-        ASSERT_TRUE(Aceito("caixa", registro.PodeMovimentaCaixa(operacao, valor, em)));
+        ASSERT_TRUE(Aceito("caixa", registro.CheckMovimentaCaixa(operacao, valor, em)));
         registro.MovimentaCaixa(operacao, valor, em);
         dia.cupons.emplace_back();
         ++coo;

@@ -95,7 +95,7 @@ TEST_F(RegistroFachada, SignatureIsTheSHA256OfTheCanonicalText)
     AjustaSubtotal(PorValor(DESCONTO, "1.00"));
     Paga(DINHEIRO, "20.00");
     FechaCupom("OBRIGADO");
-    EXPECT_EQ(TextoCanonico(registro.GetMemoria()),
+    EXPECT_EQ(CanonicalText(registro.GetMemoria()),
               "ecf 14:12345678000195 6:BA0001\n"
               "documento 1 1 1 0 1709542800 1709542806\n"
               "consumidor 0: 0: 0:\n"

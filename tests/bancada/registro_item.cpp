@@ -11,7 +11,7 @@ class RegistroItem : public RegistroTeste
   protected:
     std::string Total(const char* quantidade, const char* preco, bool arredonda)
     {
-        if (registro.PodeAbreCupom({}, RtcAbsoluteTime(agora)) == std::nullopt) {
+        if (registro.CheckAbreCupom({}, RtcAbsoluteTime(agora)) == std::nullopt) {
             AbreCupom();
         }
         Vende(Venda(preco, quantidade, "T", 1, arredonda));
@@ -47,8 +47,8 @@ TEST_F(RegistroItem, TheLargestFactorsAreMultipliedExactly)
 TEST_F(RegistroItem, ATotalBeyondTheMaximumIsRefused)
 {
     AbreCupom();
-    EXPECT_EQ(Motivo(registro.PodeVendeItem(Venda("100", "9999999.99"), Agora())), "");
-    EXPECT_EQ(Motivo(registro.PodeVendeItem(Venda("101", "9999999.99"), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckVendeItem(Venda("100", "9999999.99"), Agora())), "");
+    EXPECT_EQ(Motivo(registro.CheckVendeItem(Venda("101", "9999999.99"), Agora())),
               "the item's total is more than the register takes (999999999.99)");
 }
 
@@ -94,47 +94,47 @@ TEST_F(RegistroItem, IsBookedOnItsTotalizerAndInTheGrandTotal)
 
 TEST_F(RegistroItem, WithoutAnOpenReceiptIsRefused)
 {
-    EXPECT_EQ(Motivo(registro.PodeVendeItem(Venda("1.00"), Agora())), "no Cupom Fiscal is open");
+    EXPECT_EQ(Motivo(registro.CheckVendeItem(Venda("1.00"), Agora())), "no Cupom Fiscal is open");
     AbreCNF();
-    EXPECT_EQ(Motivo(registro.PodeVendeItem(Venda("1.00"), Agora())), "no Cupom Fiscal is open");
+    EXPECT_EQ(Motivo(registro.CheckVendeItem(Venda("1.00"), Agora())), "no Cupom Fiscal is open");
 }
 
 TEST_F(RegistroItem, OnATotalizerThatIsNotProgrammedIsRefused)
 {
     AbreCupom();
-    EXPECT_EQ(Motivo(registro.PodeVendeItem(Venda("1.00", "1", "T", 3), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckVendeItem(Venda("1.00", "1", "T", 3), Agora())),
               "the totalizer T3 is not programmed");
-    EXPECT_EQ(Motivo(registro.PodeVendeItem(Venda("1.00", "1", "F", 2), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckVendeItem(Venda("1.00", "1", "F", 2), Agora())),
               "the totalizer F2 is not programmed");
-    EXPECT_EQ(Motivo(registro.PodeVendeItem(Venda("1.00", "1", "T", 31), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckVendeItem(Venda("1.00", "1", "T", 31), Agora())),
               "there is no totalizer T31");
-    EXPECT_EQ(Motivo(registro.PodeVendeItem(Venda("1.00", "1", "T", 0), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckVendeItem(Venda("1.00", "1", "T", 0), Agora())),
               "there is no totalizer T0");
-    EXPECT_EQ(Motivo(registro.PodeVendeItem(Venda("1.00", "1", "X", 1), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckVendeItem(Venda("1.00", "1", "X", 1), Agora())),
               "there is no totalizer X1");
 }
 
 TEST_F(RegistroItem, ZeroQuantityPriceOrTotalIsRefused)
 {
     AbreCupom();
-    EXPECT_EQ(Motivo(registro.PodeVendeItem(Venda("1.00", "0.000"), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckVendeItem(Venda("1.00", "0.000"), Agora())),
               "the quantity must be above zero");
-    EXPECT_EQ(Motivo(registro.PodeVendeItem(Venda("0.00"), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckVendeItem(Venda("0.00"), Agora())),
               "the unit price must be above zero");
-    EXPECT_EQ(Motivo(registro.PodeVendeItem(Venda("0.01", "0.999"), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckVendeItem(Venda("0.01", "0.999"), Agora())),
               "the item's total must be above zero");
-    EXPECT_EQ(Motivo(registro.PodeVendeItem(Venda("0.01", "0.999", "T", 1, true), Agora())), "");
+    EXPECT_EQ(Motivo(registro.CheckVendeItem(Venda("0.01", "0.999", "T", 1, true), Agora())), "");
 }
 
 TEST_F(RegistroItem, MoreDecimalsOrDigitsThanTheRegisterTakesAreRefused)
 {
     AbreCupom();
-    EXPECT_EQ(Motivo(registro.PodeVendeItem(Venda("1.0000"), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckVendeItem(Venda("1.0000"), Agora())),
               "the unit price has more than 3 decimals");
-    EXPECT_EQ(Motivo(registro.PodeVendeItem(Venda("0.01", "10000000"), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckVendeItem(Venda("0.01", "10000000"), Agora())),
               "the quantity has more than 7 integer digits");
-    EXPECT_EQ(Motivo(registro.PodeVendeItem(Venda("0.01", "9999999.999"), Agora())), "");
-    EXPECT_EQ(Motivo(registro.PodeVendeItem(Venda("1000000000.00", "0.001"), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckVendeItem(Venda("0.01", "9999999.999"), Agora())), "");
+    EXPECT_EQ(Motivo(registro.CheckVendeItem(Venda("1000000000.00", "0.001"), Agora())),
               "the unit price has more than 9 integer digits");
 }
 
@@ -143,7 +143,7 @@ TEST_F(RegistroItem, WithoutCodeOrDescriptionIsRefused)
     AbreCupom();
     VendaItem venda = Venda("1.00");
     venda.codigo.clear();
-    EXPECT_EQ(Motivo(registro.PodeVendeItem(venda, Agora())),
+    EXPECT_EQ(Motivo(registro.CheckVendeItem(venda, Agora())),
               "an item needs a code and a description");
 }
 
@@ -154,7 +154,7 @@ TEST_F(RegistroItem, TheThousandthIsRefused)
         Vende("0.01");
     }
     EXPECT_EQ(registro.Cupom_GetQuantidadeDeItens(), 999);
-    EXPECT_EQ(Motivo(registro.PodeVendeItem(Venda("0.01"), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckVendeItem(Venda("0.01"), Agora())),
               "the receipt is full: it has 999 items");
 }
 

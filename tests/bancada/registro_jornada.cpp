@@ -53,15 +53,15 @@ TEST_F(RegistroJornada, OverdueTwentySixHoursAfterItsMidnight)
 {
     Cupom1("1.00");
     agora = MEIA_NOITE + 26 * HORA - 1;
-    Aceita(registro.PodeAbreCupom({}, RtcAbsoluteTime(agora)));
+    Accept(registro.CheckAbreCupom({}, RtcAbsoluteTime(agora)));
     agora = MEIA_NOITE + 26 * HORA;
     const std::string motivo = "the Redução Z of 2024-03-04 is overdue: issue it before the next "
                                "receipt";
-    EXPECT_EQ(Motivo(registro.PodeAbreCupom({}, Agora())), motivo);
-    EXPECT_EQ(Motivo(registro.PodeAbreCNF({}, Agora())), motivo);
-    EXPECT_EQ(Motivo(registro.PodeMovimentaCaixa(SANGRIA, Dinheiro("1.00"), Agora())), motivo);
+    EXPECT_EQ(Motivo(registro.CheckAbreCupom({}, Agora())), motivo);
+    EXPECT_EQ(Motivo(registro.CheckAbreCNF({}, Agora())), motivo);
+    EXPECT_EQ(Motivo(registro.CheckMovimentaCaixa(SANGRIA, Dinheiro("1.00"), Agora())), motivo);
     ReducaoZ();
-    Aceita(registro.PodeAbreCupom({}, Agora()));
+    Accept(registro.CheckAbreCupom({}, Agora()));
 }
 
 TEST_F(RegistroJornada, AReceiptOpenWhenTheDayFallsDueCanBeFinished)
@@ -80,9 +80,9 @@ TEST_F(RegistroJornada, AfterTheZNothingIsSoldOnItsDate)
     ReducaoZ();
     const std::string motivo = "the day 2024-03-04 was closed by its Redução Z: nothing is sold on "
                                "that date any more";
-    EXPECT_EQ(Motivo(registro.PodeAbreCupom({}, Agora())), motivo);
-    EXPECT_EQ(Motivo(registro.PodeAbreCNF({}, RtcAbsoluteTime(MEIA_NOITE + DIA - 1))), motivo);
-    EXPECT_EQ(Motivo(registro.PodeAbreCNF({}, RtcAbsoluteTime(MEIA_NOITE + DIA))), "");
+    EXPECT_EQ(Motivo(registro.CheckAbreCupom({}, Agora())), motivo);
+    EXPECT_EQ(Motivo(registro.CheckAbreCNF({}, RtcAbsoluteTime(MEIA_NOITE + DIA - 1))), motivo);
+    EXPECT_EQ(Motivo(registro.CheckAbreCNF({}, RtcAbsoluteTime(MEIA_NOITE + DIA))), "");
 }
 
 TEST_F(RegistroJornada, ALateZClosesTheDayItBelongsTo)
@@ -100,7 +100,7 @@ TEST_F(RegistroJornada, AZWithoutMovementHasNoDateAndClosesItsOwn)
     ReducaoZ();
     EXPECT_TRUE(SemData());
     EXPECT_EQ(Contador(COUNTER_CRZ), 1);
-    EXPECT_EQ(Motivo(registro.PodeAbreCupom({}, Agora())),
+    EXPECT_EQ(Motivo(registro.CheckAbreCupom({}, Agora())),
               "the day 2024-03-04 was closed by its Redução Z: nothing is sold on that date any "
               "more");
     agora += DIA;
@@ -117,7 +117,7 @@ TEST_F(RegistroJornada, AZWithoutMovementHasNoDateAndClosesItsOwn)
 TEST_F(RegistroJornada, TheClockCannotGoBehindTheDaysFirstDocument)
 {
     Cupom1("1.00");
-    EXPECT_EQ(Motivo(registro.PodeAbreCupom({}, RtcAbsoluteTime(NOVE_HORAS - 1))),
+    EXPECT_EQ(Motivo(registro.CheckAbreCupom({}, RtcAbsoluteTime(NOVE_HORAS - 1))),
               "the clock stands before the first document of the day 2024-03-04");
 }
 
@@ -218,13 +218,13 @@ TEST_F(RegistroJornada, TaxIsTruncatedToCents)
 TEST_F(RegistroJornada, ZIsRefusedWhileADocumentIsOpen)
 {
     AbreCupom();
-    EXPECT_EQ(Motivo(registro.PodeReducaoZ(Agora())), "a Cupom Fiscal is open: COO 1");
+    EXPECT_EQ(Motivo(registro.CheckReducaoZ(Agora())), "a Cupom Fiscal is open: COO 1");
     CancelaCupomEmEmissao();
     AbreCNF();
-    EXPECT_EQ(Motivo(registro.PodeReducaoZ(Agora())), "a Comprovante Não Fiscal is open: COO 2");
+    EXPECT_EQ(Motivo(registro.CheckReducaoZ(Agora())), "a Comprovante Não Fiscal is open: COO 2");
     CancelaCupomEmEmissao();
     registro.AbreGerencial(Agora());
-    EXPECT_EQ(Motivo(registro.PodeReducaoZ(Agora())), "a Relatório Gerencial is open");
+    EXPECT_EQ(Motivo(registro.CheckReducaoZ(Agora())), "a Relatório Gerencial is open");
     FechaCCDGerencial();
     ReducaoZ();
 }

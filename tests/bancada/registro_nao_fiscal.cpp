@@ -47,20 +47,20 @@ TEST_F(RegistroNaoFiscal, CancelledItemLeavesItsTotalizer)
 
 TEST_F(RegistroNaoFiscal, ItemOnAReservedOrUnprogrammedTotalizerIsRefused)
 {
-    EXPECT_EQ(Motivo(registro.PodeVendeItemNF(3, Dinheiro("1.00"), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckVendeItemNF(3, Dinheiro("1.00"), Agora())),
               "no Comprovante Não Fiscal is open");
     AbreCNF();
-    EXPECT_EQ(Motivo(registro.PodeVendeItemNF(1, Dinheiro("1.00"), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckVendeItemNF(1, Dinheiro("1.00"), Agora())),
               "the non-fiscal totalizer 1 is reserved for the till's floats and withdrawals");
-    EXPECT_EQ(Motivo(registro.PodeVendeItemNF(2, Dinheiro("1.00"), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckVendeItemNF(2, Dinheiro("1.00"), Agora())),
               "the non-fiscal totalizer 2 is reserved for the till's floats and withdrawals");
-    EXPECT_EQ(Motivo(registro.PodeVendeItemNF(5, Dinheiro("1.00"), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckVendeItemNF(5, Dinheiro("1.00"), Agora())),
               "the non-fiscal totalizer 5 is not programmed");
-    EXPECT_EQ(Motivo(registro.PodeVendeItemNF(40, Dinheiro("1.00"), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckVendeItemNF(40, Dinheiro("1.00"), Agora())),
               "the non-fiscal totalizer 40 is not programmed");
-    EXPECT_EQ(Motivo(registro.PodeVendeItemNF(0, Dinheiro("1.00"), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckVendeItemNF(0, Dinheiro("1.00"), Agora())),
               "the non-fiscal totalizer 0 is not programmed");
-    EXPECT_EQ(Motivo(registro.PodeVendeItemNF(3, Dinheiro("0.00"), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckVendeItemNF(3, Dinheiro("0.00"), Agora())),
               "the item's value must be above zero");
 }
 
@@ -85,24 +85,24 @@ TEST_F(RegistroNaoFiscal, FloatAndWithdrawalMoveTheirTotalizersAndNoMeans)
 
 TEST_F(RegistroNaoFiscal, MovementOfTheTillNeedsAnAmountAndNothingOpen)
 {
-    EXPECT_EQ(Motivo(registro.PodeMovimentaCaixa(SANGRIA, Dinheiro("0.00"), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckMovimentaCaixa(SANGRIA, Dinheiro("0.00"), Agora())),
               "the amount must be above zero");
     AbreCupom();
-    EXPECT_EQ(Motivo(registro.PodeMovimentaCaixa(SANGRIA, Dinheiro("1.00"), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckMovimentaCaixa(SANGRIA, Dinheiro("1.00"), Agora())),
               "a Cupom Fiscal is open: COO 1");
 }
 
 TEST_F(RegistroNaoFiscal, ConsumerNumbersAreChecked)
 {
-    EXPECT_EQ(Motivo(registro.PodeAbreCNF({"12345678909", "", ""}, Agora())), "");
-    EXPECT_EQ(Motivo(registro.PodeAbreCNF({"12345678900", "", ""}, Agora())),
+    EXPECT_EQ(Motivo(registro.CheckAbreCNF({"12345678909", "", ""}, Agora())), "");
+    EXPECT_EQ(Motivo(registro.CheckAbreCNF({"12345678900", "", ""}, Agora())),
               "the CPF 12345678900 is wrong");
-    EXPECT_EQ(Motivo(registro.PodeAbreCupom({"12345678000195", "", ""}, Agora())), "");
-    EXPECT_EQ(Motivo(registro.PodeAbreCupom({"12345678000194", "", ""}, Agora())),
+    EXPECT_EQ(Motivo(registro.CheckAbreCupom({"12345678000195", "", ""}, Agora())), "");
+    EXPECT_EQ(Motivo(registro.CheckAbreCupom({"12345678000194", "", ""}, Agora())),
               "the CNPJ 12345678000194 is wrong");
-    EXPECT_EQ(Motivo(registro.PodeAbreCupom({"11111111111", "", ""}, Agora())),
+    EXPECT_EQ(Motivo(registro.CheckAbreCupom({"11111111111", "", ""}, Agora())),
               "the CPF 11111111111 is wrong");
-    EXPECT_EQ(Motivo(registro.PodeAbreCupom({"123", "", ""}, Agora())),
+    EXPECT_EQ(Motivo(registro.CheckAbreCupom({"123", "", ""}, Agora())),
               "a CPF has 11 digits and a CNPJ 14, without punctuation: 123");
 }
 

@@ -39,36 +39,37 @@ TEST_F(RegistroPagamentos, AMeansWithVoucherGivesNoChange)
 {
     AbreCupom();
     Vende("10.00");
-    EXPECT_EQ(Motivo(registro.PodeEfetuaPagamento(CARTAO, Dinheiro("10.01"), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckEfetuaPagamento(CARTAO, Dinheiro("10.01"), Agora())),
               "Meio de Pagamento 2 gives no change: only 10.00 is due");
     Paga(DINHEIRO, "4.00");
-    EXPECT_EQ(Motivo(registro.PodeEfetuaPagamento(CARTAO, Dinheiro("6.01"), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckEfetuaPagamento(CARTAO, Dinheiro("6.01"), Agora())),
               "Meio de Pagamento 2 gives no change: only 6.00 is due");
     Paga(CARTAO, "6.00");
-    EXPECT_EQ(Motivo(registro.PodeEfetuaPagamento(DINHEIRO, Dinheiro("0.01"), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckEfetuaPagamento(DINHEIRO, Dinheiro("0.01"), Agora())),
               "the receipt is already paid");
 }
 
 TEST_F(RegistroPagamentos, WhatCannotBePaidIsRefused)
 {
-    EXPECT_EQ(Motivo(registro.PodeEfetuaPagamento(DINHEIRO, Dinheiro("1.00"), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckEfetuaPagamento(DINHEIRO, Dinheiro("1.00"), Agora())),
               "no receipt is open");
     AbreCupom();
-    EXPECT_EQ(Motivo(registro.PodeEfetuaPagamento(DINHEIRO, Dinheiro("1.00"), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckEfetuaPagamento(DINHEIRO, Dinheiro("1.00"), Agora())),
               "the receipt has no item");
     Vende("10.00");
-    EXPECT_EQ(Motivo(registro.PodeEfetuaPagamento(4, Dinheiro("1.00"), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckEfetuaPagamento(4, Dinheiro("1.00"), Agora())),
               "Meio de Pagamento 4 is not programmed");
-    EXPECT_EQ(Motivo(registro.PodeEfetuaPagamento(0, Dinheiro("1.00"), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckEfetuaPagamento(0, Dinheiro("1.00"), Agora())),
               "Meio de Pagamento 0 is not programmed");
-    EXPECT_EQ(Motivo(registro.PodeEfetuaPagamento(21, Dinheiro("1.00"), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckEfetuaPagamento(21, Dinheiro("1.00"), Agora())),
               "Meio de Pagamento 21 is not programmed");
-    EXPECT_EQ(Motivo(registro.PodeEfetuaPagamento(DINHEIRO, Dinheiro("0.00"), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckEfetuaPagamento(DINHEIRO, Dinheiro("0.00"), Agora())),
               "the payment must be above zero");
-    EXPECT_EQ(Motivo(registro.PodeEfetuaPagamento(DINHEIRO, Dinheiro("1.005"), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckEfetuaPagamento(DINHEIRO, Dinheiro("1.005"), Agora())),
               "the payment has more than two decimals");
-    EXPECT_EQ(Motivo(registro.PodeEfetuaPagamento(DINHEIRO, Dinheiro("1000000000000.00"), Agora())),
-              "the payment is more than the register takes (999999999999.99)");
+    EXPECT_EQ(
+        Motivo(registro.CheckEfetuaPagamento(DINHEIRO, Dinheiro("1000000000000.00"), Agora())),
+        "the payment is more than the register takes (999999999999.99)");
 }
 
 TEST_F(RegistroPagamentos, TheThirtyFirstIsRefused)
@@ -78,20 +79,20 @@ TEST_F(RegistroPagamentos, TheThirtyFirstIsRefused)
     for (int i = 0; i < 30; ++i) {
         Paga(DINHEIRO, "0.01");
     }
-    EXPECT_EQ(Motivo(registro.PodeEfetuaPagamento(DINHEIRO, Dinheiro("9.70"), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckEfetuaPagamento(DINHEIRO, Dinheiro("9.70"), Agora())),
               "the receipt already has 30 payments");
 }
 
 TEST_F(RegistroPagamentos, ClosingBeforePaidIsRefused)
 {
-    EXPECT_EQ(Motivo(registro.PodeFechaCupom("", Agora())), "no Cupom Fiscal is open");
+    EXPECT_EQ(Motivo(registro.CheckFechaCupom("", Agora())), "no Cupom Fiscal is open");
     AbreCupom();
-    EXPECT_EQ(Motivo(registro.PodeFechaCupom("", Agora())),
+    EXPECT_EQ(Motivo(registro.CheckFechaCupom("", Agora())),
               "the receipt has no item: cancel it instead");
     Vende("10.00");
     Paga(DINHEIRO, "9.99");
-    EXPECT_EQ(Motivo(registro.PodeFechaCupom("", Agora())), "0.01 is still to be paid");
-    EXPECT_EQ(Motivo(registro.PodeFechaCNF(Agora())), "no Comprovante Não Fiscal is open");
+    EXPECT_EQ(Motivo(registro.CheckFechaCupom("", Agora())), "0.01 is still to be paid");
+    EXPECT_EQ(Motivo(registro.CheckFechaCNF(Agora())), "no Comprovante Não Fiscal is open");
 }
 
 TEST_F(RegistroPagamentos, ReversalOnTheOpenReceiptIsNoDocument)
@@ -133,7 +134,7 @@ TEST_F(RegistroPagamentos, ReversalTakesFromSeveralPaymentsOfTheMeans)
     EXPECT_EQ(Meio(DINHEIRO), "5.00");
     EXPECT_EQ(Meio(CARTAO), "5.00");
     EXPECT_EQ(
-        Motivo(registro.PodeEstornaMeioPagamento(DINHEIRO, CARTAO, Dinheiro("5.01"), Agora())),
+        Motivo(registro.CheckEstornaMeioPagamento(DINHEIRO, CARTAO, Dinheiro("5.01"), Agora())),
         "only 5.00 of the receipt COO 1 can be moved from Meio de Pagamento 1");
 }
 
@@ -144,10 +145,11 @@ TEST_F(RegistroPagamentos, ReversalLeavesTheChangeCovered)
     Paga(DINHEIRO, "10.00");
     FechaCupom();
     EXPECT_EQ(
-        Motivo(registro.PodeEstornaMeioPagamento(DINHEIRO, CARTAO, Dinheiro("7.01"), Agora())),
+        Motivo(registro.CheckEstornaMeioPagamento(DINHEIRO, CARTAO, Dinheiro("7.01"), Agora())),
         "the change of 3.00 was given out of the means that give change: they must keep as much");
     EXPECT_EQ(
-        Motivo(registro.PodeEstornaMeioPagamento(DINHEIRO, CHEQUE, Dinheiro("7.01"), Agora())), "");
+        Motivo(registro.CheckEstornaMeioPagamento(DINHEIRO, CHEQUE, Dinheiro("7.01"), Agora())),
+        "");
     Estorna(DINHEIRO, CARTAO, "7.00");
     EXPECT_EQ(Meio(DINHEIRO), "3.00");
     EXPECT_EQ(Troco(), "3.00");
@@ -156,23 +158,23 @@ TEST_F(RegistroPagamentos, ReversalLeavesTheChangeCovered)
 TEST_F(RegistroPagamentos, ReversalThatMovesNothingIsRefused)
 {
     EXPECT_EQ(
-        Motivo(registro.PodeEstornaMeioPagamento(DINHEIRO, CHEQUE, Dinheiro("1.00"), Agora())),
+        Motivo(registro.CheckEstornaMeioPagamento(DINHEIRO, CHEQUE, Dinheiro("1.00"), Agora())),
         "no receipt was issued");
     Cupom1("10.00", DINHEIRO);
     EXPECT_EQ(
-        Motivo(registro.PodeEstornaMeioPagamento(DINHEIRO, DINHEIRO, Dinheiro("1.00"), Agora())),
+        Motivo(registro.CheckEstornaMeioPagamento(DINHEIRO, DINHEIRO, Dinheiro("1.00"), Agora())),
         "a payment is moved from one Meio de Pagamento to another");
     EXPECT_EQ(
-        Motivo(registro.PodeEstornaMeioPagamento(CHEQUE, DINHEIRO, Dinheiro("1.00"), Agora())),
+        Motivo(registro.CheckEstornaMeioPagamento(CHEQUE, DINHEIRO, Dinheiro("1.00"), Agora())),
         "only 0.00 of the receipt COO 1 can be moved from Meio de Pagamento 3");
-    EXPECT_EQ(Motivo(registro.PodeEstornaMeioPagamento(DINHEIRO, 9, Dinheiro("1.00"), Agora())),
+    EXPECT_EQ(Motivo(registro.CheckEstornaMeioPagamento(DINHEIRO, 9, Dinheiro("1.00"), Agora())),
               "Meio de Pagamento 9 is not programmed");
     EXPECT_EQ(
-        Motivo(registro.PodeEstornaMeioPagamento(DINHEIRO, CHEQUE, Dinheiro("0.00"), Agora())),
+        Motivo(registro.CheckEstornaMeioPagamento(DINHEIRO, CHEQUE, Dinheiro("0.00"), Agora())),
         "the amount must be above zero");
     CancelaCupom();
     EXPECT_EQ(
-        Motivo(registro.PodeEstornaMeioPagamento(DINHEIRO, CHEQUE, Dinheiro("1.00"), Agora())),
+        Motivo(registro.CheckEstornaMeioPagamento(DINHEIRO, CHEQUE, Dinheiro("1.00"), Agora())),
         "the last receipt, COO 1, is cancelled");
 }
 

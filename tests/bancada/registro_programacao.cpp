@@ -1,7 +1,7 @@
 // Programming of the register, and the check digits.
 #include "tests/bancada/RegistroTeste.h"
 
-#include "bancada/registro/DigitosVerificadores.h"
+#include "bancada/registro/CheckDigits.h"
 
 namespace bancada
 {
@@ -14,7 +14,7 @@ class RegistroProgramacao : public RegistroTeste
 
 TEST_F(RegistroProgramacao, RateGoesToItsNumberOrToTheFirstFreeOne)
 {
-    Aceita(registro.PodeProgramaAliquota("T", 12, 725));
+    Accept(registro.CheckProgramaAliquota("T", 12, 725));
     registro.ProgramaAliquota("T", 12, 725);
     EXPECT_EQ(registro.Totalizador_GetTotPercTrib(0, 0, 11), 725);
     EXPECT_EQ(registro.Totalizador_GetTotProgramado(0, 0, 11), 1);
@@ -26,29 +26,29 @@ TEST_F(RegistroProgramacao, RateGoesToItsNumberOrToTheFirstFreeOne)
 
 TEST_F(RegistroProgramacao, RatesOutsideTheTableAreRefused)
 {
-    EXPECT_EQ(Motivo(registro.PodeProgramaAliquota("F", 1, 100)),
+    EXPECT_EQ(Motivo(registro.CheckProgramaAliquota("F", 1, 100)),
               "a rate is of T (ICMS) or S (ISSQN), not F");
-    EXPECT_EQ(Motivo(registro.PodeProgramaAliquota("S", 31, 100)), "there is no rate S31");
-    EXPECT_EQ(Motivo(registro.PodeProgramaAliquota("S", -1, 100)), "there is no rate S-1");
-    EXPECT_EQ(Motivo(registro.PodeProgramaAliquota("S", 1, 10000)),
+    EXPECT_EQ(Motivo(registro.CheckProgramaAliquota("S", 31, 100)), "there is no rate S31");
+    EXPECT_EQ(Motivo(registro.CheckProgramaAliquota("S", -1, 100)), "there is no rate S-1");
+    EXPECT_EQ(Motivo(registro.CheckProgramaAliquota("S", 1, 10000)),
               "a rate goes from 0.00 to 99.99 %");
-    EXPECT_EQ(Motivo(registro.PodeProgramaAliquota("S", 1, -1)),
+    EXPECT_EQ(Motivo(registro.CheckProgramaAliquota("S", 1, -1)),
               "a rate goes from 0.00 to 99.99 %");
     for (int i = 0; i < 29; ++i) {
         registro.ProgramaAliquota("S", 0, 100 + i);
     }
-    EXPECT_EQ(Motivo(registro.PodeProgramaAliquota("S", 0, 100)),
+    EXPECT_EQ(Motivo(registro.CheckProgramaAliquota("S", 0, 100)),
               "all 30 rates of S are programmed");
 }
 
 TEST_F(RegistroProgramacao, ARateThatMovedStandsUntilTheZ)
 {
     Cupom1("10.00");
-    EXPECT_EQ(Motivo(registro.PodeProgramaAliquota("T", 1, 1700)),
+    EXPECT_EQ(Motivo(registro.CheckProgramaAliquota("T", 1, 1700)),
               "the rate T1 has moved on this day: it stands until the Redução Z");
-    EXPECT_EQ(Motivo(registro.PodeProgramaAliquota("T", 1, 1800)), "");
+    EXPECT_EQ(Motivo(registro.CheckProgramaAliquota("T", 1, 1800)), "");
     ReducaoZ();
-    EXPECT_EQ(Motivo(registro.PodeProgramaAliquota("T", 1, 1700)), "");
+    EXPECT_EQ(Motivo(registro.CheckProgramaAliquota("T", 1, 1700)), "");
     registro.ProgramaAliquota("T", 1, 1700);
     EXPECT_EQ(registro.Totalizador_GetTotPercTrib(BC_IND_FISCAL, 0, 0), 1700);
     EXPECT_EQ(registro.Totalizador_GetTotPercTrib(BC_IND_FISCAL_ULTIMA_RZ, 0, 0), 1800);
@@ -60,14 +60,14 @@ TEST_F(RegistroProgramacao, SpecialTotalizersAreEnabledAndDisabled)
     const int posicao = registro.ResolveTotIndex(BC_IND_FISCAL_BI_IND_ISSQN, ns, 3);
     EXPECT_EQ(posicao, 38);
     EXPECT_EQ(registro.Totalizador_GetTotProgramado(0, 1, posicao), 0);
-    Aceita(registro.PodeHabilitaTotalizador("NS", 3, true));
+    Accept(registro.CheckHabilitaTotalizador("NS", 3, true));
     registro.HabilitaTotalizador("NS", 3, true);
     EXPECT_EQ(registro.Totalizador_GetTotProgramado(0, 1, posicao), 1);
-    Aceita(registro.PodeHabilitaTotalizador("NS", 3, false));
+    Accept(registro.CheckHabilitaTotalizador("NS", 3, false));
     registro.HabilitaTotalizador("NS", 3, false);
     EXPECT_EQ(registro.Totalizador_GetTotProgramado(0, 1, posicao), 0);
-    EXPECT_EQ(Motivo(registro.PodeHabilitaTotalizador("F", 4, true)), "there is no totalizer F4");
-    EXPECT_EQ(Motivo(registro.PodeHabilitaTotalizador("T", 1, true)), "there is no totalizer T1");
+    EXPECT_EQ(Motivo(registro.CheckHabilitaTotalizador("F", 4, true)), "there is no totalizer F4");
+    EXPECT_EQ(Motivo(registro.CheckHabilitaTotalizador("T", 1, true)), "there is no totalizer T1");
 }
 
 TEST_F(RegistroProgramacao, ASpecialTotalizerThatMovedCannotBeDisabledBeforeTheZ)
@@ -76,10 +76,10 @@ TEST_F(RegistroProgramacao, ASpecialTotalizerThatMovedCannotBeDisabledBeforeTheZ
     Vende("1.00", "1", "F", 1);
     Paga(DINHEIRO, "1.00");
     FechaCupom();
-    EXPECT_EQ(Motivo(registro.PodeHabilitaTotalizador("F", 1, false)),
+    EXPECT_EQ(Motivo(registro.CheckHabilitaTotalizador("F", 1, false)),
               "the totalizer F1 has moved on this day: it stands until the Redução Z");
     ReducaoZ();
-    Aceita(registro.PodeHabilitaTotalizador("F", 1, false));
+    Accept(registro.CheckHabilitaTotalizador("F", 1, false));
 }
 
 TEST_F(RegistroProgramacao, EverySpecialTotalizerHasAPlaceOfItsOwn)
@@ -118,19 +118,19 @@ TEST_F(RegistroProgramacao, PaymentMeansAndTotalizersHaveTheirNames)
     EXPECT_EQ(registro.BaseFormasPagamento_GetMeioPagamentoProgramado(1), 1);
     EXPECT_EQ(registro.BaseFormasPagamento_GetMeioPagamentoProgramado(3), 0);
     EXPECT_EQ(registro.BaseFormasPagamento_GetMeioPagamentoProgramado(20), 0);
-    EXPECT_EQ(Motivo(registro.PodeProgramaMeioPagamento(21, "VALE", SEM_CCD)),
+    EXPECT_EQ(Motivo(registro.CheckProgramaMeioPagamento(21, "VALE", SEM_CCD)),
               "a Meio de Pagamento goes from 1 to 20");
-    EXPECT_EQ(Motivo(registro.PodeProgramaMeioPagamento(1, "", SEM_CCD)),
+    EXPECT_EQ(Motivo(registro.CheckProgramaMeioPagamento(1, "", SEM_CCD)),
               "the description is missing");
 
     EXPECT_EQ(registro.Totalizador_GetTotNFProgramado(BC_IND_NAO_FISCAL, 0), 1);
     EXPECT_EQ(registro.Totalizador_GetTotNFProgramado(BC_IND_NAO_FISCAL, 2), 1);
     EXPECT_EQ(registro.Totalizador_GetTotNFProgramado(BC_IND_NAO_FISCAL, 38), 0);
     EXPECT_EQ(registro.Totalizador_GetTotNFProgramado(BC_IND_NAO_FISCAL, 39), 0);
-    Aceita(registro.PodeProgramaTotalizadorNF(39, "OUTROS"));
-    EXPECT_EQ(Motivo(registro.PodeProgramaTotalizadorNF(40, "OUTROS")),
+    Accept(registro.CheckProgramaTotalizadorNF(39, "OUTROS"));
+    EXPECT_EQ(Motivo(registro.CheckProgramaTotalizadorNF(40, "OUTROS")),
               "a non-fiscal totalizer goes from 1 to 39");
-    EXPECT_EQ(Motivo(registro.PodeProgramaTotalizadorNF(2, "OUTROS")),
+    EXPECT_EQ(Motivo(registro.CheckProgramaTotalizadorNF(2, "OUTROS")),
               "the non-fiscal totalizers 1 and 2 are the till's and stand as they are");
 }
 
@@ -141,13 +141,13 @@ TEST_F(RegistroProgramacao, OwnerIsReadBack)
     EXPECT_STREQ(registro.DadosContribuinte_GetRazaoSocial(texto, sizeof texto), "MERCADO LTDA");
     EXPECT_STREQ(registro.DadosContribuinte_GetNomeFantasia(texto, sizeof texto), "MERCADO");
     EXPECT_STREQ(registro.DadosContribuinte_GetEndereco(texto, sizeof texto), "RUA 1");
-    EXPECT_EQ(Motivo(registro.PodeProgramaUsuario("", "MERCADO", "RUA 1")),
+    EXPECT_EQ(Motivo(registro.CheckProgramaUsuario("", "MERCADO", "RUA 1")),
               "the Razão Social is missing");
 }
 
 TEST_F(RegistroProgramacao, GrandTotalIsKeptWhenTheCNPJChanges)
 {
-    Aceita(registro.PodeProgramaCNPJ_IE_IM("12345678000195", "1", "2", "SP"));
+    Accept(registro.CheckProgramaCNPJ_IE_IM("12345678000195", "1", "2", "SP"));
     registro.ProgramaCNPJ_IE_IM("12345678000195", "1", "2", "SP");
     Cupom1("10.00");
     registro.ProgramaCNPJ_IE_IM("12345678000195", "3", "4", "RJ");
@@ -161,10 +161,10 @@ TEST_F(RegistroProgramacao, GrandTotalIsKeptWhenTheCNPJChanges)
 
 TEST_F(RegistroProgramacao, WrongCNPJOrUFIsRefused)
 {
-    EXPECT_EQ(Motivo(registro.PodeProgramaCNPJ_IE_IM("12345678000196", "", "", "SP")),
+    EXPECT_EQ(Motivo(registro.CheckProgramaCNPJ_IE_IM("12345678000196", "", "", "SP")),
               "the CNPJ 12345678000196 is wrong");
-    EXPECT_EQ(Motivo(registro.PodeProgramaCNPJ_IE_IM("", "", "", "SP")), "the CNPJ  is wrong");
-    EXPECT_EQ(Motivo(registro.PodeProgramaCNPJ_IE_IM("12345678000195", "", "", "XX")),
+    EXPECT_EQ(Motivo(registro.CheckProgramaCNPJ_IE_IM("", "", "", "SP")), "the CNPJ  is wrong");
+    EXPECT_EQ(Motivo(registro.CheckProgramaCNPJ_IE_IM("12345678000195", "", "", "XX")),
               "there is no UF XX");
 }
 
@@ -172,38 +172,38 @@ TEST_F(RegistroProgramacao, TillNumberIsEmptyUntilProgrammed)
 {
     char texto[16];
     EXPECT_STREQ(registro.DadosECF_GetNrOrdemSeq(texto, sizeof texto), "");
-    EXPECT_EQ(Motivo(registro.PodeProgramaSequenciaECF(0)), "the till number goes from 1 to 999");
-    EXPECT_EQ(Motivo(registro.PodeProgramaSequenciaECF(1000)),
+    EXPECT_EQ(Motivo(registro.CheckProgramaSequenciaECF(0)), "the till number goes from 1 to 999");
+    EXPECT_EQ(Motivo(registro.CheckProgramaSequenciaECF(1000)),
               "the till number goes from 1 to 999");
-    Aceita(registro.PodeProgramaSequenciaECF(7));
+    Accept(registro.CheckProgramaSequenciaECF(7));
     registro.ProgramaSequenciaECF(7);
     EXPECT_STREQ(registro.DadosECF_GetNrOrdemSeq(texto, sizeof texto), "7");
-    EXPECT_EQ(Motivo(registro.PodeProgramaLoja(0)), "the shop's number goes from 1 to 9999");
-    Aceita(registro.PodeProgramaLoja(9999));
+    EXPECT_EQ(Motivo(registro.CheckProgramaLoja(0)), "the shop's number goes from 1 to 9999");
+    Accept(registro.CheckProgramaLoja(9999));
 }
 
 TEST_F(RegistroProgramacao, IsRefusedWhileADocumentIsOpen)
 {
     AbreCupom();
     const std::string motivo = "a Cupom Fiscal is open: COO 1";
-    EXPECT_EQ(Motivo(registro.PodeProgramaAliquota("T", 5, 100)), motivo);
-    EXPECT_EQ(Motivo(registro.PodeHabilitaTotalizador("F", 2, true)), motivo);
-    EXPECT_EQ(Motivo(registro.PodeProgramaMeioPagamento(5, "VALE", SEM_CCD)), motivo);
-    EXPECT_EQ(Motivo(registro.PodeProgramaTotalizadorNF(5, "VALE")), motivo);
-    EXPECT_EQ(Motivo(registro.PodeProgramaLoja(1)), motivo);
-    EXPECT_EQ(Motivo(registro.PodeProgramaSequenciaECF(1)), motivo);
-    EXPECT_EQ(Motivo(registro.PodeProgramaUsuario("A", "B", "C")), motivo);
-    EXPECT_EQ(Motivo(registro.PodeProgramaCNPJ_IE_IM("12345678000195", "", "", "SP")), motivo);
-    EXPECT_EQ(Motivo(registro.PodeProgramaNrSerie("A", "B", "C", "D")), motivo);
-    EXPECT_EQ(Motivo(registro.PodeProgramaMoeda("R$")), motivo);
+    EXPECT_EQ(Motivo(registro.CheckProgramaAliquota("T", 5, 100)), motivo);
+    EXPECT_EQ(Motivo(registro.CheckHabilitaTotalizador("F", 2, true)), motivo);
+    EXPECT_EQ(Motivo(registro.CheckProgramaMeioPagamento(5, "VALE", SEM_CCD)), motivo);
+    EXPECT_EQ(Motivo(registro.CheckProgramaTotalizadorNF(5, "VALE")), motivo);
+    EXPECT_EQ(Motivo(registro.CheckProgramaLoja(1)), motivo);
+    EXPECT_EQ(Motivo(registro.CheckProgramaSequenciaECF(1)), motivo);
+    EXPECT_EQ(Motivo(registro.CheckProgramaUsuario("A", "B", "C")), motivo);
+    EXPECT_EQ(Motivo(registro.CheckProgramaCNPJ_IE_IM("12345678000195", "", "", "SP")), motivo);
+    EXPECT_EQ(Motivo(registro.CheckProgramaNrSerie("A", "B", "C", "D")), motivo);
+    EXPECT_EQ(Motivo(registro.CheckProgramaMoeda("R$")), motivo);
 }
 
 TEST(RegistroDigitos, RightNumbersAreRight)
 {
-    EXPECT_TRUE(CPFCorreto("12345678909"));
-    EXPECT_TRUE(CPFCorreto("52998224725"));
-    EXPECT_TRUE(CNPJCorreto("12345678000195"));
-    EXPECT_TRUE(CNPJCorreto("11222333000181"));
+    EXPECT_TRUE(IsCPF("12345678909"));
+    EXPECT_TRUE(IsCPF("52998224725"));
+    EXPECT_TRUE(IsCNPJ("12345678000195"));
+    EXPECT_TRUE(IsCNPJ("11222333000181"));
 }
 
 TEST(RegistroDigitos, EverySingleWrongDigitIsNoticed)
@@ -214,27 +214,27 @@ TEST(RegistroDigitos, EverySingleWrongDigitIsNoticed)
         for (char c = '0'; c <= '9'; ++c) {
             std::string outro = cpf;
             outro[i] = c;
-            EXPECT_EQ(CPFCorreto(outro), outro == cpf) << outro;
+            EXPECT_EQ(IsCPF(outro), outro == cpf) << outro;
         }
     }
     for (std::size_t i = 0; i < cnpj.size(); ++i) {
         for (char c = '0'; c <= '9'; ++c) {
             std::string outro = cnpj;
             outro[i] = c;
-            EXPECT_EQ(CNPJCorreto(outro), outro == cnpj) << outro;
+            EXPECT_EQ(IsCNPJ(outro), outro == cnpj) << outro;
         }
     }
 }
 
 TEST(RegistroDigitos, OtherTextsAreWrong)
 {
-    EXPECT_FALSE(CPFCorreto(""));
-    EXPECT_FALSE(CPFCorreto("00000000000"));
-    EXPECT_FALSE(CPFCorreto("123.456.789-09"));
-    EXPECT_FALSE(CPFCorreto("12345678000195"));
-    EXPECT_FALSE(CNPJCorreto("00000000000000"));
-    EXPECT_FALSE(CNPJCorreto("1234567800019"));
-    EXPECT_FALSE(CNPJCorreto("1234567800019A"));
+    EXPECT_FALSE(IsCPF(""));
+    EXPECT_FALSE(IsCPF("00000000000"));
+    EXPECT_FALSE(IsCPF("123.456.789-09"));
+    EXPECT_FALSE(IsCPF("12345678000195"));
+    EXPECT_FALSE(IsCNPJ("00000000000000"));
+    EXPECT_FALSE(IsCNPJ("1234567800019"));
+    EXPECT_FALSE(IsCNPJ("1234567800019A"));
 }
 
 } // namespace

@@ -21,7 +21,7 @@ std::vector<std::string> Partes(const char* ajuste, const std::vector<const char
         valores.push_back(Dinheiro(liquido));
     }
     std::vector<std::string> textos;
-    for (const Financial& parte : RateiaAjuste(Dinheiro(ajuste), valores)) {
+    for (const Financial& parte : ApportionAjuste(Dinheiro(ajuste), valores)) {
         textos.push_back(Texto(parte));
     }
     return textos;
@@ -100,7 +100,8 @@ TEST(RegistroRateio, PropertiesOverRandomReceipts)
             liquidos.push_back(Financial::FromCents(valor));
         }
 
-        const std::vector<Financial> partes = RateiaAjuste(Financial::FromCents(ajuste), liquidos);
+        const std::vector<Financial> partes =
+            ApportionAjuste(Financial::FromCents(ajuste), liquidos);
 
         ASSERT_EQ(partes.size(), liquidos.size());
         std::int64_t somaDasPartes = 0;

@@ -25,7 +25,7 @@ struct Sample {
     int percent = 1050;
     int choice = 20;
 
-    void Campos(FieldVisitor& fields, Presence presence)
+    void Fields(FieldVisitor& fields, Presence presence)
     {
         fields.Text("array", array, presence, "an array", "xy");
         fields.Text("text", text, 10, presence, "a text", "say \"hi\"");
@@ -54,7 +54,7 @@ std::string ErrorOf(const std::string& text, Presence presence = Presence::OPTIO
     Sample sample;
     TapeFields fields(command);
     try {
-        sample.Campos(fields, presence);
+        sample.Fields(fields, presence);
         fields.Finish();
     } catch (const TapeError& error) {
         return error.what();
@@ -67,7 +67,7 @@ Sample Fill(const std::string& text)
     const TapeCommand command = Command(text);
     Sample sample;
     TapeFields fields(command);
-    sample.Campos(fields, Presence::OPTIONAL);
+    sample.Fields(fields, Presence::OPTIONAL);
     fields.Finish();
     return sample;
 }
@@ -83,7 +83,7 @@ TEST(TapeFields, EveryKindIsFilled)
     EXPECT_FALSE(sample.flag);
     EXPECT_TRUE(sample.money == Financial::FromCents(1250));
     EXPECT_EQ(sample.quantity.unscaled, 250);
-    EXPECT_EQ(sample.quantity.casas, 3);
+    EXPECT_EQ(sample.quantity.decimals, 3);
     EXPECT_EQ(sample.percent, 700);
     EXPECT_EQ(sample.choice, 10);
 }
@@ -201,7 +201,7 @@ TEST(FieldTable, DescribesEveryKindWithItsDefault)
 {
     Sample sample;
     FieldTable table;
-    sample.Campos(table, Presence::OPTIONAL);
+    sample.Fields(table, Presence::OPTIONAL);
     EXPECT_EQ(MarkdownTable(table.Fields()),
               "| Field | Value | Without it | Meaning |\n"
               "|---|---|---|---|\n"
@@ -222,7 +222,7 @@ TEST(FieldTable, RequiredFieldsHaveNoDefault)
 {
     Sample sample;
     FieldTable table;
-    sample.Campos(table, Presence::REQUIRED);
+    sample.Fields(table, Presence::REQUIRED);
     for (const FieldDescription& field : table.Fields()) {
         EXPECT_EQ(field.byDefault, "") << field.name;
     }
@@ -234,7 +234,7 @@ TEST(FieldTable, TheExampleIsALineThatTheCommandReads)
 {
     Sample sample;
     FieldTable table;
-    sample.Campos(table, Presence::REQUIRED);
+    sample.Fields(table, Presence::REQUIRED);
     const std::string line = ExampleLine("sample", table.Fields());
     EXPECT_EQ(line, R"({"cmd": "sample", "array": "xy", "text": "say \"hi\"", "integer": 3, )"
                     R"("flag": false, "money": "12.50", "quantity": "0.250", "percent": "18.00", )"

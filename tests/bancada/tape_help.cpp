@@ -2,7 +2,7 @@
 #include "bancada/Unusable.h"
 #include "bancada/cli/Configura.h"
 #include "bancada/cli/TapeHelp.h"
-#include "bancada/comandos/Catalogo.h"
+#include "bancada/comandos/Catalogue.h"
 #include "bancada/fita/FieldTable.h"
 #include "bancada/fita/LineParser.h"
 #include "bancada/fita/TapeFields.h"
@@ -35,34 +35,34 @@ TEST(TapeHelp, TheDocumentHoldsTheCommandsAsTheyAre)
 
 TEST(TapeHelp, EveryExampleIsALineThatItsCommandReads)
 {
-    for (const ItemCatalogo& item : Catalogo()) {
+    for (const CatalogueEntry& item : Catalogue()) {
         Registro registro;
         FieldTable table;
-        item.cria(registro)->Campos(table);
-        const TapeLine line = ParseLine(ExampleLine(item.nome, table.Fields()), "example", 1);
+        item.make(registro)->Fields(table);
+        const TapeLine line = ParseLine(ExampleLine(item.name, table.Fields()), "example", 1);
         TapeCommand command;
-        command.name = item.nome;
+        command.name = item.name;
         command.fields.assign(line.fields.begin() + 1, line.fields.end()); // without cmd
         TapeFields fields(command);
         EXPECT_NO_THROW({
-            item.cria(registro)->Campos(fields);
+            item.make(registro)->Fields(fields);
             fields.Finish();
-        }) << item.nome;
-        EXPECT_EQ(command.fields.size(), table.Fields().size()) << item.nome;
+        }) << item.name;
+        EXPECT_EQ(command.fields.size(), table.Fields().size()) << item.name;
     }
 }
 
 TEST(TapeHelp, EveryFieldIsExplained)
 {
-    for (const ItemCatalogo& item : Catalogo()) {
+    for (const CatalogueEntry& item : Catalogue()) {
         Registro registro;
         FieldTable table;
-        item.cria(registro)->Campos(table);
+        item.make(registro)->Fields(table);
         for (const FieldDescription& field : table.Fields()) {
-            EXPECT_FALSE(field.doc.empty()) << item.nome << "." << field.name;
-            EXPECT_EQ(field.doc.find('\n'), std::string::npos) << item.nome << "." << field.name;
+            EXPECT_FALSE(field.doc.empty()) << item.name << "." << field.name;
+            EXPECT_EQ(field.doc.find('\n'), std::string::npos) << item.name << "." << field.name;
             if (field.presence == Presence::OPTIONAL) {
-                EXPECT_FALSE(field.byDefault.empty()) << item.nome << "." << field.name;
+                EXPECT_FALSE(field.byDefault.empty()) << item.name << "." << field.name;
             }
         }
     }

@@ -84,7 +84,7 @@ TEST(TapeInstant, AnyOtherFormIsNone)
 bool ReadsAs(const char* text, std::int64_t unscaled, int casas)
 {
     Decimal out;
-    return ParseDecimal(text, 12, 3, out) && out.unscaled == unscaled && out.casas == casas;
+    return ParseDecimal(text, 12, 3, out) && out.unscaled == unscaled && out.decimals == casas;
 }
 
 TEST(TapeDecimal, TheDecimalsWrittenAreKept)
@@ -104,7 +104,7 @@ TEST(TapeDecimal, AnyOtherFormIsRefusedAndChangesNothing)
         Decimal out{42, 2};
         EXPECT_FALSE(ParseDecimal(text, 12, 3, out)) << text;
         EXPECT_EQ(out.unscaled, 42);
-        EXPECT_EQ(out.casas, 2);
+        EXPECT_EQ(out.decimals, 2);
     }
 }
 

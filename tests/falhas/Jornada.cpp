@@ -2,7 +2,7 @@
 
 #include "bancada/Unusable.h"
 #include "bancada/banco/LogSchema.h"
-#include "bancada/comandos/Catalogo.h"
+#include "bancada/comandos/Catalogue.h"
 #include "bancada/fita/LineParser.h"
 #include "bancada/fita/TapeFields.h"
 #include "bancada/log/FirmwareLogReader.h"
@@ -121,22 +121,22 @@ bool Bancada::Roda(const bancada::TapeCommand& linha)
 
 bool Bancada::Roda(const bancada::TapeCommand& linha, bancada::LogDatabase& outro)
 {
-    const bancada::ItemCatalogo* item = bancada::ProcuraComando(linha.name);
+    const bancada::CatalogueEntry* item = bancada::FindComando(linha.name);
     if (item == nullptr) {
         throw std::invalid_argument("no command " + linha.name);
     }
-    const auto comando = item->cria(registro);
+    const auto comando = item->make(registro);
     bancada::TapeFields campos(linha);
-    comando->Campos(campos);
+    comando->Fields(campos);
     campos.Finish();
 
     log.SetTime(RtcAbsoluteTime(m_agora));
     bancada::Executor executor(registro, outro);
-    const bancada::Resultado resultado = executor.Executa(*comando, RtcAbsoluteTime(m_agora));
+    const bancada::Outcome resultado = executor.Execute(*comando, RtcAbsoluteTime(m_agora));
     // The day after a Z is another one.
     m_agora += linha.name == "reducao_z" ? UM_DIA_S : 1;
-    EXPECT_TRUE(resultado.executado) << linha.name << ": " << resultado.recusa.value_or("");
-    return resultado.registrado;
+    EXPECT_TRUE(resultado.executed) << linha.name << ": " << resultado.refusal.value_or("");
+    return resultado.kept;
 }
 
 std::string Bancada::Retrato() const

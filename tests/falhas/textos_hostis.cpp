@@ -2,7 +2,7 @@
 // what the module's statements let through.
 #include "bancada/banco/LogSchema.h"
 #include "bancada/cli/Configura.h"
-#include "bancada/comandos/Catalogo.h"
+#include "bancada/comandos/Catalogue.h"
 #include "bancada/fita/FieldTable.h"
 #include "bancada/fita/TapeFields.h"
 #include "bancada/log/FirmwareLogReader.h"
@@ -238,12 +238,12 @@ std::string State(sqlite3* db)
 
 // The command with every field's example. A payment is moved to another means, where the examples
 // name the same one twice.
-bancada::TapeCommand Example(const bancada::ItemCatalogo& item, bancada::Registro& registro)
+bancada::TapeCommand Example(const bancada::CatalogueEntry& item, bancada::Registro& registro)
 {
     bancada::FieldTable table;
-    item.cria(registro)->Campos(table);
+    item.make(registro)->Fields(table);
     bancada::TapeCommand example =
-        ParseTape({bancada::ExampleLine(item.nome, table.Fields())}).front();
+        ParseTape({bancada::ExampleLine(item.name, table.Fields())}).front();
     for (bancada::TapeField& field : example.fields) {
         if (field.name == "destino") {
             field.value.integer = 2;
@@ -283,44 +283,44 @@ Outcome RunWith(const Field& field, const std::string* text)
         bancada::Configura settings(bancada.registro);
         if (text != nullptr) {
             TextWriter writer(field.which, *text);
-            settings.Campos(writer);
+            settings.Fields(writer);
         }
         settings.Apply(bancada.registro);
     } else {
-        const bancada::ItemCatalogo* item = bancada::ProcuraComando(field.command);
-        const auto command = item->cria(bancada.registro);
+        const bancada::CatalogueEntry* item = bancada::FindComando(field.command);
+        const auto command = item->make(bancada.registro);
         const bancada::TapeCommand example = Example(*item, bancada.registro);
         bancada::TapeFields fields(example);
-        command->Campos(fields);
+        command->Fields(fields);
         if (text != nullptr) {
             TextWriter writer(field.which, *text);
-            command->Campos(writer);
+            command->Fields(writer);
         }
-        outcome.refused = !executor.Executa(*command, now).executado;
+        outcome.refused = !executor.Execute(*command, now).executed;
         // A firmware may check less than this register: the logger gets the text all the same, as
         // if the example had been executed.
         if (outcome.refused && text != nullptr) {
-            const auto unchecked = item->cria(bancada.registro);
+            const auto unchecked = item->make(bancada.registro);
             bancada::TapeFields same(example);
-            unchecked->Campos(same);
+            unchecked->Fields(same);
             bancada::FirmwareLog trashLog;
             bancada::LogDatabase trash(":memory:", trashLog);
             EXPECT_TRUE(
-                bancada::Executor(bancada.registro, trash).Executa(*unchecked, now).executado);
+                bancada::Executor(bancada.registro, trash).Execute(*unchecked, now).executed);
             unchecked->GetCommand().m_dtExecEnd = RtcAbsoluteTime(matlong[0]);
             TextWriter writer(field.which, *text);
-            unchecked->Campos(writer);
+            unchecked->Fields(writer);
             bancada.banco.BeginCommand();
             unchecked->GetCommand().DBLogger(bancada.Handle());
             EXPECT_TRUE(bancada.banco.CommitCommand());
         }
     }
     for (const bancada::TapeCommand& line : Carriers()) {
-        const auto carrier = bancada::ProcuraComando(line.name)->cria(bancada.registro);
+        const auto carrier = bancada::FindComando(line.name)->make(bancada.registro);
         bancada::TapeFields fields(line);
-        carrier->Campos(fields);
-        const bancada::Resultado result = executor.Executa(*carrier, later);
-        EXPECT_TRUE(result.registrado);
+        carrier->Fields(fields);
+        const bancada::Outcome result = executor.Execute(*carrier, later);
+        EXPECT_TRUE(result.kept);
     }
 
     outcome.rows = Parse(Dump(bancada.Handle()));
@@ -352,21 +352,21 @@ const std::vector<Field>& Fields()
                 all.push_back({command, writer.Names()[i], i, moment});
             }
         };
-        for (const bancada::ItemCatalogo& item : bancada::Catalogo()) {
+        for (const bancada::CatalogueEntry& item : bancada::Catalogue()) {
             TextWriter writer;
-            item.cria(registro)->Campos(writer);
+            item.make(registro)->Fields(writer);
             if (writer.Names().empty()) {
                 continue;
             }
             std::size_t moment = 0;
             while (moment + 1 < Moments().size() &&
-                   RunWith({item.nome, "", 0, moment}, nullptr).refused) {
+                   RunWith({item.name, "", 0, moment}, nullptr).refused) {
                 ++moment;
             }
-            add(item.nome, writer, moment);
+            add(item.name, writer, moment);
         }
         TextWriter writer;
-        bancada::Configura(registro).Campos(writer);
+        bancada::Configura(registro).Fields(writer);
         add(bancada::CONFIGURA, writer, 2);
         return all;
     }();

@@ -1,5 +1,5 @@
 // The engine rolls a whole transaction back within a logger, without a word to anyone.
-#include "bancada/comandos/Catalogo.h"
+#include "bancada/comandos/Catalogue.h"
 #include "tests/falhas/Jornada.h"
 #include "tests/falhas/RefusedStatements.h"
 
@@ -100,9 +100,9 @@ TEST_F(LostTransaction, CallerThatDoesNotLookKeepsHalfADocument)
         {
             const Bancada schema(disk, log.Path());
         }
-        const auto comando = bancada::ProcuraComando(Z().name)->cria(bancada.registro);
+        const auto comando = bancada::FindComando(Z().name)->make(bancada.registro);
         bancada::Executor executor(bancada.registro, bancada.banco);
-        ASSERT_TRUE(executor.Executa(*comando, RtcAbsoluteTime(1709539300)).executado);
+        ASSERT_TRUE(executor.Execute(*comando, RtcAbsoluteTime(1709539300)).executed);
 
         const Leitura careless(disk);
         const auto rows = [&] {

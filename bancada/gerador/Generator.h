@@ -9,19 +9,20 @@ namespace bancada
 
 // How many receipts a day holds at most: with more, its commands, one a second, would not end
 // before the next day begins.
-constexpr int MAX_CUPONS_POR_DIA = 4000;
+constexpr int MAX_CUPONS_POR_JORNADA = 4000;
 // The tape begins on 2024-01-01; the register's clock lasts for more than these.
-constexpr int MAX_DIAS_GERADOS = 20000;
+constexpr int MAX_JORNADAS = 20000;
 
-struct OpcoesGerador {
-    int dias = 1;          // 1 to MAX_DIAS_GERADOS
-    int cuponsPorDia = 60; // 0 to MAX_CUPONS_POR_DIA; fiscal receipts, cancelled ones included
-    std::uint64_t semente = 1;
+struct GeneratorOptions {
+    int jornadas = 1; // 1 to MAX_JORNADAS
+    int cuponsPorJornada =
+        60; // 0 to MAX_CUPONS_POR_JORNADA; fiscal receipts, cancelled ones included
+    std::uint64_t seed = 1;
 };
 
 // Writes the tape. The same options give the same bytes everywhere. The register runs it without
 // refusing a command, and the engine rejects no statement of it. Stops early when `saida` fails.
 // REQUIRES: the options are within their bounds.
-void Gera(const OpcoesGerador& opcoes, std::ostream& saida);
+void GenerateTape(const GeneratorOptions& opcoes, std::ostream& saida);
 
 } // namespace bancada

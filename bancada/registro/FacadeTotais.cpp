@@ -1,7 +1,7 @@
 // The facade: payment means, totalizers and the fiscal day.
 #include "bancada/registro/Jornada.h"
 #include "bancada/registro/Registro.h"
-#include "bancada/registro/Textos.h"
+#include "bancada/registro/TextForms.h"
 #include "bancada/registro/Totalizadores.h"
 
 #include <algorithm>
@@ -12,14 +12,14 @@ namespace bancada
 namespace
 {
 
-bool Dentro(int index, int quantos)
+bool Within(int index, int count)
 {
-    return index >= 0 && index < quantos;
+    return index >= 0 && index < count;
 }
 
 const BaseFiscal* Base(const Memoria& memoria, int base, int taxBase)
 {
-    if (!Dentro(taxBase, BASES_DE_IMPOSTO)) {
+    if (!Within(taxBase, BASES_DE_IMPOSTO)) {
         return nullptr;
     }
     if (base == BC_IND_FISCAL) {
@@ -30,7 +30,7 @@ const BaseFiscal* Base(const Memoria& memoria, int base, int taxBase)
 
 const BaseNaoFiscal* BaseNF(const Memoria& memoria, int base, int index)
 {
-    if (!Dentro(index, MAX_TOTALIZADORES_NF)) {
+    if (!Within(index, MAX_TOTALIZADORES_NF)) {
         return nullptr;
     }
     if (base == BC_IND_NAO_FISCAL) {
@@ -54,15 +54,15 @@ int Registro::BaseFormasPagamento_GetNumeroDeFormasDePagamento()
 
 char* Registro::BaseFormasPagamento_GetMeioPagamento(int index, char* out, int size)
 {
-    return CopiaTexto(Dentro(index, MAX_MEIOS_PAGAMENTO)
-                          ? m_memoria.meios[static_cast<std::size_t>(index)].descricao
-                          : "",
-                      out, size);
+    return CopyText(Within(index, MAX_MEIOS_PAGAMENTO)
+                        ? m_memoria.meios[static_cast<std::size_t>(index)].descricao
+                        : "",
+                    out, size);
 }
 
 BOOL Registro::BaseFormasPagamento_GetMeioPagamentoProgramado(int index)
 {
-    return Dentro(index, MAX_MEIOS_PAGAMENTO) &&
+    return Within(index, MAX_MEIOS_PAGAMENTO) &&
                    !m_memoria.meios[static_cast<std::size_t>(index)].descricao.empty()
                ? TRUE
                : FALSE;
@@ -70,7 +70,7 @@ BOOL Registro::BaseFormasPagamento_GetMeioPagamentoProgramado(int index)
 
 Financial Registro::BaseFormasPagamento_GetFPTotal(int index)
 {
-    return Dentro(index, MAX_MEIOS_PAGAMENTO)
+    return Within(index, MAX_MEIOS_PAGAMENTO)
                ? m_memoria.jornada.meios[static_cast<std::size_t>(index)]
                : Financial();
 }
@@ -101,7 +101,7 @@ Financial Registro::Totalizador_GetVB(int base)
 Financial Registro::Totalizador_GetTot(int base, int taxBase, int index)
 {
     const BaseFiscal* fiscal = Base(m_memoria, base, taxBase);
-    if (fiscal == nullptr || !Dentro(index, MAX_TOTALIZADORES)) {
+    if (fiscal == nullptr || !Within(index, MAX_TOTALIZADORES)) {
         return Financial();
     }
     return fiscal->totais[static_cast<std::size_t>(taxBase)][static_cast<std::size_t>(index)];
@@ -110,7 +110,7 @@ Financial Registro::Totalizador_GetTot(int base, int taxBase, int index)
 Financial Registro::Totalizador_GetTotTrib(int base, int taxBase, int index)
 {
     const BaseFiscal* fiscal = Base(m_memoria, base, taxBase);
-    if (fiscal == nullptr || !Dentro(index, MAX_ALIQUOTAS)) {
+    if (fiscal == nullptr || !Within(index, MAX_ALIQUOTAS)) {
         return Financial();
     }
     return Imposto(*fiscal, static_cast<std::size_t>(taxBase), static_cast<std::size_t>(index));
@@ -119,7 +119,7 @@ Financial Registro::Totalizador_GetTotTrib(int base, int taxBase, int index)
 int Registro::Totalizador_GetTotPercTrib(int base, int taxBase, int index)
 {
     const BaseFiscal* fiscal = Base(m_memoria, base, taxBase);
-    if (fiscal == nullptr || !Dentro(index, MAX_ALIQUOTAS)) {
+    if (fiscal == nullptr || !Within(index, MAX_ALIQUOTAS)) {
         return 0;
     }
     return fiscal->aliquota[static_cast<std::size_t>(taxBase)][static_cast<std::size_t>(index)];
@@ -128,7 +128,7 @@ int Registro::Totalizador_GetTotPercTrib(int base, int taxBase, int index)
 BOOL Registro::Totalizador_GetTotProgramado(int base, int taxBase, int index)
 {
     const BaseFiscal* fiscal = Base(m_memoria, base, taxBase);
-    if (fiscal == nullptr || !Dentro(index, MAX_TOTALIZADORES)) {
+    if (fiscal == nullptr || !Within(index, MAX_TOTALIZADORES)) {
         return FALSE;
     }
     return fiscal->programado[static_cast<std::size_t>(taxBase)][static_cast<std::size_t>(index)]
@@ -138,13 +138,13 @@ BOOL Registro::Totalizador_GetTotProgramado(int base, int taxBase, int index)
 
 Financial Registro::Totalizador_GetSoma_Tot_VL(int base, int taxBase)
 {
-    Financial soma;
+    Financial sum;
     if (const BaseFiscal* fiscal = Base(m_memoria, base, taxBase)) {
         for (const Financial& total : fiscal->totais[static_cast<std::size_t>(taxBase)]) {
-            soma += total;
+            sum += total;
         }
     }
-    return soma;
+    return sum;
 }
 
 Financial Registro::Totalizador_GetSoma_Tot_Canc(int base, int taxBase)
@@ -167,13 +167,13 @@ Financial Registro::Totalizador_GetSoma_Tot_Acr(int base, int taxBase)
 
 Financial Registro::Totalizador_GetSoma_TotTrib(int base, int taxBase)
 {
-    Financial soma;
+    Financial sum;
     if (const BaseFiscal* fiscal = Base(m_memoria, base, taxBase)) {
         for (std::size_t posicao = 0; posicao < MAX_ALIQUOTAS; ++posicao) {
-            soma += Imposto(*fiscal, static_cast<std::size_t>(taxBase), posicao);
+            sum += Imposto(*fiscal, static_cast<std::size_t>(taxBase), posicao);
         }
     }
-    return soma;
+    return sum;
 }
 
 Financial Registro::Totalizador_GetTotalNF(int base, int index)
@@ -191,14 +191,14 @@ int Registro::Totalizador_GetTotNFProgramado(int base, int index)
 char* Registro::Totalizador_GetNomeNF(int base, int index, char* out, int size)
 {
     const BaseNaoFiscal* naoFiscal = BaseNF(m_memoria, base, index);
-    return CopiaTexto(naoFiscal ? naoFiscal->nome[static_cast<std::size_t>(index)] : "", out, size);
+    return CopyText(naoFiscal ? naoFiscal->nome[static_cast<std::size_t>(index)] : "", out, size);
 }
 
 int Registro::ResolveTotIndex(BASE_CONTABIL_FISCAL_BASE_IMPOSTO_INDEXES taxBase, char* code,
                               int number)
 {
-    const LugarDoTotalizador lugar = LocalizaTotalizador(code, number);
-    return TotalizadorEspecial(code) && lugar.baseImposto == taxBase ? lugar.posicao : -1;
+    const TotalizadorPlace place = FindTotalizador(code, number);
+    return IsTotalizadorEspecial(code) && place.baseImposto == taxBase ? place.posicao : -1;
 }
 
 RtcAbsoluteTime Registro::Jornada_GetDataMovimento()
@@ -206,15 +206,15 @@ RtcAbsoluteTime Registro::Jornada_GetDataMovimento()
     return m_memoria.jornada.data;
 }
 
-RtcRelativeTime Registro::Jornada_GetTempoOperacional(RtcAbsoluteTime ate)
+RtcRelativeTime Registro::Jornada_GetTempoOperacional(RtcAbsoluteTime until)
 {
     const Jornada& jornada = m_memoria.jornada;
     if (jornada.inicio.s == matlong[0]) {
         return RtcRelativeTime();
     }
     const bool fechada = jornada.fim.s != matlong[0];
-    return Intervalo(jornada.inicio,
-                     fechada ? RtcAbsoluteTime(std::min(ate.s, jornada.fim.s)) : ate);
+    return TimeBetween(jornada.inicio,
+                       fechada ? RtcAbsoluteTime(std::min(until.s, jornada.fim.s)) : until);
 }
 
 RtcRelativeTime Registro::Jornada_GetTempoEmitindoDocFiscal()

@@ -1,8 +1,8 @@
 // The facade: counters, the current receipt and its signature.
 #include "bancada/registro/Assinatura.h"
-#include "bancada/registro/CupomAtual.h"
+#include "bancada/registro/CurrentCupom.h"
 #include "bancada/registro/Registro.h"
-#include "bancada/registro/Textos.h"
+#include "bancada/registro/TextForms.h"
 
 #include <cstdio>
 
@@ -13,7 +13,7 @@ namespace
 {
 
 // The item at that position, or null.
-const ItemRegistrado* Item(const Memoria& memoria, int item)
+const ItemVendido* Item(const Memoria& memoria, int item)
 {
     if (item < 0 || static_cast<std::size_t>(item) >= memoria.cupom.itens.size()) {
         return nullptr;
@@ -43,32 +43,32 @@ int Registro::Cupom_GetQuantidadeDeItens()
 
 char* Registro::Cupom_GetItemQtdeStr(int item, char* out, int size)
 {
-    const ItemRegistrado* registrado = Item(m_memoria, item);
-    return CopiaTexto(registrado ? TextoDecimal(registrado->quantidade) : "", out, size);
+    const ItemVendido* vendido = Item(m_memoria, item);
+    return CopyText(vendido ? DecimalToText(vendido->quantidade) : "", out, size);
 }
 
 char* Registro::Cupom_GetItemValorUnitarioStr(int item, char* out, int size)
 {
-    const ItemRegistrado* registrado = Item(m_memoria, item);
-    return CopiaTexto(registrado ? TextoDecimal(registrado->valorUnitario) : "", out, size);
+    const ItemVendido* vendido = Item(m_memoria, item);
+    return CopyText(vendido ? DecimalToText(vendido->valorUnitario) : "", out, size);
 }
 
 Financial Registro::Cupom_GetItemValorTotal(int item)
 {
-    const ItemRegistrado* registrado = Item(m_memoria, item);
-    return registrado ? LiquidoDoItem(*registrado) : Financial();
+    const ItemVendido* vendido = Item(m_memoria, item);
+    return vendido ? ItemLiquido(*vendido) : Financial();
 }
 
 Financial Registro::Cupom_GetItemValorAcr(int item)
 {
-    const ItemRegistrado* registrado = Item(m_memoria, item);
-    return registrado ? registrado->acrescimo : Financial();
+    const ItemVendido* vendido = Item(m_memoria, item);
+    return vendido ? vendido->acrescimo : Financial();
 }
 
 Financial Registro::Cupom_GetItemValorDesc(int item)
 {
-    const ItemRegistrado* registrado = Item(m_memoria, item);
-    return registrado ? registrado->desconto : Financial();
+    const ItemVendido* vendido = Item(m_memoria, item);
+    return vendido ? vendido->desconto : Financial();
 }
 
 Financial Registro::Cupom_GetSubTotal()
@@ -78,7 +78,7 @@ Financial Registro::Cupom_GetSubTotal()
 
 Financial Registro::Cupom_GetTotal()
 {
-    return TotalDoCupom(m_memoria.cupom);
+    return CupomTotal(m_memoria.cupom);
 }
 
 Financial Registro::Cupom_GetTroco()
@@ -115,21 +115,21 @@ FD_TIPO_CUPOM Registro::Cupom_GetTipoCupom()
 
 BOOL Registro::Cupom_GetRateioPorItem(Cupom* copy)
 {
-    const CupomAtual& cupom = m_memoria.cupom;
+    const CurrentCupom& cupom = m_memoria.cupom;
     if (cupom.situacao == ESituacaoCupom::NENHUM) {
         return FALSE;
     }
     copy->m_iQuantidadeDeItens = Cupom_GetQuantidadeDeItens();
     for (std::size_t i = 0; i < cupom.itens.size(); ++i) {
-        const ItemRegistrado& item = cupom.itens[i];
-        ItemCupom& destino = copy->m_Itens[i];
-        destino.m_finValorTotal = LiquidoRateado(cupom, item);
-        destino.m_finValorDesc = item.desconto;
-        destino.m_finValorAcr = item.acrescimo;
+        const ItemVendido& item = cupom.itens[i];
+        ItemCupom& target = copy->m_Itens[i];
+        target.m_finValorTotal = ItemRateado(cupom, item);
+        target.m_finValorDesc = item.desconto;
+        target.m_finValorAcr = item.acrescimo;
         if (cupom.ajusteOperacao == DESCONTO) {
-            destino.m_finValorDesc += item.rateio;
+            target.m_finValorDesc += item.rateio;
         } else {
-            destino.m_finValorAcr += item.rateio;
+            target.m_finValorAcr += item.rateio;
         }
     }
     for (std::size_t i = 0; i < cupom.pagamentos.size(); ++i) {
@@ -146,20 +146,20 @@ char* Registro::CFe_GetChaveDeBusca(char* out, int size)
     char coo[16];
     std::snprintf(coo, sizeof coo, "%06d", m_memoria.cupom.coo);
     const std::string& cnpj = m_memoria.contribuinte.cnpj;
-    return CopiaTexto((cnpj.empty() ? "00000000000000" : cnpj) + '-' + m_memoria.ecf.numSerie +
-                          '-' + data + '-' + coo,
-                      out, size);
+    return CopyText((cnpj.empty() ? "00000000000000" : cnpj) + '-' + m_memoria.ecf.numSerie + '-' +
+                        data + '-' + coo,
+                    out, size);
 }
 
 int Registro::AssinaturaDigital_GetBase64(char* out, char* signature)
 {
-    EscreveBase64(signature, out);
-    return TAMANHO_ASSINATURA_BASE64;
+    WriteBase64(signature, out);
+    return ASSINATURA_BASE64_LENGTH;
 }
 
 char* Registro::DadosPDV_GetIdAplicativo(char* out, int size)
 {
-    return CopiaTexto(m_memoria.aplicativo, out, size);
+    return CopyText(m_memoria.aplicativo, out, size);
 }
 
 } // namespace bancada

@@ -11,10 +11,10 @@ namespace bancada
 
 // std::mt19937_64 is the same everywhere, the distributions of the standard library are not: these
 // are written out.
-class Sorteio
+class Draw
 {
   public:
-    explicit Sorteio(std::uint64_t semente) : m_gerador(semente) {}
+    explicit Draw(std::uint64_t semente) : m_gerador(semente) {}
 
     // 0 to quantos - 1, each as likely. REQUIRES: quantos > 0.
     std::uint64_t Ate(std::uint64_t quantos);

@@ -1,20 +1,20 @@
-#include "bancada/registro/CupomAtual.h"
+#include "bancada/registro/CurrentCupom.h"
 
 namespace bancada
 {
 
-Financial LiquidoDoItem(const ItemRegistrado& item)
+Financial ItemLiquido(const ItemVendido& item)
 {
     return item.bruto - item.desconto + item.acrescimo;
 }
 
-Financial LiquidoRateado(const CupomAtual& cupom, const ItemRegistrado& item)
+Financial ItemRateado(const CurrentCupom& cupom, const ItemVendido& item)
 {
-    const Financial liquido = LiquidoDoItem(item);
+    const Financial liquido = ItemLiquido(item);
     return cupom.ajusteOperacao == DESCONTO ? liquido - item.rateio : liquido + item.rateio;
 }
 
-Financial TotalDoCupom(const CupomAtual& cupom)
+Financial CupomTotal(const CurrentCupom& cupom)
 {
     if (!cupom.ajusteAplicado) {
         return cupom.subtotal;

@@ -8,6 +8,6 @@ namespace bancada
 {
 
 // Puts the signature of the receipt closed last into the command that closed it.
-void Assina(Command& comando, const Registro& registro);
+void SignComando(Command& comando, const Registro& registro);
 
 } // namespace bancada

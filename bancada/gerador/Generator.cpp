@@ -1,10 +1,10 @@
-#include "bancada/gerador/Gerador.h"
+#include "bancada/gerador/Generator.h"
 
-#include "bancada/gerador/CompraGerada.h"
 #include "bancada/gerador/Consumidores.h"
-#include "bancada/gerador/LinhaFita.h"
+#include "bancada/gerador/Draw.h"
+#include "bancada/gerador/GeneratedCupom.h"
+#include "bancada/gerador/LineWriter.h"
 #include "bancada/gerador/Mercadorias.h"
-#include "bancada/gerador/Sorteio.h"
 
 #include <algorithm>
 #include <iterator>
@@ -65,19 +65,19 @@ std::int64_t Horario(int numero, int quantos, std::int64_t acaso)
 class Gerador
 {
   public:
-    Gerador(const OpcoesGerador& opcoes, std::ostream& saida)
-        : m_opcoes(opcoes), m_saida(saida), m_sorteio(opcoes.semente)
+    Gerador(const GeneratorOptions& opcoes, std::ostream& saida)
+        : m_opcoes(opcoes), m_saida(saida), m_sorteio(opcoes.seed)
     {
         for (const Mercadoria& mercadoria : Mercadorias()) {
             m_pesoTotal += mercadoria.peso;
         }
     }
 
-    void Gera()
+    void GenerateTape()
     {
         m_agora = PRIMEIRO_DIA * SEGUNDOS_DO_DIA + (HORA_ABERTURA - 1) * 3600;
         Programa();
-        for (int dia = 0; dia < m_opcoes.dias && m_saida; ++dia) {
+        for (int dia = 0; dia < m_opcoes.jornadas && m_saida; ++dia) {
             GeraDia(dia);
         }
     }
@@ -86,7 +86,7 @@ class Gerador
     // --- Time and counters -------------------------------------------------------------------
 
     // A command one second after the one before it.
-    LinhaFita Linha(const char* comando)
+    LineWriter Linha(const char* comando)
     {
         ++m_agora;
         return {m_saida, comando};
@@ -96,7 +96,7 @@ class Gerador
     void Espera(std::int64_t quando) { m_em = std::max(quando, m_agora + 1); }
 
     // The first command after a wait says when it starts.
-    LinhaFita& Abre(LinhaFita& linha)
+    LineWriter& Abre(LineWriter& linha)
     {
         if (m_em != 0) {
             linha.Em(m_em);
@@ -114,12 +114,12 @@ class Gerador
     void Programa()
     {
         {
-            LinhaFita linha(m_saida, "configura");
+            LineWriter linha(m_saida, "configura");
             linha.Sim("ratear_subtotal").Texto("aplicativo", "PDV MERCEARIA 1.0");
         }
         Espera(m_agora);
         {
-            LinhaFita linha = Linha("programa_nr_serie");
+            LineWriter linha = Linha("programa_nr_serie");
             Abre(linha)
                 .Texto("marca", "BANCADA")
                 .Texto("modelo", "REGISTRO 1")
@@ -133,7 +133,7 @@ class Gerador
             .Texto("nome_fantasia", "MERCEARIA FLOR DO IPE")
             .Texto("endereco", "RUA DAS LARANJEIRAS, 215 - VILA NOVA - CAMPINAS");
         Linha("programa_cnpj_ie_im")
-            .Texto("cnpj", SorteiaCnpj(m_sorteio))
+            .Texto("cnpj", DrawCnpj(m_sorteio))
             .Texto("ie", "244123456110")
             .Texto("im", "00123456")
             .Texto("uf", "SP");
@@ -166,7 +166,7 @@ class Gerador
         const char* const nomes[] = {"DINHEIRO", "CHEQUE", "CARTAO CREDITO", "CARTAO DEBITO",
                                      "VALE REFEICAO"};
         for (int i = 0; i < 5; ++i) {
-            LinhaFita linha = Linha("insere_meio_pagamento");
+            LineWriter linha = Linha("insere_meio_pagamento");
             linha.Numero("indice", i + 1).Texto("descricao", nomes[i]);
             if (!DaTroco(i + 1)) {
                 linha.Sim("vinculado_ccd");
@@ -189,8 +189,8 @@ class Gerador
         }
         m_gaveta = 15000;
         Caixa("fundo_troco", m_gaveta);
-        for (int cupom = 0; cupom < m_opcoes.cuponsPorDia && m_saida; ++cupom) {
-            Espera(abertura + Horario(cupom, m_opcoes.cuponsPorDia, m_sorteio.Entre(0, 999)));
+        for (int cupom = 0; cupom < m_opcoes.cuponsPorJornada && m_saida; ++cupom) {
+            Espera(abertura + Horario(cupom, m_opcoes.cuponsPorJornada, m_sorteio.Entre(0, 999)));
             GeraCupom();
             if (m_sorteio.PorMil(20)) {
                 GeraNaoFiscal();
@@ -213,7 +213,7 @@ class Gerador
 
     void Leitura(const char* comando)
     {
-        LinhaFita linha = Linha(comando);
+        LineWriter linha = Linha(comando);
         Abre(linha);
         Documento();
     }
@@ -231,14 +231,14 @@ class Gerador
 
     void Caixa(const char* operacao, std::int64_t valor)
     {
-        LinhaFita linha = Linha("sangria");
+        LineWriter linha = Linha("sangria");
         Abre(linha).Texto("operacao", operacao).Dinheiro("valor", valor);
         Documento();
     }
 
     void Reimprime()
     {
-        LinhaFita linha = Linha("reimprime_mfd");
+        LineWriter linha = Linha("reimprime_mfd");
         Abre(linha)
             .Numero("coo_inicial", m_coo - m_sorteio.Entre(1, 10))
             .Numero("coo_final", m_coo);
@@ -248,7 +248,7 @@ class Gerador
     void Gerencial()
     {
         {
-            LinhaFita linha = Linha("abre_gerencial");
+            LineWriter linha = Linha("abre_gerencial");
             Abre(linha);
         }
         Documento();
@@ -260,7 +260,7 @@ class Gerador
     void GeraCupom()
     {
         AbreCupom();
-        CompraGerada compra;
+        GeneratedCupom compra;
         GeraItens(compra);
         if (m_sorteio.PorMil(7)) {
             Linha("cancela_cupom_em_emissao");
@@ -287,21 +287,21 @@ class Gerador
 
     void AbreCupom()
     {
-        LinhaFita linha = Linha("abre_cupom");
+        LineWriter linha = Linha("abre_cupom");
         Abre(linha);
         Documento();
         switch (m_sorteio.Pesado({78, 14, 5, 3})) {
         case 1:
-            linha.Texto("cpf_cnpj", SorteiaCpf(m_sorteio));
+            linha.Texto("cpf_cnpj", DrawCpf(m_sorteio));
             break;
         case 2:
-            linha.Texto("cpf_cnpj", SorteiaCpf(m_sorteio));
-            linha.Texto("nome", SorteiaNome(m_sorteio));
+            linha.Texto("cpf_cnpj", DrawCpf(m_sorteio));
+            linha.Texto("nome", DrawNome(m_sorteio));
             break;
         case 3:
-            linha.Texto("cpf_cnpj", SorteiaCnpj(m_sorteio));
-            linha.Texto("nome", SorteiaNome(m_sorteio));
-            linha.Texto("endereco", SorteiaEndereco(m_sorteio));
+            linha.Texto("cpf_cnpj", DrawCnpj(m_sorteio));
+            linha.Texto("nome", DrawNome(m_sorteio));
+            linha.Texto("endereco", DrawEndereco(m_sorteio));
             break;
         default:
             break;
@@ -323,7 +323,7 @@ class Gerador
         }
     }
 
-    void GeraItens(CompraGerada& compra)
+    void GeraItens(GeneratedCupom& compra)
     {
         for (int quantos = QuantosItens(); quantos > 0; --quantos) {
             const int numero = VendeItem(compra);
@@ -350,13 +350,13 @@ class Gerador
         return Mercadorias().back();
     }
 
-    int VendeItem(CompraGerada& compra)
+    int VendeItem(GeneratedCupom& compra)
     {
         const Mercadoria& mercadoria = EscolheMercadoria();
         const int casas = mercadoria.pesada ? 3 : 0;
         const std::int64_t quantidade = mercadoria.pesada ? m_sorteio.Entre(80, 2500) : Unidades();
         const bool arredonda = m_sorteio.PorMil(500);
-        LinhaFita linha = Linha(m_sorteio.PorMil(50) ? "vende_item_detalhado" : "vende_item");
+        LineWriter linha = Linha(m_sorteio.PorMil(50) ? "vende_item_detalhado" : "vende_item");
         linha.Texto("codigo", CodigoDeBarras(mercadoria.codigo))
             .Texto("descricao", mercadoria.descricao)
             .Decimal("quantidade", quantidade, casas)
@@ -386,7 +386,7 @@ class Gerador
     }
 
     // A discount or a surcharge, now and then taken back.
-    void AjustaItem(CompraGerada& compra, int numero)
+    void AjustaItem(GeneratedCupom& compra, int numero)
     {
         const std::int64_t base = compra.Item(numero).Liquido();
         if (base < 200) {
@@ -403,7 +403,7 @@ class Gerador
         }
     }
 
-    void AjustaSubtotal(CompraGerada& compra)
+    void AjustaSubtotal(GeneratedCupom& compra)
     {
         const std::int64_t base = compra.Subtotal();
         if (base < 200) {
@@ -422,13 +422,13 @@ class Gerador
     // Writes an adjustment of at most 10 % of `base`; answers what it comes to.
     std::int64_t Ajuste(const char* comando, bool desconto, std::int64_t base, int item)
     {
-        LinhaFita linha = Linha(comando);
+        LineWriter linha = Linha(comando);
         linha.Texto("operacao", desconto ? "desconto" : "acrescimo");
         std::int64_t valor = 0;
         if (m_sorteio.PorMil(500)) {
             const std::int64_t centesimos = m_sorteio.Entre(2, 20) * 50;
             linha.Texto("tipo", "percentual").Decimal("valor", centesimos, 2);
-            valor = CompraGerada::Percentual(base, centesimos);
+            valor = GeneratedCupom::Percentual(base, centesimos);
         } else {
             valor = m_sorteio.Entre(1, base / 10);
             linha.Texto("tipo", "valor").Dinheiro("valor", valor);
@@ -471,7 +471,7 @@ class Gerador
 
     void Pagamento(int meio, std::int64_t valor)
     {
-        LinhaFita linha = Linha("efetua_pagamento");
+        LineWriter linha = Linha("efetua_pagamento");
         linha.Numero("meio", meio).Dinheiro("valor", valor);
         if (meio == CREDITO && m_sorteio.PorMil(200)) {
             linha.Numero("parcelas", m_sorteio.Entre(2, 6));
@@ -483,11 +483,10 @@ class Gerador
 
     void Fecha()
     {
-        LinhaFita linha = Linha("fecha_cupom");
+        LineWriter linha = Linha("fecha_cupom");
         std::string mensagem = MENSAGENS[m_sorteio.Ate(std::size(MENSAGENS))];
         if (m_sorteio.PorMil(40)) {
-            mensagem =
-                "CNPJ/CPF consumidor: " + CpfPontuado(SorteiaCpf(m_sorteio)) + " " + mensagem;
+            mensagem = "CNPJ/CPF consumidor: " + PunctuatedCpf(DrawCpf(m_sorteio)) + " " + mensagem;
         }
         if (!mensagem.empty()) {
             linha.Texto("mensagem", mensagem);
@@ -521,11 +520,10 @@ class Gerador
     void GeraNaoFiscal()
     {
         {
-            LinhaFita linha = Linha("abre_cnf");
+            LineWriter linha = Linha("abre_cnf");
             Documento();
             if (m_sorteio.PorMil(300)) {
-                linha.Texto("cpf_cnpj", SorteiaCpf(m_sorteio))
-                    .Texto("nome", SorteiaNome(m_sorteio));
+                linha.Texto("cpf_cnpj", DrawCpf(m_sorteio)).Texto("nome", DrawNome(m_sorteio));
             }
         }
         const bool recarga = m_sorteio.PorMil(600);
@@ -542,9 +540,9 @@ class Gerador
         }
     }
 
-    const OpcoesGerador m_opcoes;
+    const GeneratorOptions m_opcoes;
     std::ostream& m_saida;
-    Sorteio m_sorteio;
+    Draw m_sorteio;
     std::int64_t m_pesoTotal = 0;
     std::int64_t m_agora = 0;    // when the command written last starts
     std::int64_t m_em = 0;       // when the next one is to start, if it is to wait
@@ -555,9 +553,9 @@ class Gerador
 
 } // namespace
 
-void Gera(const OpcoesGerador& opcoes, std::ostream& saida)
+void GenerateTape(const GeneratorOptions& opcoes, std::ostream& saida)
 {
-    Gerador(opcoes, saida).Gera();
+    Gerador(opcoes, saida).GenerateTape();
 }
 
 } // namespace bancada

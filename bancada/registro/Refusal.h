@@ -8,6 +8,6 @@ namespace bancada
 {
 
 // Why the register refuses an operation, in words for the operator; empty when it does not.
-using Recusa = std::optional<std::string>;
+using Refusal = std::optional<std::string>;
 
 } // namespace bancada

@@ -1,4 +1,4 @@
-#include "bancada/registro/Textos.h"
+#include "bancada/registro/TextForms.h"
 
 #include <algorithm>
 #include <cstring>
@@ -6,7 +6,7 @@
 namespace bancada
 {
 
-char* CopiaTexto(const std::string& text, char* out, int size)
+char* CopyText(const std::string& text, char* out, int size)
 {
     if (size < 1) {
         return out;
@@ -17,30 +17,30 @@ char* CopiaTexto(const std::string& text, char* out, int size)
     return out;
 }
 
-std::string TextoDecimal(const Decimal& numero)
+std::string DecimalToText(const Decimal& numero)
 {
     const bool negative = numero.unscaled < 0;
     std::string digits = std::to_string(numero.unscaled).substr(negative ? 1 : 0);
-    const auto casas = static_cast<std::size_t>(std::max(numero.casas, 0));
-    if (casas > 0) {
-        if (digits.size() <= casas) {
-            digits.insert(0, casas + 1 - digits.size(), '0');
+    const auto decimals = static_cast<std::size_t>(std::max(numero.decimals, 0));
+    if (decimals > 0) {
+        if (digits.size() <= decimals) {
+            digits.insert(0, decimals + 1 - digits.size(), '0');
         }
-        digits.insert(digits.size() - casas, 1, ',');
+        digits.insert(digits.size() - decimals, 1, ',');
     }
     return negative ? "-" + digits : digits;
 }
 
-std::string TextoValor(const Financial& valor)
+std::string ValorToText(const Financial& valor)
 {
     char text[BigInt::TEXT_SIZE + 4];
     return valor.ToString(text, sizeof text, FIN_STR_3, 2, 0);
 }
 
-std::string TextoData(RtcAbsoluteTime instante)
+std::string DateToText(RtcAbsoluteTime instant)
 {
     char text[16];
-    return instante.ToStrDate("yyyy-mm-dd", text);
+    return instant.ToStrDate("yyyy-mm-dd", text);
 }
 
 } // namespace bancada

@@ -1,11 +1,11 @@
-#include "bancada/comandos/Assinatura.h"
+#include "bancada/comandos/SignComando.h"
 
 #include <cstring>
 
 namespace bancada
 {
 
-void Assina(Command& comando, const Registro& registro)
+void SignComando(Command& comando, const Registro& registro)
 {
     const auto& assinatura = registro.GetAssinatura();
     static_assert(sizeof assinatura == sizeof comando.m_sAssinaturaDigitalDocumento);

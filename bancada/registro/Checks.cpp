@@ -1,62 +1,62 @@
-#include "bancada/registro/Regras.h"
+#include "bancada/registro/Checks.h"
 
-#include "bancada/registro/CupomAtual.h"
-#include "bancada/registro/DigitosVerificadores.h"
+#include "bancada/registro/CheckDigits.h"
+#include "bancada/registro/CurrentCupom.h"
 #include "bancada/registro/Jornada.h"
-#include "bancada/registro/Textos.h"
+#include "bancada/registro/TextForms.h"
 
 namespace bancada
 {
 
-Financial MaximoDeUmLancamento()
+Financial MaxLancamento()
 {
     return Financial::FromCents(99'999'999'999);
 }
 
-Financial MaximoDeUmPagamento()
+Financial MaxPagamento()
 {
     return Financial::FromCents(99'999'999'999'999);
 }
 
-Recusa ConfereValor(const char* oQue, const Financial& valor, const Financial& maximo)
+Refusal CheckValor(const char* what, const Financial& valor, const Financial& maximum)
 {
-    const std::string nome(oQue);
+    const std::string name(what);
     if (valor.IsNegative() || valor.IsZero()) {
-        return nome + " must be above zero";
+        return name + " must be above zero";
     }
     if (valor.Rounded(2, Rounding::TOWARD_ZERO) != valor) {
-        return nome + " has more than two decimals";
+        return name + " has more than two decimals";
     }
-    if (valor > maximo) {
-        return nome + " is more than the register takes (" + TextoValor(maximo) + ")";
+    if (valor > maximum) {
+        return name + " is more than the register takes (" + ValorToText(maximum) + ")";
     }
     return std::nullopt;
 }
 
-Recusa ConfereConsumidor(const Consumidor& consumidor)
+Refusal CheckConsumidor(const Consumidor& consumidor)
 {
     const std::string& numero = consumidor.cpfCnpj;
     if (numero.empty()) {
         return std::nullopt;
     }
-    if (numero.size() == TAMANHO_CPF) {
-        return CPFCorreto(numero) ? std::nullopt : Recusa("the CPF " + numero + " is wrong");
+    if (numero.size() == CPF_DIGITS) {
+        return IsCPF(numero) ? std::nullopt : Refusal("the CPF " + numero + " is wrong");
     }
-    if (numero.size() == TAMANHO_CNPJ) {
-        return CNPJCorreto(numero) ? std::nullopt : Recusa("the CNPJ " + numero + " is wrong");
+    if (numero.size() == CNPJ_DIGITS) {
+        return IsCNPJ(numero) ? std::nullopt : Refusal("the CNPJ " + numero + " is wrong");
     }
     return "a CPF has 11 digits and a CNPJ 14, without punctuation: " + numero;
 }
 
-bool CupomAberto(const Memoria& memoria)
+bool IsCupomOpen(const Memoria& memoria)
 {
     return memoria.cupom.situacao == ESituacaoCupom::EM_ITENS ||
            memoria.cupom.situacao == ESituacaoCupom::EM_PAGAMENTO;
 }
 
-Recusa ConfereNadaAberto(const Memoria& memoria)
+Refusal CheckNothingOpen(const Memoria& memoria)
 {
-    if (CupomAberto(memoria)) {
+    if (IsCupomOpen(memoria)) {
         return std::string(memoria.cupom.tipo == CUPOM_FISCAL ? "a Cupom Fiscal"
                                                               : "a Comprovante Não Fiscal") +
                " is open: COO " + std::to_string(memoria.cupom.coo);
@@ -74,7 +74,7 @@ Recusa ConfereNadaAberto(const Memoria& memoria)
     return std::nullopt;
 }
 
-Recusa ConfereForaDeIntervencao(const Memoria& memoria)
+Refusal CheckNoIntervencao(const Memoria& memoria)
 {
     switch (memoria.modo) {
     case EModoIntervencao::MIL:
@@ -87,34 +87,34 @@ Recusa ConfereForaDeIntervencao(const Memoria& memoria)
     return std::nullopt;
 }
 
-Recusa ConferePodeMovimentar(const Memoria& memoria, RtcAbsoluteTime em)
+Refusal CheckMovimento(const Memoria& memoria, RtcAbsoluteTime em)
 {
-    if (Recusa recusa = ConfereNadaAberto(memoria)) {
-        return recusa;
+    if (Refusal refusal = CheckNothingOpen(memoria)) {
+        return refusal;
     }
-    if (Recusa recusa = ConfereForaDeIntervencao(memoria)) {
-        return recusa;
+    if (Refusal refusal = CheckNoIntervencao(memoria)) {
+        return refusal;
     }
-    return PodeMovimentarJornada(memoria, em);
+    return CheckJornada(memoria, em);
 }
 
-Recusa ConfereCupomAberto(const Memoria& memoria)
+Refusal CheckCupomOpen(const Memoria& memoria)
 {
-    if (!CupomAberto(memoria)) {
+    if (!IsCupomOpen(memoria)) {
         return "no receipt is open";
     }
     return std::nullopt;
 }
 
-Recusa ConfereCupomAberto(const Memoria& memoria, FD_TIPO_CUPOM tipo)
+Refusal CheckCupomOpen(const Memoria& memoria, FD_TIPO_CUPOM tipo)
 {
-    if (CupomAberto(memoria) && memoria.cupom.tipo == tipo) {
+    if (IsCupomOpen(memoria) && memoria.cupom.tipo == tipo) {
         return std::nullopt;
     }
     return tipo == CUPOM_FISCAL ? "no Cupom Fiscal is open" : "no Comprovante Não Fiscal is open";
 }
 
-Recusa ConfereItensAbertos(const Memoria& memoria)
+Refusal CheckItensOpen(const Memoria& memoria)
 {
     if (memoria.cupom.situacao == ESituacaoCupom::EM_PAGAMENTO) {
         return "the receipt is being paid: its items and its subtotal stand";
@@ -127,7 +127,7 @@ Recusa ConfereItensAbertos(const Memoria& memoria)
     return std::nullopt;
 }
 
-Recusa ConfereLugarParaItem(const CupomAtual& cupom)
+Refusal CheckRoomForItem(const CurrentCupom& cupom)
 {
     if (cupom.itens.size() >= MAX_ITENS_CUPOM) {
         return "the receipt is full: it has " + std::to_string(MAX_ITENS_CUPOM) + " items";
@@ -135,7 +135,7 @@ Recusa ConfereLugarParaItem(const CupomAtual& cupom)
     return std::nullopt;
 }
 
-Recusa ConfereItem(const CupomAtual& cupom, int numero)
+Refusal CheckItem(const CurrentCupom& cupom, int numero)
 {
     if (numero < 1 || static_cast<std::size_t>(numero) > cupom.itens.size()) {
         return "the receipt has no item " + std::to_string(numero);
@@ -146,21 +146,21 @@ Recusa ConfereItem(const CupomAtual& cupom, int numero)
     return std::nullopt;
 }
 
-Recusa ConferePago(const CupomAtual& cupom)
+Refusal CheckPago(const CurrentCupom& cupom)
 {
     if (cupom.itensVivos == 0) {
         return "the receipt has no item: cancel it instead";
     }
-    const Financial falta = TotalDoCupom(cupom) - cupom.pago;
-    if (falta > Financial()) {
-        return TextoValor(falta) + " is still to be paid";
+    const Financial due = CupomTotal(cupom) - cupom.pago;
+    if (due > Financial()) {
+        return ValorToText(due) + " is still to be paid";
     }
     return std::nullopt;
 }
 
-Recusa ConfereUltimoCupom(const Memoria& memoria)
+Refusal CheckLastCupom(const Memoria& memoria)
 {
-    const CupomAtual& cupom = memoria.cupom;
+    const CurrentCupom& cupom = memoria.cupom;
     if (cupom.situacao == ESituacaoCupom::NENHUM) {
         return "no receipt was issued";
     }
@@ -178,7 +178,7 @@ Recusa ConfereUltimoCupom(const Memoria& memoria)
     return std::nullopt;
 }
 
-Recusa ConfereMeio(const Memoria& memoria, int numero)
+Refusal CheckMeio(const Memoria& memoria, int numero)
 {
     if (numero < 1 || numero > MAX_MEIOS_PAGAMENTO ||
         memoria.meios[static_cast<std::size_t>(numero) - 1].descricao.empty()) {

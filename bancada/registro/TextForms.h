@@ -12,12 +12,12 @@ namespace bancada
 
 // Copies `text` into `out`, cut to `size` bytes with the terminator, and answers `out`. A `size`
 // below 1 writes nothing.
-char* CopiaTexto(const std::string& text, char* out, int size);
+char* CopyText(const std::string& text, char* out, int size);
 
 // "1,500" for {1500, 3}, "3" for {3, 0}: as it was given, not grouped.
-std::string TextoDecimal(const Decimal& numero);
+std::string DecimalToText(const Decimal& numero);
 
-std::string TextoValor(const Financial& valor);  // "1234.50"
-std::string TextoData(RtcAbsoluteTime instante); // "2024-01-31"
+std::string ValorToText(const Financial& valor); // "1234.50"
+std::string DateToText(RtcAbsoluteTime instant); // "2024-01-31"
 
 } // namespace bancada

@@ -1,8 +1,8 @@
 // What a receipt of the tape comes to, kept beside it so that it can be paid.
 #pragma once
 
+#include "bancada/gerador/Draw.h"
 #include "bancada/gerador/Mercadorias.h"
-#include "bancada/gerador/Sorteio.h"
 
 #include <cstdint>
 #include <vector>
@@ -10,7 +10,7 @@
 namespace bancada
 {
 
-struct ItemGerado {
+struct GeneratedItem {
     std::int64_t bruto = 0; // cents
     std::int64_t desconto = 0;
     std::int64_t acrescimo = 0;
@@ -20,7 +20,7 @@ struct ItemGerado {
 };
 
 // The arithmetic of the register, in cents: totals and percentages cut, unless the sale rounds.
-class CompraGerada
+class GeneratedCupom
 {
   public:
     // Quantity (in units of 10^-casas) by unit price (in thousandths); answers the item's number.
@@ -31,7 +31,7 @@ class CompraGerada
     void AjustaSubtotal(bool desconto, std::int64_t valor) { m_ajuste = desconto ? -valor : valor; }
     void CancelaAjusteSubtotal() { m_ajuste = 0; }
 
-    const ItemGerado& Item(int numero) const
+    const GeneratedItem& Item(int numero) const
     {
         return m_itens[static_cast<std::size_t>(numero) - 1];
     }
@@ -47,9 +47,9 @@ class CompraGerada
     }
 
   private:
-    ItemGerado& DoNumero(int numero) { return m_itens[static_cast<std::size_t>(numero) - 1]; }
+    GeneratedItem& DoNumero(int numero) { return m_itens[static_cast<std::size_t>(numero) - 1]; }
 
-    std::vector<ItemGerado> m_itens;
+    std::vector<GeneratedItem> m_itens;
     std::int64_t m_ajuste = 0;
 };
 

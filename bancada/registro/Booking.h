@@ -12,20 +12,17 @@
 namespace bancada
 {
 
-void EscrituraVenda(Memoria& memoria, const ItemRegistrado& item);
-void EscrituraDesconto(Memoria& memoria, const ItemRegistrado& item, const Financial& valor);
-void EscrituraAcrescimo(Memoria& memoria, const ItemRegistrado& item, const Financial& valor);
+void BookVenda(Memoria& memoria, const ItemVendido& item);
+void BookDesconto(Memoria& memoria, const ItemVendido& item, const Financial& valor);
+void BookAcrescimo(Memoria& memoria, const ItemVendido& item, const Financial& valor);
 
 // A cancelled discount is taken out of the discounts; a cancelled surcharge goes to the
 // cancellations, since the grand total holds it for good.
-void EscrituraCancelamentoDesconto(Memoria& memoria, const ItemRegistrado& item,
-                                   const Financial& valor);
-void EscrituraCancelamentoAcrescimo(Memoria& memoria, const ItemRegistrado& item,
-                                    const Financial& valor);
+void BookCancelamentoDesconto(Memoria& memoria, const ItemVendido& item, const Financial& valor);
+void BookCancelamentoAcrescimo(Memoria& memoria, const ItemVendido& item, const Financial& valor);
 
 // Moves what the item comes to, `liquido`, from its totalizer to the cancellations. Its discounts
 // and surcharges stay booked as such.
-void EscrituraCancelamentoItem(Memoria& memoria, const ItemRegistrado& item,
-                               const Financial& liquido);
+void BookCancelamentoItem(Memoria& memoria, const ItemVendido& item, const Financial& liquido);
 
 } // namespace bancada

@@ -1,4 +1,4 @@
-#include "bancada/gerador/LinhaFita.h"
+#include "bancada/gerador/LineWriter.h"
 
 namespace bancada
 {
@@ -30,41 +30,41 @@ std::string Data(std::int64_t dia)
 
 } // namespace
 
-LinhaFita::LinhaFita(std::ostream& saida, const char* comando) : m_saida(saida)
+LineWriter::LineWriter(std::ostream& saida, const char* comando) : m_saida(saida)
 {
     m_saida << "{\"cmd\":\"" << comando << '"';
 }
 
-LinhaFita::~LinhaFita()
+LineWriter::~LineWriter()
 {
     m_saida << "}\n";
 }
 
-LinhaFita& LinhaFita::Texto(const char* campo, const std::string& valor)
+LineWriter& LineWriter::Texto(const char* campo, const std::string& valor)
 {
     m_saida << ",\"" << campo << "\":\"" << valor << '"';
     return *this;
 }
 
-LinhaFita& LinhaFita::Numero(const char* campo, std::int64_t valor)
+LineWriter& LineWriter::Numero(const char* campo, std::int64_t valor)
 {
     // By to_string: a stream may group the digits of a number.
     m_saida << ",\"" << campo << "\":" << std::to_string(valor);
     return *this;
 }
 
-LinhaFita& LinhaFita::Sim(const char* campo)
+LineWriter& LineWriter::Sim(const char* campo)
 {
     m_saida << ",\"" << campo << "\":true";
     return *this;
 }
 
-LinhaFita& LinhaFita::Dinheiro(const char* campo, std::int64_t centavos)
+LineWriter& LineWriter::Dinheiro(const char* campo, std::int64_t centavos)
 {
     return Decimal(campo, centavos, 2);
 }
 
-LinhaFita& LinhaFita::Decimal(const char* campo, std::int64_t unidades, int casas)
+LineWriter& LineWriter::Decimal(const char* campo, std::int64_t unidades, int casas)
 {
     std::string texto = std::to_string(unidades);
     const auto decimais = static_cast<std::size_t>(casas);
@@ -77,7 +77,7 @@ LinhaFita& LinhaFita::Decimal(const char* campo, std::int64_t unidades, int casa
     return Texto(campo, texto);
 }
 
-LinhaFita& LinhaFita::Em(std::int64_t segundos)
+LineWriter& LineWriter::Em(std::int64_t segundos)
 {
     const std::int64_t noDia = segundos % 86400;
     return Texto("em", Data(segundos / 86400) + " " + DoisDigitos(noDia / 3600) + ":" +

@@ -1,11 +1,11 @@
-#include "bancada/gerador/Sorteio.h"
+#include "bancada/gerador/Draw.h"
 
 #include <limits>
 
 namespace bancada
 {
 
-std::uint64_t Sorteio::Ate(std::uint64_t quantos)
+std::uint64_t Draw::Ate(std::uint64_t quantos)
 {
     // The draws above the last whole multiple would favour the first results.
     const std::uint64_t maximo = std::numeric_limits<std::uint64_t>::max();
@@ -17,12 +17,12 @@ std::uint64_t Sorteio::Ate(std::uint64_t quantos)
     return sorteado % quantos;
 }
 
-std::int64_t Sorteio::Entre(std::int64_t deste, std::int64_t ateEste)
+std::int64_t Draw::Entre(std::int64_t deste, std::int64_t ateEste)
 {
     return deste + static_cast<std::int64_t>(Ate(static_cast<std::uint64_t>(ateEste - deste) + 1));
 }
 
-std::size_t Sorteio::Pesado(std::initializer_list<int> pesos)
+std::size_t Draw::Pesado(std::initializer_list<int> pesos)
 {
     std::uint64_t soma = 0;
     for (const int peso : pesos) {

@@ -7,12 +7,12 @@ namespace bancada
 {
 
 // Gross total less the item's own discount plus its own surcharge.
-Financial LiquidoDoItem(const ItemRegistrado& item);
+Financial ItemLiquido(const ItemVendido& item);
 
 // That with the item's share of the subtotal's adjustment.
-Financial LiquidoRateado(const CupomAtual& cupom, const ItemRegistrado& item);
+Financial ItemRateado(const CurrentCupom& cupom, const ItemVendido& item);
 
 // The subtotal with its adjustment.
-Financial TotalDoCupom(const CupomAtual& cupom);
+Financial CupomTotal(const CurrentCupom& cupom);
 
 } // namespace bancada
