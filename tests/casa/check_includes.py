@@ -36,8 +36,9 @@ BENCH = {
     "banco": ["log"],
     "comandos": ["registro", "fita", "banco"],
     "memoria": ["registro", "fita"],
-    "relatorio": ["log"],
-    "conferencia": [],
+    "leitura": [],
+    "relatorio": ["log", "leitura"],
+    "conferencia": ["log", "leitura"],
     "gerador": [],
 }
 BENCH["cli"] = list(BENCH)
