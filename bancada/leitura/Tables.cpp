@@ -5,7 +5,7 @@ namespace bancada::leitura
 
 const Table<OutroDocumentoRow>& OutroDocumentoTable()
 {
-    static const Table<OutroDocumentoRow> TABLE(
+    static const Table<OutroDocumentoRow> table(
         "outros_documentos",
         {
             {"cont_coo", &OutroDocumentoRow::coo},
@@ -18,12 +18,12 @@ const Table<OutroDocumentoRow>& OutroDocumentoTable()
             {"data_hora_fim_emissao", &OutroDocumentoRow::dataHoraFimEmissao},
             {"id_tipo_documento", &OutroDocumentoRow::tipoDocumento},
         });
-    return TABLE;
+    return table;
 }
 
 const Table<CupomFiscalRow>& CupomFiscalTable()
 {
-    static const Table<CupomFiscalRow> TABLE(
+    static const Table<CupomFiscalRow> table(
         "cupom_fiscal", {
                             {"cont_coo", &CupomFiscalRow::coo},
                             {"cont_ccf", &CupomFiscalRow::ccf},
@@ -49,12 +49,12 @@ const Table<CupomFiscalRow>& CupomFiscalTable()
                             {"texto_complementar", &CupomFiscalRow::textoComplementar},
                             {"chave_cupom", &CupomFiscalRow::chaveCupom},
                         });
-    return TABLE;
+    return table;
 }
 
 const Table<ItemCupomFiscalRow>& ItemCupomFiscalTable()
 {
-    static const Table<ItemCupomFiscalRow> TABLE(
+    static const Table<ItemCupomFiscalRow> table(
         "item_cupom_fiscal",
         {
             {"seq_item", &ItemCupomFiscalRow::seqItem},
@@ -78,12 +78,12 @@ const Table<ItemCupomFiscalRow>& ItemCupomFiscalTable()
             {"perc_acrescimo", &ItemCupomFiscalRow::percAcrescimo},
             {"perc_desconto", &ItemCupomFiscalRow::percDesconto},
         });
-    return TABLE;
+    return table;
 }
 
 const Table<PagamentoCupomRow>& PagamentoCupomTable()
 {
-    static const Table<PagamentoCupomRow> TABLE(
+    static const Table<PagamentoCupomRow> table(
         "pagamento_cupom", {
                                {"cont_coo", &PagamentoCupomRow::coo},
                                {"cont_gnf", &PagamentoCupomRow::gnf},
@@ -94,12 +94,12 @@ const Table<PagamentoCupomRow>& PagamentoCupomTable()
                                {"id_estornado", &PagamentoCupomRow::estornado},
                                {"valor_estornado", &PagamentoCupomRow::valorEstornado},
                            });
-    return TABLE;
+    return table;
 }
 
 const Table<CupomNfRow>& CupomNfTable()
 {
-    static const Table<CupomNfRow> TABLE(
+    static const Table<CupomNfRow> table(
         "cupom_nf", {
                         {"cont_coo", &CupomNfRow::coo},
                         {"cont_crz", &CupomNfRow::crz},
@@ -119,12 +119,12 @@ const Table<CupomNfRow>& CupomNfTable()
                         {"perc_acrescimo", &CupomNfRow::percAcrescimo},
                         {"perc_desconto", &CupomNfRow::percDesconto},
                     });
-    return TABLE;
+    return table;
 }
 
 const Table<ItemCupomNfRow>& ItemCupomNfTable()
 {
-    static const Table<ItemCupomNfRow> TABLE(
+    static const Table<ItemCupomNfRow> table(
         "item_cupom_nf",
         {
             {"seq_item", &ItemCupomNfRow::seqItem},
@@ -141,12 +141,12 @@ const Table<ItemCupomNfRow>& ItemCupomNfTable()
             {"perc_acrescimo", &ItemCupomNfRow::percAcrescimo, Presence::MAY_BE_NULL},
             {"perc_desconto", &ItemCupomNfRow::percDesconto, Presence::MAY_BE_NULL},
         });
-    return TABLE;
+    return table;
 }
 
 const Table<ReducaoZRow>& ReducaoZTable()
 {
-    static const Table<ReducaoZRow> TABLE(
+    static const Table<ReducaoZRow> table(
         "reducao_z", {
                          {"cont_crz", &ReducaoZRow::crz},
                          {"num_ecf", &ReducaoZRow::numEcf},
@@ -170,12 +170,12 @@ const Table<ReducaoZRow>& ReducaoZTable()
                          {"tempo_operacional", &ReducaoZRow::segundosEmitindo},
                          {"tempo_emitindo_doc", &ReducaoZRow::segundosOperacional},
                      });
-    return TABLE;
+    return table;
 }
 
 const Table<TotalizadorReducaoRow>& TotalizadorReducaoTable()
 {
-    static const Table<TotalizadorReducaoRow> TABLE(
+    static const Table<TotalizadorReducaoRow> table(
         "totalizador_reducao", {
                                    {"cont_crz", &TotalizadorReducaoRow::crz},
                                    {"totalizador", &TotalizadorReducaoRow::totalizador},
@@ -183,12 +183,12 @@ const Table<TotalizadorReducaoRow>& TotalizadorReducaoTable()
                                    {"id_fiscal", &TotalizadorReducaoRow::fiscal},
                                    {"valor_imposto", &TotalizadorReducaoRow::valorImposto},
                                });
-    return TABLE;
+    return table;
 }
 
 const Table<MeioPagamentoReducaoRow>& MeioPagamentoReducaoTable()
 {
-    static const Table<MeioPagamentoReducaoRow> TABLE(
+    static const Table<MeioPagamentoReducaoRow> table(
         "meio_pagamento_reducao",
         {
             {"indice_meio_pagamento", &MeioPagamentoReducaoRow::indiceMeioPagamento},
@@ -196,12 +196,12 @@ const Table<MeioPagamentoReducaoRow>& MeioPagamentoReducaoTable()
             {"descricao_meio_pagamento", &MeioPagamentoReducaoRow::descricaoMeioPagamento},
             {"valor_acumulado", &MeioPagamentoReducaoRow::valorAcumulado},
         });
-    return TABLE;
+    return table;
 }
 
 const Table<IntervencaoRow>& IntervencaoTable()
 {
-    static const Table<IntervencaoRow> TABLE(
+    static const Table<IntervencaoRow> table(
         "intervencao", {
                            {"cont_cro", &IntervencaoRow::cro},
                            {"num_ecf", &IntervencaoRow::numEcf},
@@ -209,12 +209,12 @@ const Table<IntervencaoRow>& IntervencaoTable()
                            {"id_tipo_intervencao", &IntervencaoRow::tipoIntervencao},
                            {"id_perda_dados_mt", &IntervencaoRow::perdaDadosMt},
                        });
-    return TABLE;
+    return table;
 }
 
 const Table<FitaDetalheRow>& FitaDetalheTable()
 {
-    static const Table<FitaDetalheRow> TABLE(
+    static const Table<FitaDetalheRow> table(
         "fita_detalhe", {
                             {"cont_cfd", &FitaDetalheRow::cfd},
                             {"num_ecf", &FitaDetalheRow::numEcf},
@@ -222,34 +222,34 @@ const Table<FitaDetalheRow>& FitaDetalheTable()
                             {"coo_inicial", &FitaDetalheRow::cooInicial},
                             {"coo_final", &FitaDetalheRow::cooFinal},
                         });
-    return TABLE;
+    return table;
 }
 
 const Table<MeioPagamentoRow>& MeioPagamentoTable()
 {
-    static const Table<MeioPagamentoRow> TABLE(
+    static const Table<MeioPagamentoRow> table(
         "meio_pagamento", {
                               {"num_indice", &MeioPagamentoRow::numIndice},
                               {"num_ecf", &MeioPagamentoRow::numEcf},
                               {"descricao", &MeioPagamentoRow::descricao},
                               {"id_vinculacao_ccd", &MeioPagamentoRow::vinculacaoCcd},
                           });
-    return TABLE;
+    return table;
 }
 
 const Table<TotalizadorNaoFiscalRow>& TotalizadorNaoFiscalTable()
 {
-    static const Table<TotalizadorNaoFiscalRow> TABLE(
+    static const Table<TotalizadorNaoFiscalRow> table(
         "totalizador_nao_fiscal", {
                                       {"num_indice", &TotalizadorNaoFiscalRow::numIndice},
                                       {"descricao", &TotalizadorNaoFiscalRow::descricao},
                                   });
-    return TABLE;
+    return table;
 }
 
 const Table<DadosUsuarioRow>& DadosUsuarioTable()
 {
-    static const Table<DadosUsuarioRow> TABLE(
+    static const Table<DadosUsuarioRow> table(
         "dados_usuario", {
                              {"seq_usuario", &DadosUsuarioRow::seqUsuario},
                              {"endereco", &DadosUsuarioRow::endereco},
@@ -263,23 +263,23 @@ const Table<DadosUsuarioRow>& DadosUsuarioTable()
                              {"cont_cro", &DadosUsuarioRow::cro},
                              {"valor_gt", &DadosUsuarioRow::valorGt},
                          });
-    return TABLE;
+    return table;
 }
 
 const Table<MoedaRow>& MoedaTable()
 {
-    static const Table<MoedaRow> TABLE("moeda",
+    static const Table<MoedaRow> table("moeda",
                                        {
                                            {"num_ecf", &MoedaRow::numEcf},
                                            {"data_hora_gravacao", &MoedaRow::dataHoraGravacao},
                                            {"simbolo_moeda", &MoedaRow::simboloMoeda},
                                        });
-    return TABLE;
+    return table;
 }
 
 const Table<DadosEcfRow>& DadosEcfTable()
 {
-    static const Table<DadosEcfRow> TABLE("dados_ecf", {
+    static const Table<DadosEcfRow> table("dados_ecf", {
                                                            {"num_ecf", &DadosEcfRow::numEcf},
                                                            {"num_serie", &DadosEcfRow::numSerie},
                                                            {"marca", &DadosEcfRow::marca},
@@ -287,16 +287,16 @@ const Table<DadosEcfRow>& DadosEcfTable()
                                                            {"tipo", &DadosEcfRow::tipo},
                                                            {"num_caixa", &DadosEcfRow::numCaixa},
                                                        });
-    return TABLE;
+    return table;
 }
 
 const Table<VersaoSbRow>& VersaoSbTable()
 {
-    static const Table<VersaoSbRow> TABLE("versao_sb", {
+    static const Table<VersaoSbRow> table("versao_sb", {
                                                            {"num_ecf", &VersaoSbRow::numEcf},
                                                            {"versao", &VersaoSbRow::versao},
                                                        });
-    return TABLE;
+    return table;
 }
 
 void RequireTables(const DatabaseReading& database)

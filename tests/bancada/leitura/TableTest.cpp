@@ -28,7 +28,7 @@ struct LaterRow : Row {
 
 const Table<LaterRow>& LaterTable()
 {
-    static const Table<LaterRow> TABLE("meio_pagamento",
+    static const Table<LaterRow> table("meio_pagamento",
                                        {
                                            {"num_indice", &LaterRow::index},
                                            {"num_ecf", UNREAD},
@@ -39,7 +39,7 @@ const Table<LaterRow>& LaterTable()
                                            {"nota", &LaterRow::note, Presence::ADDED},
                                            {"id_bloqueado", &LaterRow::blocked, Presence::ADDED},
                                        });
-    return TABLE;
+    return table;
 }
 
 constexpr const char* THREE_MEANS =
@@ -97,10 +97,10 @@ TEST_F(TableRows, AnOlderDatabaseSaysWhatItLacks)
 TEST_F(TableRows, ANewerDatabaseIsRead)
 {
     Execute(THREE_MEANS);
-    Execute("ALTER TABLE meio_pagamento ADD COLUMN valor_limite NUMERIC;"
-            "ALTER TABLE meio_pagamento ADD COLUMN desde INTEGER;"
-            "ALTER TABLE meio_pagamento ADD COLUMN nota TEXT;"
-            "ALTER TABLE meio_pagamento ADD COLUMN id_bloqueado TEXT;"
+    Execute("ALTER table meio_pagamento ADD COLUMN valor_limite NUMERIC;"
+            "ALTER table meio_pagamento ADD COLUMN desde INTEGER;"
+            "ALTER table meio_pagamento ADD COLUMN nota TEXT;"
+            "ALTER table meio_pagamento ADD COLUMN id_bloqueado TEXT;"
             "INSERT INTO meio_pagamento VALUES (4, 1, 'VALE', 'N', 7.125, 2024, 'n', 'S')");
     const DatabaseReading database(Path());
     Rows<LaterRow> rows(database, LaterTable(), "ORDER BY num_indice");
@@ -119,7 +119,7 @@ TEST_F(TableRows, ANewerDatabaseIsRead)
 TEST_F(TableRows, AColumnThatIsNotReadNeedNotBeThere)
 {
     Execute(THREE_MEANS);
-    Execute("ALTER TABLE meio_pagamento DROP COLUMN num_ecf");
+    Execute("ALTER table meio_pagamento DROP COLUMN num_ecf");
     const DatabaseReading database(Path());
     LaterRow row;
     EXPECT_TRUE(Rows<LaterRow>(database, LaterTable(), "").Next(row));
@@ -127,7 +127,7 @@ TEST_F(TableRows, AColumnThatIsNotReadNeedNotBeThere)
 
 TEST_F(TableRows, AColumnThatEveryDatabaseHasMustBeThere)
 {
-    Execute("ALTER TABLE meio_pagamento DROP COLUMN id_vinculacao_ccd");
+    Execute("ALTER table meio_pagamento DROP COLUMN id_vinculacao_ccd");
     const DatabaseReading database(Path());
     EXPECT_THROW(Rows<LaterRow>(database, LaterTable(), ""), Unusable);
 }
