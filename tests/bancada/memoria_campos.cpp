@@ -2,7 +2,7 @@
 #include "bancada/memoria/MemoriaJson.h"
 #include "bancada/memoria/NomesDaMemoria.h"
 #include "tests/bancada/MemoriaPartes.h"
-#include "tests/bancada/RegistroTeste.h"
+#include "tests/bancada/registro/RegistroTest.h"
 
 #include <gtest/gtest.h>
 
@@ -114,8 +114,8 @@ TEST(MemoriaCampos, CountersAndTotalizersHaveTheirOwnNames)
     EXPECT_EQ(memoria.fiscal.aliquota[0][0], 1800);
     EXPECT_EQ(memoria.fiscal.aliquota[0][29], 1);
     EXPECT_EQ(memoria.fiscal.aliquota[1][1], 9999);
-    EXPECT_EQ(Texto(memoria.fiscal.totais[0][30]), "1.00");
-    EXPECT_EQ(Texto(memoria.fiscal.totais[0][38]), "2.50");
+    EXPECT_EQ(Text(memoria.fiscal.totais[0][30]), "1.00");
+    EXPECT_EQ(Text(memoria.fiscal.totais[0][38]), "2.50");
     EXPECT_TRUE(memoria.fiscal.programado[1][33]);
 }
 
