@@ -102,10 +102,10 @@ Financial Financial::FromCents(std::int64_t cents)
 
 bool Financial::FromText(const char* text, Financial& out)
 {
-    const char* const DIGITS = "0123456789";
+    const char* const digits = "0123456789";
     const bool negative = *text == '-';
     const char* whole = negative ? text + 1 : text;
-    std::size_t wholeDigits = std::strspn(whole, DIGITS);
+    std::size_t wholeDigits = std::strspn(whole, digits);
     if (wholeDigits == 0) {
         return false;
     }
@@ -114,7 +114,7 @@ bool Financial::FromText(const char* text, Financial& out)
     const char* end = whole + wholeDigits;
     if (*end == '.') {
         decimals = end + 1;
-        decimalDigits = std::strspn(decimals, DIGITS);
+        decimalDigits = std::strspn(decimals, digits);
         if (decimalDigits == 0 || decimalDigits > DECIMALS) {
             return false;
         }
