@@ -8,23 +8,22 @@ BOOL CmdAbreCupom::DBLogger(sqlite3* db)
 {
     Statement<SQL_SIZE_CUPOM> insert;
 
+    insert.Begin("INSERT INTO cupom_fiscal (cont_coo, cont_ccf, cont_crz, data_hora_emissao, "
+                 "cpf_cnpj_consumidor, nome_consumidor, endereco_consumidor, assinatura_documento, "
+                 "valor_subtotal, valor_total, tipo_desconto, valor_desconto, tipo_acrescimo, "
+                 "valor_acrescimo, valor_canc_acrescimo, valor_troco, texto_suplementar, "
+                 "id_cancelado, id_cupom_adicional, perc_acrescimo, perc_desconto, "
+                 "texto_complementar, chave_cupom) VALUES (");
+    insert.Integer("%d,", FDController->Contador_Get(COUNTER_COO)); // cont_coo
+    insert.Integer("%d,", FDController->Contador_Get(COUNTER_CCF)); // cont_ccf
+    // Filed under the reduction that will close the current day.
+    insert.Integer("%d,", FDController->Contador_Get(COUNTER_CRZ) + 1); // cont_crz
+    insert.DateTimeText("'%s',", m_dtExecStart);                        // data_hora_emissao
+    insert.Text("'%s',", m_sCPF_CNPJ);                                  // cpf_cnpj_consumidor
+    insert.Text("'%s',", m_sNomeConsumidor);                            // nome_consumidor
     // Required: the address keeps a comma of its own after it, and of the consumer's three texts it
     // alone loses its apostrophes.
     CharRemove(insert.CopyToAux(m_sEnderecoConsumidor, ","), '\'');
-
-    insert.Begin(
-        "INSERT INTO cupom_fiscal (cont_coo, cont_ccf, cont_crz, data_hora_emissao, cpf_cnpj_consumidor, ");
-    insert.Piece(
-        "nome_consumidor, endereco_consumidor, assinatura_documento, valor_subtotal, valor_total, tipo_desconto, valor_desconto, ");
-    insert.Piece(
-        "tipo_acrescimo, valor_acrescimo, valor_canc_acrescimo, valor_troco, texto_suplementar, id_cancelado, id_cupom_adicional, perc_acrescimo, perc_desconto, texto_complementar, chave_cupom) VALUES (");
-    insert.Integer("%d,", FDController->Contador_Get(COUNTER_COO));
-    insert.Integer("%d,", FDController->Contador_Get(COUNTER_CCF));
-    // The reduction that will close the current day.
-    insert.Integer("%d,", FDController->Contador_Get(COUNTER_CRZ) + 1);
-    insert.DateTimeText("'%s',", m_dtExecStart);
-    insert.Text("'%s',", m_sCPF_CNPJ);
-    insert.Text("'%s',", m_sNomeConsumidor);
     insert.Text("'%s',", insert.aux); // endereco_consumidor
     insert.Piece("' ',");             // assinatura_documento
     insert.Piece("0,");               // valor_subtotal

@@ -7,29 +7,27 @@ BOOL CmdAbreCNF::DBLogger(sqlite3* db)
 {
     Statement<SQL_SIZE> insert;
 
-    insert.Begin(
-        "INSERT INTO cupom_nf (cont_coo, cont_crz, cont_gnf, num_ecf, data_hora_emissao, valor_subtotal, ");
-    insert.Piece(
-        "valor_total_cupom, tipo_acrescimo, valor_acrescimo, tipo_desconto, valor_desconto, ");
-    insert.Piece(
-        "valor_canc_acrescimo, id_cancelado, nome_consumidor, cpf_cnpj_consumidor, perc_acrescimo, perc_desconto) VALUES (");
-    insert.Integer("%d,", FDController->Contador_Get(COUNTER_COO));
-    insert.Integer("%d,", FDController->Contador_Get(COUNTER_CRZ) + 1);
-    insert.Integer("%d,", FDController->Contador_Get(COUNTER_GNF));
-    insert.Integer("%d,", 1); // num_ecf
-    insert.DateTimeText("'%s',", m_dtExecStart);
-    insert.Piece("0,");   // valor_subtotal
-    insert.Piece("0,");   // valor_total_cupom
-    insert.Piece("'V',"); // tipo_acrescimo
-    insert.Piece("0,");   // valor_acrescimo
-    insert.Piece("'V',"); // tipo_desconto
-    insert.Piece("0,");   // valor_desconto
-    insert.Piece("0,");   // valor_canc_acrescimo
-    insert.Piece("'N',"); // id_cancelado
-    insert.Text("'%s',", m_sNomeConsumidor);
-    insert.Text("'%s',", m_sCPF_CNPJ);
-    insert.Piece("0,"); // perc_acrescimo
-    insert.Piece("0)"); // perc_desconto
+    insert.Begin("INSERT INTO cupom_nf (cont_coo, cont_crz, cont_gnf, num_ecf, data_hora_emissao, "
+                 "valor_subtotal, valor_total_cupom, tipo_acrescimo, valor_acrescimo, "
+                 "tipo_desconto, valor_desconto, valor_canc_acrescimo, id_cancelado, "
+                 "nome_consumidor, cpf_cnpj_consumidor, perc_acrescimo, perc_desconto) VALUES (");
+    insert.Integer("%d,", FDController->Contador_Get(COUNTER_COO));     // cont_coo
+    insert.Integer("%d,", FDController->Contador_Get(COUNTER_CRZ) + 1); // cont_crz
+    insert.Integer("%d,", FDController->Contador_Get(COUNTER_GNF));     // cont_gnf
+    insert.Integer("%d,", 1);                                           // num_ecf
+    insert.DateTimeText("'%s',", m_dtExecStart);                        // data_hora_emissao
+    insert.Piece("0,");                                                 // valor_subtotal
+    insert.Piece("0,");                                                 // valor_total_cupom
+    insert.Piece("'V',");                                               // tipo_acrescimo
+    insert.Piece("0,");                                                 // valor_acrescimo
+    insert.Piece("'V',");                                               // tipo_desconto
+    insert.Piece("0,");                                                 // valor_desconto
+    insert.Piece("0,");                                                 // valor_canc_acrescimo
+    insert.Piece("'N',");                                               // id_cancelado
+    insert.Text("'%s',", m_sNomeConsumidor);                            // nome_consumidor
+    insert.Text("'%s',", m_sCPF_CNPJ);                                  // cpf_cnpj_consumidor
+    insert.Piece("0,");                                                 // perc_acrescimo
+    insert.Piece("0)");                                                 // perc_desconto
     if (insert.Execute(*this, db) == 0) {
         return 0;
     }
@@ -42,11 +40,12 @@ BOOL CmdVendeItemNF::DBLogger(sqlite3* db)
 
     const int item = FDController->Cupom_GetQuantidadeDeItens() - 1; // the one just registered
 
-    insert.Begin(
-        "INSERT INTO item_cupom_nf (seq_item, cont_coo, indice_totalizador_nf, valor_total, valor_total_liquido, tipo_acrescimo, valor_acrescimo, tipo_desconto, valor_desconto, valor_canc_acrescimo, id_cancelado) VALUES (");
-    insert.Integer("%d,", item + 1); // seq_item
-    insert.Integer("%d,", FDController->Contador_Get(COUNTER_COO));
-    insert.Integer("%d,", m_iIndiceTotalizador);
+    insert.Begin("INSERT INTO item_cupom_nf (seq_item, cont_coo, indice_totalizador_nf, "
+                 "valor_total, valor_total_liquido, tipo_acrescimo, valor_acrescimo, "
+                 "tipo_desconto, valor_desconto, valor_canc_acrescimo, id_cancelado) VALUES (");
+    insert.Integer("%d,", item + 1);                                // seq_item
+    insert.Integer("%d,", FDController->Contador_Get(COUNTER_COO)); // cont_coo
+    insert.Integer("%d,", m_iIndiceTotalizador);                    // indice_totalizador_nf
     FDController->Cupom_GetItemValorUnitarioStr(item, insert.aux, AUX_SIZE);
     insert.DecimalText("%s,", insert.aux); // valor_total
     insert.DecimalText("%s,", insert.aux); // valor_total_liquido

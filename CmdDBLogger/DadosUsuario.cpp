@@ -41,15 +41,18 @@ BOOL CmdProgramaUsuario::DBLogger(sqlite3* db)
     }
 
     if (rows == 0) {
-        sql.Begin(
-            "INSERT INTO dados_usuario (seq_usuario, endereco, nome_fantasia, razao_social, data_hora_gravacao, cont_cro, valor_gt) VALUES(");
+        sql.Begin("INSERT INTO dados_usuario (seq_usuario, endereco, nome_fantasia, razao_social, "
+                  "data_hora_gravacao, cont_cro, valor_gt) VALUES(");
         sql.Integer("%d,", 1); // seq_usuario
-        sql.TextAt("'%s',", controller.DadosContribuinte_GetEndereco(sql.aux, AUX_SIZE));
-        sql.TextAt("'%s',", controller.DadosContribuinte_GetNomeFantasia(sql.aux, AUX_SIZE));
-        sql.TextAt("'%s',", controller.DadosContribuinte_GetRazaoSocial(sql.aux, AUX_SIZE));
-        sql.DateTimeText("'%s',", m_dtExecStart);
-        sql.Integer("%d,", CroOfNewRow(controller));
-        sql.MoneyText("%s)", controller.Totalizador_GetGTIni(0));
+        const char* text = controller.DadosContribuinte_GetEndereco(sql.aux, AUX_SIZE);
+        sql.TextAt("'%s',", text); // endereco
+        text = controller.DadosContribuinte_GetNomeFantasia(sql.aux, AUX_SIZE);
+        sql.TextAt("'%s',", text); // nome_fantasia
+        text = controller.DadosContribuinte_GetRazaoSocial(sql.aux, AUX_SIZE);
+        sql.TextAt("'%s',", text);                                // razao_social
+        sql.DateTimeText("'%s',", m_dtExecStart);                 // data_hora_gravacao
+        sql.Integer("%d,", CroOfNewRow(controller));              // cont_cro
+        sql.MoneyText("%s)", controller.Totalizador_GetGTIni(0)); // valor_gt
     } else {
         sql.Begin("UPDATE dados_usuario SET ");
         sql.TextAt("endereco = '%s',", controller.DadosContribuinte_GetEndereco(sql.aux, AUX_SIZE));
@@ -75,19 +78,22 @@ BOOL CmdProgramaCNPJ_IE_IM::DBLogger(sqlite3* db)
     }
 
     if (rows == 0) {
-        sql.Begin(
-            "INSERT INTO dados_usuario (seq_usuario, endereco, nome_fantasia, razao_social, cnpj, ie, im, uf, data_hora_gravacao, cont_cro, valor_gt) VALUES(");
+        sql.Begin("INSERT INTO dados_usuario (seq_usuario, endereco, nome_fantasia, razao_social, "
+                  "cnpj, ie, im, uf, data_hora_gravacao, cont_cro, valor_gt) VALUES(");
         sql.Integer("%d,", 1); // seq_usuario
-        sql.TextAt("'%s',", controller.DadosContribuinte_GetEndereco(sql.aux, AUX_SIZE));
-        sql.TextAt("'%s',", controller.DadosContribuinte_GetNomeFantasia(sql.aux, AUX_SIZE));
-        sql.TextAt("'%s',", controller.DadosContribuinte_GetRazaoSocial(sql.aux, AUX_SIZE));
-        sql.Text("'%s',", m_sCNPJ);
-        sql.Text("'%s',", m_sIE);
-        sql.Text("'%s',", m_sIM);
-        sql.Text("'%s',", m_sUF);
-        sql.DateTimeText("'%s',", m_dtExecStart);
-        sql.Integer("%d,", CroOfNewRow(controller));
-        sql.MoneyText("%s)", controller.Totalizador_GetGTIni(0));
+        const char* text = controller.DadosContribuinte_GetEndereco(sql.aux, AUX_SIZE);
+        sql.TextAt("'%s',", text); // endereco
+        text = controller.DadosContribuinte_GetNomeFantasia(sql.aux, AUX_SIZE);
+        sql.TextAt("'%s',", text); // nome_fantasia
+        text = controller.DadosContribuinte_GetRazaoSocial(sql.aux, AUX_SIZE);
+        sql.TextAt("'%s',", text);                                // razao_social
+        sql.Text("'%s',", m_sCNPJ);                               // cnpj
+        sql.Text("'%s',", m_sIE);                                 // ie
+        sql.Text("'%s',", m_sIM);                                 // im
+        sql.Text("'%s',", m_sUF);                                 // uf
+        sql.DateTimeText("'%s',", m_dtExecStart);                 // data_hora_gravacao
+        sql.Integer("%d,", CroOfNewRow(controller));              // cont_cro
+        sql.MoneyText("%s)", controller.Totalizador_GetGTIni(0)); // valor_gt
     } else {
         // Required text: UF before IM, and the blanks around the commas as they stand.
         sql.Begin("UPDATE dados_usuario SET ");

@@ -19,15 +19,15 @@ BOOL CmdEstornaMeioPagamento::DBLogger(sqlite3* db)
         return 0;
     }
 
-    sql.Begin(
-        "INSERT INTO pagamento_cupom (cont_coo, cont_gnf, valor_pagamento, num_parcelas, info_adicional, indice_meio_pagamento, id_estornado, valor_estornado) VALUES (");
-    sql.Integer("%d,", FDController->Cupom_GetCOO());
-    sql.Integer("%d,", FDController->Contador_Get(COUNTER_GNF));
-    sql.MoneyText("%s,", m_finValor);
-    sql.Integer("%d,", m_iNumParcelas);
-    sql.Text("'%s',", m_sInfoAdicional);
-    sql.Integer("%d,", m_iMeioPagamentoDestino);
-    sql.Piece("'N',"); // id_estornado
-    sql.Piece("0)");   // valor_estornado
+    sql.Begin("INSERT INTO pagamento_cupom (cont_coo, cont_gnf, valor_pagamento, num_parcelas, "
+              "info_adicional, indice_meio_pagamento, id_estornado, valor_estornado) VALUES (");
+    sql.Integer("%d,", FDController->Cupom_GetCOO());            // cont_coo
+    sql.Integer("%d,", FDController->Contador_Get(COUNTER_GNF)); // cont_gnf
+    sql.MoneyText("%s,", m_finValor);                            // valor_pagamento
+    sql.Integer("%d,", m_iNumParcelas);                          // num_parcelas
+    sql.Text("'%s',", m_sInfoAdicional);                         // info_adicional
+    sql.Integer("%d,", m_iMeioPagamentoDestino);                 // indice_meio_pagamento
+    sql.Piece("'N',");                                           // id_estornado
+    sql.Piece("0)");                                             // valor_estornado
     return sql.Execute(*this, db);
 }

@@ -26,15 +26,15 @@ BOOL CmdProgramaNrSerie::DBLogger(sqlite3* db)
     int rows = CountRows(sql, "SELECT count(*) FROM dados_ecf", 0, db);
     if (rows == 0) {
         sql.Begin("INSERT INTO dados_ecf (num_serie, marca, modelo, tipo, num_caixa) VALUES (");
-        sql.Text("'%s',", m_sNumSerie);
-        sql.Text("'%s',", m_sMarca);
-        sql.Text("'%s',", m_sModelo);
-        sql.Text("'%s',", m_sTipo);
+        sql.Text("'%s',", m_sNumSerie); // num_serie
+        sql.Text("'%s',", m_sMarca);    // marca
+        sql.Text("'%s',", m_sModelo);   // modelo
+        sql.Text("'%s',", m_sTipo);     // tipo
         FDController->DadosECF_GetNrOrdemSeq(sql.aux, AUX_SIZE);
         if (sql.aux[0] == '\0') {
             sql.Piece("0)"); // num_caixa
         } else {
-            sql.Text("%s)", sql.aux);
+            sql.Text("%s)", sql.aux); // num_caixa
         }
     } else {
         sql.Begin("UPDATE dados_ecf SET ");
@@ -54,8 +54,8 @@ BOOL CmdProgramaNrSerie::DBLogger(sqlite3* db)
         return 1;
     }
     sql.Begin("INSERT INTO versao_sb(num_ecf, versao) VALUES(");
-    sql.Integer("%d,", 1); // num_ecf
-    sql.TextAt("'%s')", FDController->DadosECF_GetVersaoSB(sql.aux, AUX_SIZE));
+    sql.Integer("%d,", 1);                                                      // num_ecf
+    sql.TextAt("'%s')", FDController->DadosECF_GetVersaoSB(sql.aux, AUX_SIZE)); // versao
     return sql.Execute(*this, db) == 0 ? 0 : 1;
 }
 

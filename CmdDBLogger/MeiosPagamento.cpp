@@ -17,12 +17,12 @@ BOOL CmdInsereMeiosPagamento::DBLogger(sqlite3* db)
     query.Finalize();
 
     if (rows == 0) {
-        sql.Begin(
-            "INSERT INTO meio_pagamento (num_indice, num_ecf, descricao, id_vinculacao_ccd) VALUES (");
-        sql.Integer("%d,", m_iIndice);
-        sql.Integer("%d,", 1); // num_ecf
-        sql.Text("'%s',", m_sDescricao);
-        sql.Piece(m_eVinculacaoCCD == COM_CCD ? "'S')" : "'N')");
+        sql.Begin("INSERT INTO meio_pagamento (num_indice, num_ecf, descricao, "
+                  "id_vinculacao_ccd) VALUES (");
+        sql.Integer("%d,", m_iIndice);                            // num_indice
+        sql.Integer("%d,", 1);                                    // num_ecf
+        sql.Text("'%s',", m_sDescricao);                          // descricao
+        sql.Piece(m_eVinculacaoCCD == COM_CCD ? "'S')" : "'N')"); // id_vinculacao_ccd
     } else {
         sql.Begin("UPDATE meio_pagamento SET ");
         sql.Text("descricao = '%s',", m_sDescricao);

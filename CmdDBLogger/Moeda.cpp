@@ -10,7 +10,7 @@ BOOL CmdProgramaMoeda::DBLogger(sqlite3* db)
     insert.Integer("%d,", 1); // num_ecf
     // Required text: the instant bare, without quotes and without the comma after it. The engine
     // rejects the statement every time.
-    insert.DateTimeText("%s", m_dtExecStart);
-    insert.Text("'%s')", m_sSimboloMoeda);
+    insert.DateTimeText("%s", m_dtExecStart); // data_hora_gravacao
+    insert.Text("'%s')", m_sSimboloMoeda);    // simbolo_moeda
     return insert.Execute(*this, db);
 }

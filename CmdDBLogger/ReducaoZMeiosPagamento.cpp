@@ -3,25 +3,25 @@
 
 BOOL ReducaoZRows::MeioDePagamento(int i)
 {
-    if (m_controller.BaseFormasPagamento_GetMeioPagamentoProgramado(i) == 0) {
+    if (FDController->BaseFormasPagamento_GetMeioPagamentoProgramado(i) == FALSE) {
         return TRUE;
     }
 
-    m_insert.Begin(
-        "INSERT INTO meio_pagamento_reducao(indice_meio_pagamento, cont_crz, descricao_meio_pagamento, valor_acumulado) VALUES(");
-    m_insert.Integer("%d,", i + 1);
-    m_insert.Integer("%d,", m_controller.Contador_Get(COUNTER_CRZ));
-    m_controller.BaseFormasPagamento_GetMeioPagamento(i, m_insert.aux, AUX_SIZE);
-    m_insert.Text("'%s',", m_insert.aux);
-    m_insert.MoneyText("%s)", m_controller.BaseFormasPagamento_GetFPTotal(i));
-    return m_insert.Execute(m_command, m_db);
+    sql.Begin("INSERT INTO meio_pagamento_reducao(indice_meio_pagamento, cont_crz, "
+              "descricao_meio_pagamento, valor_acumulado) VALUES(");
+    sql.Integer("%d,", i + 1);                                   // indice_meio_pagamento
+    sql.Integer("%d,", FDController->Contador_Get(COUNTER_CRZ)); // cont_crz
+    FDController->BaseFormasPagamento_GetMeioPagamento(i, sql.aux, AUX_SIZE);
+    sql.Text("'%s',", sql.aux); // descricao_meio_pagamento
+    sql.MoneyText("%s)", FDController->BaseFormasPagamento_GetFPTotal(i)); // valor_acumulado
+    return sql.Execute(command, db);
 }
 
 BOOL ReducaoZRows::MeiosDePagamento()
 {
-    m_nMaxFP = m_controller.BaseFormasPagamento_GetNumeroDeFormasDePagamento();
-    for (int i = 0; i < m_nMaxFP; ++i) {
-        if (MeioDePagamento(i) == 0) {
+    meios = FDController->BaseFormasPagamento_GetNumeroDeFormasDePagamento();
+    for (int i = 0; i < meios; ++i) {
+        if (MeioDePagamento(i) == FALSE) {
             return FALSE;
         }
     }
@@ -31,11 +31,11 @@ BOOL ReducaoZRows::MeiosDePagamento()
 // Its index is one past the last position, programmed or not.
 BOOL ReducaoZRows::Troco()
 {
-    m_insert.Begin(
-        "INSERT INTO meio_pagamento_reducao(indice_meio_pagamento, cont_crz, descricao_meio_pagamento, valor_acumulado) VALUES(");
-    m_insert.Integer("%d,", m_nMaxFP + 1);
-    m_insert.Integer("%d,", m_controller.Contador_Get(COUNTER_CRZ));
-    m_insert.Piece("'TROCO',");
-    m_insert.MoneyText("%s)", m_controller.BaseFormasPagamento_GetTrocoTotal());
-    return m_insert.Execute(m_command, m_db);
+    sql.Begin("INSERT INTO meio_pagamento_reducao(indice_meio_pagamento, cont_crz, "
+              "descricao_meio_pagamento, valor_acumulado) VALUES(");
+    sql.Integer("%d,", meios + 1);                               // indice_meio_pagamento
+    sql.Integer("%d,", FDController->Contador_Get(COUNTER_CRZ)); // cont_crz
+    sql.Piece("'TROCO',");                                       // descricao_meio_pagamento
+    sql.MoneyText("%s)", FDController->BaseFormasPagamento_GetTrocoTotal()); // valor_acumulado
+    return sql.Execute(command, db);
 }

@@ -7,11 +7,9 @@
 
 // Each operation writes its rows and answers FALSE as soon as an execution reports 0. All totals
 // are those of the day that the reduction has closed.
-class ReducaoZRows
-{
-  public:
-    ReducaoZRows(CmdReducaoZ& command, sqlite3* db)
-        : m_command(command), m_controller(*command.FDController), m_db(db)
+struct ReducaoZRows {
+    ReducaoZRows(CmdReducaoZ& reducao, sqlite3* database)
+        : command(reducao), FDController(reducao.FDController), db(database)
     {
     }
 
@@ -25,16 +23,24 @@ class ReducaoZRows
     BOOL MeiosDePagamento();
     BOOL Troco(); // after MeiosDePagamento
 
-  private:
+    // The accounting bases of the closed day, and the tax bases of the fiscal one.
+    static constexpr int RZ = BC_IND_FISCAL_ULTIMA_RZ;
+    static constexpr int RZ_NF = BC_IND_NAO_FISCAL_ULTIMA_RZ;
+    static constexpr BASE_CONTABIL_FISCAL_BASE_IMPOSTO_INDEXES ICMS = BC_IND_FISCAL_BI_IND_ICMS;
+    static constexpr BASE_CONTABIL_FISCAL_BASE_IMPOSTO_INDEXES ISSQN = BC_IND_FISCAL_BI_IND_ISSQN;
+
+    // A sum over a tax base.
+    using SomaDaBase = Financial (FiscalDataController::*)(int base, int taxBase);
+
     BOOL Aliquota(const char* codePattern, int taxBase, int i);
     BOOL Especial(const char* code, BASE_CONTABIL_FISCAL_BASE_IMPOSTO_INDEXES taxBase, int i);
-    BOOL Soma(const char* pattern, const Financial& val);
+    BOOL Soma(const char* pattern, SomaDaBase soma, int taxBase);
     BOOL NaoFiscal(int i);
     BOOL MeioDePagamento(int i);
 
-    CmdReducaoZ& m_command;
-    FiscalDataController& m_controller;
-    sqlite3* m_db;
-    int m_nMaxFP = 0; // number of payment means
-    Statement<SQL_SIZE> m_insert;
+    CmdReducaoZ& command;
+    FiscalDataController* const FDController;
+    sqlite3* const db;
+    int meios = 0; // positions of payment means, programmed or not
+    Statement<SQL_SIZE> sql;
 };

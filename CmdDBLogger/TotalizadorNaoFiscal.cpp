@@ -18,8 +18,8 @@ BOOL CmdInsereRegOpeNF::DBLogger(sqlite3* db)
         sql.Integer(" WHERE num_indice=%d", m_iIndice);
     } else {
         sql.Begin("INSERT INTO totalizador_nao_fiscal (num_indice, descricao) VALUES (");
-        sql.Integer("%d,", m_iIndice);
-        sql.Text("'%s')", m_sDescricao);
+        sql.Integer("%d,", m_iIndice);   // num_indice
+        sql.Text("'%s')", m_sDescricao); // descricao
     }
     return sql.Execute(*this, db);
 }

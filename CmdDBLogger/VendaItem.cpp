@@ -14,61 +14,60 @@ namespace
 template <typename Venda>
 BOOL LogVenda(Venda& venda, const char* issqnPattern, sqlite3* db)
 {
-    FiscalDataController* const FDController = venda.FDController;
     Statement<SQL_SIZE_CUPOM> insert;
 
-    const int item = FDController->Cupom_GetQuantidadeDeItens() - 1; // the one just registered
+    const int item =
+        venda.FDController->Cupom_GetQuantidadeDeItens() - 1; // the one just registered
 
-    insert.Begin(
-        "INSERT INTO item_cupom_fiscal (seq_item, cont_coo, cod_item, descricao, quantidade, aliquota,");
-    insert.Piece(
-        " un_medida, valor_unitario, tipo_acrescimo, valor_acrescimo, tipo_desconto, valor_desconto, valor_canc_acrescimo, valor_total,");
-    insert.Piece(
-        " casas_decimais_quantidade, casas_decimais_valor, id_arred_trunc_valor, id_cancelado, perc_acrescimo, perc_desconto) VALUES (");
-    insert.Integer("%d,", item + 1); // seq_item
-    insert.Integer("%d,", FDController->Contador_Get(COUNTER_COO));
-    insert.Text("'%s',", venda.m_sCodigoItem);
-    insert.Text("'%s',", venda.m_sDescricao);
-    FDController->Cupom_GetItemQtdeStr(item, insert.aux, AUX_SIZE);
+    insert.Begin("INSERT INTO item_cupom_fiscal (seq_item, cont_coo, cod_item, descricao, "
+                 "quantidade, aliquota, un_medida, valor_unitario, tipo_acrescimo, "
+                 "valor_acrescimo, tipo_desconto, valor_desconto, valor_canc_acrescimo, "
+                 "valor_total, casas_decimais_quantidade, casas_decimais_valor, "
+                 "id_arred_trunc_valor, id_cancelado, perc_acrescimo, perc_desconto) VALUES (");
+    insert.Integer("%d,", item + 1);                                      // seq_item
+    insert.Integer("%d,", venda.FDController->Contador_Get(COUNTER_COO)); // cont_coo
+    insert.Text("'%s',", venda.m_sCodigoItem);                            // cod_item
+    insert.Text("'%s',", venda.m_sDescricao);                             // descricao
+    venda.FDController->Cupom_GetItemQtdeStr(item, insert.aux, AUX_SIZE);
     insert.DecimalText("%s,", insert.aux); // quantidade
-    switch (venda.m_sTributacao[0]) {      // aliquota
+    const int number = venda.m_iIndiceTributacao;
+    int rate = 0;
+    switch (venda.m_sTributacao[0]) {
     case 'T':
-        insert.TaxCode("'%02dT%02d.%02d',", venda.m_iIndiceTributacao,
-                       FDController->Totalizador_GetTotPercTrib(BC_IND_FISCAL,
-                                                                BC_IND_FISCAL_BI_IND_ICMS,
-                                                                venda.m_iIndiceTributacao - 1));
+        rate = venda.FDController->Totalizador_GetTotPercTrib(
+            BC_IND_FISCAL, BC_IND_FISCAL_BI_IND_ICMS, number - 1);
+        insert.TaxCode("'%02dT%02d.%02d',", number, rate); // aliquota
         break;
     case 'S':
-        insert.TaxCode(issqnPattern, venda.m_iIndiceTributacao,
-                       FDController->Totalizador_GetTotPercTrib(BC_IND_FISCAL,
-                                                                BC_IND_FISCAL_BI_IND_ISSQN,
-                                                                venda.m_iIndiceTributacao - 1));
+        rate = venda.FDController->Totalizador_GetTotPercTrib(
+            BC_IND_FISCAL, BC_IND_FISCAL_BI_IND_ISSQN, number - 1);
+        insert.TaxCode(issqnPattern, number, rate); // aliquota
         break;
     default:
-        insert.Text("'%s", venda.m_sTributacao);
-        insert.Integer("%d',", venda.m_iIndiceTributacao);
+        insert.Text("'%s", venda.m_sTributacao); // aliquota
+        insert.Integer("%d',", number);
         break;
     }
-    insert.Text("'%s',", venda.m_sUnidadeMedida);
-    FDController->Cupom_GetItemValorUnitarioStr(item, insert.aux, AUX_SIZE);
+    insert.Text("'%s',", venda.m_sUnidadeMedida); // un_medida
+    venda.FDController->Cupom_GetItemValorUnitarioStr(item, insert.aux, AUX_SIZE);
     insert.DecimalText("%s,", insert.aux); // valor_unitario
     insert.Piece("'V',");                  // tipo_acrescimo
     insert.Piece("0,");                    // valor_acrescimo
     insert.Piece("'V',");                  // tipo_desconto
     insert.Piece("0,");                    // valor_desconto
     insert.Piece("0,");                    // valor_canc_acrescimo
-    const Financial total = FDController->Cupom_GetItemValorTotal(item);
+    const Financial total = venda.FDController->Cupom_GetItemValorTotal(item);
     if (venda.m_iCasasDecimaisValor == 3) {
-        insert.MoneyText("%s,", total, FIN_STR_1, 3);
+        insert.MoneyText("%s,", total, FIN_STR_1, 3); // valor_total
     } else {
-        insert.MoneyText("%s,", total, FIN_STR_DEFAULT, 2);
+        insert.MoneyText("%s,", total, FIN_STR_DEFAULT, 2); // valor_total
     }
-    insert.Integer("%d,", venda.m_iCasasDecimaisQtde);
-    insert.Integer("%d,", venda.m_iCasasDecimaisValor);
-    insert.Character("'%c',", venda.m_cArredTrunc);
-    insert.Piece("'N',"); // id_cancelado
-    insert.Piece("0,");   // perc_acrescimo
-    insert.Piece("0)");   // perc_desconto
+    insert.Integer("%d,", venda.m_iCasasDecimaisQtde);  // casas_decimais_quantidade
+    insert.Integer("%d,", venda.m_iCasasDecimaisValor); // casas_decimais_valor
+    insert.Character("'%c',", venda.m_cArredTrunc);     // id_arred_trunc_valor
+    insert.Piece("'N',");                               // id_cancelado
+    insert.Piece("0,");                                 // perc_acrescimo
+    insert.Piece("0)");                                 // perc_desconto
     return insert.Execute(venda, db);
 }
 

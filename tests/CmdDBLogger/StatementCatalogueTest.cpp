@@ -115,6 +115,18 @@ bool BeginsWith(const std::string& text, const std::string& beginning)
     return text.compare(0, beginning.size(), beginning) == 0;
 }
 
+// The literal that begins at the quote `at`, and those adjacent to it.
+std::string LiteralAt(const std::string& source, std::size_t at)
+{
+    std::string literal;
+    while (at < source.size() && source[at] == '"') {
+        const std::size_t end = source.find('"', at + 1);
+        literal += source.substr(at + 1, end - at - 1);
+        at = source.find_first_not_of(" \n", end + 1);
+    }
+    return literal;
+}
+
 // Every literal of the module's sources that begins a statement, up to its first conversion.
 std::vector<std::string> HeadsInTheSources()
 {
@@ -127,8 +139,8 @@ std::vector<std::string> HeadsInTheSources()
         for (const std::string keyword : {"INSERT ", "UPDATE ", "SELECT ", "DELETE ", "REPLACE "}) {
             for (std::size_t quote = source.find('"' + keyword); quote != std::string::npos;
                  quote = source.find('"' + keyword, quote + 1)) {
-                heads.push_back(
-                    source.substr(quote + 1, source.find_first_of("\"%", quote + 1) - quote - 1));
+                const std::string literal = LiteralAt(source, quote);
+                heads.push_back(literal.substr(0, literal.find('%')));
             }
         }
     }

@@ -99,6 +99,146 @@ class Includes(unittest.TestCase):
         self.assert_fault({}, "no sources found")
 
 
+class Columns(unittest.TestCase):
+    """A logger whose lines name their columns, and what may go wrong with it."""
+
+    LOGGER = """\
+// A logger.
+BOOL CmdA::DBLogger(sqlite3* db)
+{
+    Statement<SQL_SIZE> insert;
+
+    insert.Begin("INSERT INTO a (x, y, z, "
+                 "u, v) VALUES (");
+    insert.Integer("%d,", FDController->Contador_Get(COUNTER_COO)); // x
+    // Required.
+    const char* text = FDController->Text(insert.aux, ';');
+    switch (m_sTributacao[0]) {
+    case 'T':
+        insert.TaxCode("'%02dT%02d.%02d',", 1, 1800); // y
+        break;
+    default:
+        insert.Text("'%s", m_sTributacao); // y
+        insert.Integer("%d',", 1);
+        break;
+    }
+    if (m_bDoLog == TRUE) {
+        insert.Piece("'DT',0,"); // z, u
+    } else {
+        insert.Integer("'DS',%d,", 1); // z, u
+    }
+    insert.Piece(m_bDoLog == TRUE ? "'S')" : "'N')"); // v
+    return insert.Execute(*this, db);
+}
+
+BOOL CmdB::DBLogger(sqlite3* db)
+{
+    Statement<SQL_SIZE> sql;
+
+    if (m_iRows == 0) {
+        sql.Begin("INSERT INTO b(x, y) VALUES(");
+        sql.Text("'%s", m_sA); // x
+        sql.Piece(" 00:00:00',");
+        sql.Text("'%s')", m_sB); // y
+    } else {
+        sql.Begin("UPDATE b SET ");
+        sql.Text("x = '%s'", m_sA);
+    }
+    return sql.Execute(*this, db);
+}
+"""
+
+    def check(self, *changes):
+        """Checks the logger with each `old` text, which it holds once, replaced by `new`."""
+        text = self.LOGGER
+        for old, new in changes:
+            self.assertEqual(text.count(old), 1, old)
+            text = text.replace(old, new)
+        with tempfile.TemporaryDirectory() as folder:
+            path = Path(folder, "CmdDBLogger", "A.cpp")
+            path.parent.mkdir()
+            path.write_text(text)
+            return run(sys.executable, HERE / "check_columns.py", folder)
+
+    def assert_fault(self, expected, *changes):
+        code, output = self.check(*changes)
+        self.assertEqual(code, 1, output)
+        self.assertIn("CmdDBLogger/A.cpp:" + expected, output)
+        self.assertIn(" 1 faults", output)
+
+    def test_values_that_name_their_columns_pass(self):
+        self.assertEqual(self.check(), (0, "2 inserts, 0 faults\n"))
+
+    def test_label_that_is_wrong(self):
+        self.assert_fault("6: a: a line names w where x stands",
+                          ("); // x\n    // R", "); // w\n    // R"))
+
+    def test_label_that_is_missing(self):
+        self.assert_fault("25: begins 1 columns and names 0", ("'N')\"); // v", "'N')\");"))
+
+    def test_labels_that_are_swapped(self):
+        self.assert_fault("34: b: a line names y where x stands",
+                          ("m_sA); // x", "m_sA); // y"), ("m_sB); // y", "m_sB); // x"))
+
+    def test_labels_of_one_piece_that_are_swapped(self):
+        self.assert_fault("6: a: a line names u where z stands",
+                          ("0,\"); // z, u", "0,\"); // u, z"), ("1); // z, u", "1); // u, z"))
+
+    def test_column_of_the_head_that_is_swapped(self):
+        self.assert_fault("6: a: a line names x where y stands", ("a (x, y,", "a (y, x,"))
+
+    def test_column_that_no_line_names(self):
+        self.assert_fault("6: a: 6 columns, 5 named", ("u, v) V", "u, v, w) V"))
+
+    def test_piece_of_two_columns_that_names_one(self):
+        self.assert_fault("23: begins 2 columns and names 1", ("1); // z, u", "1); // z"))
+
+    def test_second_piece_of_a_column_that_names_it_again(self):
+        self.assert_fault("34: b: a line names x where y stands",
+                          ("00',\");", "00',\"); // x"))
+
+    def test_second_piece_of_a_column_that_alone_names_it(self):
+        self.assert_fault("35: begins 1 columns and names 0",
+                          ("m_sA); // x", "m_sA);"), ("00',\");", "00',\"); // x"))
+
+    def test_comment_that_is_no_label(self):
+        self.assert_fault("8: '// the number x' names no column",
+                          ("); // x\n    // R", "); // the number x\n    // R"))
+
+    def test_label_before_the_value(self):
+        self.assert_fault("9: begins 1 columns and names 0",
+                          ("    insert.Integer(\"%d,\", F", "    // x\n    insert.Integer(\"%d,\", F"),
+                          ("); // x\n    // R", ");\n    // R"))
+
+    def test_alternatives_that_name_other_columns(self):
+        self.assert_fault("11: not every way through here", ("1800); // y", "1800); // z"))
+
+    def test_value_that_only_one_way_appends(self):
+        self.assert_fault("20: not every way through here",
+                          ("} else {\n        insert", "}\n{\n        insert"))
+
+    def test_list_that_is_not_closed(self):
+        self.assert_fault("34: b: the list of values is not closed", ("'%s')\"", "'%s'\""))
+
+    def test_value_behind_the_list(self):
+        self.assert_fault("26: a value behind the end",
+                          ("    return insert", "    insert.Piece(\"0,\"); // w\n    return insert"))
+
+    def test_head_that_is_not_whole(self):
+        self.assert_fault("6: the head is not one literal up to its values",
+                          ("\"\n                 \"u, v) V", "\");\n    insert.Piece(\"u, v) V"))
+
+    def test_insert_that_begins_no_statement(self):
+        self.assert_fault("1: 3 INSERTs, of which 2 begin a statement",
+                          ("// A logger.", "const char* HEAD = \"INSERT INTO c (x) VALUES (\";"))
+
+    def test_nothing_to_check(self):
+        with tempfile.TemporaryDirectory() as folder:
+            code, output = run(sys.executable, HERE / "check_columns.py", folder)
+        self.assertEqual(code, 1, output)
+        self.assertIn("no INSERT found", output)
+
+
 class Documents(unittest.TestCase):
     SCHEMA = "CREATE TABLE a (x INTEGER, y TEXT); CREATE TABLE b (z TEXT);\n"
     DATABASE = ("# Tables\n```mermaid\nerDiagram\n    a ||--o{ b : x\n```\n"
