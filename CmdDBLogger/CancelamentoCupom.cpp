@@ -9,13 +9,12 @@ BOOL CmdCancelaCupomFiscalNfEmEmissao::DBLogger(sqlite3* db)
 {
     Statement<SQL_SIZE> update;
 
-    const ReceiptTable table = ChooseReceiptTable(*FDController);
+    const ReceiptTable table = ChooseReceiptTable(*this);
     if (table == ReceiptTable::NONE) {
-        return 0;
+        return FALSE;
     }
 
-    update.Begin(table == ReceiptTable::FISCAL ? "UPDATE cupom_fiscal SET "
-                                               : "UPDATE cupom_nf SET ");
+    BeginReceiptUpdate(update, table);
     update.Piece("id_cancelado = 'S' ");
     update.Integer("WHERE cont_coo = '%d'", FDController->Contador_Get(COUNTER_COO));
     return update.Execute(*this, db);
@@ -27,17 +26,16 @@ BOOL CmdCancelaCupom::DBLogger(sqlite3* db)
 {
     Statement<SQL_SIZE> update;
 
-    const ReceiptTable table = ChooseReceiptTable(*FDController);
+    const ReceiptTable table = ChooseReceiptTable(*this);
     if (table == ReceiptTable::NONE) {
-        return 0;
+        return FALSE;
     }
 
-    update.Begin(table == ReceiptTable::FISCAL ? "UPDATE cupom_fiscal SET "
-                                               : "UPDATE cupom_nf SET ");
+    BeginReceiptUpdate(update, table);
     update.Piece("id_cancelado = 'S' ");
     update.Integer("where cont_coo = '%d'", m_iCOOCancelado);
     const BOOL executed = update.Execute(*this, db);
-    if (executed == 0 || table == ReceiptTable::FISCAL) {
+    if (executed == FALSE || table == ReceiptTable::FISCAL) {
         return executed;
     }
     return OutrosDocumentosDBLogger(db, "NC");

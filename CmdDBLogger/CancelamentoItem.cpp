@@ -1,4 +1,5 @@
 // The cancellation of an item.
+#include "CmdDBLogger/ReceiptTable.h"
 #include "CmdDBLogger/StatementComposer.h"
 #include "FiscalCommands.h"
 #include "FiscalData/FiscalDataController.h"
@@ -7,11 +8,10 @@ BOOL CmdCancelaItem::DBLogger(sqlite3* db)
 {
     Statement<SQL_SIZE> update;
 
-    if (FDController->Cupom_GetTipoCupom() == CUPOM_FISCAL) {
-        update.Begin("UPDATE item_cupom_fiscal SET ");
-    } else {
-        update.Begin("UPDATE item_cupom_nf SET ");
-    }
+    // Every other type of receipt counts as non-fiscal here.
+    const bool fiscal = FDController->Cupom_GetTipoCupom() == CUPOM_FISCAL;
+
+    BeginItemUpdate(update, fiscal ? ReceiptTable::FISCAL : ReceiptTable::NAO_FISCAL);
     update.Piece("id_cancelado = 'S' ");
     // Required text: quoted numbers and lower-case keywords.
     update.Integer("where cont_coo = '%d' ", FDController->Contador_Get(COUNTER_COO));

@@ -5,6 +5,14 @@
 #include <cstdlib>
 #include <sqlite3.h>
 
+int CountRows(sqlite3* db, const StatementComposer& query, int otherwise)
+{
+    CountingQuery counting(db, query);
+    const int rows = counting.Count(otherwise);
+    counting.Finalize();
+    return rows;
+}
+
 CountingQuery::CountingQuery(sqlite3* db, const StatementComposer& query)
 {
     // The result is not looked at: what could not be prepared stays null, and stepping that yields

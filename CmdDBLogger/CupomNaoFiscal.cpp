@@ -28,8 +28,8 @@ BOOL CmdAbreCNF::DBLogger(sqlite3* db)
     insert.Text("'%s',", m_sCPF_CNPJ);                                  // cpf_cnpj_consumidor
     insert.Piece("0,");                                                 // perc_acrescimo
     insert.Piece("0)");                                                 // perc_desconto
-    if (insert.Execute(*this, db) == 0) {
-        return 0;
+    if (insert.Execute(*this, db) == FALSE) {
+        return FALSE;
     }
     return OutrosDocumentosDBLogger(db, "CN");
 }
@@ -66,8 +66,8 @@ BOOL CmdFechaCupomNF::DBLogger(sqlite3* db)
     update.MoneyText("valor_total_cupom = %s, ", FDController->Cupom_GetTotal());
     update.MoneyText("valor_subtotal = %s ", FDController->Cupom_GetSubTotal());
     update.Integer("WHERE cont_coo = %d", FDController->Contador_Get(COUNTER_COO));
-    if (update.Execute(*this, db) != 1) {
-        return 0;
+    if (update.Execute(*this, db) != TRUE) {
+        return FALSE;
     }
     return OutrosDocumentosDataFinalUpdate(db);
 }

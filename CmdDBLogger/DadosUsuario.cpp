@@ -21,47 +21,42 @@ bool CountUsuarios(StatementComposer& sql, sqlite3* db, int& rows)
     return true;
 }
 
-// The restarts as a new row counts them: the first one before there was any.
-int CroOfNewRow(FiscalDataController& controller)
-{
-    const int cro = controller.Contador_Get(COUNTER_CRO);
-    return cro == 0 ? 1 : cro;
-}
-
 } // namespace
 
 BOOL CmdProgramaUsuario::DBLogger(sqlite3* db)
 {
     Statement<SQL_SIZE> sql;
-    FiscalDataController& controller = *FDController;
 
     int rows = 0;
     if (!CountUsuarios(sql, db, rows)) {
-        return 0;
+        return FALSE;
     }
 
     if (rows == 0) {
         sql.Begin("INSERT INTO dados_usuario (seq_usuario, endereco, nome_fantasia, razao_social, "
                   "data_hora_gravacao, cont_cro, valor_gt) VALUES(");
         sql.Integer("%d,", 1); // seq_usuario
-        const char* text = controller.DadosContribuinte_GetEndereco(sql.aux, AUX_SIZE);
+        const char* text = FDController->DadosContribuinte_GetEndereco(sql.aux, AUX_SIZE);
         sql.TextAt("'%s',", text); // endereco
-        text = controller.DadosContribuinte_GetNomeFantasia(sql.aux, AUX_SIZE);
+        text = FDController->DadosContribuinte_GetNomeFantasia(sql.aux, AUX_SIZE);
         sql.TextAt("'%s',", text); // nome_fantasia
-        text = controller.DadosContribuinte_GetRazaoSocial(sql.aux, AUX_SIZE);
-        sql.TextAt("'%s',", text);                                // razao_social
-        sql.DateTimeText("'%s',", m_dtExecStart);                 // data_hora_gravacao
-        sql.Integer("%d,", CroOfNewRow(controller));              // cont_cro
-        sql.MoneyText("%s)", controller.Totalizador_GetGTIni(0)); // valor_gt
+        text = FDController->DadosContribuinte_GetRazaoSocial(sql.aux, AUX_SIZE);
+        sql.TextAt("'%s',", text);                // razao_social
+        sql.DateTimeText("'%s',", m_dtExecStart); // data_hora_gravacao
+        // A new row counts a restart before there was any.
+        const int cro = FDController->Contador_Get(COUNTER_CRO);
+        sql.Integer("%d,", cro == 0 ? 1 : cro);                      // cont_cro
+        sql.MoneyText("%s)", FDController->Totalizador_GetGTIni(0)); // valor_gt
     } else {
         sql.Begin("UPDATE dados_usuario SET ");
-        sql.TextAt("endereco = '%s',", controller.DadosContribuinte_GetEndereco(sql.aux, AUX_SIZE));
+        sql.TextAt("endereco = '%s',",
+                   FDController->DadosContribuinte_GetEndereco(sql.aux, AUX_SIZE));
         sql.TextAt("nome_fantasia = '%s',",
-                   controller.DadosContribuinte_GetNomeFantasia(sql.aux, AUX_SIZE));
+                   FDController->DadosContribuinte_GetNomeFantasia(sql.aux, AUX_SIZE));
         sql.TextAt("razao_social = '%s', ",
-                   controller.DadosContribuinte_GetRazaoSocial(sql.aux, AUX_SIZE));
-        sql.Integer("cont_cro = %d, ", controller.Contador_Get(COUNTER_CRO));
-        sql.MoneyText("valor_gt = %s ", controller.Totalizador_GetGTIni(0));
+                   FDController->DadosContribuinte_GetRazaoSocial(sql.aux, AUX_SIZE));
+        sql.Integer("cont_cro = %d, ", FDController->Contador_Get(COUNTER_CRO));
+        sql.MoneyText("valor_gt = %s ", FDController->Totalizador_GetGTIni(0));
         sql.Piece("WHERE seq_usuario = 1");
     }
     return sql.Execute(*this, db);
@@ -70,30 +65,31 @@ BOOL CmdProgramaUsuario::DBLogger(sqlite3* db)
 BOOL CmdProgramaCNPJ_IE_IM::DBLogger(sqlite3* db)
 {
     Statement<SQL_SIZE> sql;
-    FiscalDataController& controller = *FDController;
 
     int rows = 0;
     if (!CountUsuarios(sql, db, rows)) {
-        return 0;
+        return FALSE;
     }
 
     if (rows == 0) {
         sql.Begin("INSERT INTO dados_usuario (seq_usuario, endereco, nome_fantasia, razao_social, "
                   "cnpj, ie, im, uf, data_hora_gravacao, cont_cro, valor_gt) VALUES(");
         sql.Integer("%d,", 1); // seq_usuario
-        const char* text = controller.DadosContribuinte_GetEndereco(sql.aux, AUX_SIZE);
+        const char* text = FDController->DadosContribuinte_GetEndereco(sql.aux, AUX_SIZE);
         sql.TextAt("'%s',", text); // endereco
-        text = controller.DadosContribuinte_GetNomeFantasia(sql.aux, AUX_SIZE);
+        text = FDController->DadosContribuinte_GetNomeFantasia(sql.aux, AUX_SIZE);
         sql.TextAt("'%s',", text); // nome_fantasia
-        text = controller.DadosContribuinte_GetRazaoSocial(sql.aux, AUX_SIZE);
-        sql.TextAt("'%s',", text);                                // razao_social
-        sql.Text("'%s',", m_sCNPJ);                               // cnpj
-        sql.Text("'%s',", m_sIE);                                 // ie
-        sql.Text("'%s',", m_sIM);                                 // im
-        sql.Text("'%s',", m_sUF);                                 // uf
-        sql.DateTimeText("'%s',", m_dtExecStart);                 // data_hora_gravacao
-        sql.Integer("%d,", CroOfNewRow(controller));              // cont_cro
-        sql.MoneyText("%s)", controller.Totalizador_GetGTIni(0)); // valor_gt
+        text = FDController->DadosContribuinte_GetRazaoSocial(sql.aux, AUX_SIZE);
+        sql.TextAt("'%s',", text);                // razao_social
+        sql.Text("'%s',", m_sCNPJ);               // cnpj
+        sql.Text("'%s',", m_sIE);                 // ie
+        sql.Text("'%s',", m_sIM);                 // im
+        sql.Text("'%s',", m_sUF);                 // uf
+        sql.DateTimeText("'%s',", m_dtExecStart); // data_hora_gravacao
+        // A new row counts a restart before there was any.
+        const int cro = FDController->Contador_Get(COUNTER_CRO);
+        sql.Integer("%d,", cro == 0 ? 1 : cro);                      // cont_cro
+        sql.MoneyText("%s)", FDController->Totalizador_GetGTIni(0)); // valor_gt
     } else {
         // Required text: UF before IM, and the blanks around the commas as they stand.
         sql.Begin("UPDATE dados_usuario SET ");
@@ -101,13 +97,14 @@ BOOL CmdProgramaCNPJ_IE_IM::DBLogger(sqlite3* db)
         sql.Text("ie = '%s', ", m_sIE);
         sql.Text("uf = '%s', ", m_sUF);
         sql.Text("im = '%s',", m_sIM);
-        sql.Integer("cont_cro = %d ,", controller.Contador_Get(COUNTER_CRO));
-        sql.TextAt("endereco = '%s',", controller.DadosContribuinte_GetEndereco(sql.aux, AUX_SIZE));
+        sql.Integer("cont_cro = %d ,", FDController->Contador_Get(COUNTER_CRO));
+        sql.TextAt("endereco = '%s',",
+                   FDController->DadosContribuinte_GetEndereco(sql.aux, AUX_SIZE));
         sql.TextAt("nome_fantasia = '%s',",
-                   controller.DadosContribuinte_GetNomeFantasia(sql.aux, AUX_SIZE));
+                   FDController->DadosContribuinte_GetNomeFantasia(sql.aux, AUX_SIZE));
         sql.TextAt("razao_social = '%s', ",
-                   controller.DadosContribuinte_GetRazaoSocial(sql.aux, AUX_SIZE));
-        sql.MoneyText("valor_gt = %s ", controller.Totalizador_GetGTIni(0));
+                   FDController->DadosContribuinte_GetRazaoSocial(sql.aux, AUX_SIZE));
+        sql.MoneyText("valor_gt = %s ", FDController->Totalizador_GetGTIni(0));
         sql.Piece("WHERE seq_usuario = 1");
     }
     return sql.Execute(*this, db);

@@ -7,34 +7,26 @@
 namespace
 {
 
-void BeginItemUpdate(StatementComposer& update, ReceiptTable table)
-{
-    update.Begin(table == ReceiptTable::FISCAL ? "UPDATE item_cupom_fiscal SET "
-                                               : "UPDATE item_cupom_nf SET ");
-}
-
 // Ends the statement with the row it is for and executes it.
-BOOL ExecuteForItem(StatementComposer& update, Command& command, int t_nNumeroItemIndex,
-                    sqlite3* db)
+BOOL ExecuteForItem(StatementComposer& update, Command& command, int numeroItem, sqlite3* db)
 {
     update.Integer("WHERE cont_coo = %d", command.FDController->Contador_Get(COUNTER_COO));
-    update.Integer(" and seq_item = %d", t_nNumeroItemIndex);
+    update.Integer(" and seq_item = %d", numeroItem);
     return update.Execute(command, db);
 }
 
 // Writes the total that the adjustment left. On a non-fiscal item it has a column of its own.
-BOOL RewriteTotal(StatementComposer& update, Command& command, int t_nNumeroItemIndex, sqlite3* db)
+BOOL RewriteTotal(StatementComposer& update, Command& command, int numeroItem, sqlite3* db)
 {
-    FiscalDataController* const FDController = command.FDController;
-    const Financial total = FDController->Cupom_GetItemValorTotal(t_nNumeroItemIndex - 1);
+    const Financial total = command.FDController->Cupom_GetItemValorTotal(numeroItem - 1);
 
     update.Begin();
-    if (FDController->Cupom_GetTipoCupom() == CUPOM_FISCAL) {
+    if (command.FDController->Cupom_GetTipoCupom() == CUPOM_FISCAL) {
         update.MoneyText("UPDATE item_cupom_fiscal SET valor_total = %s ", total);
     } else {
         update.MoneyText("UPDATE item_cupom_nf SET valor_total_liquido = %s ", total);
     }
-    return ExecuteForItem(update, command, t_nNumeroItemIndex, db);
+    return ExecuteForItem(update, command, numeroItem, db);
 }
 
 } // namespace
@@ -43,11 +35,11 @@ BOOL CmdEfetuaDescAcresItem::DBLogger(sqlite3* db)
 {
     Statement<SQL_SIZE> update;
 
-    const int t_nNumeroItemIndex =
+    const int numeroItem =
         m_iNumeroItem == 0 ? FDController->Cupom_GetQuantidadeDeItens() : m_iNumeroItem;
-    const ReceiptTable table = ChooseReceiptTable(*FDController);
+    const ReceiptTable table = ChooseReceiptTable(*this);
     if (table == ReceiptTable::NONE) {
-        return 0;
+        return FALSE;
     }
 
     BeginItemUpdate(update, table);
@@ -61,7 +53,7 @@ BOOL CmdEfetuaDescAcresItem::DBLogger(sqlite3* db)
             update.Piece("tipo_acrescimo = 'V', perc_acrescimo = 0, ");
         }
         update.MoneyText("valor_acrescimo = %s ",
-                         FDController->Cupom_GetItemValorAcr(t_nNumeroItemIndex - 1));
+                         FDController->Cupom_GetItemValorAcr(numeroItem - 1));
     } else if (m_eOperacao == DESCONTO) {
         if (m_eTipoValor != VALOR) {
             update.Piece("tipo_desconto = 'P', ");
@@ -70,22 +62,22 @@ BOOL CmdEfetuaDescAcresItem::DBLogger(sqlite3* db)
             update.Piece("tipo_desconto = 'V', perc_desconto = 0, ");
         }
         update.MoneyText("valor_desconto = %s ",
-                         FDController->Cupom_GetItemValorDesc(t_nNumeroItemIndex - 1));
+                         FDController->Cupom_GetItemValorDesc(numeroItem - 1));
     }
-    if (ExecuteForItem(update, *this, t_nNumeroItemIndex, db) == 0) {
-        return 0;
+    if (ExecuteForItem(update, *this, numeroItem, db) == FALSE) {
+        return FALSE;
     }
-    return RewriteTotal(update, *this, t_nNumeroItemIndex, db);
+    return RewriteTotal(update, *this, numeroItem, db);
 }
 
 BOOL CmdCancelaDescAcresItem::DBLogger(sqlite3* db)
 {
     Statement<SQL_SIZE> update;
 
-    const int t_nNumeroItemIndex = m_iNumeroItem; // 0 has no meaning of its own here
-    const ReceiptTable table = ChooseReceiptTable(*FDController);
+    const int numeroItem = m_iNumeroItem; // 0 has no meaning of its own here
+    const ReceiptTable table = ChooseReceiptTable(*this);
     if (table == ReceiptTable::NONE) {
-        return 0;
+        return FALSE;
     }
 
     BeginItemUpdate(update, table);
@@ -94,10 +86,10 @@ BOOL CmdCancelaDescAcresItem::DBLogger(sqlite3* db)
         update.Piece("valor_acrescimo = 0 ");
     } else if (m_eOperacao == DESCONTO) {
         update.MoneyText("valor_desconto = %s ",
-                         FDController->Cupom_GetItemValorDesc(t_nNumeroItemIndex - 1));
+                         FDController->Cupom_GetItemValorDesc(numeroItem - 1));
     }
-    if (ExecuteForItem(update, *this, t_nNumeroItemIndex, db) == 0) {
-        return 0;
+    if (ExecuteForItem(update, *this, numeroItem, db) == FALSE) {
+        return FALSE;
     }
-    return RewriteTotal(update, *this, t_nNumeroItemIndex, db);
+    return RewriteTotal(update, *this, numeroItem, db);
 }

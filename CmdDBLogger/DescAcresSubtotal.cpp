@@ -4,26 +4,15 @@
 #include "FiscalCommands.h"
 #include "FiscalData/FiscalDataController.h"
 
-namespace
-{
-
-void BeginReceiptUpdate(StatementComposer& update, ReceiptTable table)
-{
-    update.Begin(table == ReceiptTable::FISCAL ? "UPDATE cupom_fiscal SET "
-                                               : "UPDATE cupom_nf SET ");
-}
-
-} // namespace
-
 // The rows differ on purpose: by percentage only the fiscal surcharge says its kind, the others
 // leave the 'V' of the opening; by value only a fiscal receipt has its percentage reset.
 BOOL CmdEfetuaDescAcresSubtotal::DBLogger(sqlite3* db)
 {
     Statement<SQL_SIZE> update;
 
-    const ReceiptTable table = ChooseReceiptTable(*FDController);
+    const ReceiptTable table = ChooseReceiptTable(*this);
     if (table == ReceiptTable::NONE) {
-        return 0;
+        return FALSE;
     }
     const bool fiscal = table == ReceiptTable::FISCAL;
 
@@ -58,21 +47,21 @@ BOOL CmdCancelaDescAcresSubtotal::DBLogger(sqlite3* db)
 {
     Statement<SQL_SIZE> update;
 
-    const ReceiptTable table = ChooseReceiptTable(*FDController);
+    const ReceiptTable table = ChooseReceiptTable(*this);
     if (table == ReceiptTable::NONE) {
-        return 0;
+        return FALSE;
     }
 
-    const Financial val_aplic = FDController->Cupom_GetSTValorDescAcr();
-    const Financial val_canc = FDController->Cupom_GetSTValorCanceladoDescAcr();
-    const Financial val = val_aplic - val_canc;
-
     BeginReceiptUpdate(update, table);
+    // Required to be asked whatever the operation.
+    const Financial aplicado = FDController->Cupom_GetSTValorDescAcr();
+    const Financial cancelado = FDController->Cupom_GetSTValorCanceladoDescAcr();
+    const Financial valor = aplicado - cancelado;
     if (m_eOperacao == ACRESCIMO) {
         update.Piece("valor_canc_acrescimo = valor_acrescimo, ");
-        update.MoneyText("valor_acrescimo = %s ", val);
+        update.MoneyText("valor_acrescimo = %s ", valor);
     } else if (m_eOperacao == DESCONTO) {
-        update.MoneyText("valor_desconto = %s ", val);
+        update.MoneyText("valor_desconto = %s ", valor);
     }
     update.Integer("WHERE cont_coo = %d", FDController->Contador_Get(COUNTER_COO));
     return update.Execute(*this, db);

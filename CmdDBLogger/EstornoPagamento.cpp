@@ -15,8 +15,8 @@ BOOL CmdEstornaMeioPagamento::DBLogger(sqlite3* db)
     sql.Piece("id_estornado = 'S' ");
     sql.Integer("WHERE cont_coo = %d ", FDController->Cupom_GetCOO());
     sql.Integer("AND indice_meio_pagamento = %d", m_iMeioPagamentoOrigem);
-    if (sql.Execute(*this, db) == 0) {
-        return 0;
+    if (sql.Execute(*this, db) == FALSE) {
+        return FALSE;
     }
 
     sql.Begin("INSERT INTO pagamento_cupom (cont_coo, cont_gnf, valor_pagamento, num_parcelas, "

@@ -57,37 +57,37 @@ BOOL CmdFechaCupom::DBLogger(sqlite3* db)
     update.MoneyText("valor_total = %s, ", FDController->Cupom_GetTotal());
     update.MoneyText("valor_troco = %s, ", FDController->Cupom_GetTroco());
 
-    char* const text = update.CopyToAux(m_sMsgPromocional, "");
-    if (FindConsumer(text, cpfFormated)) {
+    update.CopyToAux(m_sMsgPromocional, "");
+    if (FindConsumer(update.aux, cpfFormated)) {
         update.Text("cpf_cnpj_consumidor = '%s', ", cpfFormated);
     }
-    CharReplace(text, '\'', ' ');
+    CharReplace(update.aux, '\'', ' ');
     update.Text("texto_suplementar = '%s', ", update.aux);
 
-    FDController->DadosPDV_GetIdAplicativo(text, AUX_SIZE_FECHAMENTO);
-    CharReplace(text, '\'', ' ');
+    FDController->DadosPDV_GetIdAplicativo(update.aux, AUX_SIZE_FECHAMENTO);
+    CharReplace(update.aux, '\'', ' ');
     update.Text("texto_complementar = '%s', ", update.aux);
 
-    FDController->CFe_GetChaveDeBusca(text, AUX_SIZE_FECHAMENTO);
-    CharReplace(text, '\'', ' ');
+    FDController->CFe_GetChaveDeBusca(update.aux, AUX_SIZE_FECHAMENTO);
+    CharReplace(update.aux, '\'', ' ');
     update.Text("chave_cupom = '%s' ", update.aux);
 
     // Required text: no comma before this piece. The engine rejects the statement, and an
     // additional receipt keeps the values that its opening wrote.
-    if (m_bCupomAdicional == 1) {
+    if (m_bCupomAdicional == TRUE) {
         update.Piece("id_cupom_adicional = 'S' ");
     }
     update.Integer("WHERE cont_coo = %d", FDController->Contador_Get(COUNTER_COO));
-    if (update.Execute(*this, db) == 0) {
-        return 0;
+    if (update.Execute(*this, db) == FALSE) {
+        return FALSE;
     }
 
     if (GetRatearSubtotal() != 1) {
-        return 1;
+        return TRUE;
     }
-    if (FDController->Cupom_GetSTDescAplicado() == 1 ||
-        FDController->Cupom_GetSTAcrAplicado() == 1) {
+    if (FDController->Cupom_GetSTDescAplicado() == TRUE ||
+        FDController->Cupom_GetSTAcrAplicado() == TRUE) {
         return CalculaRateioItens(db);
     }
-    return 1;
+    return TRUE;
 }

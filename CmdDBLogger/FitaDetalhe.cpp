@@ -12,11 +12,8 @@ BOOL CmdReimprimeMFD::DBLogger(sqlite3* db)
     sql.Begin();
     sql.Integer("SELECT count(*) FROM fita_detalhe WHERE cont_cfd = %d",
                 FDController->Contador_Get(COUNTER_CFD) + 1);
-    CountingQuery query(db, sql);
-    const int rows = query.Count(0);
-    query.Finalize();
-    if (rows != 0) {
-        return 1;
+    if (CountRows(db, sql) != 0) {
+        return TRUE;
     }
 
     sql.Begin("INSERT INTO fita_detalhe (cont_cfd, num_ecf, data_hora_emissao, coo_inicial, "

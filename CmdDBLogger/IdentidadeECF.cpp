@@ -4,26 +4,12 @@
 #include "FiscalCommands.h"
 #include "FiscalData/FiscalDataController.h"
 
-namespace
-{
-
-// The count; `otherwise` when it cannot be had.
-int CountRows(StatementComposer& sql, const char* select, int otherwise, sqlite3* db)
-{
-    sql.Begin(select);
-    CountingQuery query(db, sql);
-    const int rows = query.Count(otherwise);
-    query.Finalize();
-    return rows;
-}
-
-} // namespace
-
 BOOL CmdProgramaNrSerie::DBLogger(sqlite3* db)
 {
     Statement<SQL_SIZE> sql;
 
-    int rows = CountRows(sql, "SELECT count(*) FROM dados_ecf", 0, db);
+    sql.Begin("SELECT count(*) FROM dados_ecf");
+    int rows = CountRows(db, sql);
     if (rows == 0) {
         sql.Begin("INSERT INTO dados_ecf (num_serie, marca, modelo, tipo, num_caixa) VALUES (");
         sql.Text("'%s',", m_sNumSerie); // num_serie
@@ -44,19 +30,20 @@ BOOL CmdProgramaNrSerie::DBLogger(sqlite3* db)
         sql.Text("tipo = '%s'", m_sTipo);
         sql.Piece(" WHERE num_ecf = 1");
     }
-    if (sql.Execute(*this, db) == 0) {
-        return 0;
+    if (sql.Execute(*this, db) == FALSE) {
+        return FALSE;
     }
 
     // Required: where the versions cannot be counted, the first count stands.
-    rows = CountRows(sql, "SELECT count(*) FROM versao_sb", rows, db);
+    sql.Begin("SELECT count(*) FROM versao_sb");
+    rows = CountRows(db, sql, rows);
     if (rows != 0) {
-        return 1;
+        return TRUE;
     }
     sql.Begin("INSERT INTO versao_sb(num_ecf, versao) VALUES(");
     sql.Integer("%d,", 1);                                                      // num_ecf
     sql.TextAt("'%s')", FDController->DadosECF_GetVersaoSB(sql.aux, AUX_SIZE)); // versao
-    return sql.Execute(*this, db) == 0 ? 0 : 1;
+    return sql.Execute(*this, db) == FALSE ? FALSE : TRUE;
 }
 
 BOOL CmdProgramaSequenciaECF::DBLogger(sqlite3* db)

@@ -13,10 +13,7 @@ int CountIntervencoes(StatementComposer& sql, Command& command, sqlite3* db)
     sql.Begin();
     sql.Integer("SELECT count(*) FROM intervencao WHERE cont_cro = %d",
                 command.FDController->Contador_Get(COUNTER_CRO));
-    CountingQuery query(db, sql);
-    const int rows = query.Count(0);
-    query.Finalize();
-    return rows;
+    return CountRows(db, sql);
 }
 
 BOOL InsertIntervencao(StatementComposer& sql, Command& command, const char* tipo, sqlite3* db)
@@ -41,8 +38,8 @@ BOOL CmdEntradaMILInterno::DBLogger(sqlite3* db)
     if (CountIntervencoes(sql, *this, db) == 0) {
         // Required to be asked; the answer is not used.
         FDController->Cupom_GetQuantidadeDeItens();
-        if (InsertIntervencao(sql, *this, "'L',", db) == 0) {
-            return 0;
+        if (InsertIntervencao(sql, *this, "'L',", db) == FALSE) {
+            return FALSE;
         }
     }
     return OutrosDocumentosDBLogger(db, "LX");
@@ -54,7 +51,7 @@ BOOL CmdEntradaMITInterno::DBLogger(sqlite3* db)
     Statement<SQL_SIZE> sql;
 
     if (CountIntervencoes(sql, *this, db) != 0) {
-        return 1;
+        return TRUE;
     }
     // Required to be asked; the answer is not used.
     FDController->Cupom_GetQuantidadeDeItens();

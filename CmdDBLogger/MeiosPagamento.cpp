@@ -11,7 +11,7 @@ BOOL CmdInsereMeiosPagamento::DBLogger(sqlite3* db)
     sql.Integer("SELECT count(*) FROM meio_pagamento WHERE num_indice = %d", m_iIndice);
     CountingQuery query(db, sql);
     if (!query.HasRow()) {
-        return 0; // required: the statement stays open
+        return FALSE; // required: the statement stays open
     }
     const int rows = query.Count(0);
     query.Finalize();

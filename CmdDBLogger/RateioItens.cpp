@@ -8,26 +8,26 @@
 
 int CmdFechaCupom::CalculaRateioItens(sqlite3* db)
 {
-    Cupom t_CupomRateioItens;
-    if (FDController->Cupom_GetRateioPorItem(&t_CupomRateioItens) == 0) {
-        return 0;
+    Cupom rateio;
+    if (FDController->Cupom_GetRateioPorItem(&rateio) == FALSE) {
+        return FALSE;
     }
 
     Statement<SQL_SIZE_CUPOM, AUX_SIZE_FECHAMENTO> update;
 
-    for (int i = 0; i < t_CupomRateioItens.GetQuantidadeDeItens(); ++i) {
+    for (int i = 0; i < rateio.GetQuantidadeDeItens(); ++i) {
         const unsigned int index = static_cast<unsigned int>(i);
         update.Begin("UPDATE item_cupom_fiscal SET ");
         update.MoneyText("tipo_acrescimo = 'V', perc_acrescimo = 0, valor_acrescimo = %s, ",
-                         t_CupomRateioItens.GetItemValorAcr(index));
+                         rateio.GetItemValorAcr(index));
         update.MoneyText("tipo_desconto = 'V', perc_desconto = 0, valor_desconto = %s, ",
-                         t_CupomRateioItens.GetItemValorDesc(index));
-        update.MoneyText("valor_total = %s ", t_CupomRateioItens.GetItemValorTotal(index));
+                         rateio.GetItemValorDesc(index));
+        update.MoneyText("valor_total = %s ", rateio.GetItemValorTotal(index));
         update.Integer("WHERE cont_coo = %d", FDController->Contador_Get(COUNTER_COO));
         update.Integer(" AND seq_item = %d", i + 1);
-        if (update.Execute(*this, db) == 0) {
-            return 0;
+        if (update.Execute(*this, db) == FALSE) {
+            return FALSE;
         }
     }
-    return 1;
+    return TRUE;
 }

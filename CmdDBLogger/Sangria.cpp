@@ -40,8 +40,8 @@ BOOL CmdSangria::DBLogger(sqlite3* db)
     insert.Piece("'',");            // cpf_cnpj_consumidor
     insert.Piece("0,");             // perc_acrescimo
     insert.Piece("0)");             // perc_desconto
-    if (insert.Execute(*this, db) == 0) {
-        return 0;
+    if (insert.Execute(*this, db) == FALSE) {
+        return FALSE;
     }
 
     // Required: nine columns, without the kinds of surcharge and discount.
@@ -60,8 +60,8 @@ BOOL CmdSangria::DBLogger(sqlite3* db)
     insert.Piece("0,");                 // valor_desconto
     insert.Piece("0,");                 // valor_canc_acrescimo
     insert.Piece("'N')");               // id_cancelado
-    if (insert.Execute(*this, db) == 0) {
-        return 0;
+    if (insert.Execute(*this, db) == FALSE) {
+        return FALSE;
     }
     return OutrosDocumentosDBLogger(db, "CN");
 }
