@@ -1,8 +1,7 @@
 // ecf-bancada check: reconciles a logging database by itself.
-#include "bancada/banco/LogDatabase.h"
 #include "bancada/cli/Subcommands.h"
 #include "bancada/conferencia/Conferencia.h"
-#include "bancada/log/FirmwareLogReader.h"
+#include "bancada/log/Losses.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -22,22 +21,6 @@ struct CheckOptions {
     std::string log;
     bool json = false;
 };
-
-Perdas ReadLosses(const std::string& path)
-{
-    Perdas losses;
-    for (const RejectedStatement& rejected : ReadRejectedStatements(path)) {
-        losses.Rejeitado(rejected.command, rejected.error, rejected.statement);
-    }
-    FirmwareLogReader reader(path);
-    FirmwareLogRecord record;
-    while (reader.Next(record)) {
-        if (record.text.rfind(LOST_COMMAND_ENTRY, 0) == 0) {
-            losses.ComandoPerdido(record.time, record.text.substr(sizeof LOST_COMMAND_ENTRY - 1));
-        }
-    }
-    return losses;
-}
 
 std::string Count(std::int64_t number, const char* one, const char* several)
 {
@@ -101,12 +84,12 @@ class JsonPrinter
 
 int Check(const CheckOptions& options)
 {
-    std::optional<Perdas> losses;
+    std::optional<Losses> losses;
     if (!options.log.empty()) {
         losses = ReadLosses(options.log);
     }
     const BancoLeitura database(options.database);
-    const Perdas* given = losses ? &*losses : nullptr;
+    const Losses* given = losses ? &*losses : nullptr;
     ResumoConferencia summary;
     if (options.json) {
         JsonPrinter printer;

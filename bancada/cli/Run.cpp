@@ -110,7 +110,7 @@ class Run
         }
         m_summary.Print(out, m_database.Counts());
         if (m_memory != nullptr && m_memory->GetExecucao().perdidos > m_summary.lost.Count()) {
-            out << "commands whose rows are missing since the memory began: "
+            out << "commands lost since the memory began: "
                 << m_memory->GetExecucao().perdidos
                 << "; the last: " << m_memory->GetExecucao().ultimaPerda << "\n";
         }

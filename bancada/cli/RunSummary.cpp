@@ -52,7 +52,7 @@ void RunSummary::Print(std::ostream& out, const LogDatabaseCounts& counts) const
     PrintCount(out, "statements executed", counts.statementsExecuted);
     PrintCount(out, "statements rejected", counts.statementsRejected);
     rejected.Print(out);
-    PrintCount(out, "commands whose rows are missing", lost.Count());
+    PrintCount(out, "commands lost", lost.Count());
     lost.Print(out);
     if (counts.statementsUndone > 0) {
         PrintCount(out, "statements undone with them", counts.statementsUndone);

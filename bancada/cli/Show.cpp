@@ -25,11 +25,11 @@ void AddShow(CLI::App& app, int& exitCode)
     CLI::Option* html =
         show->add_option("--html", options->html,
                          "Write one page that needs nothing else: days, receipts, sales by hour "
-                         "and by payment means, lost statements")
+                         "and by payment means, rejected statements and lost commands")
             ->type_name("FILE");
     CLI::Option* log = show->add_option("--log", options->log,
-                                        "The firmware log, whose rejected statements the list and "
-                                        "the page then show")
+                                        "The firmware log, whose rejected statements and lost "
+                                        "commands the list and the page then show")
                            ->type_name("FILE");
     CLI::Option* json =
         show->add_flag("--json", options->json, "JSON instead of text; money as decimal texts");

@@ -107,7 +107,7 @@ void ConfereSemFechamento(Contexto& contexto, const Cupom& cupom, std::int64_t i
     const std::int64_t maior = std::max(itens, ajustado);
     const bool pago = pagamentos.soma > 0 && pagamentos.soma >= menor;
     Dia& dia = contexto.dias[cupom.crz];
-    if (pago && (contexto.Log() == nullptr || contexto.Log()->Adicional(cupom.coo))) {
+    if (pago && (contexto.Log() == nullptr || contexto.Log()->HasCupomAdicional(cupom.coo))) {
         dia.vendas.Soma(menor, maior);
         dia.recebido.Soma(menor, maior);
         contexto.Relata("cupom-adicional", Coo(cupom.coo),

@@ -229,7 +229,7 @@ class Sequencias
                 const std::int64_t primeiro = Seguinte(m_ccf, 1);
                 bool explicado = m_contexto.Log() != nullptr;
                 for (std::int64_t i = 0; explicado && i < avanco - 1; ++i) {
-                    explicado = m_contexto.Log()->TemCcf(Seguinte(primeiro, i));
+                    explicado = m_contexto.Log()->HasCcf(Seguinte(primeiro, i));
                 }
                 m_contexto.Relata("ccf-ausente", chave + Numeros(primeiro, avanco - 1),
                                   "no fiscal receipt" + Onde(avanco - 1, false) + " before " +
@@ -305,7 +305,7 @@ class Sequencias
 
     bool TemGnfNoLog(std::int64_t gnf) const
     {
-        return m_contexto.Log() != nullptr && m_contexto.Log()->TemGnf(gnf);
+        return m_contexto.Log() != nullptr && m_contexto.Log()->HasGnf(gnf);
     }
 
     // Documents other than fiscal receipts are filed under the last Z made; before the first,
@@ -363,7 +363,7 @@ class Sequencias
     {
         bool explicado = m_contexto.Log() != nullptr;
         for (std::int64_t i = 0; explicado && i < lacuna.quantos; ++i) {
-            explicado = m_contexto.Log()->TemCoo(Seguinte(lacuna.primeiro, i));
+            explicado = m_contexto.Log()->HasCoo(Seguinte(lacuna.primeiro, i));
         }
         m_contexto.Relata("coo-ausente", "COO " + Numeros(lacuna.primeiro, lacuna.quantos),
                           "no document, and nothing logged that took the number", explicado);

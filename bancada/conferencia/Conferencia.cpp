@@ -3,6 +3,7 @@
 #include "bancada/conferencia/Contexto.h"
 
 #include <cstring>
+#include <optional>
 #include <stdexcept>
 
 namespace bancada
@@ -55,34 +56,35 @@ UltimoDocumento LeUltimo(sqlite3* db)
     return {ehFiscal ? fiscal.Inteiro(0) : outro.Inteiro(0), ehFiscal};
 }
 
-// The days that a lost row concerns: those of its receipt.
-Perdas ComDias(sqlite3* db, const Perdas& perdas)
+// A lost row concerns the days of its receipt.
+void AddJornadas(sqlite3* db, LossIndex& losses)
 {
-    Perdas com = perdas;
-    Consulta dia(db, "SELECT cont_crz FROM cupom_fiscal WHERE cont_coo = ?1"
-                     " UNION SELECT cont_crz FROM cupom_nf WHERE cont_coo = ?1");
-    for (const std::int64_t coo : perdas.Coos()) {
-        dia.Com(coo);
-        while (dia.Avanca()) {
-            com.JuntaCrz(dia.Inteiro(0));
+    Consulta jornada(db, "SELECT cont_crz FROM cupom_fiscal WHERE cont_coo = ?1"
+                         " UNION SELECT cont_crz FROM cupom_nf WHERE cont_coo = ?1");
+    for (const std::int64_t coo : losses.Coos()) {
+        jornada.Com(coo);
+        while (jornada.Avanca()) {
+            losses.AddCrz(jornada.Inteiro(0));
         }
     }
-    return com;
 }
 
-void RelataPerdas(Contexto& contexto, const Perdas& perdas)
+void ReportLosses(Contexto& contexto, const LossIndex& losses)
 {
-    for (const Perda& perda : perdas.Todas()) {
-        const std::string linha = perda.operacao.empty() ? "a statement that cannot be read"
-                                                         : perda.operacao + " of " + perda.tabela;
-        contexto.Relata(
-            perda.prevista ? "perda-prevista" : "linha-perdida", perda.tabela + " " + perda.Chave(),
-            linha + " by command " + std::to_string(perda.comando) + " was rejected: " + perda.erro,
-            false);
-    }
-    for (const auto& [hora, motivo] : perdas.Comandos()) {
-        contexto.Relata("comando-perdido", hora, "the rows of a command are lost: " + motivo,
+    for (std::size_t i = 0; i < losses.Rows().size(); ++i) {
+        const RejectedRow& row = losses.Rows()[i];
+        const RejectedStatement& rejected = losses.All().rejected[i];
+        const std::string what = row.operation.empty() ? "a statement that cannot be read"
+                                                       : row.operation + " of " + row.table;
+        contexto.Relata(row.expected ? "perda-prevista" : "linha-perdida",
+                        row.table + " " + row.KeyText(),
+                        what + " by command " + std::to_string(rejected.command) +
+                            " was rejected: " + rejected.error,
                         false);
+    }
+    for (const LostCommand& command : losses.All().lost) {
+        contexto.Relata("comando-perdido", command.time,
+                        "the rows of a command are lost: " + command.reason, false);
     }
 }
 
@@ -140,8 +142,8 @@ std::string Crz(std::int64_t crz)
     return "CRZ " + std::to_string(crz);
 }
 
-Contexto::Contexto(sqlite3* db, const Perdas* perdas, const DestinoAchados& destino)
-    : m_db(db), m_perdas(perdas), m_destino(destino), m_ultimo(LeUltimo(db)),
+Contexto::Contexto(sqlite3* db, const LossIndex* losses, const DestinoAchados& destino)
+    : m_db(db), m_losses(losses), m_destino(destino), m_ultimo(LeUltimo(db)),
       m_cuponsComCoo(db, "SELECT (SELECT count(*) FROM cupom_fiscal WHERE cont_coo = ?1)"
                          " + (SELECT count(*) FROM cupom_nf WHERE cont_coo = ?1)"),
       m_pagamentos(
@@ -155,8 +157,8 @@ void Contexto::Relata(const char* tipo, const std::string& chave, const std::str
                       std::int64_t coo, std::int64_t crz)
 {
     Relata(tipo, chave, texto,
-           m_perdas != nullptr &&
-               ((coo != 0 && m_perdas->TemCoo(coo)) || (crz != 0 && m_perdas->TemCrz(crz))));
+           m_losses != nullptr &&
+               ((coo != 0 && m_losses->HasCoo(coo)) || (crz != 0 && m_losses->HasCrz(crz))));
 }
 
 void Contexto::RelataItensAusentes(std::int64_t coo, std::int64_t anterior, std::int64_t item)
@@ -223,15 +225,18 @@ Pagamentos Contexto::PagamentosDe(std::int64_t coo)
     return pagamentos;
 }
 
-ResumoConferencia Confere(const BancoLeitura& banco, const Perdas* perdas,
+ResumoConferencia Confere(const BancoLeitura& banco, const Losses* losses,
                           const DestinoAchados& destino)
 {
-    Perdas comDias;
-    if (perdas != nullptr) {
-        comDias = ComDias(banco.Handle(), *perdas);
+    std::optional<LossIndex> index;
+    if (losses != nullptr) {
+        index.emplace(*losses);
+        AddJornadas(banco.Handle(), *index);
     }
-    Contexto contexto(banco.Handle(), perdas == nullptr ? nullptr : &comDias, destino);
-    RelataPerdas(contexto, comDias);
+    Contexto contexto(banco.Handle(), index ? &*index : nullptr, destino);
+    if (index) {
+        ReportLosses(contexto, *index);
+    }
     ConfereCupons(contexto);
     ConfereCuponsNf(contexto);
     ConfereReducoes(contexto);

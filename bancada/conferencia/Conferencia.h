@@ -3,7 +3,7 @@
 
 #include "bancada/conferencia/Achado.h"
 #include "bancada/conferencia/BancoLeitura.h"
-#include "bancada/conferencia/Perdas.h"
+#include "bancada/log/Losses.h"
 
 #include <cstdint>
 
@@ -21,11 +21,11 @@ struct ResumoConferencia {
     std::int64_t avisos = 0;
 };
 
-// Reads the whole database once and hands every finding to `destino`. `perdas` is what the firmware
+// Reads the whole database once and hands every finding to `destino`. `losses` is what the firmware
 // log names, null when there is no log: without it, a receipt paid in full that keeps its opening
 // values is taken for an additional receipt; with it, only when the log names its closing.
 // Throws Unusable when the database turns out to be unreadable on the way.
-ResumoConferencia Confere(const BancoLeitura& banco, const Perdas* perdas,
+ResumoConferencia Confere(const BancoLeitura& banco, const Losses* losses,
                           const DestinoAchados& destino);
 
 } // namespace bancada

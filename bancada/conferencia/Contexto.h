@@ -2,6 +2,7 @@
 #pragma once
 
 #include "bancada/conferencia/Conferencia.h"
+#include "bancada/conferencia/LossIndex.h"
 
 #include <cstdint>
 #include <map>
@@ -64,7 +65,7 @@ struct Pagamentos {
 class Contexto
 {
   public:
-    Contexto(sqlite3* db, const Perdas* perdas, const DestinoAchados& destino);
+    Contexto(sqlite3* db, const LossIndex* losses, const DestinoAchados& destino);
 
     sqlite3* Db() const { return m_db; }
     // Hands out a finding. `coo` and `crz` (0: none) tie it to the losses that may explain it.
@@ -74,8 +75,8 @@ class Contexto
                 bool explicado);
     // Hands out the items of a receipt that have no row between one that has and the next.
     void RelataItensAusentes(std::int64_t coo, std::int64_t anterior, std::int64_t item);
-    // Whether the log was given, whether it names the closing of this additional receipt.
-    const Perdas* Log() const { return m_perdas; }
+    // What the firmware log names; null when none was given.
+    const LossIndex* Log() const { return m_losses; }
     const UltimoDocumento& Ultimo() const { return m_ultimo; }
 
     // How many receipts of either kind carry this number.
@@ -90,7 +91,7 @@ class Contexto
 
   private:
     sqlite3* m_db;
-    const Perdas* m_perdas;
+    const LossIndex* m_losses;
     const DestinoAchados& m_destino;
     UltimoDocumento m_ultimo;
     Consulta m_cuponsComCoo, m_pagamentos;

@@ -2,7 +2,6 @@
 
 #include "bancada/Unusable.h"
 #include "bancada/log/LogText.h"
-#include "bancada/log/RejectionMessage.h"
 
 #include <cerrno>
 #include <cstring>
@@ -71,27 +70,6 @@ bool FirmwareLogReader::Next(FirmwareLogRecord& record)
         throw Unusable("cannot read the firmware log " + m_path);
     }
     return false;
-}
-
-std::vector<RejectedStatement> ReadRejectedStatements(const std::string& path)
-{
-    FirmwareLogReader reader(path);
-    std::vector<RejectedStatement> all;
-    FirmwareLogRecord record;
-    bool statementFollows = false;
-    while (reader.Next(record)) {
-        RejectedStatement rejected;
-        if (ParseRejectionMessage(record.text, rejected.command, rejected.error)) {
-            rejected.line = record.line;
-            rejected.time = record.time;
-            all.push_back(std::move(rejected));
-            statementFollows = true;
-        } else if (statementFollows) {
-            all.back().statement = std::move(record.text);
-            statementFollows = false;
-        }
-    }
-    return all;
 }
 
 } // namespace bancada

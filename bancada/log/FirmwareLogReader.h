@@ -3,7 +3,6 @@
 
 #include <fstream>
 #include <string>
-#include <vector>
 
 namespace bancada
 {
@@ -34,17 +33,5 @@ class FirmwareLogReader
     int m_line = 0;
     int m_damaged = 0;
 };
-
-// A statement that the engine rejected, as the module reported it in two records.
-struct RejectedStatement {
-    int line = 0;          // of the first record, from 1
-    std::string time;      // when the command ran, "YYYY-MM-DD hh:mm:ss"
-    int command = 0;       // the command's protocol code (EEscCmd)
-    std::string error;     // the engine's error text
-    std::string statement; // empty when its record is missing
-};
-
-// All of them, in their order. Throws as the reader does.
-std::vector<RejectedStatement> ReadRejectedStatements(const std::string& path);
 
 } // namespace bancada

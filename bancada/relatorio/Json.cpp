@@ -203,23 +203,27 @@ class Escritor final : public Visitante
 
 } // namespace
 
-void escreveListaJson(Leitor& leitor, const std::vector<RejectedStatement>* perdidos,
-                      std::ostream& saida)
+void escreveListaJson(Leitor& leitor, const Losses* losses, std::ostream& saida)
 {
     saida << "{\"dias\":[";
     Escritor escritor(saida);
     leitor.percorre(escritor);
     saida << ']';
-    if (perdidos) {
-        Json lista = Json::array();
-        for (const RejectedStatement& p : *perdidos) {
-            lista.push_back({{"linha", p.line},
-                             {"instante", p.time},
-                             {"comando", p.command},
-                             {"erro", p.error},
-                             {"sql", p.statement}});
+    if (losses) {
+        Json rejected = Json::array();
+        for (const RejectedStatement& one : losses->rejected) {
+            rejected.push_back({{"linha", one.line},
+                                {"instante", one.time},
+                                {"comando", one.command},
+                                {"erro", one.error},
+                                {"sql", one.statement}});
         }
-        saida << ",\"comandos_perdidos\":" << texto(lista);
+        Json lost = Json::array();
+        for (const LostCommand& one : losses->lost) {
+            lost.push_back({{"linha", one.line}, {"instante", one.time}, {"motivo", one.reason}});
+        }
+        saida << ",\"instrucoes_rejeitadas\":" << texto(rejected)
+              << ",\"comandos_perdidos\":" << texto(lost);
     }
     saida << "}\n";
 }

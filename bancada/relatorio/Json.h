@@ -4,7 +4,7 @@
 #include <ostream>
 #include <vector>
 
-#include "bancada/log/FirmwareLogReader.h"
+#include "bancada/log/Losses.h"
 #include "bancada/relatorio/Leitor.h"
 
 // The same for programs. Money, quantities and percentages are decimal texts with a full stop
@@ -13,11 +13,10 @@
 namespace bancada::relatorio
 {
 
-// {"dias": [{"crz", "reducao", "documentos": [...]}], "comandos_perdidos": [...]}, written as the
-// database is read; documents without items, payments and totalizers. The second part is there when
-// `perdidos` is.
-void escreveListaJson(Leitor& leitor, const std::vector<RejectedStatement>* perdidos,
-                      std::ostream& saida);
+// {"dias": [{"crz", "reducao", "documentos": [...]}], "instrucoes_rejeitadas": [...],
+// "comandos_perdidos": [...]}, written as the database is read; documents without items, payments
+// and totalizers. The last two are there when `losses` is.
+void escreveListaJson(Leitor& leitor, const Losses* losses, std::ostream& saida);
 
 // {"coo", "documentos": [...]}, complete.
 void escreveDocumentosJson(std::int64_t coo, const std::vector<Documento>& documentos,

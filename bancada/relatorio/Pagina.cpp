@@ -135,19 +135,25 @@ void escreveMeios(const std::vector<VendaMeio>& meios, const Decimal& troco, std
     saida << "</table></details></section>\n";
 }
 
-void escrevePerdidos(const std::vector<RejectedStatement>* perdidos, std::ostream& saida)
+void WriteLosses(const Losses* losses, std::ostream& saida)
 {
-    saida << "<section class=\"quadro\" id=\"lost\"><h2>Lost statements</h2>\n";
-    if (!perdidos) {
+    saida << "<section class=\"quadro\" id=\"lost\"><h2>Rejected statements and lost "
+             "commands</h2>\n";
+    if (!losses) {
         saida << "<p class=\"fraco\">No firmware log was given.</p>\n";
-    } else if (perdidos->empty()) {
+    } else if (losses->rejected.empty() && losses->lost.empty()) {
         saida << "<p class=\"fraco\">The firmware log holds none.</p>\n";
     } else {
-        for (const RejectedStatement& p : *perdidos) {
-            saida << "<div class=\"perdido\"><p><b>" << escapaHtml(formataDataHora(p.time))
-                  << "</b> command " << p.command << ", log line " << p.line
-                  << ": <span class=\"marca\">" << escapaHtml(p.error) << "</span></p><pre>"
-                  << escapaHtml(p.statement) << "</pre></div>\n";
+        for (const RejectedStatement& one : losses->rejected) {
+            saida << "<div class=\"perdido\"><p><b>" << escapaHtml(formataDataHora(one.time))
+                  << "</b> command " << one.command << ", statement rejected, log line " << one.line
+                  << ": <span class=\"marca\">" << escapaHtml(one.error) << "</span></p><pre>"
+                  << escapaHtml(one.statement) << "</pre></div>\n";
+        }
+        for (const LostCommand& one : losses->lost) {
+            saida << "<div class=\"perdido\"><p><b>" << escapaHtml(formataDataHora(one.time))
+                  << "</b> command lost, log line " << one.line << ": <span class=\"marca\">"
+                  << escapaHtml(one.reason) << "</span></p></div>\n";
         }
     }
     saida << "</section>\n";
@@ -181,21 +187,24 @@ void escrevePagina(Leitor& leitor, const Pagina& pagina, std::ostream& saida)
                              : !emBranco(casa.razaoSocial) ? casa.razaoSocial
                                                            : pagina.nome;
     escreveCabeca(nome, saida);
-    saida << "<body><header><h1>" << escapaHtml(nome) << "</h1>\n<p class=\"fraco\">"
-          << escapaHtml(emBranco(casa.cnpj) ? "" : "CNPJ " + formataCpfCnpj(casa.cnpj) + " · ")
-          << escapaHtml(pagina.nome)
-          << (pagina.crz ? " · Z " + comZeros(*pagina.crz, 4) + " alone" : std::string())
-          << "</p>\n<nav><a href=\"#hours\">By hour</a><a href=\"#means\">By payment means</a>"
-             "<a href=\"#lost\">Lost statements</a><a href=\"#days\">Days and documents</a></nav>\n"
-             "</header><main>\n<div class=\"numeros\">\n"
-          << numero(std::to_string(cupons), "fiscal receipts, without cancelled ones")
-          << numero("R$ " + textoBr(total), "sold on these receipts")
-          << (pagina.perdidos ? numero(std::to_string(pagina.perdidos->size()), "lost statements")
-                              : std::string())
-          << "</div>\n";
+    saida
+        << "<body><header><h1>" << escapaHtml(nome) << "</h1>\n<p class=\"fraco\">"
+        << escapaHtml(emBranco(casa.cnpj) ? "" : "CNPJ " + formataCpfCnpj(casa.cnpj) + " · ")
+        << escapaHtml(pagina.nome)
+        << (pagina.crz ? " · Z " + comZeros(*pagina.crz, 4) + " alone" : std::string())
+        << "</p>\n<nav><a href=\"#hours\">By hour</a><a href=\"#means\">By payment means</a>"
+           "<a href=\"#lost\">Rejected and lost</a><a href=\"#days\">Days and documents</a></nav>\n"
+           "</header><main>\n<div class=\"numeros\">\n"
+        << numero(std::to_string(cupons), "fiscal receipts, without cancelled ones")
+        << numero("R$ " + textoBr(total), "sold on these receipts")
+        << (pagina.losses
+                ? numero(std::to_string(pagina.losses->rejected.size()), "rejected statements") +
+                      numero(std::to_string(pagina.losses->lost.size()), "lost commands")
+                : std::string())
+        << "</div>\n";
     escreveHoras(horas, saida);
     escreveMeios(leitor.vendasPorMeio(pagina.crz), leitor.troco(pagina.crz), saida);
-    escrevePerdidos(pagina.perdidos, saida);
+    WriteLosses(pagina.losses, saida);
 
     saida << "<section class=\"quadro\" id=\"days\"><h2>Days and documents</h2>\n"
              "<form class=\"ferramentas\" id=\"procura\"><label for=\"coo\">COO</label>"

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "bancada/log/FirmwareLogReader.h"
+#include "bancada/log/Losses.h"
 #include "bancada/relatorio/Leitor.h"
 
 namespace bancada::relatorio
@@ -23,7 +23,7 @@ struct Pagina {
     std::optional<std::int64_t> crz;
     // From the firmware log; null where none was given. Of the whole log, also on a page of one
     // day.
-    const std::vector<RejectedStatement>* perdidos = nullptr;
+    const Losses* losses = nullptr;
 };
 
 void escrevePagina(Leitor& leitor, const Pagina& pagina, std::ostream& saida);

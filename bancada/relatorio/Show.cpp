@@ -4,7 +4,7 @@
 #include <fstream>
 
 #include "bancada/Unusable.h"
-#include "bancada/log/FirmwareLogReader.h"
+#include "bancada/log/Losses.h"
 #include "bancada/relatorio/Bobina.h"
 #include "bancada/relatorio/Json.h"
 #include "bancada/relatorio/Leitor.h"
@@ -69,8 +69,8 @@ bool mostraCrz(Leitor& leitor, const ShowOptions& options, std::ostream& out, st
     return true;
 }
 
-bool mostraPagina(Leitor& leitor, const ShowOptions& options,
-                  const std::vector<RejectedStatement>* perdidos, std::ostream& errors)
+bool mostraPagina(Leitor& leitor, const ShowOptions& options, const Losses* losses,
+                  std::ostream& errors)
 {
     if (options.crz && leitor.reducoes(*options.crz).empty() &&
         leitor.cuponsDoDia(*options.crz) == 0) {
@@ -81,7 +81,7 @@ bool mostraPagina(Leitor& leitor, const ShowOptions& options,
     std::ofstream arquivo(options.html, std::ios::binary | std::ios::trunc);
     if (arquivo) {
         const std::string nome = std::filesystem::path(options.database).filename().string();
-        escrevePagina(leitor, {nome, options.crz, perdidos}, arquivo);
+        escrevePagina(leitor, {nome, options.crz, losses}, arquivo);
         arquivo.close();
     }
     if (!arquivo) {
@@ -90,12 +90,16 @@ bool mostraPagina(Leitor& leitor, const ShowOptions& options,
     return true;
 }
 
-void listaPerdidos(const std::vector<RejectedStatement>& perdidos, std::ostream& out)
+void ListLosses(const Losses& losses, std::ostream& out)
 {
-    out << "\nLost statements: " << perdidos.size() << '\n';
-    for (const RejectedStatement& p : perdidos) {
-        out << "  " << formataDataHora(p.time) << "  command " << p.command << ": "
-            << utf8(caracteres(p.error)) << "\n    " << utf8(caracteres(p.statement)) << '\n';
+    out << "\nRejected statements: " << losses.rejected.size() << '\n';
+    for (const RejectedStatement& one : losses.rejected) {
+        out << "  " << formataDataHora(one.time) << "  command " << one.command << ": "
+            << utf8(caracteres(one.error)) << "\n    " << utf8(caracteres(one.statement)) << '\n';
+    }
+    out << "Lost commands: " << losses.lost.size() << '\n';
+    for (const LostCommand& one : losses.lost) {
+        out << "  " << formataDataHora(one.time) << "  " << utf8(caracteres(one.reason)) << '\n';
     }
 }
 
@@ -110,22 +114,22 @@ bool Show(const ShowOptions& options, std::ostream& out, std::ostream& errors)
     if (options.crz && options.html.empty()) {
         return mostraCrz(leitor, options, out, errors);
     }
-    std::vector<RejectedStatement> lidos;
-    const std::vector<RejectedStatement>* perdidos = nullptr;
+    Losses read;
+    const Losses* losses = nullptr;
     if (!options.log.empty()) {
-        lidos = ReadRejectedStatements(options.log);
-        perdidos = &lidos;
+        read = ReadLosses(options.log);
+        losses = &read;
     }
     if (!options.html.empty()) {
-        return mostraPagina(leitor, options, perdidos, errors);
+        return mostraPagina(leitor, options, losses, errors);
     }
     if (options.json) {
-        escreveListaJson(leitor, perdidos, out);
+        escreveListaJson(leitor, losses, out);
         return true;
     }
     escreveLista(leitor, out);
-    if (perdidos) {
-        listaPerdidos(*perdidos, out);
+    if (losses) {
+        ListLosses(*losses, out);
     }
     return true;
 }

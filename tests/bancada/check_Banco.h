@@ -151,11 +151,11 @@ class BancoConferido : public testing::Test
 
     // Every finding of the kind, or every fault when none is given, as "kind: key: text", with
     // " (explained)" behind one that the log explains.
-    std::vector<std::string> Confere(const Perdas* perdas = nullptr, const std::string& tipo = "")
+    std::vector<std::string> Confere(const Losses* losses = nullptr, const std::string& tipo = "")
     {
         std::vector<std::string> linhas;
         const BancoLeitura banco(m_caminho);
-        m_resumo = bancada::Confere(banco, perdas, [&](const Achado& achado) {
+        m_resumo = bancada::Confere(banco, losses, [&](const Achado& achado) {
             if (tipo.empty() ? achado.tipo->peso == Peso::FALTA : tipo == achado.tipo->nome) {
                 linhas.push_back(std::string(achado.tipo->nome) + ": " + achado.chave + ": " +
                                  achado.texto + (achado.explicado ? " (explained)" : ""));

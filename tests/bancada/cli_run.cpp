@@ -63,7 +63,7 @@ TEST_F(CliRunTest, ATapeIsRunToItsEndAndSummedUp)
                           "commands refused                           0\n"
                           "statements executed                        5\n"
                           "statements rejected                        0\n"
-                          "commands whose rows are missing            0\n"
+                          "commands lost                              0\n"
                           "rows                                inserted   updated\n"
                           "  cupom_fiscal                             1         1\n"
                           "  item_cupom_fiscal                        1         0\n"
@@ -259,7 +259,7 @@ TEST_F(CliRunTest, ALockedDatabaseDoesNotStopTheTape)
         "--strict");
     sqlite3_close(db);
     EXPECT_EQ(result.exitCode, 1);
-    EXPECT_NE(result.out.find("commands whose rows are missing            1\n"
+    EXPECT_NE(result.out.find("commands lost                              1\n"
                               "  tape:1 insere_meio_pagamento: database is locked\n"),
               std::string::npos)
         << result.out;

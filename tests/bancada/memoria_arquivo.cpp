@@ -378,7 +378,7 @@ TEST_F(MemoriaArquivoTest, ALostCommandIsRememberedAsDone)
     result = RunTape(PROGRAMMING + x + rate + x, "--replies");
     EXPECT_EQ(result.out.substr(0, 22), "5 leitura_x: executed\n");
     EXPECT_NE(
-        result.out.find("commands whose rows are missing since the memory began: 1; the last: "
+        result.out.find("commands lost since the memory began: 1; the last: "
                         "line 3, leitura_x: database is locked\n"),
         std::string::npos)
         << result.out;

@@ -37,6 +37,7 @@ LOG = """\
 "id_cupom_adicional": syntax error'
 2024-03-15 11:05:40\tUPDATE cupom_fiscal SET texto_suplementar = '</pre><script>\
 document.title="taken"</script>' id_cupom_adicional = 'S' WHERE cont_coo = 104
+2024-03-15 11:06:00\tLogDatabase: the rows of this command are lost: </b>full
 """
 
 
@@ -158,10 +159,11 @@ class Page(unittest.TestCase):
         self.assertTrue(self.visible(table))
         self.assertIn("17 h 1 1.240,00", table.text)
 
-    def test_lost_statements_are_shown(self):
-        lost = self.one("#lost .perdido")
-        self.assertIn('near "id_cupom_adicional": syntax error', lost.text)
-        self.assertIn("</pre><script>document.title=\"taken\"</script>", lost.text)
+    def test_losses_are_shown(self):
+        rejected, lost = self.browser.find_elements(By.CSS_SELECTOR, "#lost .perdido")
+        self.assertIn('near "id_cupom_adicional": syntax error', rejected.text)
+        self.assertIn("</pre><script>document.title=\"taken\"</script>", rejected.text)
+        self.assertEqual(lost.text, "15/03/2024 11:06:00 command lost, log line 3: </b>full")
 
     def test_no_text_of_the_database_becomes_markup(self):
         self.search("113")

@@ -11,6 +11,7 @@ namespace bancada::show_test
 namespace
 {
 
+using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::Not;
 using Json = nlohmann::json;
@@ -258,23 +259,29 @@ TEST_F(ShowLista, JsonStaysJsonWhateverTheBytes)
     EXPECT_EQ(json["documentos"][0]["total"], nullptr);
 }
 
-TEST_F(ShowLista, LostStatementsFollowTheListWhenALogIsGiven)
+TEST_F(ShowLista, LossesFollowTheListWhenALogIsGiven)
 {
     GravaAmostra();
     std::ofstream(Caminho("firmware.log"))
         << "2024-03-15 11:05:40\tDBLoggerExecuteSQL: Erro executando SQL Code. Comando:'12', "
            "Erro:'near \"id_cupom_adicional\": syntax error'\n"
-        << "2024-03-15 11:05:40\tUPDATE cupom_fiscal SET x\n";
+        << "2024-03-15 11:05:40\tUPDATE cupom_fiscal SET x\n"
+        << "2024-03-15 11:06:00\tLogDatabase: the rows of this command are lost: database is "
+           "locked\n";
     ShowOptions options;
     options.log = Caminho("firmware.log");
     Mostra(options);
-    EXPECT_THAT(texto, HasSubstr("\nLost statements: 1\n"
-                                 "  15/03/2024 11:05:40  command 12: near \"id_cupom_adicional\": "
-                                 "syntax error\n    UPDATE cupom_fiscal SET x\n"));
+    EXPECT_THAT(texto, EndsWith("\nRejected statements: 1\n"
+                                "  15/03/2024 11:05:40  command 12: near \"id_cupom_adicional\": "
+                                "syntax error\n    UPDATE cupom_fiscal SET x\n"
+                                "Lost commands: 1\n"
+                                "  15/03/2024 11:06:00  database is locked\n"));
     const Json json = MostraJson(options);
-    EXPECT_EQ(json["comandos_perdidos"], Json::parse(R"([{"linha": 1,
+    EXPECT_EQ(json["instrucoes_rejeitadas"], Json::parse(R"([{"linha": 1,
         "instante": "2024-03-15 11:05:40", "comando": 12,
         "erro": "near \"id_cupom_adicional\": syntax error", "sql": "UPDATE cupom_fiscal SET x"}])"));
+    EXPECT_EQ(json["comandos_perdidos"], Json::parse(R"([{"linha": 3,
+        "instante": "2024-03-15 11:06:00", "motivo": "database is locked"}])"));
 }
 
 } // namespace

@@ -46,6 +46,28 @@ TEST_F(ShowPagina, HoldsTheSumsOfWhatIsNotCancelled)
     EXPECT_THAT(pagina, HasSubstr("Change of R$ 0,68"));
 }
 
+TEST_F(ShowPagina, CountsAndListsRejectedStatementsAndLostCommands)
+{
+    GravaAmostra();
+    std::ofstream(Caminho("firmware.log"))
+        << "2024-03-15 11:05:40\tDBLoggerExecuteSQL: Erro executando SQL Code. Comando:'12', "
+           "Erro:'no such table: <x>'\n"
+        << "2024-03-15 11:05:40\tUPDATE <x> SET y\n"
+        << "2024-03-15 11:06:00\tLogDatabase: the rows of this command are lost: <full>\n"
+        << "2024-03-15 11:06:10\tLogDatabase: the rows of this command are lost: locked\n";
+    ShowOptions options;
+    options.log = Caminho("firmware.log");
+    Escreve(options);
+    EXPECT_THAT(pagina, HasSubstr("<b>1</b><span>rejected statements</span>"));
+    EXPECT_THAT(pagina, HasSubstr("<b>2</b><span>lost commands</span>"));
+    EXPECT_THAT(pagina,
+                HasSubstr("<b>15/03/2024 11:05:40</b> command 12, statement rejected, log line 1: "
+                          "<span class=\"marca\">no such table: &lt;x&gt;</span></p>"
+                          "<pre>UPDATE &lt;x&gt; SET y</pre>"));
+    EXPECT_THAT(pagina, HasSubstr("<b>15/03/2024 11:06:00</b> command lost, log line 3: "
+                                  "<span class=\"marca\">&lt;full&gt;</span></p>"));
+}
+
 TEST_F(ShowPagina, OfOneDayHoldsThatDayAlone)
 {
     GravaAmostra();

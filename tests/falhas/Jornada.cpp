@@ -5,7 +5,7 @@
 #include "bancada/comandos/Catalogue.h"
 #include "bancada/fita/LineParser.h"
 #include "bancada/fita/TapeFields.h"
-#include "bancada/log/FirmwareLogReader.h"
+#include "bancada/log/Losses.h"
 #include "tests/falhas/RefusedStatements.h"
 
 #include <gtest/gtest.h>
@@ -316,7 +316,7 @@ int RodaComFalhas(SimulatedDisk& disk, const std::function<void()>& disarm,
         EXPECT_EQ(retrato, unharmed.retrato);
         std::vector<std::string> reported;
         for (const bancada::RejectedStatement& one :
-             bancada::ReadRejectedStatements(logFile.Path())) {
+             bancada::ReadLosses(logFile.Path()).rejected) {
             reported.push_back(one.statement);
         }
         EXPECT_EQ(reported, RefusedStatements());

@@ -5,7 +5,7 @@
 #include "bancada/comandos/Catalogue.h"
 #include "bancada/fita/FieldTable.h"
 #include "bancada/fita/TapeFields.h"
-#include "bancada/log/FirmwareLogReader.h"
+#include "bancada/log/Losses.h"
 #include "tests/falhas/Jornada.h"
 #include "tests/falhas/RefusedStatements.h"
 
@@ -330,7 +330,7 @@ Outcome RunWith(const Field& field, const std::string* text)
     EXPECT_EQ(bancada.banco.Counts().statementsRejected,
               static_cast<std::int64_t>(RefusedStatements().size()));
     outcome.rejected = RefusedStatements().size();
-    EXPECT_EQ(bancada::ReadRejectedStatements(log.Path()).size(), outcome.rejected);
+    EXPECT_EQ(bancada::ReadLosses(log.Path()).rejected.size(), outcome.rejected);
     sqlite3_set_authorizer(bancada.Handle(), nullptr, nullptr);
     EXPECT_EQ(State(bancada.Handle()), stateBefore);
     for (const auto& file : disk.Files()) {

@@ -1,10 +1,7 @@
 // The firmware log: written, and read back.
 #include "bancada/log/FirmwareLog.h"
 
-#include "FiscalData/RateioSubtotal.h"
-#include "MfdServices/GravaLog.h"
 #include "bancada/Unusable.h"
-#include "bancada/log/FirmwareDuty.h"
 #include "bancada/log/FirmwareLogReader.h"
 #include "tests/bancada/TempFolder.h"
 
@@ -21,11 +18,6 @@ namespace
 {
 
 constexpr UINT32 MORNING = 1772438400; // 2026-03-02 08:00:00
-
-void GravaLog(std::string text)
-{
-    Vindral_GravaLog(text.data());
-}
 
 class FirmwareLogTest : public testing::Test
 {
@@ -145,78 +137,6 @@ TEST_F(FirmwareLogTest, AFileThatCannotBeOpenedIsUnusable)
         EXPECT_EQ(error.what(), "cannot write the firmware log " + folder.File("none/log") +
                                     ": No such file or directory");
     }
-    EXPECT_THROW(FirmwareLogReader(folder.File("none")), Unusable);
-}
-
-TEST_F(FirmwareLogTest, WhatIsNoRecordIsPassedOverAndCounted)
-{
-    folder.Write("log", "2026-03-02 08:00:00\ta\n"
-                        "no record\n"
-                        "2026-03-02 08:00:00 b\n"
-                        "2026-03-02T08:00:00\tc\n"
-                        "2026-03-02 08:00:00\td\\\n"
-                        "2026-03-02 08:00:00\te\\x4\n"
-                        "2026-03-02 08:00:00\tf\\q\n"
-                        "2026-03-02 08:00:00\tg\n"
-                        "2026-03-02 08:00:00\tcut sh");
-    const auto records = ReadAll(7);
-    ASSERT_EQ(records.size(), 2U);
-    EXPECT_EQ(records[0].text, "a");
-    EXPECT_EQ(records[1].text, "g");
-    EXPECT_EQ(records[1].line, 8);
-}
-
-TEST_F(FirmwareLogTest, RejectedStatementsAreFound)
-{
-    {
-        FirmwareLog log(folder.File("log"));
-        log.SetTime(RtcAbsoluteTime(MORNING));
-        log.Write("something else");
-        log.Write("DBLoggerExecuteSQL: Erro executando SQL Code. Comando:'157', Erro:'near \"', "
-                  "Erro:'\": syntax error'");
-        log.Write("INSERT INTO t VALUES ('a\nb')");
-        log.Write("something else");
-        log.Write("DBLoggerExecuteSQL: Erro executando SQL Code. Comando:'2', Erro:''");
-        log.Write("DBLoggerExecuteSQL: Erro executando SQL Code. Comando:'3', Erro:'e'");
-        log.Write("UPDATE t");
-    }
-    const auto rejected = ReadRejectedStatements(folder.File("log"));
-    ASSERT_EQ(rejected.size(), 3U);
-    EXPECT_EQ(rejected[0].line, 2);
-    EXPECT_EQ(rejected[0].time, "2026-03-02 08:00:00");
-    EXPECT_EQ(rejected[0].command, 157);
-    EXPECT_EQ(rejected[0].error, "near \"', Erro:'\": syntax error");
-    EXPECT_EQ(rejected[0].statement, "INSERT INTO t VALUES ('a\nb')");
-    EXPECT_EQ(rejected[1].command, 2);
-    EXPECT_EQ(rejected[1].error, "");
-    EXPECT_EQ(rejected[1].statement, ""); // its record is missing
-    EXPECT_EQ(rejected[2].command, 3);
-    EXPECT_EQ(rejected[2].statement, "UPDATE t");
-}
-
-TEST_F(FirmwareLogTest, TheModulesTextsGoToTheLogOnDuty)
-{
-    FirmwareLog outer(folder.File("outer"));
-    FirmwareLog inner(folder.File("log"));
-    const FirmwareDuty first(outer);
-    {
-        const FirmwareDuty second(inner);
-        GravaLog("to the newest");
-    }
-    GravaLog("to the one before");
-    EXPECT_EQ(folder.Read("log"), "1970-01-01 00:00:00\tto the newest\n");
-    EXPECT_EQ(folder.Read("outer"), "1970-01-01 00:00:00\tto the one before\n");
-}
-
-TEST_F(FirmwareLogTest, TheSettingIsAskedEveryTime)
-{
-    EXPECT_EQ(GetRatearSubtotal(), 0);
-    FirmwareLog log;
-    bool setting = false;
-    const FirmwareDuty duty(log, [&] { return setting; });
-    EXPECT_EQ(GetRatearSubtotal(), 0);
-    setting = true;
-    EXPECT_EQ(GetRatearSubtotal(), 1);
 }
 
 } // namespace
