@@ -2,7 +2,7 @@
 #include "bancada/Unusable.h"
 #include "bancada/cli/StandardFiles.h"
 #include "bancada/cli/Subcommands.h"
-#include "bancada/fita/Place.h"
+#include "bancada/tape/Place.h"
 
 #include <CLI/CLI.hpp>
 #include <exception>

@@ -1,7 +1,7 @@
 #include "bancada/cli/Configura.h"
 
-#include "bancada/fita/TapeFields.h"
 #include "bancada/registro/Registro.h"
+#include "bancada/tape/TapeFields.h"
 
 namespace bancada
 {

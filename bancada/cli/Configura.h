@@ -1,7 +1,7 @@
 // The directive that sets the bench itself.
 #pragma once
 
-#include "bancada/fita/FieldVisitor.h"
+#include "bancada/tape/FieldVisitor.h"
 
 #include <string>
 

@@ -1,12 +1,17 @@
-// ecf-bancada help-tape: the commands that a tape may hold.
+// ecf-bancada help-tape, and what it tells.
+#include "bancada/cli/HelpTape.h"
+
+#include "bancada/Unusable.h"
+#include "bancada/cli/Configura.h"
 #include "bancada/cli/DocumentSection.h"
 #include "bancada/cli/Subcommands.h"
-#include "bancada/cli/TapeHelp.h"
+#include "bancada/comandos/Catalogue.h"
+#include "bancada/registro/Registro.h"
+#include "bancada/tape/FieldTable.h"
 
 #include <CLI/CLI.hpp>
 #include <iostream>
 #include <memory>
-#include <string>
 
 namespace bancada
 {
@@ -18,7 +23,75 @@ struct HelpTapeOptions {
     std::string into;
 };
 
+std::string Section(const std::string& name, const std::string& head, const FieldTable& table)
+{
+    std::string text = "### `" + name + "`\n\n" + head + "\n";
+    if (!table.Fields().empty()) {
+        text += "\n" + MarkdownTable(table.Fields());
+    }
+    return text + "\n```json\n" + ExampleLine(name, table.Fields()) + "\n```\n";
+}
+
+std::string Capitalised(std::string text)
+{
+    if (!text.empty() && text[0] >= 'a' && text[0] <= 'z') {
+        text[0] = static_cast<char>(text[0] - 'a' + 'A');
+    }
+    return text;
+}
+
+std::string DirectiveSection()
+{
+    Registro registro;
+    Configura settings(registro);
+    FieldTable table;
+    settings.Fields(table);
+    return Section(CONFIGURA,
+                   Capitalised(CONFIGURA_RESUMO) + ". A setting that is not given stays as it is.",
+                   table);
+}
+
+std::string CommandSection(const CatalogueEntry& item)
+{
+    Registro registro;
+    FieldTable table;
+    item.make(registro)->Fields(table);
+    std::string head = Capitalised(item.summary) + ". Class `" + item.commandClass + "`, code " +
+                       std::to_string(item.code);
+    head += *item.tables == '\0' ? "; logs nothing" : std::string("; logs into ") + item.tables;
+    if (*item.documentType != '\0') {
+        head += std::string(", document type ") + item.documentType;
+    }
+    return Section(item.name, head + ".", table);
+}
+
 } // namespace
+
+std::string DescribeTape()
+{
+    std::string text = DirectiveSection();
+    for (const CatalogueEntry& item : Catalogue()) {
+        text += "\n" + CommandSection(item);
+    }
+    return text;
+}
+
+std::string DescribeCommand(std::string_view command)
+{
+    if (command == CONFIGURA) {
+        return DirectiveSection();
+    }
+    const CatalogueEntry* item = FindComando(command);
+    if (item == nullptr) {
+        throw Unusable("there is no command \"" + std::string(command) + "\"");
+    }
+    return CommandSection(*item);
+}
+
+std::string WithTapeDescription(const std::string& document)
+{
+    return WithSection(document, "commands", DescribeTape());
+}
 
 void AddHelpTape(CLI::App& app, int& exitCode)
 {
@@ -34,9 +107,10 @@ void AddHelpTape(CLI::App& app, int& exitCode)
     help->footer("Exit codes: 0 done; 2 there is no such command, or the file cannot be used.");
     help->callback([options, &exitCode] {
         if (!options->into.empty()) {
-            RewriteDocument(options->into, WithTapeHelp);
+            RewriteDocument(options->into, WithTapeDescription);
         } else {
-            std::cout << (options->command.empty() ? TapeHelp() : CommandHelp(options->command));
+            std::cout << (options->command.empty() ? DescribeTape()
+                                                   : DescribeCommand(options->command));
         }
         exitCode = EXIT_OK;
     });

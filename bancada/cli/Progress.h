@@ -1,7 +1,7 @@
 // How far a long tape has come, for a person who waits.
 #pragma once
 
-#include "bancada/fita/TapeReader.h"
+#include "bancada/tape/TapeReader.h"
 
 #include <chrono>
 #include <cstdint>

@@ -7,13 +7,13 @@
 #include "bancada/cli/Subcommands.h"
 #include "bancada/comandos/Catalogue.h"
 #include "bancada/comandos/Executor.h"
-#include "bancada/fita/TapeClock.h"
-#include "bancada/fita/TapeFields.h"
-#include "bancada/fita/TapeReader.h"
 #include "bancada/log/FirmwareDuty.h"
 #include "bancada/log/FirmwareLog.h"
 #include "bancada/memoria/GuardaMemoria.h"
 #include "bancada/registro/Registro.h"
+#include "bancada/tape/TapeClock.h"
+#include "bancada/tape/TapeFields.h"
+#include "bancada/tape/TapeReader.h"
 
 #include <CLI/CLI.hpp>
 #include <filesystem>

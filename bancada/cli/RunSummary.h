@@ -2,7 +2,7 @@
 #pragma once
 
 #include "bancada/banco/LogDatabase.h"
-#include "bancada/fita/Place.h"
+#include "bancada/tape/Place.h"
 
 #include <cstdint>
 #include <iosfwd>

@@ -1,7 +1,7 @@
 // Opening of a fiscal receipt.
 #include "FiscalCommands.h"
 #include "bancada/comandos/Subjects.h"
-#include "bancada/fita/FieldVisitor.h"
+#include "bancada/tape/FieldVisitor.h"
 
 namespace bancada
 {

@@ -1,7 +1,7 @@
 // Cancellation of an item, of the receipt being issued and of the receipt issued last.
 #include "FiscalCommands.h"
 #include "bancada/comandos/Subjects.h"
-#include "bancada/fita/FieldVisitor.h"
+#include "bancada/tape/FieldVisitor.h"
 
 namespace bancada
 {

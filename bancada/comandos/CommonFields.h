@@ -2,8 +2,8 @@
 #pragma once
 
 #include "FiscalCommands.h"
-#include "bancada/fita/FieldVisitor.h"
 #include "bancada/registro/Decimal.h"
+#include "bancada/tape/FieldVisitor.h"
 
 #include <initializer_list>
 

@@ -1,7 +1,7 @@
 // Reprints from the detail tape.
 #include "FiscalCommands.h"
 #include "bancada/comandos/Subjects.h"
-#include "bancada/fita/FieldVisitor.h"
+#include "bancada/tape/FieldVisitor.h"
 
 namespace bancada
 {

@@ -1,7 +1,7 @@
 // Programming of the register's own identity: shop and till number, serial number, currency.
 #include "FiscalCommands.h"
 #include "bancada/comandos/Subjects.h"
-#include "bancada/fita/FieldVisitor.h"
+#include "bancada/tape/FieldVisitor.h"
 
 namespace bancada
 {

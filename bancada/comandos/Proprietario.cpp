@@ -1,7 +1,7 @@
 // Programming of the register's owner.
 #include "FiscalCommands.h"
 #include "bancada/comandos/Subjects.h"
-#include "bancada/fita/FieldVisitor.h"
+#include "bancada/tape/FieldVisitor.h"
 
 namespace bancada
 {

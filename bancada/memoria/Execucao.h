@@ -2,7 +2,7 @@
 #pragma once
 
 #include "RtcClasses.h"
-#include "bancada/fita/TapePosition.h"
+#include "bancada/tape/TapePosition.h"
 
 #include <cstdint>
 #include <string>

@@ -1,6 +1,6 @@
 #include "bancada/memoria/LeituraJson.h"
 
-#include "bancada/fita/FieldLimits.h"
+#include "bancada/tape/FieldLimits.h"
 
 #include <limits>
 #include <utility>

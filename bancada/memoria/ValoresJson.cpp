@@ -1,9 +1,9 @@
 #include "bancada/memoria/ValoresJson.h"
 
-#include "bancada/fita/DecimalText.h"
-#include "bancada/fita/FieldLimits.h"
-#include "bancada/fita/Instant.h"
 #include "bancada/registro/TextForms.h"
+#include "bancada/tape/DecimalText.h"
+#include "bancada/tape/FieldLimits.h"
+#include "bancada/tape/Instant.h"
 
 #include <algorithm>
 #include <sodium.h>

@@ -31,11 +31,11 @@ LAYERS = {
 # The folders of the bench, likewise. What stands in bancada/ itself is everyone's, main.cpp aside.
 BENCH = {
     "registro": [],
-    "fita": ["registro"],
+    "tape": ["registro"],
     "log": [],
     "banco": ["log"],
-    "comandos": ["registro", "fita", "banco"],
-    "memoria": ["registro", "fita"],
+    "comandos": ["registro", "tape", "banco"],
+    "memoria": ["registro", "tape"],
     "leitura": [],
     "relatorio": ["log", "leitura"],
     "conferencia": ["log", "leitura"],

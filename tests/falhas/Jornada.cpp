@@ -3,9 +3,9 @@
 #include "bancada/Unusable.h"
 #include "bancada/banco/LogSchema.h"
 #include "bancada/comandos/Catalogue.h"
-#include "bancada/fita/LineParser.h"
-#include "bancada/fita/TapeFields.h"
 #include "bancada/log/Losses.h"
+#include "bancada/tape/LineParser.h"
+#include "bancada/tape/TapeFields.h"
 #include "tests/falhas/RefusedStatements.h"
 
 #include <gtest/gtest.h>

@@ -3,10 +3,10 @@
 
 #include "bancada/banco/LogDatabase.h"
 #include "bancada/comandos/Executor.h"
-#include "bancada/fita/TapeCommand.h"
 #include "bancada/log/FirmwareDuty.h"
 #include "bancada/log/FirmwareLog.h"
 #include "bancada/registro/Registro.h"
+#include "bancada/tape/TapeCommand.h"
 #include "tests/falhas/SimulatedDisk.h"
 
 #include <functional>

@@ -3,9 +3,9 @@
 #include "bancada/banco/LogSchema.h"
 #include "bancada/cli/Configura.h"
 #include "bancada/comandos/Catalogue.h"
-#include "bancada/fita/FieldTable.h"
-#include "bancada/fita/TapeFields.h"
 #include "bancada/log/Losses.h"
+#include "bancada/tape/FieldTable.h"
+#include "bancada/tape/TapeFields.h"
 #include "tests/falhas/Jornada.h"
 #include "tests/falhas/RefusedStatements.h"
 

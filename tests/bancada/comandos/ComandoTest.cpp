@@ -1,7 +1,7 @@
 #include "tests/bancada/comandos/ComandoTest.h"
 
-#include "bancada/fita/LineParser.h"
-#include "bancada/fita/TapeFields.h"
+#include "bancada/tape/LineParser.h"
+#include "bancada/tape/TapeFields.h"
 
 #include <sstream>
 #include <stdexcept>

@@ -1,8 +1,8 @@
 // The example tapes, run to their end.
 #include "bancada/cli/Configura.h"
-#include "bancada/fita/TapeClock.h"
-#include "bancada/fita/TapeFields.h"
-#include "bancada/fita/TapeReader.h"
+#include "bancada/tape/TapeClock.h"
+#include "bancada/tape/TapeFields.h"
+#include "bancada/tape/TapeReader.h"
 #include "tests/bancada/comandos/ComandoTest.h"
 
 #include <gmock/gmock.h>

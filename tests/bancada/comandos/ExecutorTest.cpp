@@ -1,5 +1,5 @@
 // The pipeline of a command.
-#include "bancada/fita/FieldVisitor.h"
+#include "bancada/tape/FieldVisitor.h"
 #include "tests/bancada/comandos/ComandoTest.h"
 
 #include <gmock/gmock.h>

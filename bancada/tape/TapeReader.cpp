@@ -1,8 +1,8 @@
-#include "bancada/fita/TapeReader.h"
+#include "bancada/tape/TapeReader.h"
 
 #include "bancada/Unusable.h"
-#include "bancada/fita/Instant.h"
-#include "bancada/fita/LineParser.h"
+#include "bancada/tape/Instant.h"
+#include "bancada/tape/LineParser.h"
 
 #include <algorithm>
 #include <cerrno>

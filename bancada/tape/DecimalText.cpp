@@ -1,4 +1,4 @@
-#include "bancada/fita/DecimalText.h"
+#include "bancada/tape/DecimalText.h"
 
 #include <algorithm>
 

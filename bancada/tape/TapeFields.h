@@ -1,8 +1,8 @@
 // Reads a command's fields from a line of the tape.
 #pragma once
 
-#include "bancada/fita/FieldVisitor.h"
-#include "bancada/fita/TapeCommand.h"
+#include "bancada/tape/FieldVisitor.h"
+#include "bancada/tape/TapeCommand.h"
 
 #include <string>
 #include <vector>

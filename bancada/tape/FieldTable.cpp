@@ -1,7 +1,7 @@
-#include "bancada/fita/FieldTable.h"
+#include "bancada/tape/FieldTable.h"
 
-#include "bancada/fita/FieldLimits.h"
 #include "bancada/registro/Decimal.h"
+#include "bancada/tape/FieldLimits.h"
 #include "libs/Financial.h"
 
 #include <nlohmann/json.hpp>

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "bancada/Sha256.h"
-#include "bancada/fita/TapeCommand.h"
-#include "bancada/fita/TapePosition.h"
+#include "bancada/tape/TapeCommand.h"
+#include "bancada/tape/TapePosition.h"
 
 #include <cstdint>
 #include <string>

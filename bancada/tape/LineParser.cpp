@@ -1,4 +1,4 @@
-#include "bancada/fita/LineParser.h"
+#include "bancada/tape/LineParser.h"
 
 #include <limits>
 #include <nlohmann/json.hpp>

@@ -1,52 +1,15 @@
-// The fields of a command: filled from a line, and described.
-#include "bancada/fita/FieldTable.h"
-#include "bancada/fita/LineParser.h"
-#include "bancada/fita/TapeFields.h"
-#include "bancada/registro/Decimal.h"
-#include "libs/Financial.h"
+// The fields of a command, filled from a line.
+#include "bancada/tape/TapeFields.h"
+#include "tests/bancada/tape/SampleFields.h"
 
-#include <functional>
 #include <gtest/gtest.h>
 #include <string>
 
 using namespace bancada;
+using namespace bancada_test;
 
 namespace
 {
-
-// A command with one field of each kind.
-struct Sample {
-    char array[5] = "abc";
-    std::string text = "t";
-    int integer = 7;
-    bool flag = true;
-    Financial money = Financial::FromCents(150);
-    Decimal quantity{1500, 3};
-    int percent = 1050;
-    int choice = 20;
-
-    void Fields(FieldVisitor& fields, Presence presence)
-    {
-        fields.Text("array", array, presence, "an array", "xy");
-        fields.Text("text", text, 10, presence, "a text", "say \"hi\"");
-        fields.Integer("integer", integer, -1, 20, presence, "an integer", "3");
-        fields.Flag("flag", flag, presence, "a flag", "false");
-        fields.Money("money", money, presence, "an amount", "12.50");
-        fields.Quantity("quantity", quantity, 3, presence, "a quantity | weight", "0.250");
-        fields.Percent("percent", percent, presence, "a percentage", "18.00");
-        fields.Choice("choice", choice, {{"one", 10}, {"two", 20}}, presence, "a choice", "one");
-    }
-};
-
-TapeCommand Command(const std::string& text)
-{
-    TapeLine line = ParseLine(text, "t", 1);
-    TapeCommand command;
-    command.place = line.place;
-    command.name = "sample";
-    command.fields = line.fields;
-    return command;
-}
 
 std::string ErrorOf(const std::string& text, Presence presence = Presence::OPTIONAL)
 {
@@ -60,16 +23,6 @@ std::string ErrorOf(const std::string& text, Presence presence = Presence::OPTIO
         return error.what();
     }
     return "no error";
-}
-
-Sample Fill(const std::string& text)
-{
-    const TapeCommand command = Command(text);
-    Sample sample;
-    TapeFields fields(command);
-    sample.Fields(fields, Presence::OPTIONAL);
-    fields.Finish();
-    return sample;
 }
 
 TEST(TapeFields, EveryKindIsFilled)
@@ -195,62 +148,6 @@ TEST(TapeFields, AMistypedNameIsToldBeforeTheFieldThatItLeavesMissing)
 {
     EXPECT_EQ(ErrorOf(R"({"arrai":"x"})", Presence::REQUIRED).substr(0, 33),
               R"(t:1:2: sample has no field "arrai)");
-}
-
-TEST(FieldTable, DescribesEveryKindWithItsDefault)
-{
-    Sample sample;
-    FieldTable table;
-    sample.Fields(table, Presence::OPTIONAL);
-    EXPECT_EQ(MarkdownTable(table.Fields()),
-              "| Field | Value | Without it | Meaning |\n"
-              "|---|---|---|---|\n"
-              "| `array` | text, at most 4 bytes | `\"abc\"` | an array |\n"
-              "| `text` | text, at most 10 bytes | `\"t\"` | a text |\n"
-              "| `integer` | integer, -1 to 20 | `7` | an integer |\n"
-              "| `flag` | true or false | `true` | a flag |\n"
-              "| `money` | money: decimal text, up to 15 digits and 2 decimals | `\"1.50\"` | an "
-              "amount |\n"
-              "| `quantity` | decimal text, up to 12 digits and 3 decimals | `\"1.500\"` | a "
-              "quantity \\| weight |\n"
-              "| `percent` | percentage: decimal text, up to 5 digits and 2 decimals | "
-              "`\"10.50\"` | a percentage |\n"
-              "| `choice` | \"one\" or \"two\" | `\"two\"` | a choice |\n");
-}
-
-TEST(FieldTable, RequiredFieldsHaveNoDefault)
-{
-    Sample sample;
-    FieldTable table;
-    sample.Fields(table, Presence::REQUIRED);
-    for (const FieldDescription& field : table.Fields()) {
-        EXPECT_EQ(field.byDefault, "") << field.name;
-    }
-    EXPECT_NE(MarkdownTable(table.Fields()).find("| `flag` | true or false | required | a flag |"),
-              std::string::npos);
-}
-
-TEST(FieldTable, TheExampleIsALineThatTheCommandReads)
-{
-    Sample sample;
-    FieldTable table;
-    sample.Fields(table, Presence::REQUIRED);
-    const std::string line = ExampleLine("sample", table.Fields());
-    EXPECT_EQ(line, R"({"cmd": "sample", "array": "xy", "text": "say \"hi\"", "integer": 3, )"
-                    R"("flag": false, "money": "12.50", "quantity": "0.250", "percent": "18.00", )"
-                    R"("choice": "one"})");
-    EXPECT_EQ(Fill("{" + line.substr(line.find("\"array\""))).text, "say \"hi\"");
-}
-
-TEST(FieldTable, SmallDecimalsKeepTheirZeros)
-{
-    Decimal quantity{5, 3};
-    int percent = 7;
-    FieldTable table;
-    table.Quantity("q", quantity, 3, Presence::OPTIONAL, "", "1");
-    table.Percent("p", percent, Presence::OPTIONAL, "", "1");
-    EXPECT_EQ(table.Fields()[0].byDefault, "\"0.005\"");
-    EXPECT_EQ(table.Fields()[1].byDefault, "\"0.07\"");
 }
 
 } // namespace

@@ -1,5 +1,5 @@
 // One line of a tape: what is no JSON object, and where.
-#include "bancada/fita/LineParser.h"
+#include "bancada/tape/LineParser.h"
 
 #include <gtest/gtest.h>
 #include <string>

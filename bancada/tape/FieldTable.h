@@ -1,7 +1,7 @@
 // Describes the fields of commands.
 #pragma once
 
-#include "bancada/fita/FieldVisitor.h"
+#include "bancada/tape/FieldVisitor.h"
 
 #include <string>
 #include <vector>

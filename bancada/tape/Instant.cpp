@@ -1,4 +1,4 @@
-#include "bancada/fita/Instant.h"
+#include "bancada/tape/Instant.h"
 
 #include <cstdint>
 #include <limits>

@@ -9,13 +9,13 @@ namespace bancada
 
 // Markdown: one section a command (what it does, its fields, an example), the directive first. This
 // is the section of docs/tape.md between its two markers.
-std::string TapeHelp();
+std::string DescribeTape();
 
 // The section of one command. Throws Unusable if there is none of that name.
-std::string CommandHelp(std::string_view command);
+std::string DescribeCommand(std::string_view command);
 
-// `document` with what stands between its two markers replaced by TapeHelp(). Throws
+// `document` with what stands between its two markers replaced by DescribeTape(). Throws
 // std::invalid_argument if it has not both, in their order.
-std::string WithTapeHelp(const std::string& document);
+std::string WithTapeDescription(const std::string& document);
 
 } // namespace bancada

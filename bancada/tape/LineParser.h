@@ -1,7 +1,7 @@
 // One line of JSON.
 #pragma once
 
-#include "bancada/fita/TapeCommand.h"
+#include "bancada/tape/TapeCommand.h"
 
 #include <string_view>
 

@@ -1,4 +1,4 @@
-#include "bancada/fita/Place.h"
+#include "bancada/tape/Place.h"
 
 namespace bancada
 {

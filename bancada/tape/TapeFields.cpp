@@ -1,7 +1,7 @@
-#include "bancada/fita/TapeFields.h"
+#include "bancada/tape/TapeFields.h"
 
-#include "bancada/fita/DecimalText.h"
-#include "bancada/fita/FieldLimits.h"
+#include "bancada/tape/DecimalText.h"
+#include "bancada/tape/FieldLimits.h"
 #include "libs/Financial.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "bancada/fita/TapeClock.h"
+#include "bancada/tape/TapeClock.h"
 
 #include <limits>
 

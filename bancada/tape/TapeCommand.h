@@ -2,7 +2,7 @@
 #pragma once
 
 #include "RtcClasses.h"
-#include "bancada/fita/Place.h"
+#include "bancada/tape/Place.h"
 
 #include <cstdint>
 #include <optional>

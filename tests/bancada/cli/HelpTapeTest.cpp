@@ -1,12 +1,12 @@
 // The catalogue, described: what the documents say is what the commands read.
+#include "bancada/cli/HelpTape.h"
 #include "bancada/Unusable.h"
 #include "bancada/cli/Configura.h"
-#include "bancada/cli/TapeHelp.h"
 #include "bancada/comandos/Catalogue.h"
-#include "bancada/fita/FieldTable.h"
-#include "bancada/fita/LineParser.h"
-#include "bancada/fita/TapeFields.h"
 #include "bancada/registro/Registro.h"
+#include "bancada/tape/FieldTable.h"
+#include "bancada/tape/LineParser.h"
+#include "bancada/tape/TapeFields.h"
 
 #include <fstream>
 #include <gtest/gtest.h>
@@ -26,14 +26,14 @@ std::string ReadFile(const std::string& path)
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-TEST(TapeHelp, TheDocumentHoldsTheCommandsAsTheyAre)
+TEST(HelpTape, TheDocumentHoldsTheCommandsAsTheyAre)
 {
     const std::string document = ReadFile(ECF_SOURCE_DIR "/docs/tape.md");
-    EXPECT_TRUE(document == WithTapeHelp(document))
+    EXPECT_TRUE(document == WithTapeDescription(document))
         << "docs/tape.md is behind the commands; run ecf-bancada help-tape --into docs/tape.md";
 }
 
-TEST(TapeHelp, EveryExampleIsALineThatItsCommandReads)
+TEST(HelpTape, EveryExampleIsALineThatItsCommandReads)
 {
     for (const CatalogueEntry& item : Catalogue()) {
         Registro registro;
@@ -52,7 +52,7 @@ TEST(TapeHelp, EveryExampleIsALineThatItsCommandReads)
     }
 }
 
-TEST(TapeHelp, EveryFieldIsExplained)
+TEST(HelpTape, EveryFieldIsExplained)
 {
     for (const CatalogueEntry& item : Catalogue()) {
         Registro registro;
@@ -68,21 +68,21 @@ TEST(TapeHelp, EveryFieldIsExplained)
     }
 }
 
-TEST(TapeHelp, OneCommandIsDescribedByItself)
+TEST(HelpTape, OneCommandIsDescribedByItself)
 {
-    EXPECT_EQ(CommandHelp("cancela_item").substr(0, 19), "### `cancela_item`\n");
-    EXPECT_EQ(CommandHelp("configura").substr(0, 16), "### `configura`\n");
-    EXPECT_THROW(CommandHelp("vende"), Unusable);
+    EXPECT_EQ(DescribeCommand("cancela_item").substr(0, 19), "### `cancela_item`\n");
+    EXPECT_EQ(DescribeCommand("configura").substr(0, 16), "### `configura`\n");
+    EXPECT_THROW(DescribeCommand("vende"), Unusable);
 }
 
-TEST(TapeHelp, ADocumentWithoutBothMarkersIsRefused)
+TEST(HelpTape, ADocumentWithoutBothMarkersIsRefused)
 {
-    EXPECT_THROW(WithTapeHelp("text"), std::invalid_argument);
-    EXPECT_THROW(WithTapeHelp("<!-- commands: begin -->\n"), std::invalid_argument);
-    EXPECT_THROW(WithTapeHelp("<!-- commands: end --><!-- commands: begin -->\n"),
+    EXPECT_THROW(WithTapeDescription("text"), std::invalid_argument);
+    EXPECT_THROW(WithTapeDescription("<!-- commands: begin -->\n"), std::invalid_argument);
+    EXPECT_THROW(WithTapeDescription("<!-- commands: end --><!-- commands: begin -->\n"),
                  std::invalid_argument);
-    EXPECT_EQ(WithTapeHelp("a\n<!-- commands: begin -->\nold\n<!-- commands: end -->\nb"),
-              "a\n<!-- commands: begin -->\n" + TapeHelp() + "<!-- commands: end -->\nb");
+    EXPECT_EQ(WithTapeDescription("a\n<!-- commands: begin -->\nold\n<!-- commands: end -->\nb"),
+              "a\n<!-- commands: begin -->\n" + DescribeTape() + "<!-- commands: end -->\nb");
 }
 
 } // namespace

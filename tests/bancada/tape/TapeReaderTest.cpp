@@ -1,7 +1,6 @@
 // The tape as a file of lines.
+#include "bancada/tape/TapeReader.h"
 #include "bancada/Unusable.h"
-#include "bancada/fita/TapeClock.h"
-#include "bancada/fita/TapeReader.h"
 #include "tests/bancada/TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -136,47 +135,6 @@ TEST_F(TapeReaderTest, CountsWhatItHasRead)
         continue;
     }
     EXPECT_EQ(reader.BytesRead(), 24);
-}
-
-TapeCommand At(UINT32 second)
-{
-    TapeCommand command;
-    command.place = {"t", 4, 1};
-    command.em = RtcAbsoluteTime(second);
-    return command;
-}
-
-TEST(TapeClock, ACommandWithoutInstantComesOneSecondLater)
-{
-    TapeCommand unsaid;
-    TapeClock clock;
-    EXPECT_EQ(clock.Next(At(1000)).s, 1000U);
-    EXPECT_EQ(clock.Next(unsaid).s, 1001U);
-    EXPECT_EQ(clock.Next(unsaid).s, 1002U);
-    EXPECT_EQ(clock.Next(At(500)).s, 500U);
-    EXPECT_EQ(clock.Next(unsaid).s, 501U);
-}
-
-TEST(TapeClock, TheFirstCommandSaysWhen)
-{
-    TapeCommand unsaid;
-    unsaid.place = {"t", 4, 1};
-    TapeClock clock;
-    try {
-        clock.Next(unsaid);
-        FAIL();
-    } catch (const TapeError& error) {
-        EXPECT_STREQ(error.what(), "t:4:1: the first command of a tape needs the field \"em\"");
-    }
-}
-
-TEST(TapeClock, TheClockEnds)
-{
-    TapeCommand unsaid;
-    TapeClock clock;
-    EXPECT_EQ(clock.Next(At(0xFFFFFFFEU)).s, 0xFFFFFFFEU);
-    EXPECT_EQ(clock.Next(unsaid).s, 0xFFFFFFFFU);
-    EXPECT_THROW(clock.Next(unsaid), TapeError);
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 // When the commands of a tape start.
 #pragma once
 
-#include "bancada/fita/TapeCommand.h"
+#include "bancada/tape/TapeCommand.h"
 
 #include <optional>
 

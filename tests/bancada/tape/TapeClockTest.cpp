@@ -1,0 +1,52 @@
+// When the commands of a tape start.
+#include "bancada/tape/TapeClock.h"
+
+#include <gtest/gtest.h>
+
+using namespace bancada;
+
+namespace
+{
+
+TapeCommand At(UINT32 second)
+{
+    TapeCommand command;
+    command.place = {"t", 4, 1};
+    command.em = RtcAbsoluteTime(second);
+    return command;
+}
+
+TEST(TapeClock, ACommandWithoutInstantComesOneSecondLater)
+{
+    TapeCommand unsaid;
+    TapeClock clock;
+    EXPECT_EQ(clock.Next(At(1000)).s, 1000U);
+    EXPECT_EQ(clock.Next(unsaid).s, 1001U);
+    EXPECT_EQ(clock.Next(unsaid).s, 1002U);
+    EXPECT_EQ(clock.Next(At(500)).s, 500U);
+    EXPECT_EQ(clock.Next(unsaid).s, 501U);
+}
+
+TEST(TapeClock, TheFirstCommandSaysWhen)
+{
+    TapeCommand unsaid;
+    unsaid.place = {"t", 4, 1};
+    TapeClock clock;
+    try {
+        clock.Next(unsaid);
+        FAIL();
+    } catch (const TapeError& error) {
+        EXPECT_STREQ(error.what(), "t:4:1: the first command of a tape needs the field \"em\"");
+    }
+}
+
+TEST(TapeClock, TheClockEnds)
+{
+    TapeCommand unsaid;
+    TapeClock clock;
+    EXPECT_EQ(clock.Next(At(0xFFFFFFFEU)).s, 0xFFFFFFFEU);
+    EXPECT_EQ(clock.Next(unsaid).s, 0xFFFFFFFFU);
+    EXPECT_THROW(clock.Next(unsaid), TapeError);
+}
+
+} // namespace
