@@ -1,42 +1,42 @@
 #include "bancada/relatorio/Bobina.h"
 
-#include "bancada/relatorio/Texto.h"
+#include "bancada/relatorio/DisplayText.h"
 
 namespace bancada::relatorio
 {
 
-void Bobina::texto(std::string_view texto, std::size_t recuo)
+void Bobina::Print(std::string_view text, std::size_t indent)
 {
-    for (const std::string& linha : quebra(texto, LARGURA_BOBINA - recuo)) {
-        m_linhas.push_back(std::string(recuo, ' ') + linha);
+    for (const std::string& line : Wrap(text, BOBINA_COLUMNS - indent)) {
+        m_lines.push_back(std::string(indent, ' ') + line);
     }
 }
 
-void Bobina::centro(std::string_view texto)
+void Bobina::PrintCentered(std::string_view text)
 {
-    for (const std::string& linha : quebra(texto, LARGURA_BOBINA)) {
-        m_linhas.push_back(std::string((LARGURA_BOBINA - colunas(linha)) / 2, ' ') + linha);
+    for (const std::string& line : Wrap(text, BOBINA_COLUMNS)) {
+        m_lines.push_back(std::string((BOBINA_COLUMNS - ColumnCount(line)) / 2, ' ') + line);
     }
 }
 
-void Bobina::lados(std::string_view esquerda, std::string_view direita, std::size_t recuo)
+void Bobina::PrintSides(std::string_view left, std::string_view right, std::size_t indent)
 {
-    const std::string valor = corta(direita, LARGURA_BOBINA);
-    std::vector<std::string> linhas = quebra(esquerda, LARGURA_BOBINA - recuo);
-    for (std::string& linha : linhas) {
-        linha.insert(0, recuo, ' ');
+    const std::string value = Cut(right, BOBINA_COLUMNS);
+    std::vector<std::string> lines = Wrap(left, BOBINA_COLUMNS - indent);
+    for (std::string& line : lines) {
+        line.insert(0, indent, ' ');
     }
-    if (linhas.empty() || colunas(linhas.back()) + 1 + colunas(valor) > LARGURA_BOBINA) {
-        linhas.emplace_back();
+    if (lines.empty() || ColumnCount(lines.back()) + 1 + ColumnCount(value) > BOBINA_COLUMNS) {
+        lines.emplace_back();
     }
-    std::string& ultima = linhas.back();
-    ultima += aDireita(valor, LARGURA_BOBINA - colunas(ultima));
-    m_linhas.insert(m_linhas.end(), linhas.begin(), linhas.end());
+    std::string& last = lines.back();
+    last += AlignRight(value, BOBINA_COLUMNS - ColumnCount(last));
+    m_lines.insert(m_lines.end(), lines.begin(), lines.end());
 }
 
-void Bobina::regua(char traco)
+void Bobina::PrintRule(char mark)
 {
-    m_linhas.emplace_back(LARGURA_BOBINA, traco);
+    m_lines.emplace_back(BOBINA_COLUMNS, mark);
 }
 
 } // namespace bancada::relatorio

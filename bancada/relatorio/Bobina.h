@@ -1,3 +1,4 @@
+// The strip of paper that a document is printed on.
 #pragma once
 
 #include <cstddef>
@@ -5,35 +6,28 @@
 #include <string_view>
 #include <vector>
 
-#include "bancada/relatorio/Documento.h"
-
 namespace bancada::relatorio
 {
 
 // The width of the paper, in columns.
-constexpr std::size_t LARGURA_BOBINA = 48;
+constexpr std::size_t BOBINA_COLUMNS = 48;
 
-// A strip of paper: lines of at most LARGURA_BOBINA columns, whatever the texts hold.
+// A strip of paper: lines of at most BOBINA_COLUMNS columns, whatever the texts hold.
 class Bobina
 {
   public:
-    const std::vector<std::string>& linhas() const { return m_linhas; }
+    const std::vector<std::string>& Lines() const { return m_lines; }
 
     // Each wraps where the text is longer than the paper; an empty or blank text prints nothing.
-    void texto(std::string_view texto, std::size_t recuo = 0);
-    void centro(std::string_view texto);
-    // `esquerda` at `recuo` and `direita` at the right edge of the last line it takes.
-    void lados(std::string_view esquerda, std::string_view direita, std::size_t recuo = 0);
+    void Print(std::string_view text, std::size_t indent = 0);
+    void PrintCentered(std::string_view text);
+    // `left` at `indent` and `right` at the right edge of the last line it takes.
+    void PrintSides(std::string_view left, std::string_view right, std::size_t indent = 0);
     // The paper's width of one character.
-    void regua(char traco);
+    void PrintRule(char mark);
 
   private:
-    std::vector<std::string> m_linhas;
+    std::vector<std::string> m_lines;
 };
-
-// The document as its paper shows it, with its heading and its foot. The document is complete.
-// Says so where the database does not hold what the paper had: an opening or a closing that was
-// not logged, rows of a number that came twice and cannot be told apart.
-std::vector<std::string> imprime(const Documento& documento, const Estabelecimento& casa);
 
 } // namespace bancada::relatorio

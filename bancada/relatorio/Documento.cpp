@@ -1,52 +1,60 @@
 #include "bancada/relatorio/Documento.h"
 
-#include "bancada/relatorio/Texto.h"
+#include "bancada/relatorio/DisplayText.h"
 
 namespace bancada::relatorio
 {
 
-bool Documento::fechamentoRegistrado() const
+bool Documento::HasFechamento() const
 {
     if (tipo == TipoDocumento::CUPOM_FISCAL) {
-        return !emBranco(assinatura);
+        return !IsBlank(assinatura.Value());
     }
-    return !total.zero() || somaItens().zero();
+    return !total.IsZero() || SumItens().IsZero();
 }
 
-bool Documento::rateado() const
+bool Documento::IsRateado() const
 {
-    const bool ajustado = !desconto.valor.zero() || !acrescimo.valor.zero();
-    const Decimal soma = somaItens();
-    return ajustado && total.legivel && subtotal.legivel && total.unidades != subtotal.unidades &&
-           soma.legivel && soma.unidades == comCasas(total, soma.casas).unidades;
+    const bool adjusted = !desconto.valor.IsZero() || !acrescimo.valor.IsZero();
+    const Amount sum = SumItens();
+    return adjusted && total.IsKnown() && subtotal.IsKnown() && !IsSame(total, subtotal) &&
+           IsSame(total, sum);
 }
 
-Decimal Documento::somaItens() const
+Amount Documento::SumItens() const
 {
-    Decimal soma{0, 3, true};
+    Amount sum{0, 3};
     for (const Item& item : itens) {
-        if (!item.cancelado) {
-            soma = soma + item.liquido;
+        if (!item.cancelado.IsSet()) {
+            sum = sum + item.liquido;
         }
     }
-    return soma;
+    return sum;
 }
 
-Decimal Documento::somaPagamentos() const
+Amount Documento::SumPagamentos() const
 {
-    Decimal soma;
+    Amount sum;
     for (const Pagamento& pagamento : pagamentos) {
-        soma = soma + pagamento.saldo();
+        sum = sum + pagamento.Saldo();
     }
-    return soma;
+    return sum;
 }
 
-std::string titulo(const Documento& documento)
+std::string Documento::CanceladoMark() const
+{
+    if (!cancelado.IsKnown()) {
+        return "CANCELADO: " + cancelado.Raw();
+    }
+    return cancelado.IsSet() ? "CANCELADO" : "";
+}
+
+std::string Title(const Documento& documento)
 {
     static constexpr struct {
         const char* codigo;
-        const char* nome;
-    } NOMES[] = {
+        const char* title;
+    } NAMES[] = {
         {"LX", "LEITURA X"},
         {"MF", "LEITURA DA MEMÓRIA FISCAL"},
         {"CC", "COMPROVANTE CRÉDITO OU DÉBITO"},
@@ -56,14 +64,14 @@ std::string titulo(const Documento& documento)
         {"RZ", "REDUÇÃO Z"},
     };
     if (documento.tipo == TipoDocumento::CUPOM_FISCAL) {
-        return documento.adicional ? "CUPOM FISCAL ADICIONAL" : "CUPOM FISCAL";
+        return documento.adicional.IsSet() ? "CUPOM FISCAL ADICIONAL" : "CUPOM FISCAL";
     }
-    for (const auto& nome : NOMES) {
-        if (documento.codigo == nome.codigo) {
-            return nome.nome;
+    for (const auto& name : NAMES) {
+        if (documento.codigo.Value() == name.codigo) {
+            return name.title;
         }
     }
-    return "DOCUMENTO " + documento.codigo;
+    return "DOCUMENTO " + documento.codigo.Shown();
 }
 
 } // namespace bancada::relatorio

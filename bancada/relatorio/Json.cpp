@@ -9,98 +9,115 @@ namespace
 
 using Json = nlohmann::ordered_json;
 
-std::string texto(const Json& json, int recuo = -1)
+std::string JsonText(const Json& json, int indent = -1)
 {
-    return json.dump(recuo, ' ', false, Json::error_handler_t::replace);
+    return json.dump(indent, ' ', false, Json::error_handler_t::replace);
 }
 
-Json numero(const Decimal& valor, int minCasas = 2)
+Json ToJson(const Amount& amount, int minDecimals = 2)
 {
-    return valor.legivel ? Json(textoPonto(valor, minCasas)) : Json(nullptr);
+    return amount.IsKnown() ? Json(PointText(amount, minDecimals)) : Json(nullptr);
 }
 
-Json ajuste(const Ajuste& a)
+Json ToJson(const Integer& number)
 {
-    return {{"tipo", a.tipo}, {"percentual", numero(a.percentual)}, {"valor", numero(a.valor)}};
+    return number.IsKnown() ? Json(number.Value()) : Json(nullptr);
 }
 
-Json item(const Item& i, bool fiscal)
+Json ToJson(const Flag& flag)
 {
-    Json json{{"item", i.numero}};
+    return flag.IsKnown() ? Json(flag.IsSet()) : Json(nullptr);
+}
+
+Json ToJson(const Text& text)
+{
+    return text.State() == leitura::CellState::NULL_VALUE ? Json(nullptr) : Json(text.Shown());
+}
+
+Json ToJson(const Ajuste& a)
+{
+    return {
+        {"tipo", ToJson(a.tipo)}, {"percentual", ToJson(a.percentual)}, {"valor", ToJson(a.valor)}};
+}
+
+Json ToJson(const Item& i, bool fiscal)
+{
+    Json json{{"item", ToJson(i.numero)}};
     if (fiscal) {
-        json["codigo"] = i.codigo;
-        json["descricao"] = i.descricao;
-        json["quantidade"] = numero(i.quantidade, i.casasQuantidade);
-        json["unidade"] = i.unidade;
-        json["valor_unitario"] = numero(i.valorUnitario, i.casasValor);
-        json["aliquota"] = i.aliquota;
-        json["arredonda_trunca"] = i.arredondaTrunca;
+        json["codigo"] = ToJson(i.codigo);
+        json["descricao"] = ToJson(i.descricao);
+        json["quantidade"] = ToJson(i.quantidade, i.casasQuantidade);
+        json["unidade"] = ToJson(i.unidade);
+        json["valor_unitario"] = ToJson(i.valorUnitario, i.casasValor);
+        json["aliquota"] = ToJson(i.aliquota);
+        json["arredonda_trunca"] = ToJson(i.arredondaTrunca);
     } else {
-        json["totalizador"] = i.totalizador;
-        json["descricao"] = i.descricao;
+        json["totalizador"] = ToJson(i.totalizador);
+        json["descricao"] = ToJson(i.descricao);
     }
-    json["valor_bruto"] = numero(i.bruto());
-    json["desconto"] = ajuste(i.desconto);
-    json["acrescimo"] = ajuste(i.acrescimo);
-    json["acrescimo_cancelado"] = numero(i.acrescimoCancelado);
-    json["valor_liquido"] = numero(i.liquido);
-    json["cancelado"] = i.cancelado;
+    json["valor_bruto"] = ToJson(i.ValorBruto());
+    json["desconto"] = ToJson(i.desconto);
+    json["acrescimo"] = ToJson(i.acrescimo);
+    json["acrescimo_cancelado"] = ToJson(i.acrescimoCancelado);
+    json["valor_liquido"] = ToJson(i.liquido);
+    json["cancelado"] = ToJson(i.cancelado);
     return json;
 }
 
-Json pagamento(const Pagamento& p)
+Json ToJson(const Pagamento& p)
 {
-    return {{"meio", p.meio},
-            {"nome", p.nome},
-            {"valor", numero(p.valor)},
-            {"parcelas", p.parcelas},
-            {"info", p.info},
-            {"estornado", p.estornado},
-            {"valor_estornado", numero(p.valorEstornado)}};
+    return {{"meio", ToJson(p.meio)},
+            {"nome", ToJson(p.nome)},
+            {"valor", ToJson(p.valor)},
+            {"parcelas", ToJson(p.parcelas)},
+            {"info", ToJson(p.info)},
+            {"estornado", ToJson(p.estornado)},
+            {"valor_estornado", ToJson(p.valorEstornado)}};
 }
 
-Json imposto(const SomaImposto& s)
+Json ToJson(const SomaImposto& s)
 {
-    return {{"base", numero(s.base)},
-            {"imposto", numero(s.imposto)},
-            {"descontos", numero(s.descontos)},
-            {"acrescimos", numero(s.acrescimos)},
-            {"cancelamentos", numero(s.cancelamentos)}};
+    return {{"base", ToJson(s.base)},
+            {"imposto", ToJson(s.imposto)},
+            {"descontos", ToJson(s.descontos)},
+            {"acrescimos", ToJson(s.acrescimos)},
+            {"cancelamentos", ToJson(s.cancelamentos)}};
 }
 
-Json reducao(const ReducaoZ& z, bool completa)
+Json ToJson(const ReducaoZ& z, bool complete)
 {
-    Json json{{"crz", z.crz},
-              {"coo", z.coo},
-              {"gnf", z.gnf},
-              {"cro", z.cro},
-              {"emissao", z.emissao},
-              {"movimento", z.movimento},
-              {"gt", numero(z.gt)},
-              {"vb", numero(z.vb)},
-              {"icms", imposto(z.icms)},
-              {"issqn", imposto(z.issqn)},
-              {"segundos_operacional", z.segundosOperacional},
-              {"segundos_emitindo_documentos", z.segundosEmitindo}};
-    if (!completa) {
+    Json json{{"crz", ToJson(z.crz)},
+              {"coo", ToJson(z.coo)},
+              {"gnf", ToJson(z.gnf)},
+              {"cro", ToJson(z.cro)},
+              {"emissao", ToJson(z.emissao)},
+              {"movimento", ToJson(z.movimento)},
+              {"gt", ToJson(z.gt)},
+              {"vb", ToJson(z.vb)},
+              {"icms", ToJson(z.icms)},
+              {"issqn", ToJson(z.issqn)},
+              {"segundos_operacional", ToJson(z.segundosOperacional)},
+              {"segundos_emitindo_documentos", ToJson(z.segundosEmitindo)}};
+    if (!complete) {
         return json;
     }
     Json& totalizadores = json["totalizadores"] = Json::array();
     for (const TotalizadorReducao& t : z.totalizadores) {
-        totalizadores.push_back({{"totalizador", t.codigo},
-                                 {"valor", numero(t.valor)},
-                                 {"fiscal", t.fiscal},
-                                 {"imposto", numero(t.imposto)}});
+        totalizadores.push_back({{"totalizador", ToJson(t.codigo)},
+                                 {"valor", ToJson(t.valor)},
+                                 {"fiscal", ToJson(t.fiscal)},
+                                 {"imposto", ToJson(t.imposto)}});
     }
     Json& meios = json["meios_pagamento"] = Json::array();
     for (const MeioReducao& m : z.meios) {
-        meios.push_back(
-            {{"indice", m.indice}, {"descricao", m.descricao}, {"valor", numero(m.valor)}});
+        meios.push_back({{"indice", ToJson(m.indice)},
+                         {"descricao", ToJson(m.descricao)},
+                         {"valor", ToJson(m.valor)}});
     }
     return json;
 }
 
-const char* nomeDoTipo(TipoDocumento tipo)
+const char* NameOf(TipoDocumento tipo)
 {
     switch (tipo) {
     case TipoDocumento::CUPOM_FISCAL:
@@ -115,100 +132,104 @@ const char* nomeDoTipo(TipoDocumento tipo)
     return "outro";
 }
 
-Json documento(const Documento& d, bool completo)
+Json ToJson(const Documento& d, bool complete)
 {
-    Json json{{"tipo", nomeDoTipo(d.tipo)}, {"coo", d.coo}, {"crz", d.crz}, {"inicio", d.inicio}};
+    Json json{{"tipo", NameOf(d.tipo)},
+              {"coo", ToJson(d.coo)},
+              {"crz", ToJson(d.crz)},
+              {"inicio", ToJson(d.inicio)}};
     if (d.tipo == TipoDocumento::CUPOM_FISCAL) {
-        json["ccf"] = d.ccf;
+        json["ccf"] = ToJson(d.ccf);
     } else {
-        json["documento"] = d.codigo;
-        json["gnf"] = d.gnf;
-        if (!d.fim.empty()) {
-            json["fim"] = d.fim;
+        json["documento"] = ToJson(d.codigo);
+        json["gnf"] = ToJson(d.gnf);
+        if (!d.fim.Shown().empty()) {
+            json["fim"] = ToJson(d.fim);
         }
     }
     if (d.tipo == TipoDocumento::OUTRO) {
-        json["grg"] = d.grg;
-        json["cdc"] = d.cdc;
+        json["grg"] = ToJson(d.grg);
+        json["cdc"] = ToJson(d.cdc);
     }
     if (d.reducao) {
-        json["reducao"] = reducao(*d.reducao, completo);
+        json["reducao"] = ToJson(*d.reducao, complete);
     }
-    if (!d.cupom()) {
+    if (!d.IsCupom()) {
         return json;
     }
 
-    json["cancelado"] = d.cancelado;
-    json["cpf_cnpj"] = d.cpfCnpj;
-    json["nome"] = d.nome;
-    json["subtotal"] = numero(d.subtotal);
-    json["desconto"] = ajuste(d.desconto);
-    json["acrescimo"] = ajuste(d.acrescimo);
-    json["acrescimo_cancelado"] = numero(d.acrescimoCancelado);
-    json["total"] = numero(d.total);
+    json["cancelado"] = ToJson(d.cancelado);
+    json["cpf_cnpj"] = ToJson(d.cpfCnpj);
+    json["nome"] = ToJson(d.nome);
+    json["subtotal"] = ToJson(d.subtotal);
+    json["desconto"] = ToJson(d.desconto);
+    json["acrescimo"] = ToJson(d.acrescimo);
+    json["acrescimo_cancelado"] = ToJson(d.acrescimoCancelado);
+    json["total"] = ToJson(d.total);
     if (d.tipo == TipoDocumento::CUPOM_FISCAL) {
-        json["endereco"] = d.endereco;
-        json["troco"] = numero(d.troco);
-        json["mensagem"] = d.mensagem;
-        json["aplicativo"] = d.aplicativo;
-        json["chave"] = d.chave;
-        json["assinatura"] = d.assinatura;
-        json["adicional"] = d.adicional;
+        json["endereco"] = ToJson(d.endereco);
+        json["troco"] = ToJson(d.troco);
+        json["mensagem"] = ToJson(d.mensagem);
+        json["aplicativo"] = ToJson(d.aplicativo);
+        json["chave"] = ToJson(d.chave);
+        json["assinatura"] = ToJson(d.assinatura);
+        json["adicional"] = ToJson(d.adicional);
     }
-    if (!completo) {
+    if (!complete) {
         return json;
     }
-    json["abertura_registrada"] = d.aberturaRegistrada;
-    json["fechamento_registrado"] = d.fechamentoRegistrado();
-    json["linhas_incertas"] = d.linhasIncertas;
+    json["abertura_registrada"] = d.hasAbertura;
+    json["fechamento_registrado"] = d.HasFechamento();
+    json["linhas_incertas"] = d.rowsUncertain;
     Json& itens = json["itens"] = Json::array();
     for (const Item& i : d.itens) {
-        itens.push_back(item(i, d.tipo == TipoDocumento::CUPOM_FISCAL));
+        itens.push_back(ToJson(i, d.tipo == TipoDocumento::CUPOM_FISCAL));
     }
     Json& pagamentos = json["pagamentos"] = Json::array();
     for (const Pagamento& p : d.pagamentos) {
-        pagamentos.push_back(pagamento(p));
+        pagamentos.push_back(ToJson(p));
     }
     return json;
 }
 
 // One document a line, so that nothing but the line at hand is held.
-class Escritor final : public Visitante
+class JsonWriter final : public JornadaVisitor
 {
   public:
-    explicit Escritor(std::ostream& saida) : m_saida(saida) {}
+    explicit JsonWriter(std::ostream& out) : m_out(out) {}
 
-    void abreDia(const Dia& dia) override
+    void BeginJornada(const Jornada& jornada) override
     {
-        m_saida << (m_primeiroDia ? "\n" : ",\n") << "{\"crz\":" << dia.crz
-                << ",\"reducao\":" << (dia.reducao ? texto(reducao(*dia.reducao, false)) : "null")
-                << ",\"documentos\":[";
-        m_primeiroDia = false;
-        m_primeiroDocumento = true;
+        m_out << (m_firstJornada ? "\n" : ",\n") << "{\"crz\":" << JsonText(ToJson(jornada.crz))
+              << ",\"reducao\":"
+              << (jornada.reducao ? JsonText(ToJson(*jornada.reducao, false)) : "null")
+              << ",\"documentos\":[";
+        m_firstJornada = false;
+        m_firstDocumento = true;
     }
 
-    void documento(Documento& d) override
+    void VisitDocumento(Documento& documento) override
     {
-        m_saida << (m_primeiroDocumento ? "\n" : ",\n") << texto(relatorio::documento(d, false));
-        m_primeiroDocumento = false;
+        m_out << (m_firstDocumento ? "\n" : ",\n") << JsonText(ToJson(documento, false));
+        m_firstDocumento = false;
     }
 
-    void fechaDia(const Dia&) override { m_saida << "]}"; }
+    void EndJornada(const Jornada&) override { m_out << "]}"; }
 
   private:
-    std::ostream& m_saida;
-    bool m_primeiroDia = true;
-    bool m_primeiroDocumento = true;
+    std::ostream& m_out;
+    bool m_firstJornada = true;
+    bool m_firstDocumento = true;
 };
 
 } // namespace
 
-void escreveListaJson(Leitor& leitor, const Losses* losses, std::ostream& saida)
+void WriteListJson(Report& report, const Losses* losses, std::ostream& out)
 {
-    saida << "{\"dias\":[";
-    Escritor escritor(saida);
-    leitor.percorre(escritor);
-    saida << ']';
+    out << "{\"dias\":[";
+    JsonWriter writer(out);
+    report.Walk(writer);
+    out << ']';
     if (losses) {
         Json rejected = Json::array();
         for (const RejectedStatement& one : losses->rejected) {
@@ -222,30 +243,29 @@ void escreveListaJson(Leitor& leitor, const Losses* losses, std::ostream& saida)
         for (const LostCommand& one : losses->lost) {
             lost.push_back({{"linha", one.line}, {"instante", one.time}, {"motivo", one.reason}});
         }
-        saida << ",\"instrucoes_rejeitadas\":" << texto(rejected)
-              << ",\"comandos_perdidos\":" << texto(lost);
+        out << ",\"instrucoes_rejeitadas\":" << JsonText(rejected)
+            << ",\"comandos_perdidos\":" << JsonText(lost);
     }
-    saida << "}\n";
+    out << "}\n";
 }
 
-void escreveDocumentosJson(std::int64_t coo, const std::vector<Documento>& documentos,
-                           std::ostream& saida)
+void WriteDocumentosJson(std::int64_t coo, const std::vector<Documento>& documentos,
+                         std::ostream& out)
 {
-    Json lista = Json::array();
+    Json list = Json::array();
     for (const Documento& d : documentos) {
-        lista.push_back(documento(d, true));
+        list.push_back(ToJson(d, true));
     }
-    saida << texto({{"coo", coo}, {"documentos", std::move(lista)}}, 2) << '\n';
+    out << JsonText({{"coo", coo}, {"documentos", std::move(list)}}, 2) << '\n';
 }
 
-void escreveReducoesJson(std::int64_t crz, const std::vector<ReducaoZ>& reducoes,
-                         std::ostream& saida)
+void WriteReducoesJson(std::int64_t crz, const std::vector<ReducaoZ>& reducoes, std::ostream& out)
 {
-    Json lista = Json::array();
+    Json list = Json::array();
     for (const ReducaoZ& z : reducoes) {
-        lista.push_back(reducao(z, true));
+        list.push_back(ToJson(z, true));
     }
-    saida << texto({{"crz", crz}, {"reducoes", std::move(lista)}}, 2) << '\n';
+    out << JsonText({{"crz", crz}, {"reducoes", std::move(list)}}, 2) << '\n';
 }
 
 } // namespace bancada::relatorio

@@ -1,17 +1,17 @@
 #include "bancada/relatorio/Show.h"
 
-#include <filesystem>
-#include <fstream>
-
 #include "bancada/Unusable.h"
 #include "bancada/log/Losses.h"
-#include "bancada/relatorio/Bobina.h"
+#include "bancada/relatorio/DisplayText.h"
+#include "bancada/relatorio/DocumentoPrint.h"
+#include "bancada/relatorio/DocumentoRows.h"
+#include "bancada/relatorio/HtmlPage.h"
+#include "bancada/relatorio/JornadaList.h"
 #include "bancada/relatorio/Json.h"
-#include "bancada/relatorio/Leitor.h"
-#include "bancada/relatorio/Linhas.h"
-#include "bancada/relatorio/Lista.h"
-#include "bancada/relatorio/Pagina.h"
-#include "bancada/relatorio/Texto.h"
+#include "bancada/relatorio/Report.h"
+
+#include <filesystem>
+#include <fstream>
 
 namespace bancada
 {
@@ -20,71 +20,73 @@ namespace
 
 using namespace relatorio;
 
-void imprimeTodos(Leitor& leitor, const std::vector<Documento>& documentos, std::ostream& out)
+void PrintAll(Report& report, const std::vector<Documento>& documentos, std::ostream& out)
 {
-    const Estabelecimento casa = leitor.estabelecimento();
+    const Estabelecimento estabelecimento = report.Names().ReadEstabelecimento();
     for (std::size_t i = 0; i < documentos.size(); ++i) {
         out << (i > 0 ? "\n" : "");
-        for (const std::string& linha : imprime(documentos[i], casa)) {
-            out << linha << '\n';
+        for (const std::string& line : PrintDocumento(documentos[i], estabelecimento)) {
+            out << line << '\n';
         }
     }
 }
 
-bool mostraCoo(Leitor& leitor, const ShowOptions& options, std::ostream& out, std::ostream& errors)
+bool ShowCoo(Report& report, const ShowOptions& options, std::ostream& out, std::ostream& errors)
 {
-    const std::vector<Documento> documentos = leitor.documentos(*options.coo);
+    const std::vector<Documento> documentos = report.Documentos().WithCoo(*options.coo);
     if (documentos.empty()) {
         errors << options.database << ": no document has the COO " << *options.coo << '\n';
         return false;
     }
     if (options.json) {
-        escreveDocumentosJson(*options.coo, documentos, out);
+        WriteDocumentosJson(*options.coo, documentos, out);
     } else {
-        imprimeTodos(leitor, documentos, out);
+        PrintAll(report, documentos, out);
     }
     return true;
 }
 
-bool mostraCrz(Leitor& leitor, const ShowOptions& options, std::ostream& out, std::ostream& errors)
+bool ShowCrz(Report& report, const ShowOptions& options, std::ostream& out, std::ostream& errors)
 {
-    const std::vector<ReducaoZ> reducoes = leitor.reducoes(*options.crz);
+    std::vector<ReducaoZ> reducoes = report.Reducoes().WithCrz(*options.crz);
     if (reducoes.empty()) {
         errors << options.database << ": there is no Z reduction " << *options.crz;
-        if (const std::int64_t cupons = leitor.cuponsDoDia(*options.crz); cupons > 0) {
+        if (const std::int64_t cupons = report.Documentos().CountCuponsOf(*options.crz);
+            cupons > 0) {
             errors << " (" << cupons << " receipts wait for it)";
         }
         errors << '\n';
         return false;
     }
-    if (options.json) {
-        escreveReducoesJson(*options.crz, reducoes, out);
-        return true;
-    }
     std::vector<Documento> documentos;
-    for (const ReducaoZ& reducao : reducoes) {
-        documentos.push_back(documentoDaReducao(reducao));
+    for (ReducaoZ& reducao : reducoes) {
+        report.Reducoes().Complete(reducao);
+        documentos.push_back(DocumentoOf(reducao));
     }
-    imprimeTodos(leitor, documentos, out);
+    if (options.json) {
+        WriteReducoesJson(*options.crz, reducoes, out);
+    } else {
+        PrintAll(report, documentos, out);
+    }
     return true;
 }
 
-bool mostraPagina(Leitor& leitor, const ShowOptions& options, const Losses* losses,
-                  std::ostream& errors)
+bool ShowPage(Report& report, const ShowOptions& options, const Losses* losses,
+              std::ostream& errors)
 {
-    if (options.crz && leitor.reducoes(*options.crz).empty() &&
-        leitor.cuponsDoDia(*options.crz) == 0) {
+    if (options.crz && report.Reducoes().WithCrz(*options.crz).empty() &&
+        report.Documentos().CountCuponsOf(*options.crz) == 0) {
         errors << options.database << ": there is no day of the Z reduction " << *options.crz
                << '\n';
         return false;
     }
-    std::ofstream arquivo(options.html, std::ios::binary | std::ios::trunc);
-    if (arquivo) {
-        const std::string nome = std::filesystem::path(options.database).filename().string();
-        escrevePagina(leitor, {nome, options.crz, losses}, arquivo);
-        arquivo.close();
+    std::ofstream file(options.html, std::ios::binary | std::ios::trunc);
+    if (file) {
+        const std::string name = std::filesystem::path(options.database).filename().string();
+        WriteHtmlPage(report, {name, options.crz, losses}, file);
+        file.close();
     }
-    if (!arquivo) {
+    if (!file) {
         throw Unusable(options.html + ": cannot be written");
     }
     return true;
@@ -94,25 +96,22 @@ void ListLosses(const Losses& losses, std::ostream& out)
 {
     out << "\nRejected statements: " << losses.rejected.size() << '\n';
     for (const RejectedStatement& one : losses.rejected) {
-        out << "  " << formataDataHora(one.time) << "  command " << one.command << ": "
-            << utf8(caracteres(one.error)) << "\n    " << utf8(caracteres(one.statement)) << '\n';
+        out << "  " << FormatDateTime(one.time) << "  command " << one.command << ": "
+            << Disarmed(one.error) << "\n    " << Disarmed(one.statement) << '\n';
     }
     out << "Lost commands: " << losses.lost.size() << '\n';
     for (const LostCommand& one : losses.lost) {
-        out << "  " << formataDataHora(one.time) << "  " << utf8(caracteres(one.reason)) << '\n';
+        out << "  " << FormatDateTime(one.time) << "  " << Disarmed(one.reason) << '\n';
     }
 }
 
-} // namespace
-
-bool Show(const ShowOptions& options, std::ostream& out, std::ostream& errors)
+bool ShowFrom(Report& report, const ShowOptions& options, std::ostream& out, std::ostream& errors)
 {
-    Leitor leitor(options.database);
     if (options.coo) {
-        return mostraCoo(leitor, options, out, errors);
+        return ShowCoo(report, options, out, errors);
     }
     if (options.crz && options.html.empty()) {
-        return mostraCrz(leitor, options, out, errors);
+        return ShowCrz(report, options, out, errors);
     }
     Losses read;
     const Losses* losses = nullptr;
@@ -121,17 +120,27 @@ bool Show(const ShowOptions& options, std::ostream& out, std::ostream& errors)
         losses = &read;
     }
     if (!options.html.empty()) {
-        return mostraPagina(leitor, options, losses, errors);
+        return ShowPage(report, options, losses, errors);
     }
     if (options.json) {
-        escreveListaJson(leitor, losses, out);
+        WriteListJson(report, losses, out);
         return true;
     }
-    escreveLista(leitor, out);
+    WriteList(report, out);
     if (losses) {
         ListLosses(*losses, out);
     }
     return true;
+}
+
+} // namespace
+
+bool Show(const ShowOptions& options, std::ostream& out, std::ostream& errors)
+{
+    Report report(options.database);
+    const bool shown = ShowFrom(report, options, out, errors);
+    report.Database().ConfirmUnchanged();
+    return shown;
 }
 
 } // namespace bancada

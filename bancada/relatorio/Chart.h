@@ -1,0 +1,22 @@
+// Plots as inline SVG. Colours and text sizes come from the page's style classes; every text of the
+// database is escaped.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "bancada/relatorio/Vendas.h"
+
+namespace bancada::relatorio
+{
+
+// 24 columns, one an hour of the day.
+std::string ChartByHora(const std::vector<VendaHora>& horas);
+
+// One bar a payment means, the largest first.
+std::string ChartByMeio(std::vector<VendaMeio> meios);
+
+// The name of a payment means, or its number where it has none.
+std::string NameOrNumber(const VendaMeio& meio);
+
+} // namespace bancada::relatorio

@@ -1,0 +1,33 @@
+// One HTML page that shows a database in the browser.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "bancada/log/Losses.h"
+#include "bancada/relatorio/Report.h"
+
+namespace bancada::relatorio
+{
+
+// One HTML page that needs nothing from elsewhere: days, receipts on paper strips, sales by hour
+// and by payment means, rejected statements. Written as the database is read, so that its size does
+// not matter to the writer. Every text of the database is escaped, and the page's own policy runs
+// no script but its own.
+struct HtmlPage {
+    // What the page calls the database.
+    std::string name;
+    // This jornada alone.
+    std::optional<std::int64_t> crz;
+    // From the firmware log; null where none was given. Of the whole log, also on a page of one
+    // jornada.
+    const Losses* losses = nullptr;
+};
+
+// `out` is not flushed. Throws Unusable where the database cannot be read.
+void WriteHtmlPage(Report& report, const HtmlPage& page, std::ostream& out);
+
+} // namespace bancada::relatorio

@@ -1,0 +1,141 @@
+#include "bancada/relatorio/JornadaWalk.h"
+
+#include "bancada/relatorio/DocumentoRows.h"
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <utility>
+
+namespace bancada::relatorio
+{
+namespace
+{
+
+// The documents of one table, in the order of its rows, one ahead.
+class Stream
+{
+  public:
+    // `read` answers the next one, nothing after the last.
+    explicit Stream(std::function<std::optional<Documento>()> read) : m_read(std::move(read))
+    {
+        m_head = m_read();
+    }
+
+    const std::optional<Documento>& Head() const { return m_head; }
+
+    Documento Take()
+    {
+        Documento documento = std::move(*m_head);
+        m_head = m_read();
+        return documento;
+    }
+
+  private:
+    std::function<std::optional<Documento>()> m_read;
+    std::optional<Documento> m_head;
+};
+
+// A stream of a table's rows, each made a document by `documentoOf`, which answers nothing for a
+// row that is none.
+template <typename Record, typename DocumentoOf>
+Stream StreamOf(leitura::Rows<Record>& rows, DocumentoOf documentoOf)
+{
+    return Stream([&rows, documentoOf]() -> std::optional<Documento> {
+        Record row;
+        while (rows.Next(row)) {
+            if (std::optional<Documento> documento = documentoOf(row)) {
+                return documento;
+            }
+        }
+        return {};
+    });
+}
+
+// The jornada of each document of a walk, in its order.
+class Calendar
+{
+  public:
+    Integer CrzOf(const Documento& d)
+    {
+        if (d.tipo == TipoDocumento::OUTRO && d.codigo.Value() != "RZ") {
+            // Filed under the last reduction made; under 1 both before and after the first.
+            if (d.crz.Value() > 1) {
+                return m_crz = Next(d.crz);
+            }
+            return m_crz = m_lastZ == 1 || m_crz.Value() == 2 ? 2 : 1;
+        }
+        if (!d.IsCupom()) {
+            m_lastZ = d.crz.Value();
+        }
+        return m_crz = d.crz;
+    }
+
+  private:
+    // The one after, where there is any.
+    static Integer Next(const Integer& crz)
+    {
+        return crz.Value() < INT64_MAX ? Integer(crz.Value() + 1) : crz;
+    }
+
+    std::int64_t m_lastZ = 0;
+    Integer m_crz;
+};
+
+bool IsSameCrz(const Integer& a, const Integer& b)
+{
+    return a.Value() == b.Value() && a.Raw() == b.Raw();
+}
+
+} // namespace
+
+void WalkJornadas(const leitura::DatabaseReading& database, DocumentoReader& documentos,
+                  ReducaoReader& reducoes, JornadaVisitor& visitor)
+{
+    constexpr const char* IN_ORDER = "ORDER BY rowid";
+    leitura::Rows<leitura::CupomFiscalRow> fiscais(database, leitura::CupomFiscalTable(), IN_ORDER);
+    leitura::Rows<leitura::CupomNfRow> nfs(database, leitura::CupomNfTable(), IN_ORDER);
+    leitura::Rows<leitura::OutroDocumentoRow> outros(database, leitura::OutroDocumentoTable(),
+                                                     IN_ORDER);
+    leitura::Rows<leitura::ReducaoZRow> zs(database, leitura::ReducaoZTable(), IN_ORDER);
+    using Found = std::optional<Documento>;
+    std::array<Stream, 4> streams{
+        StreamOf(fiscais, [](const auto& row) -> Found { return CupomFiscalOf(row); }),
+        StreamOf(nfs, [&](const auto& row) -> Found { return documentos.ReadComprovante(row); }),
+        StreamOf(outros,
+                 [&](const auto& row) -> Found {
+                     return documentos.IsDocumentoItself(row) ? Found(OutroDocumentoOf(row))
+                                                              : Found();
+                 }),
+        StreamOf(zs, [](const auto& row) -> Found { return DocumentoOf(ReducaoOf(row)); }),
+    };
+
+    Calendar calendar;
+    std::optional<Jornada> jornada;
+    for (;;) {
+        Stream* first = nullptr;
+        for (Stream& stream : streams) {
+            if (stream.Head() && (!first || IsIssuedBefore(*stream.Head(), *first->Head()))) {
+                first = &stream;
+            }
+        }
+        if (!first) {
+            break;
+        }
+        Documento documento = first->Take();
+        const Integer crz = calendar.CrzOf(documento);
+        if (!jornada || !IsSameCrz(jornada->crz, crz)) {
+            if (jornada) {
+                visitor.EndJornada(*jornada);
+            }
+            jornada = Jornada{crz, reducoes.ClosingOf(crz, documento.inicio)};
+            visitor.BeginJornada(*jornada);
+        }
+        visitor.VisitDocumento(documento);
+    }
+    if (jornada) {
+        visitor.EndJornada(*jornada);
+    }
+}
+
+} // namespace bancada::relatorio

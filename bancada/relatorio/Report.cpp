@@ -1,0 +1,27 @@
+#include "bancada/relatorio/Report.h"
+
+namespace bancada::relatorio
+{
+namespace
+{
+
+const leitura::DatabaseReading& Accepted(const leitura::DatabaseReading& database)
+{
+    leitura::RequireTables(database);
+    return database;
+}
+
+} // namespace
+
+Report::Report(const std::string& path)
+    : m_database(path), m_cadastro(Accepted(m_database)), m_reducoes(m_database),
+      m_documentos(m_database, m_cadastro, m_reducoes)
+{
+}
+
+void Report::Walk(JornadaVisitor& visitor)
+{
+    WalkJornadas(m_database, m_documentos, m_reducoes, visitor);
+}
+
+} // namespace bancada::relatorio

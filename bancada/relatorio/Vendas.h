@@ -1,0 +1,43 @@
+// What was sold: by hour, by payment means, and the change that was given.
+#pragma once
+
+#include "bancada/leitura/DatabaseReading.h"
+#include "bancada/relatorio/Cadastro.h"
+#include "bancada/relatorio/Documento.h"
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace bancada::relatorio
+{
+
+struct VendaHora {
+    std::int64_t cupons = 0;
+    Amount valor;
+};
+
+struct VendaMeio {
+    Integer indice;
+    // Empty where the means is not programmed.
+    Text nome;
+    std::int64_t pagamentos = 0;
+    Amount valor;
+};
+
+// Each is of one jornada when `crz` is given, and throws Unusable where the database cannot be
+// read. An amount that is not known is left out of a sum.
+
+// 24 hours of fiscal receipts that are not cancelled.
+std::vector<VendaHora> ReadVendasByHora(const leitura::DatabaseReading& database,
+                                        std::optional<std::int64_t> crz);
+
+// What the payments of receipts of either kind that are not cancelled came to, by means. Change is
+// not taken off.
+std::vector<VendaMeio> ReadVendasByMeio(const leitura::DatabaseReading& database,
+                                        Cadastro& cadastro, std::optional<std::int64_t> crz);
+
+// The change of the same fiscal receipts; that of non-fiscal ones is not logged.
+Amount ReadTroco(const leitura::DatabaseReading& database, std::optional<std::int64_t> crz);
+
+} // namespace bancada::relatorio

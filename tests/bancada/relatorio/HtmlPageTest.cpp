@@ -1,0 +1,164 @@
+// The HTML page, as text; tests/bancada/show_page.py opens it in a browser.
+#include <string>
+
+#include <gmock/gmock.h>
+
+#include "tests/bancada/relatorio/ShowTest.h"
+
+namespace bancada::show_test
+{
+namespace
+{
+
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+class HtmlPage : public Sample
+{
+  protected:
+    // Writes the page and keeps it in `page`.
+    void WritePage(ShowOptions options = {})
+    {
+        options.html = File("pagina.html");
+        RunShow(options);
+        if (result == SHOWN) {
+            page = ReadFile(options.html);
+        }
+    }
+
+    std::string page;
+};
+
+TEST_F(HtmlPage, HoldsTheSumsOfWhatIsNotCancelled)
+{
+    WriteSample();
+    WritePage();
+    EXPECT_EQ(result, SHOWN) << error;
+    EXPECT_THAT(page, HasSubstr("<b>R$ 1.274,32</b>"));
+    EXPECT_THAT(page, HasSubstr("<td>17 h</td><td class=\"num\">1</td>"
+                                "<td class=\"num\">1.240,00</td>"));
+    // 30.00 + 32.10 + 5.00; the cancelled non-fiscal receipt's 19.00 is not in it.
+    EXPECT_THAT(page, HasSubstr("<td>Dinheiro</td><td class=\"num\">3</td>"
+                                "<td class=\"num\">67,10</td>"));
+    // What was moved to the cheque is not in it.
+    EXPECT_THAT(page, HasSubstr("<td>Cartão de crédito</td><td class=\"num\">1</td>"
+                                "<td class=\"num\">1.000,00</td>"));
+    EXPECT_THAT(page, HasSubstr("Change of R$ 0,68"));
+}
+
+TEST_F(HtmlPage, CountsAndListsRejectedStatementsAndLostCommands)
+{
+    WriteSample();
+    std::ofstream(File("firmware.log"))
+        << "2024-03-15 11:05:40\tDBLoggerExecuteSQL: Erro executando SQL Code. Comando:'12', "
+           "Erro:'no such table: <x>'\n"
+        << "2024-03-15 11:05:40\tUPDATE <x> SET y\n"
+        << "2024-03-15 11:06:00\tLogDatabase: the rows of this command are lost: <full>\n"
+        << "2024-03-15 11:06:10\tLogDatabase: the rows of this command are lost: locked\n";
+    ShowOptions options;
+    options.log = File("firmware.log");
+    WritePage(options);
+    EXPECT_THAT(page, HasSubstr("<b>1</b><span>rejected statements</span>"));
+    EXPECT_THAT(page, HasSubstr("<b>2</b><span>lost commands</span>"));
+    EXPECT_THAT(page,
+                HasSubstr("<b>15/03/2024 11:05:40</b> command 12, statement rejected, log line 1: "
+                          "<span class=\"marca\">no such table: &lt;x&gt;</span></p>"
+                          "<pre>UPDATE &lt;x&gt; SET y</pre>"));
+    EXPECT_THAT(page, HasSubstr("<b>15/03/2024 11:06:00</b> command lost, log line 3: "
+                                "<span class=\"marca\">&lt;full&gt;</span></p>"));
+}
+
+TEST_F(HtmlPage, OfOneDayHoldsThatDayAlone)
+{
+    WriteSample();
+    ShowOptions options;
+    options.crz = 2;
+    WritePage(options);
+    EXPECT_THAT(page, HasSubstr("data-coo=\"113\""));
+    EXPECT_THAT(page, HasSubstr("data-coo=\"112\""));
+    EXPECT_THAT(page, Not(HasSubstr("data-coo=\"102\"")));
+    EXPECT_THAT(page, HasSubstr("<b>R$ 5,00</b>"));
+    EXPECT_THAT(page, Not(HasSubstr("1.240,00")));
+}
+
+TEST_F(HtmlPage, OfADayThatIsNotThereIsNotWritten)
+{
+    WriteSample();
+    ShowOptions options;
+    options.crz = 9;
+    WritePage(options);
+    EXPECT_EQ(result, NOT_THERE);
+    EXPECT_EQ(error, Database() + ": there is no day of the Z reduction 9\n");
+    EXPECT_FALSE(std::filesystem::exists(File("pagina.html")));
+}
+
+// Every text column of every table, and the log, with a text that breaks out of elements, quoted
+// attributes, the title, the style and the script.
+TEST_F(HtmlPage, NoTextOfTheDatabaseIsMarkup)
+{
+    WriteSample();
+    const std::string hostile =
+        "</title></style></script></pre><script>alert(1)</script>"
+        "<img src=x onerror=alert(1)>\" onload=\"alert(1)' onload='alert(1)";
+    std::string sql;
+    for (const auto& [table, column] : LogSchemaColumns()) {
+        const bool key = column.rfind("cont_", 0) == 0 || column.rfind("num_ecf", 0) == 0 ||
+                         column.rfind("seq_", 0) == 0 || column.rfind("num_indice", 0) == 0 ||
+                         column.rfind("indice_", 0) == 0;
+        if (!key) {
+            sql += "UPDATE " + table + " SET " + column + " = '";
+            for (const char c : hostile) {
+                sql += c == '\'' ? "''" : std::string(1, c);
+            }
+            sql += "';";
+        }
+    }
+    Write(sql);
+    std::ofstream(File("firmware.log"))
+        << "2024-03-15 11:05:40\tDBLoggerExecuteSQL: Erro executando SQL Code. Comando:'12', Erro:'"
+        << hostile << "'\n2024-03-15 11:05:40\t" << hostile << '\n';
+    ShowOptions options;
+    options.log = File("firmware.log");
+    WritePage(options);
+    ASSERT_EQ(result, SHOWN) << error;
+    EXPECT_THAT(page, HasSubstr("&lt;script&gt;alert(1)"));
+    EXPECT_THAT(page, Not(HasSubstr("<script>alert")));
+    EXPECT_THAT(page, Not(HasSubstr("<img")));
+    EXPECT_THAT(page, Not(HasSubstr("\" onload")));
+    EXPECT_THAT(page, Not(HasSubstr("' onload")));
+    const auto times = [this](const std::string& part) {
+        int n = 0;
+        for (std::size_t i = page.find(part); i != std::string::npos; i = page.find(part, i + 1)) {
+            ++n;
+        }
+        return n;
+    };
+    EXPECT_EQ(times("<script>"), 1);
+    EXPECT_EQ(times("</script>"), 1);
+    EXPECT_EQ(times("</style>"), 1);
+    EXPECT_EQ(times("</title>"), times("<title>"));
+}
+
+TEST_F(HtmlPage, NeedsNothingFromElsewhere)
+{
+    WriteSample();
+    WritePage();
+    for (const char* address : {"http:", "https:", "src=", "@import", "url(", "<link"}) {
+        const std::string own = page.substr(0, page.find("data-coo=\"113\""));
+        EXPECT_THAT(own, Not(HasSubstr(address))) << address;
+    }
+}
+
+TEST_F(HtmlPage, OfAnEmptyDatabase)
+{
+    Write("");
+    WritePage();
+    EXPECT_EQ(result, SHOWN);
+    EXPECT_THAT(page, HasSubstr("<title>registro.db</title>"));
+    EXPECT_THAT(page, HasSubstr("No documents."));
+    EXPECT_THAT(page, HasSubstr("No payments."));
+    EXPECT_THAT(page, HasSubstr("No firmware log was given."));
+}
+
+} // namespace
+} // namespace bancada::show_test

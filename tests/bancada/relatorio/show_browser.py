@@ -1,0 +1,256 @@
+"""Opens the page of `ecf-bancada show --html` in headless Chromium and clicks through it.
+
+Usage: show_browser.py PROGRAM SOURCE_DIR [SCREENSHOT]
+
+With SCREENSHOT the whole page is saved there, in the light and in the dark scheme
+(SCREENSHOT-light.png, SCREENSHOT-dark.png). Ends with 77 where there is no browser to drive.
+"""
+import os
+import pathlib
+import re
+import shutil
+import sqlite3
+import subprocess
+import sys
+import tempfile
+import unittest
+
+try:
+    from selenium import webdriver
+    from selenium.webdriver.chrome.service import Service
+    from selenium.webdriver.common.by import By
+except ImportError:
+    print("python3-selenium is not installed")
+    sys.exit(77)
+CHROMIUM = shutil.which("chromium")
+DRIVER = shutil.which("chromedriver")
+if not CHROMIUM or not DRIVER:
+    print("chromium and chromium-driver are not installed")
+    sys.exit(77)
+
+PROGRAM = os.path.abspath(sys.argv[1])
+SOURCE = pathlib.Path(sys.argv[2])
+SCREENSHOT = sys.argv[3] if len(sys.argv) > 3 else None
+
+LOG = """\
+2024-03-15 11:05:40\tDBLoggerExecuteSQL: Erro executando SQL Code. Comando:'12', Erro:'near \
+"id_cupom_adicional": syntax error'
+2024-03-15 11:05:40\tUPDATE cupom_fiscal SET texto_suplementar = '</pre><script>\
+document.title="taken"</script>' id_cupom_adicional = 'S' WHERE cont_coo = 104
+2024-03-15 11:06:00\tLogDatabase: the rows of this command are lost: </b>full
+"""
+
+
+class Page(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.folder = tempfile.TemporaryDirectory()
+        cls.addClassCleanup(cls.folder.cleanup)
+        folder = pathlib.Path(cls.folder.name)
+        db = sqlite3.connect(folder / "registro.db")
+        db.executescript("BEGIN;" + (SOURCE / "sqlite/schema.sql").read_text("utf-8") +
+                         (SOURCE / "tests/bancada/relatorio/sample.sql").read_text("utf-8") +
+                         "COMMIT")
+        db.close()
+        (folder / "firmware.log").write_text(LOG, "utf-8")
+        cls.page = folder / "page.html"
+        subprocess.run([PROGRAM, "show", folder / "registro.db", "--html", cls.page, "--log",
+                        folder / "firmware.log"], check=True, timeout=60)
+
+        options = webdriver.ChromeOptions()
+        options.binary_location = CHROMIUM
+        for argument in ("headless", "no-sandbox", "disable-gpu", "disable-quic", "no-first-run",
+                         "disable-background-networking", "disable-component-update",
+                         "disable-sync", "disable-dev-shm-usage", "window-size=1200,1000",
+                         f"user-data-dir={folder / 'browser'}"):
+            options.add_argument("--" + argument)
+        options.set_capability("goog:loggingPrefs", {"browser": "ALL"})
+        cls.browser = webdriver.Chrome(service=Service(DRIVER), options=options)
+        cls.addClassCleanup(cls.browser.quit)
+
+    def setUp(self):
+        self.browser.get(self.page.as_uri())
+
+    def one(self, selector):
+        found = self.browser.find_elements(By.CSS_SELECTOR, selector)
+        self.assertEqual(len(found), 1, selector)
+        return found[0]
+
+    def visible(self, element):
+        # is_displayed does not see that a closed <details> hides what it holds.
+        return self.browser.execute_script("return arguments[0].checkVisibility()", element)
+
+    def strip(self, coo):
+        return self.one(f'details.doc[data-coo="{coo}"] pre.bobina')
+
+    def search(self, coo):
+        field = self.one("#coo")
+        field.clear()
+        field.send_keys(coo)
+        self.one("#procura button:not([type])").click()
+
+    def test_a_click_unrolls_a_receipt_and_another_rolls_it_up(self):
+        summary = self.one('details.doc[data-coo="102"] > summary')
+        strip = self.strip(102)
+        self.assertFalse(self.visible(strip))
+        summary.click()
+        self.assertTrue(self.visible(strip))
+        self.assertIn("TOTAL R$                                   29,32", strip.text)
+        self.assertIn("001 7891000315507 Leite integral longa vida 1", strip.text)
+        summary.click()
+        self.assertFalse(self.visible(strip))
+
+    def test_the_first_day_is_open_and_the_others_open_with_a_click(self):
+        self.assertTrue(self.one('details.dia[data-crz="1"]').get_attribute("open"))
+        second = self.one('details.dia[data-crz="2"]')
+        self.assertIsNone(second.get_attribute("open"))
+        self.one('details.dia[data-crz="2"] > summary').click()
+        self.assertTrue(second.get_attribute("open"))
+
+    def test_search_opens_the_day_and_the_document(self):
+        self.search("000113")
+        self.assertTrue(self.visible(self.strip(113)))
+        self.assertEqual(self.one("#achado").text, "")
+        self.search("999")
+        self.assertEqual(self.one("#achado").text, "No document has this number.")
+
+    def test_search_does_not_take_what_is_typed_for_a_selector(self):
+        self.search('1"],*["')
+        self.assertEqual(self.browser.title, "Mercearia Bom Preço")
+        self.assertEqual(len(self.browser.find_elements(By.CSS_SELECTOR, ".achado")), 0)
+
+    def test_open_all_and_close_all(self):
+        days = self.browser.find_elements(By.CSS_SELECTOR, "details.dia")
+        self.assertEqual(len(days), 2)
+        self.one("#abre").click()
+        self.assertTrue(all(day.get_attribute("open") for day in days))
+        self.one("#fecha").click()
+        self.assertFalse(any(day.get_attribute("open") for day in days))
+
+    def test_links_lead_to_their_sections(self):
+        for link in self.browser.find_elements(By.CSS_SELECTOR, "nav a"):
+            target = link.get_attribute("href").split("#")[1]
+            with self.subTest(target=target):
+                link.click()
+                self.assertEqual(self.browser.current_url, self.page.as_uri() + "#" + target)
+                self.one("section#" + target)
+
+    def test_plots_are_drawn_to_their_amounts(self):
+        bars = self.browser.find_elements(By.CSS_SELECTOR, "#hours .barra")
+        self.assertEqual(len(bars), 4)
+        heights = [bar.rect["height"] for bar in bars]
+        # 08 h 5.00, 09 h 29.32, 11 h an unclosed receipt, 17 h 1240.00 of an axis to 1500.
+        self.assertEqual(max(heights), heights[3])
+        self.assertGreater(heights[3], 50)
+        self.assertLess(heights[2], 1)
+        widths = [bar.rect["width"] for bar in
+                  self.browser.find_elements(By.CSS_SELECTOR, "#means .barra")]
+        self.assertEqual(len(widths), 3)
+        self.assertAlmostEqual(widths[1] / widths[0], 0.24, delta=0.01)
+        labels = [text.text for text in
+                  self.browser.find_elements(By.CSS_SELECTOR, "#means svg text")]
+        self.assertEqual(labels, ["Cartão de crédito", "1.000,00", "Cheque", "240,00", "Dinheiro",
+                                  "67,10"])
+
+    def test_figures_open_with_a_click(self):
+        table = self.one("#hours table")
+        self.assertFalse(self.visible(table))
+        self.one("#hours details > summary").click()
+        self.assertTrue(self.visible(table))
+        self.assertIn("17 h 1 1.240,00", table.text)
+
+    def test_losses_are_shown(self):
+        rejected, lost = self.browser.find_elements(By.CSS_SELECTOR, "#lost .perdido")
+        self.assertIn('near "id_cupom_adicional": syntax error', rejected.text)
+        self.assertIn("</pre><script>document.title=\"taken\"</script>", rejected.text)
+        self.assertEqual(lost.text, "15/03/2024 11:06:00 command lost, log line 3: </b>full")
+
+    def test_no_text_of_the_database_becomes_markup(self):
+        self.search("113")
+        self.assertEqual(self.browser.title, "Mercearia Bom Preço")
+        self.assertIn('</pre><script>document.title="taken"</script>', self.strip(113).text)
+        scripts = self.browser.find_elements(By.TAG_NAME, "script")
+        self.assertEqual(len(scripts), 1)
+        self.assertEqual(len(self.browser.find_elements(By.TAG_NAME, "img")), 0)
+
+    def test_the_policy_stops_a_script_that_got_in(self):
+        text = self.page.read_text("utf-8")
+        broken = self.page.with_name("broken.html")
+        broken.write_text(text.replace("</main>", '<script>document.title="taken"</script>'
+                                       '<img src="x" onerror="document.title=\'taken\'"></main>'),
+                          "utf-8")
+        self.browser.get(broken.as_uri())
+        self.assertEqual(len(self.browser.find_elements(By.TAG_NAME, "script")), 2)
+        self.assertEqual(self.browser.title, "Mercearia Bom Preço")
+        self.browser.get_log("browser")
+
+    def test_the_browser_has_nothing_to_say(self):
+        self.browser.get_log("browser")
+        self.browser.get(self.page.as_uri())
+        self.search("102")
+        self.assertEqual(self.browser.get_log("browser"), [])
+
+    def test_nothing_is_wider_than_a_telephone(self):
+        self.one("#abre").click()
+        for summary in self.browser.find_elements(By.CSS_SELECTOR, "details.doc > summary"):
+            summary.click()
+        self.browser.execute_cdp_cmd("Emulation.setDeviceMetricsOverride", {
+            "width": 390, "height": 800, "deviceScaleFactor": 1, "mobile": True})
+        try:
+            self.assertLessEqual(self.browser.execute_script(
+                "return document.documentElement.scrollWidth"), 390)
+            cut = self.browser.execute_script(
+                "return [...document.querySelectorAll('pre.bobina')]"
+                ".filter(p => p.scrollWidth > p.clientWidth).length")
+            self.assertEqual(cut, 0)
+        finally:
+            self.browser.execute_cdp_cmd("Emulation.clearDeviceMetricsOverride", {})
+
+    def contrast(self, selector):
+        """Of an element's text to the first background behind it that is not transparent."""
+        def luminance(colour):
+            parts = [int(part) / 255 for part in re.findall(r"\d+", colour)[:3]]
+            linear = [p / 12.92 if p <= 0.04045 else ((p + 0.055) / 1.055) ** 2.4 for p in parts]
+            return 0.2126 * linear[0] + 0.7152 * linear[1] + 0.0722 * linear[2]
+
+        text, background = self.browser.execute_script("""
+            let e = document.querySelector(arguments[0]);
+            const text = getComputedStyle(e).color;
+            while (getComputedStyle(e).backgroundColor === 'rgba(0, 0, 0, 0)') e = e.parentElement;
+            return [text, getComputedStyle(e).backgroundColor];""", selector)
+        high, low = sorted((luminance(text), luminance(background)), reverse=True)
+        return (high + 0.05) / (low + 0.05)
+
+    def test_light_and_dark_are_readable(self):
+        self.search("102")
+        background = []
+        for scheme in ("light", "dark"):
+            self.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {
+                "features": [{"name": "prefers-color-scheme", "value": scheme}]})
+            background.append(self.browser.execute_script(
+                "return getComputedStyle(document.body).backgroundColor"))
+            for selector in ("h1", ".fraco", "nav a", ".numeros span", ".doc > summary", ".marca",
+                             ".achado > summary", "pre.bobina", ".perdido pre", "button"):
+                with self.subTest(scheme=scheme, selector=selector):
+                    self.assertGreaterEqual(self.contrast(selector), 4.5)
+            if SCREENSHOT:
+                self.browser.execute_script("scrollTo(0, 0)")
+                height = self.browser.execute_script("return document.documentElement.scrollHeight")
+                self.browser.set_window_size(1200, height + 150)
+                self.browser.save_screenshot(f"{SCREENSHOT}-{scheme}.png")
+                self.browser.set_window_size(1200, 1000)
+        self.assertNotEqual(background[0], background[1])
+        self.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"features": []})
+
+    def test_print_leaves_the_tools_out(self):
+        self.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"media": "print"})
+        try:
+            self.assertFalse(self.visible(self.one("nav")))
+            self.assertFalse(self.visible(self.one("#procura")))
+            self.assertTrue(self.visible(self.one("#hours svg")))
+        finally:
+            self.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"media": ""})
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1])

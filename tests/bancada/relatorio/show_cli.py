@@ -1,0 +1,130 @@
+"""The exit codes and messages of `ecf-bancada show`.
+
+Usage: show_cli.py PROGRAM SOURCE_DIR
+"""
+import json
+import os
+import pathlib
+import sqlite3
+import subprocess
+import sys
+import tempfile
+import unittest
+
+PROGRAM = os.path.abspath(sys.argv[1])
+SOURCE = pathlib.Path(sys.argv[2])
+
+
+def sample(path):
+    """Makes the sample database."""
+    db = sqlite3.connect(path)
+    db.executescript("BEGIN;" + (SOURCE / "sqlite/schema.sql").read_text("utf-8") +
+                     (SOURCE / "tests/bancada/relatorio/sample.sql").read_text("utf-8") +
+                     "COMMIT")
+    db.close()
+
+
+class Show(unittest.TestCase):
+    def setUp(self):
+        self.folder = tempfile.TemporaryDirectory()
+        self.addCleanup(self.folder.cleanup)
+        self.db = os.path.join(self.folder.name, "registro.db")
+        sample(self.db)
+
+    def show(self, *arguments, stdout=subprocess.PIPE):
+        done = subprocess.run([PROGRAM, "show", *arguments], stdout=stdout, stderr=subprocess.PIPE,
+                              timeout=60)
+        return done.returncode, (done.stdout or b"").decode(), done.stderr.decode()
+
+    def test_list(self):
+        code, out, err = self.show(self.db)
+        self.assertEqual((code, err), (0, ""))
+        self.assertEqual(out.splitlines()[2], "  000102  15/03/2024 09:12:44  CUPOM FISCAL        "
+                         "           CCF 000051           29,32")
+
+    def test_document(self):
+        code, out, err = self.show(self.db, "--coo", "102")
+        self.assertEqual((code, err), (0, ""))
+        self.assertIn("TOTAL R$                                   29,32\n", out)
+
+    def test_reduction_as_json(self):
+        code, out, err = self.show(self.db, "--crz", "1", "--json")
+        self.assertEqual((code, err), (0, ""))
+        self.assertEqual(json.loads(out)["reducoes"][0]["vb"], "1330.96")
+
+    def test_what_is_not_there(self):
+        self.assertEqual(self.show(self.db, "--coo", "9"),
+                         (1, "", f"{self.db}: no document has the COO 9\n"))
+        self.assertEqual(self.show(self.db, "--crz", "9"),
+                         (1, "", f"{self.db}: there is no Z reduction 9\n"))
+
+    def test_a_missing_file(self):
+        missing = self.db + "x"
+        self.assertEqual(self.show(missing), (2, "", f"ecf-bancada: {missing}: no such file\n"))
+
+    def test_binary_noise(self):
+        noise = os.path.join(self.folder.name, "noise")
+        pathlib.Path(noise).write_bytes(bytes(range(256)) * 20)
+        self.assertEqual(self.show(noise),
+                         (2, "", f"ecf-bancada: {noise}: file is not a database\n"))
+
+    def test_a_database_of_another_program(self):
+        other = os.path.join(self.folder.name, "other.db")
+        db = sqlite3.connect(other)
+        db.execute("CREATE TABLE songs (name TEXT)")
+        db.close()
+        self.assertEqual(self.show(other),
+                         (2, "", f"ecf-bancada: {other}: not a logging database "
+                          "(no such table: cupom_fiscal)\n"))
+
+    def test_a_place_that_cannot_be_written(self):
+        page = os.path.join(self.folder.name, "none/page.html")
+        self.assertEqual(self.show(self.db, "--html", page),
+                         (2, "", f"ecf-bancada: {page}: cannot be written\n"))
+
+    def test_a_full_disk(self):
+        with open("/dev/full", "wb") as full:
+            code, _, err = self.show(self.db, stdout=full)
+        self.assertEqual(code, 2)
+        self.assertIn("standard output could not be written", err)
+
+    def test_a_reader_that_went_away(self):
+        read, write = os.pipe()
+        os.close(read)
+        with open(write, "wb") as pipe:
+            code, _, err = self.show(self.db, stdout=pipe)
+        self.assertEqual((code, err), (0, ""))
+
+    def test_options_that_exclude_each_other(self):
+        for options in (("--coo", "1", "--crz", "1"), ("--coo", "1", "--html", "x"),
+                        ("--html", "x", "--json"), ("--coo", "1", "--log", "x"),
+                        ("--crz", "1", "--log", "x")):
+            with self.subTest(options=options):
+                code, out, err = self.show(self.db, *options)
+                self.assertEqual((code, out), (2, ""))
+                self.assertIn("excludes", err)
+
+    def test_numbers_that_are_none(self):
+        for option in ("--coo", "--crz"):
+            with self.subTest(option=option):
+                code, out, err = self.show(self.db, option, "12x")
+                self.assertEqual((code, out), (2, ""))
+                self.assertIn(option, err)
+
+    def test_a_read_only_place(self):
+        # A database in WAL needs files beside it unless nothing can have changed.
+        db = sqlite3.connect(self.db)
+        db.execute("PRAGMA journal_mode = WAL")
+        db.close()
+        os.chmod(self.folder.name, 0o500)
+        self.addCleanup(os.chmod, self.folder.name, 0o700)
+        before = sorted(os.listdir(self.folder.name))
+        code, out, err = self.show(self.db)
+        self.assertEqual((code, err), (0, ""))
+        self.assertIn("CUPOM FISCAL", out)
+        if os.geteuid() != 0:  # root writes anywhere
+            self.assertEqual(sorted(os.listdir(self.folder.name)), before)
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1])
