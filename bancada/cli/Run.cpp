@@ -9,7 +9,7 @@
 #include "bancada/comandos/Executor.h"
 #include "bancada/log/FirmwareDuty.h"
 #include "bancada/log/FirmwareLog.h"
-#include "bancada/memoria/GuardaMemoria.h"
+#include "bancada/memoria/MemoriaFile.h"
 #include "bancada/registro/Registro.h"
 #include "bancada/tape/TapeClock.h"
 #include "bancada/tape/TapeFields.h"
@@ -56,16 +56,16 @@ void RequireDistinct(const RunOptions& options)
 }
 
 // Reads the memory, if one is kept.
-std::unique_ptr<GuardaMemoria> OpenMemory(const RunOptions& options)
+std::unique_ptr<MemoriaFile> OpenMemory(const RunOptions& options)
 {
     if (options.memory.empty()) {
         return nullptr;
     }
-    auto memory = std::make_unique<GuardaMemoria>(options.memory);
+    auto memory = std::make_unique<MemoriaFile>(options.memory);
     // Said before the missing database would be made.
     std::error_code none;
     if (!std::filesystem::exists(options.database, none)) {
-        memory->ConfereNumero(0, options.database);
+        memory->CheckNumber(0, options.database);
     }
     return memory;
 }
@@ -99,7 +99,7 @@ class Run
         }
         // What the last command left, without the state before it.
         if (m_memory != nullptr) {
-            m_memory->Firma(m_registro.GetMemoria(), m_memory->GetExecucao());
+            m_memory->WriteSettled(m_registro.GetMemoria(), m_memory->GetProgress());
         }
     }
 
@@ -109,10 +109,9 @@ class Run
             out << "continued behind line " << m_continuedBehind << "\n";
         }
         m_summary.Print(out, m_database.Counts());
-        if (m_memory != nullptr && m_memory->GetExecucao().perdidos > m_summary.lost.Count()) {
-            out << "commands lost since the memory began: "
-                << m_memory->GetExecucao().perdidos
-                << "; the last: " << m_memory->GetExecucao().ultimaPerda << "\n";
+        if (m_memory != nullptr && m_memory->GetProgress().lost > m_summary.lost.Count()) {
+            out << "commands lost since the memory began: " << m_memory->GetProgress().lost
+                << "; the last: " << m_memory->GetProgress().lastLoss << "\n";
         }
         if (m_log.WriteErrors() > 0) {
             out << "firmware log: " << m_log.WriteErrors() << " of " << m_log.Records()
@@ -124,14 +123,14 @@ class Run
 
   private:
     static LogDatabase::Options DatabaseOptions(const RunOptions& options,
-                                                const GuardaMemoria* memory)
+                                                const MemoriaFile* memory)
     {
         LogDatabase::Options result;
         result.append = options.append;
         if (memory != nullptr) {
-            result.append = options.append || memory->TemExecucao();
+            result.append = options.append || memory->HasProgress();
             result.accept = [memory, path = options.database](std::int32_t number) {
-                memory->ConfereNumero(number, path);
+                memory->CheckNumber(number, path);
             };
         }
         return result;
@@ -140,27 +139,27 @@ class Run
     // Takes the register up where the memory left it, and the tape if it is the same one.
     void TakeUpMemory()
     {
-        m_memory->Assume(m_database.CommandNumber());
-        const Execucao& progress = m_memory->GetExecucao();
-        m_registro = Registro(m_memory->Registro());
-        if (m_tape.Continue(progress.fita)) {
-            m_clock.Continue(progress.relogio);
-            m_continuedBehind = progress.fita.line;
+        m_memory->Settle(m_database.CommandNumber());
+        const CommandProgress& progress = m_memory->GetProgress();
+        m_registro = Registro(m_memory->State());
+        if (m_tape.Continue(progress.tape)) {
+            m_clock.Continue(progress.clock);
+            m_continuedBehind = progress.tape.line;
         }
         m_executor.SetBeforeCommit([this] {
-            Execucao after = Progressed();
-            ++after.sequencia;
-            m_database.NumberCommand(after.sequencia);
-            m_memory->Pendente(m_registro.GetMemoria(), after);
+            CommandProgress after = Progressed();
+            ++after.sequence;
+            m_database.NumberCommand(after.sequence);
+            m_memory->WritePending(m_registro.GetMemoria(), after);
         });
     }
 
     // How far the run is behind the line at hand.
-    Execucao Progressed() const
+    CommandProgress Progressed() const
     {
-        Execucao after = m_memory->GetExecucao();
-        after.fita = m_tape.Position();
-        after.relogio = m_clock.Last();
+        CommandProgress after = m_memory->GetProgress();
+        after.tape = m_tape.Position();
+        after.clock = m_clock.Last();
         return after;
     }
 
@@ -206,26 +205,26 @@ class Run
             KeepWithoutRows();
             return;
         }
-        Execucao after = Progressed();
-        ++after.sequencia;
-        if (m_database.CommandNumber() == after.sequencia) {
-            m_memory->Confirma();
+        CommandProgress after = Progressed();
+        ++after.sequence;
+        if (m_database.CommandNumber() == after.sequence) {
+            m_memory->Confirm();
             return;
         }
         // The database does not have it, so that it would be run again.
         if (!result.kept) {
-            ++after.perdidos;
-            after.ultimaPerda = "line " + std::to_string(line.place.line) + ", " + line.name +
-                                ": " + m_database.LastLoss();
+            ++after.lost;
+            after.lastLoss = "line " + std::to_string(line.place.line) + ", " + line.name + ": " +
+                             m_database.LastLoss();
         }
-        m_memory->Firma(m_registro.GetMemoria(), after);
+        m_memory->WriteSettled(m_registro.GetMemoria(), after);
     }
 
     // The same for a line that has no part in the database.
     void KeepWithoutRows()
     {
         if (m_memory != nullptr) {
-            m_memory->Firma(m_registro.GetMemoria(), Progressed());
+            m_memory->WriteSettled(m_registro.GetMemoria(), Progressed());
         }
     }
 
@@ -258,7 +257,7 @@ class Run
     Registro m_registro;
     FirmwareLog m_log;
     FirmwareDuty m_duty;
-    std::unique_ptr<GuardaMemoria> m_memory; // null: none is kept
+    std::unique_ptr<MemoriaFile> m_memory; // null: none is kept
     LogDatabase m_database;
     Executor m_executor;
     RunSummary m_summary;

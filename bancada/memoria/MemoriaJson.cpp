@@ -1,8 +1,8 @@
 #include "bancada/memoria/MemoriaJson.h"
 
-#include "bancada/memoria/CamposDaMemoria.h"
-#include "bancada/memoria/EscritaJson.h"
-#include "bancada/memoria/LeituraJson.h"
+#include "bancada/memoria/JsonReader.h"
+#include "bancada/memoria/JsonWriter.h"
+#include "bancada/memoria/MemoriaFields.h"
 #include "bancada/registro/Checks.h"
 #include "bancada/registro/CurrentCupom.h"
 
@@ -11,66 +11,66 @@ namespace bancada
 namespace
 {
 
-void Exige(bool vale, const std::string& lugar, const char* motivo)
+void Require(bool holds, const std::string& place, const char* reason)
 {
-    if (!vale) {
-        throw CampoInvalido(lugar, motivo);
+    if (!holds) {
+        throw InvalidField(place, reason);
     }
 }
 
 // What the register takes for granted of an open receipt.
-void ConfereCupomEmCurso(const CurrentCupom& cupom, const std::string& lugar)
+void CheckOpenCupom(const CurrentCupom& cupom, const std::string& place)
 {
-    int vivos = 0;
+    int live = 0;
     Financial subtotal;
     for (const ItemVendido& item : cupom.itens) {
         if (item.cancelado) {
             continue;
         }
-        ++vivos;
+        ++live;
         subtotal += ItemLiquido(item);
     }
     Financial pago;
     for (const PagamentoEfetuado& pagamento : cupom.pagamentos) {
         pago += pagamento.valor;
     }
-    Exige(cupom.itensVivos == vivos, lugar + ".itens_vivos",
-          "it is the number of the items that are not cancelled");
-    Exige(cupom.subtotal == subtotal, lugar + ".subtotal",
-          "it is the sum of the items that are not cancelled");
-    Exige(cupom.pago == pago, lugar + ".pago", "it is the sum of the payments");
-    Exige(cupom.abertura.s != matlong[0], lugar + ".abertura", "an open receipt has one");
+    Require(cupom.itensVivos == live, place + ".itens_vivos",
+            "it is the number of the items that are not cancelled");
+    Require(cupom.subtotal == subtotal, place + ".subtotal",
+            "it is the sum of the items that are not cancelled");
+    Require(cupom.pago == pago, place + ".pago", "it is the sum of the payments");
+    Require(cupom.abertura.s != matlong[0], place + ".abertura", "an open receipt has one");
 }
 
-void Confere(const Memoria& memoria, const std::string& lugar)
+void Check(const Memoria& memoria, const std::string& place)
 {
-    Exige(memoria.gtUltimaRZ <= memoria.gt, lugar + ".gt_ultima_rz", "it is more than gt");
-    Exige(memoria.gtInicial <= memoria.gt, lugar + ".gt_inicial", "it is more than gt");
-    Exige(!memoria.jornada.aberta || memoria.jornada.data.s != matlong[0], lugar + ".jornada.data",
-          "an open day has one");
+    Require(memoria.gtUltimaRZ <= memoria.gt, place + ".gt_ultima_rz", "it is more than gt");
+    Require(memoria.gtInicial <= memoria.gt, place + ".gt_inicial", "it is more than gt");
+    Require(!memoria.jornada.aberta || memoria.jornada.data.s != matlong[0],
+            place + ".jornada.data", "an open day has one");
     if (IsCupomOpen(memoria)) {
-        Exige(memoria.documento == EDocumentoAberto::NENHUM, lugar + ".documento",
-              "a receipt is open, and no other document can be");
-        ConfereCupomEmCurso(memoria.cupom, lugar + ".cupom");
+        Require(memoria.documento == EDocumentoAberto::NENHUM, place + ".documento",
+                "a receipt is open, and no other document can be");
+        CheckOpenCupom(memoria.cupom, place + ".cupom");
     }
 }
 
 } // namespace
 
-nlohmann::json JsonDaMemoria(const Memoria& memoria)
+nlohmann::json MemoriaToJson(const Memoria& memoria)
 {
-    EscritaJson escrita;
-    CamposDaMemoria(escrita, memoria);
-    return escrita.Fim();
+    JsonWriter writer;
+    VisitMemoria(writer, memoria);
+    return writer.Finish();
 }
 
-Memoria MemoriaDeJson(const nlohmann::json& json, const std::string& lugar)
+Memoria MemoriaFromJson(const nlohmann::json& json, const std::string& place)
 {
     Memoria memoria;
-    LeituraJson leitura(json, lugar);
-    CamposDaMemoria(leitura, memoria);
-    leitura.Fim();
-    Confere(memoria, lugar);
+    JsonReader reader(json, place);
+    VisitMemoria(reader, memoria);
+    reader.Finish();
+    Check(memoria, place);
     return memoria;
 }
 

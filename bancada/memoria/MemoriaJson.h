@@ -9,11 +9,11 @@
 namespace bancada
 {
 
-nlohmann::json JsonDaMemoria(const Memoria& memoria);
+nlohmann::json MemoriaToJson(const Memoria& memoria);
 
 // The state that `json` holds; what it does not name is as the factory leaves it. Throws
-// CampoInvalido, with a place that begins with `lugar`, for a field that is unknown or does not
+// InvalidField, with a place that begins with `place`, for a field that is unknown or does not
 // hold what it should, or that contradicts another one.
-Memoria MemoriaDeJson(const nlohmann::json& json, const std::string& lugar);
+Memoria MemoriaFromJson(const nlohmann::json& json, const std::string& place);
 
 } // namespace bancada

@@ -1,12 +1,14 @@
 // Runs the built ecf-bancada as a user does.
 #pragma once
 
-#include "tests/bancada/TempFolder.h"
+#include "tests/support/Files.h"
 
 #include <string>
 
 namespace bancada_test
 {
+
+using test_support::TempFolder;
 
 struct ProgramResult {
     int exitCode = -1; // -1 when it did not end by itself

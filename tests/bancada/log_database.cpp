@@ -6,7 +6,7 @@
 #include "bancada/banco/Sql.h"
 #include "bancada/log/FirmwareDuty.h"
 #include "bancada/log/FirmwareLog.h"
-#include "tests/bancada/TempFolder.h"
+#include "tests/support/Files.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@
 #include <vector>
 
 using namespace bancada;
-using bancada_test::TempFolder;
+using test_support::TempFolder;
 
 namespace
 {

@@ -7,10 +7,9 @@
 #include "bancada/tape/FieldTable.h"
 #include "bancada/tape/LineParser.h"
 #include "bancada/tape/TapeFields.h"
+#include "tests/support/Files.h"
 
-#include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <stdexcept>
 #include <string>
 
@@ -19,16 +18,9 @@ using namespace bancada;
 namespace
 {
 
-std::string ReadFile(const std::string& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    EXPECT_TRUE(file) << path;
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
 TEST(HelpTape, TheDocumentHoldsTheCommandsAsTheyAre)
 {
-    const std::string document = ReadFile(ECF_SOURCE_DIR "/docs/tape.md");
+    const std::string document = test_support::ReadFile(ECF_SOURCE_DIR "/docs/tape.md");
     EXPECT_TRUE(document == WithTapeDescription(document))
         << "docs/tape.md is behind the commands; run ecf-bancada help-tape --into docs/tape.md";
 }

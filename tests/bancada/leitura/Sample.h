@@ -2,7 +2,7 @@
 #pragma once
 
 #include "bancada/banco/LogSchema.h"
-#include "tests/bancada/TempFolder.h"
+#include "tests/support/Files.h"
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>

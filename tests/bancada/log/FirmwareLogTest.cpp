@@ -3,7 +3,7 @@
 
 #include "bancada/Unusable.h"
 #include "bancada/log/FirmwareLogReader.h"
-#include "tests/bancada/TempFolder.h"
+#include "tests/support/Files.h"
 
 #include <csignal>
 #include <gtest/gtest.h>
@@ -12,7 +12,7 @@
 #include <vector>
 
 using namespace bancada;
-using bancada_test::TempFolder;
+using test_support::TempFolder;
 
 namespace
 {

@@ -1,14 +1,14 @@
 // The tape as a file of lines.
 #include "bancada/tape/TapeReader.h"
 #include "bancada/Unusable.h"
-#include "tests/bancada/TempFolder.h"
+#include "tests/support/Files.h"
 
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
 using namespace bancada;
-using bancada_test::TempFolder;
+using test_support::TempFolder;
 
 namespace
 {

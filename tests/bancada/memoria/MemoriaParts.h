@@ -17,7 +17,7 @@ namespace bancada_test
 
 // A struct as a tuple of references to its fields. M is one of the structs, const or not.
 template <class M>
-auto Partes(M& m)
+auto Parts(M& m)
 {
     using T = std::remove_const_t<M>;
     if constexpr (std::is_same_v<T, bancada::Memoria>) {
@@ -61,99 +61,99 @@ auto Partes(M& m)
 }
 
 // Gives every field the next number, or what it makes of it.
-inline void Preenche(int& valor, int& proximo)
+inline void Fill(int& value, int& next)
 {
-    valor = proximo++;
+    value = next++;
 }
-inline void Preenche(std::int64_t& valor, int& proximo)
+inline void Fill(std::int64_t& value, int& next)
 {
-    valor = proximo++;
+    value = next++;
 }
-inline void Preenche(bool& valor, int&)
+inline void Fill(bool& value, int&)
 {
-    valor = true;
+    value = true;
 }
-inline void Preenche(std::uint8_t& valor, int& proximo)
+inline void Fill(std::uint8_t& value, int& next)
 {
-    valor = static_cast<std::uint8_t>(proximo++);
+    value = static_cast<std::uint8_t>(next++);
 }
-inline void Preenche(std::string& valor, int& proximo)
+inline void Fill(std::string& value, int& next)
 {
-    valor = "t" + std::to_string(proximo++);
+    value = "t" + std::to_string(next++);
 }
-inline void Preenche(Financial& valor, int& proximo)
+inline void Fill(Financial& value, int& next)
 {
-    valor = Financial::FromCents(proximo++);
+    value = Financial::FromCents(next++);
 }
-inline void Preenche(RtcTime& valor, int& proximo)
+inline void Fill(RtcTime& value, int& next)
 {
-    valor.s = static_cast<UINT32>(proximo++);
+    value.s = static_cast<UINT32>(next++);
 }
 template <class T, std::enable_if_t<std::is_class_v<T> || std::is_enum_v<T>, int> = 0>
-void Preenche(T& valor, int& proximo);
+void Fill(T& value, int& next);
 template <class T, std::size_t N>
-void Preenche(std::array<T, N>& valores, int& proximo)
+void Fill(std::array<T, N>& values, int& next)
 {
-    for (T& valor : valores) {
-        Preenche(valor, proximo);
+    for (T& value : values) {
+        Fill(value, next);
     }
 }
 template <class T>
-void Preenche(std::vector<T>& valores, int& proximo)
+void Fill(std::vector<T>& values, int& next)
 {
-    for (T& valor : valores) {
-        Preenche(valor, proximo);
+    for (T& value : values) {
+        Fill(value, next);
     }
 }
 template <class T, std::enable_if_t<std::is_class_v<T> || std::is_enum_v<T>, int>>
-void Preenche(T& valor, int& proximo)
+void Fill(T& value, int& next)
 {
     if constexpr (std::is_base_of_v<RtcTime, T>) {
-        Preenche(static_cast<RtcTime&>(valor), proximo);
+        Fill(static_cast<RtcTime&>(value), next);
     } else if constexpr (!std::is_enum_v<T>) { // those have few values: the caller chooses
-        std::apply([&](auto&... partes) { (Preenche(partes, proximo), ...); }, Partes(valor));
+        std::apply([&](auto&... parts) { (Fill(parts, next), ...); }, Parts(value));
     }
 }
 
 // Whether both hold the same in every field.
 template <class T>
-bool Iguais(const T& um, const T& outro);
+bool Same(const T& one, const T& other);
 template <class T, std::size_t N>
-bool Iguais(const std::array<T, N>& um, const std::array<T, N>& outro)
+bool Same(const std::array<T, N>& one, const std::array<T, N>& other)
 {
     for (std::size_t i = 0; i < N; ++i) {
-        if (!Iguais(um[i], outro[i])) {
+        if (!Same(one[i], other[i])) {
             return false;
         }
     }
     return true;
 }
 template <class T>
-bool Iguais(const std::vector<T>& um, const std::vector<T>& outro)
+bool Same(const std::vector<T>& one, const std::vector<T>& other)
 {
-    bool iguais = um.size() == outro.size();
-    for (std::size_t i = 0; iguais && i < um.size(); ++i) {
-        iguais = Iguais(um[i], outro[i]);
+    bool same = one.size() == other.size();
+    for (std::size_t i = 0; same && i < one.size(); ++i) {
+        same = Same(one[i], other[i]);
     }
-    return iguais;
+    return same;
 }
 template <class T>
-bool Iguais(const T& um, const T& outro)
+bool Same(const T& one, const T& other)
 {
     if constexpr (std::is_arithmetic_v<T> || std::is_enum_v<T> || std::is_same_v<T, std::string> ||
                   std::is_same_v<T, Financial>) {
-        return um == outro;
+        return one == other;
     } else if constexpr (std::is_base_of_v<RtcTime, T>) {
-        return um.s == outro.s;
+        return one.s == other.s;
     } else {
-        const auto partesDoOutro = Partes(outro);
+        const auto partsOfOther = Parts(other);
         return std::apply(
-            [&](const auto&... partes) {
+            [&](const auto&... parts) {
                 return std::apply(
-                    [&](const auto&... outras) { return (Iguais(partes, outras) && ...); },
-                    partesDoOutro);
+                    [&](const auto&... others) { return (Same(parts, others) && ...); },
+                    partsOfOther);
             },
-            Partes(um));
+            Parts(one));
     }
 }
 

@@ -1,27 +1,27 @@
 // Every field of the register's state goes into a memory file and comes out of it.
 #include "bancada/memoria/MemoriaJson.h"
-#include "bancada/memoria/NomesDaMemoria.h"
-#include "tests/bancada/MemoriaPartes.h"
+#include "bancada/memoria/MemoriaNames.h"
+#include "tests/bancada/memoria/MemoriaParts.h"
 #include "tests/bancada/registro/RegistroTest.h"
 
 #include <gtest/gtest.h>
 
 using namespace bancada;
-using bancada_test::Iguais;
-using bancada_test::Preenche;
+using bancada_test::Fill;
+using bancada_test::Same;
 
 namespace
 {
 
 // No two of its fields are alike, and none is as the factory leaves it, as far as their ranges
 // allow.
-Memoria MemoriaCheia()
+Memoria FullMemoria()
 {
     Memoria memoria;
     memoria.cupom.itens.resize(3);
     memoria.cupom.pagamentos.resize(2);
-    int proximo = 1000;
-    Preenche(memoria, proximo);
+    int next = 1000;
+    Fill(memoria, next);
 
     // What has a narrower range than a number has.
     int posicao = 31;
@@ -51,15 +51,15 @@ Memoria MemoriaCheia()
     return memoria;
 }
 
-TEST(MemoriaCampos, EveryFieldSurvives)
+TEST(MemoriaJson, EveryFieldSurvives)
 {
-    const Memoria memoria = MemoriaCheia();
-    EXPECT_FALSE(Iguais(memoria, Memoria()));
-    EXPECT_TRUE(Iguais(MemoriaDeJson(JsonDaMemoria(memoria), "registro"), memoria))
-        << JsonDaMemoria(memoria).dump(1);
+    const Memoria memoria = FullMemoria();
+    EXPECT_FALSE(Same(memoria, Memoria()));
+    EXPECT_TRUE(Same(MemoriaFromJson(MemoriaToJson(memoria), "registro"), memoria))
+        << MemoriaToJson(memoria).dump(1);
 }
 
-TEST(MemoriaCampos, TheOtherValueOfEveryOptionSurvives)
+TEST(MemoriaJson, TheOtherValueOfEveryOptionSurvives)
 {
     Memoria memoria;
     memoria.meios[7].vinculacao = COM_CCD; // of one without a name
@@ -67,15 +67,15 @@ TEST(MemoriaCampos, TheOtherValueOfEveryOptionSurvives)
     memoria.cupom.situacao = ESituacaoCupom::FECHADO;
     memoria.documento = EDocumentoAberto::CCD;
     memoria.modo = EModoIntervencao::MIL;
-    EXPECT_TRUE(Iguais(MemoriaDeJson(JsonDaMemoria(memoria), "registro"), memoria));
+    EXPECT_TRUE(Same(MemoriaFromJson(MemoriaToJson(memoria), "registro"), memoria));
 }
 
-TEST(MemoriaCampos, WhatIsNotNamedIsAsTheFactoryLeavesIt)
+TEST(MemoriaJson, WhatIsNotNamedIsAsTheFactoryLeavesIt)
 {
-    EXPECT_TRUE(Iguais(MemoriaDeJson(nlohmann::json::object(), "registro"), Memoria()));
-    EXPECT_TRUE(Iguais(MemoriaDeJson(JsonDaMemoria(Memoria()), "registro"), Memoria()));
+    EXPECT_TRUE(Same(MemoriaFromJson(nlohmann::json::object(), "registro"), Memoria()));
+    EXPECT_TRUE(Same(MemoriaFromJson(MemoriaToJson(Memoria()), "registro"), Memoria()));
 
-    const Memoria memoria = MemoriaDeJson(
+    const Memoria memoria = MemoriaFromJson(
         nlohmann::json::parse(R"({"nao_fiscal":{"totalizadores":{"3":{"nome":"RECARGA"}}}})"),
         "registro");
     EXPECT_EQ(memoria.naoFiscal.nome[0], "FUNDO DE TROCO");
@@ -83,9 +83,9 @@ TEST(MemoriaCampos, WhatIsNotNamedIsAsTheFactoryLeavesIt)
 }
 
 // An array of names written by hand beside an enumeration goes wrong silently.
-TEST(MemoriaCampos, CountersAndTotalizersHaveTheirOwnNames)
+TEST(MemoriaJson, CountersAndTotalizersHaveTheirOwnNames)
 {
-    const Memoria memoria = MemoriaDeJson(nlohmann::json::parse(R"({
+    const Memoria memoria = MemoriaFromJson(nlohmann::json::parse(R"({
         "contadores": {"coo": 1, "crz": 2, "cro": 3, "ccf": 4, "gnf": 5, "cfd": 6, "cdc": 7,
                        "grg": 8, "nfc": 9, "gfc": 10, "cfc": 11, "ctm": 12, "con": 13, "cer": 14,
                        "ncn": 15, "coo_inseridos": 16, "coo_restantes_ref": 999999},
@@ -93,7 +93,7 @@ TEST(MemoriaCampos, CountersAndTotalizersHaveTheirOwnNames)
                             "F1": {"total": "1"}, "N3": {"total": "2.5"}}},
                    "issqn": {"totalizadores": {"S2": {"aliquota": "99.99"},
                              "IS1": {"programado": true}}}}})"),
-                                          "registro");
+                                            "registro");
     EXPECT_EQ(memoria.contadores[COUNTER_COO], 1);
     EXPECT_EQ(memoria.contadores[COUNTER_CRZ], 2);
     EXPECT_EQ(memoria.contadores[COUNTER_CRO], 3);

@@ -1,6 +1,5 @@
 // ecf-bancada run, as a user runs it: exit codes, messages, what is left behind.
-#include "bancada/banco/Sql.h"
-#include "tests/bancada/BancadaProgram.h"
+#include "tests/bancada/cli/RunFixture.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -12,49 +11,9 @@ using namespace bancada_test;
 namespace
 {
 
-const std::string PROGRAMMING =
-    R"({"cmd":"insere_aliquota","em":"2026-03-02 07:50:00","tributacao":"T","indice":1,"percentual":"18.00"}
-{"cmd":"insere_meio_pagamento","indice":1,"descricao":"DINHEIRO"}
-)";
+using RunTest = RunFixture;
 
-const std::string RECEIPT =
-    R"({"cmd":"abre_cupom"}
-{"cmd":"vende_item","codigo":"1","descricao":"ARROZ","quantidade":"2","valor_unitario":"3.00","tributacao":"T","indice":1}
-{"cmd":"efetua_pagamento","meio":1,"valor":"10.00"}
-{"cmd":"fecha_cupom"}
-)";
-
-class CliRunTest : public testing::Test
-{
-  protected:
-    ProgramResult Run(const std::string& arguments) { return RunBancada(folder, arguments); }
-
-    ProgramResult RunTape(const std::string& tape, const std::string& options = "")
-    {
-        folder.Write("tape", tape);
-        return Run("run tape --db db " + options);
-    }
-
-    std::string Rows(const std::string& sql)
-    {
-        sqlite3* db = nullptr;
-        EXPECT_EQ(sqlite3_open(folder.File("db").c_str(), &db), SQLITE_OK);
-        std::string rows;
-        {
-            bancada::Query query(db, sql.c_str());
-            while (query.Next()) {
-                rows += (rows.empty() ? "" : " ") + query.Text(0);
-            }
-            EXPECT_FALSE(query.Failed()) << sqlite3_errmsg(db);
-        }
-        sqlite3_close(db);
-        return rows;
-    }
-
-    TempFolder folder;
-};
-
-TEST_F(CliRunTest, ATapeIsRunToItsEndAndSummedUp)
+TEST_F(RunTest, ATapeIsRunToItsEndAndSummedUp)
 {
     const ProgramResult result = RunTape(PROGRAMMING + RECEIPT);
     EXPECT_EQ(result.exitCode, 0);
@@ -74,7 +33,7 @@ TEST_F(CliRunTest, ATapeIsRunToItsEndAndSummedUp)
     EXPECT_EQ(folder.Read("db.log"), "");
 }
 
-TEST_F(CliRunTest, WhatIsRefusedOrRejectedIsNamedWithItsLine)
+TEST_F(RunTest, WhatIsRefusedOrRejectedIsNamedWithItsLine)
 {
     const std::string tape = PROGRAMMING + "\n" +
                              R"({"cmd":"efetua_pagamento","meio":1,"valor":"1"}
@@ -100,12 +59,12 @@ TEST_F(CliRunTest, WhatIsRefusedOrRejectedIsNamedWithItsLine)
     EXPECT_EQ(result.exitCode, 1);
 }
 
-TEST_F(CliRunTest, StrictIsContentWithAnOrdinaryTape)
+TEST_F(RunTest, StrictIsContentWithAnOrdinaryTape)
 {
     EXPECT_EQ(RunTape(PROGRAMMING + RECEIPT, "--strict").exitCode, 0);
 }
 
-TEST_F(CliRunTest, AFaultOfTheTapeStopsThereAndKeepsWhatWasBefore)
+TEST_F(RunTest, AFaultOfTheTapeStopsThereAndKeepsWhatWasBefore)
 {
     const ProgramResult result =
         RunTape(PROGRAMMING + RECEIPT + R"({"cmd":"vende_tudo"})" + "\n" + RECEIPT);
@@ -115,7 +74,7 @@ TEST_F(CliRunTest, AFaultOfTheTapeStopsThereAndKeepsWhatWasBefore)
     EXPECT_EQ(Rows("SELECT count(*) FROM cupom_fiscal"), "1");
 }
 
-TEST_F(CliRunTest, FieldsAreCheckedBeforeTheCommandRuns)
+TEST_F(RunTest, FieldsAreCheckedBeforeTheCommandRuns)
 {
     const ProgramResult result = RunTape(PROGRAMMING + R"({"cmd":"abre_cupom","nme":"x"})");
     EXPECT_EQ(result.exitCode, 2);
@@ -125,13 +84,13 @@ TEST_F(CliRunTest, FieldsAreCheckedBeforeTheCommandRuns)
     EXPECT_EQ(Rows("SELECT count(*) FROM cupom_fiscal"), "0");
 }
 
-TEST_F(CliRunTest, TheFirstCommandSaysWhen)
+TEST_F(RunTest, TheFirstCommandSaysWhen)
 {
     EXPECT_EQ(RunTape("{\"cmd\":\"configura\"}\n" + RECEIPT).err,
               "tape:2:1: the first command of a tape needs the field \"em\"\n");
 }
 
-TEST_F(CliRunTest, ConfiguraSetsTheBench)
+TEST_F(RunTest, ConfiguraSetsTheBench)
 {
     EXPECT_EQ(RunTape("{\"cmd\":\"configura\",\"aplicativo\":\"PDV 7\"}\n" + PROGRAMMING + RECEIPT)
                   .exitCode,
@@ -139,14 +98,14 @@ TEST_F(CliRunTest, ConfiguraSetsTheBench)
     EXPECT_EQ(Rows("SELECT texto_complementar FROM cupom_fiscal"), "PDV 7");
 }
 
-TEST_F(CliRunTest, ConfiguraTakesNoTime)
+TEST_F(RunTest, ConfiguraTakesNoTime)
 {
     const ProgramResult result = RunTape(R"({"cmd":"configura","em":"2026-03-02 07:50:00"})");
     EXPECT_EQ(result.exitCode, 2);
     EXPECT_EQ(result.err, "tape:1:20: configura takes no time, and no field \"em\"\n");
 }
 
-TEST_F(CliRunTest, StandardInputIsATape)
+TEST_F(RunTest, StandardInputIsATape)
 {
     folder.Write("tape", PROGRAMMING + RECEIPT + "x");
     const ProgramResult result = Run("run - --db db <tape");
@@ -155,13 +114,13 @@ TEST_F(CliRunTest, StandardInputIsATape)
     EXPECT_EQ(Rows("SELECT count(*) FROM cupom_fiscal"), "1");
 }
 
-TEST_F(CliRunTest, AnEmptyTapeIsATape)
+TEST_F(RunTest, AnEmptyTapeIsATape)
 {
     EXPECT_EQ(RunTape("").exitCode, 0);
     EXPECT_EQ(Rows("SELECT count(*) FROM cupom_fiscal"), "0");
 }
 
-TEST_F(CliRunTest, ATapeOfBinaryNoiseIsTold)
+TEST_F(RunTest, ATapeOfBinaryNoiseIsTold)
 {
     std::string noise("\x7F"
                       "ELF\x02\x01\x01\x00\x00",
@@ -174,7 +133,7 @@ TEST_F(CliRunTest, ATapeOfBinaryNoiseIsTold)
     EXPECT_EQ(result.err, "tape:1:8: not JSON: a NUL byte\n");
 }
 
-TEST_F(CliRunTest, AMissingTapeLeavesNothingBehind)
+TEST_F(RunTest, AMissingTapeLeavesNothingBehind)
 {
     const ProgramResult result = Run("run tape --db db");
     EXPECT_EQ(result.exitCode, 2);
@@ -183,7 +142,7 @@ TEST_F(CliRunTest, AMissingTapeLeavesNothingBehind)
     EXPECT_FALSE(folder.Has("db.log"));
 }
 
-TEST_F(CliRunTest, AFolderIsNoTape)
+TEST_F(RunTest, AFolderIsNoTape)
 {
     std::filesystem::create_directory(folder.File("tape"));
     const ProgramResult result = Run("run tape --db db");
@@ -191,7 +150,7 @@ TEST_F(CliRunTest, AFolderIsNoTape)
     EXPECT_EQ(result.err, "ecf-bancada: cannot read the tape tape: Is a directory\n");
 }
 
-TEST_F(CliRunTest, ADatabaseThatHoldsRowsNeedsAppend)
+TEST_F(RunTest, ADatabaseThatHoldsRowsNeedsAppend)
 {
     ASSERT_EQ(RunTape(PROGRAMMING + RECEIPT).exitCode, 0);
     ProgramResult result = RunTape(PROGRAMMING + RECEIPT);
@@ -203,7 +162,7 @@ TEST_F(CliRunTest, ADatabaseThatHoldsRowsNeedsAppend)
     EXPECT_EQ(Rows("SELECT count(*) FROM cupom_fiscal"), "2");
 }
 
-TEST_F(CliRunTest, PlacesThatCannotBeWrittenAreTold)
+TEST_F(RunTest, PlacesThatCannotBeWrittenAreTold)
 {
     folder.Write("tape", PROGRAMMING);
     ProgramResult result = Run("run tape --db none/db");
@@ -216,7 +175,7 @@ TEST_F(CliRunTest, PlacesThatCannotBeWrittenAreTold)
                           "directory\n");
 }
 
-TEST_F(CliRunTest, WhatIsNoLoggingDatabaseIsLeftAlone)
+TEST_F(RunTest, WhatIsNoLoggingDatabaseIsLeftAlone)
 {
     folder.Write("db", std::string(3000, 'n'));
     const ProgramResult result = RunTape(PROGRAMMING);
@@ -226,7 +185,7 @@ TEST_F(CliRunTest, WhatIsNoLoggingDatabaseIsLeftAlone)
     EXPECT_FALSE(folder.Has("db.log"));
 }
 
-TEST_F(CliRunTest, ADatabaseOfAnotherProgramIsLeftAlone)
+TEST_F(RunTest, ADatabaseOfAnotherProgramIsLeftAlone)
 {
     sqlite3* db = nullptr;
     ASSERT_EQ(sqlite3_open(folder.File("db").c_str(), &db), SQLITE_OK);
@@ -238,7 +197,7 @@ TEST_F(CliRunTest, ADatabaseOfAnotherProgramIsLeftAlone)
                           "it has no column cupom_fiscal.cont_coo\n");
 }
 
-TEST_F(CliRunTest, TapeDatabaseAndLogAreThreeFiles)
+TEST_F(RunTest, TapeDatabaseAndLogAreThreeFiles)
 {
     folder.Write("tape", PROGRAMMING);
     EXPECT_EQ(Run("run tape --db tape").exitCode, 2);
@@ -248,7 +207,7 @@ TEST_F(CliRunTest, TapeDatabaseAndLogAreThreeFiles)
     EXPECT_EQ(folder.Read("tape"), PROGRAMMING);
 }
 
-TEST_F(CliRunTest, ALockedDatabaseDoesNotStopTheTape)
+TEST_F(RunTest, ALockedDatabaseDoesNotStopTheTape)
 {
     ASSERT_EQ(RunTape("").exitCode, 0);
     sqlite3* db = nullptr;
@@ -268,7 +227,7 @@ TEST_F(CliRunTest, ALockedDatabaseDoesNotStopTheTape)
               std::string::npos);
 }
 
-TEST_F(CliRunTest, AFailingLogIsCountedAndDoesNotStopTheTape)
+TEST_F(RunTest, AFailingLogIsCountedAndDoesNotStopTheTape)
 {
     const ProgramResult result = RunTape(
         R"({"cmd":"abre_cupom","em":"2026-03-02 07:50:00","nome":"D'ARC"})", "--log /dev/full");
@@ -278,7 +237,7 @@ TEST_F(CliRunTest, AFailingLogIsCountedAndDoesNotStopTheTape)
         << result.out;
 }
 
-TEST_F(CliRunTest, AReaderThatWentAwayIsNoError)
+TEST_F(RunTest, AReaderThatWentAwayIsNoError)
 {
     folder.Write("tape", PROGRAMMING + RECEIPT);
     RunShell(
@@ -289,7 +248,7 @@ TEST_F(CliRunTest, AReaderThatWentAwayIsNoError)
     EXPECT_EQ(Rows("SELECT count(*) FROM cupom_fiscal"), "1");
 }
 
-TEST_F(CliRunTest, AFullStandardOutputIsAnError)
+TEST_F(RunTest, AFullStandardOutputIsAnError)
 {
     folder.Write("tape", PROGRAMMING + RECEIPT);
     const ProgramResult result = Run("run tape --db db >/dev/full");
@@ -298,7 +257,7 @@ TEST_F(CliRunTest, AFullStandardOutputIsAnError)
     EXPECT_EQ(Rows("SELECT count(*) FROM cupom_fiscal"), "1");
 }
 
-TEST_F(CliRunTest, ClosedStandardFilesAreNotTakenByTheFilesOfTheRun)
+TEST_F(RunTest, ClosedStandardFilesAreNotTakenByTheFilesOfTheRun)
 {
     folder.Write("tape", PROGRAMMING + RECEIPT);
     EXPECT_EQ(Run("run tape --db db >&- 2>&- <&-").exitCode, 0);
@@ -306,12 +265,12 @@ TEST_F(CliRunTest, ClosedStandardFilesAreNotTakenByTheFilesOfTheRun)
     EXPECT_EQ(Rows("PRAGMA integrity_check"), "ok");
 }
 
-TEST_F(CliRunTest, ProgressIsForTerminals)
+TEST_F(RunTest, ProgressIsForTerminals)
 {
     EXPECT_EQ(RunTape(PROGRAMMING + RECEIPT).err, "");
 }
 
-TEST_F(CliRunTest, HelpExplainsAndUsageErrorsAreUnusable)
+TEST_F(RunTest, HelpExplainsAndUsageErrorsAreUnusable)
 {
     const ProgramResult help = Run("run --help");
     EXPECT_EQ(help.exitCode, 0);

@@ -1,4 +1,4 @@
-// A folder that lives as long as its test.
+// Files that live as long as their test.
 #pragma once
 
 #include <cstdlib>
@@ -8,9 +8,20 @@
 #include <stdexcept>
 #include <string>
 
-namespace bancada_test
+namespace test_support
 {
 
+// The content of a file, byte for byte. Throws std::runtime_error if it cannot be read.
+inline std::string ReadFile(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    if (!file) {
+        throw std::runtime_error("cannot read " + path);
+    }
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+// A folder of its own, removed with all that is in it.
 class TempFolder
 {
   public:
@@ -30,6 +41,7 @@ class TempFolder
     TempFolder(const TempFolder&) = delete;
     TempFolder& operator=(const TempFolder&) = delete;
 
+    // The path of a file in it, which need not exist.
     std::string File(const std::string& name) const { return m_path + "/" + name; }
 
     std::string Write(const std::string& name, const std::string& content) const
@@ -43,14 +55,7 @@ class TempFolder
         return File(name);
     }
 
-    std::string Read(const std::string& name) const
-    {
-        std::ifstream file(File(name), std::ios::binary);
-        if (!file) {
-            throw std::runtime_error("cannot read " + File(name));
-        }
-        return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    }
+    std::string Read(const std::string& name) const { return ReadFile(File(name)); }
 
     bool Has(const std::string& name) const { return std::filesystem::exists(File(name)); }
 
@@ -58,4 +63,4 @@ class TempFolder
     std::string m_path;
 };
 
-} // namespace bancada_test
+} // namespace test_support

@@ -1,6 +1,5 @@
 // ecf-bancada run --memory: what a memory file may be, and what the run makes of it.
-#include "bancada/banco/Sql.h"
-#include "tests/bancada/BancadaProgram.h"
+#include "tests/bancada/cli/RunFixture.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -13,28 +12,12 @@ using namespace bancada_test;
 namespace
 {
 
-const std::string PROGRAMMING =
-    R"({"cmd":"insere_aliquota","em":"2026-03-02 07:50:00","tributacao":"T","indice":1,"percentual":"18.00"}
-{"cmd":"insere_meio_pagamento","indice":1,"descricao":"DINHEIRO"}
-)";
-
-const std::string OPENING =
-    R"({"cmd":"abre_cupom"}
-{"cmd":"vende_item","codigo":"1","descricao":"ARROZ","quantidade":"2","valor_unitario":"3.00","tributacao":"T","indice":1}
-)";
-
-const std::string CLOSING =
-    R"({"cmd":"efetua_pagamento","meio":1,"valor":"10.00"}
-{"cmd":"fecha_cupom"}
-)";
-
-class MemoriaArquivoTest : public testing::Test
+class MemoriaFileTest : public RunFixture
 {
   protected:
     ProgramResult RunTape(const std::string& tape, const std::string& options = "")
     {
-        folder.Write("tape", tape);
-        return RunBancada(folder, "run tape --db db --memory memory " + options);
+        return RunFixture::RunTape(tape, "--memory memory " + options);
     }
 
     // Runs with a memory that was written by hand. The message when it is refused.
@@ -56,22 +39,6 @@ class MemoriaArquivoTest : public testing::Test
 
     nlohmann::json Memory() { return nlohmann::json::parse(folder.Read("memory")); }
 
-    std::string Rows(const std::string& sql)
-    {
-        sqlite3* db = nullptr;
-        EXPECT_EQ(sqlite3_open(folder.File("db").c_str(), &db), SQLITE_OK);
-        std::string rows;
-        {
-            bancada::Query query(db, sql.c_str());
-            while (query.Next()) {
-                rows += (rows.empty() ? "" : " ") + query.Text(0);
-            }
-            EXPECT_FALSE(query.Failed()) << sqlite3_errmsg(db);
-        }
-        sqlite3_close(db);
-        return rows;
-    }
-
     void Execute(const std::string& sql)
     {
         sqlite3* db = nullptr;
@@ -79,11 +46,9 @@ class MemoriaArquivoTest : public testing::Test
         EXPECT_EQ(sqlite3_exec(db, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
         sqlite3_close(db);
     }
-
-    TempFolder folder;
 };
 
-TEST_F(MemoriaArquivoTest, TheRegisterGoesOnWithAnotherTape)
+TEST_F(MemoriaFileTest, TheRegisterGoesOnWithAnotherTape)
 {
     EXPECT_EQ(RunTape(PROGRAMMING + OPENING).exitCode, 0);
     EXPECT_EQ(Memory()["registro"]["cupom"]["situacao"], "em_itens");
@@ -103,7 +68,7 @@ TEST_F(MemoriaArquivoTest, TheRegisterGoesOnWithAnotherTape)
     EXPECT_EQ(Rows("PRAGMA user_version"), "6");
 }
 
-TEST_F(MemoriaArquivoTest, TheSameTapeGoesOnBehindWhatWasDone)
+TEST_F(MemoriaFileTest, TheSameTapeGoesOnBehindWhatWasDone)
 {
     EXPECT_EQ(RunTape(PROGRAMMING + OPENING).exitCode, 0);
     ProgramResult result = RunTape(PROGRAMMING + OPENING + CLOSING, "--replies");
@@ -118,7 +83,7 @@ TEST_F(MemoriaArquivoTest, TheSameTapeGoesOnBehindWhatWasDone)
     EXPECT_EQ(Rows("SELECT count(*) FROM cupom_fiscal"), "1");
 }
 
-TEST_F(MemoriaArquivoTest, ATapeWhoseLastLineHadNoEndGrows)
+TEST_F(MemoriaFileTest, ATapeWhoseLastLineHadNoEndGrows)
 {
     const std::string first = R"({"cmd":"leitura_x","em":"2026-03-02 07:50:00"})";
     EXPECT_EQ(RunTape(first).exitCode, 0);
@@ -127,14 +92,14 @@ TEST_F(MemoriaArquivoTest, ATapeWhoseLastLineHadNoEndGrows)
     EXPECT_EQ(Rows("SELECT id_tipo_documento FROM outros_documentos"), "LX MF");
 }
 
-TEST_F(MemoriaArquivoTest, ATapeChangedBeforeThatPlaceIsAnotherTape)
+TEST_F(MemoriaFileTest, ATapeChangedBeforeThatPlaceIsAnotherTape)
 {
     EXPECT_EQ(RunTape(R"({"cmd":"leitura_x","em":"2026-03-02 07:50:00"})").exitCode, 0);
     EXPECT_EQ(RunTape(R"({"cmd":"leitura_x","em":"2026-03-02 07:50:01"})").exitCode, 0);
     EXPECT_EQ(Rows("SELECT count(*) FROM outros_documentos"), "2");
 }
 
-TEST_F(MemoriaArquivoTest, APipeCannotBeReadAgainFromItsFirstLine)
+TEST_F(MemoriaFileTest, APipeCannotBeReadAgainFromItsFirstLine)
 {
     const std::string first = R"({"cmd":"leitura_x","em":"2026-03-02 07:50:00"})";
     EXPECT_EQ(RunTape(first + "\n").exitCode, 0);
@@ -150,7 +115,7 @@ TEST_F(MemoriaArquivoTest, APipeCannotBeReadAgainFromItsFirstLine)
               "read before, and a pipe is read once; give it as a file\n");
 }
 
-TEST_F(MemoriaArquivoTest, RefusedCommandsAndDirectivesAdvanceToo)
+TEST_F(MemoriaFileTest, RefusedCommandsAndDirectivesAdvanceToo)
 {
     const ProgramResult result = RunTape(R"({"cmd":"configura","aplicativo":"PDV 7"}
 {"cmd":"fecha_cupom","em":"2026-03-02 07:50:00"}
@@ -165,7 +130,7 @@ TEST_F(MemoriaArquivoTest, RefusedCommandsAndDirectivesAdvanceToo)
     EXPECT_EQ(Memory()["registro"]["aplicativo"], "PDV 7");
 }
 
-TEST_F(MemoriaArquivoTest, ARunThatStoppedAtAFaultGoesOnWhenItIsMended)
+TEST_F(MemoriaFileTest, ARunThatStoppedAtAFaultGoesOnWhenItIsMended)
 {
     EXPECT_EQ(RunTape(PROGRAMMING + OPENING + "{\"cmd\":\"efetua\"}\n").exitCode, 2);
     EXPECT_EQ(RunTape(PROGRAMMING + OPENING + CLOSING).exitCode, 0);
@@ -173,7 +138,7 @@ TEST_F(MemoriaArquivoTest, ARunThatStoppedAtAFaultGoesOnWhenItIsMended)
     EXPECT_EQ(Rows("SELECT count(*) FROM item_cupom_fiscal"), "1");
 }
 
-TEST_F(MemoriaArquivoTest, AMemoryWrittenByHandStartsInTheMiddleOfALife)
+TEST_F(MemoriaFileTest, AMemoryWrittenByHandStartsInTheMiddleOfALife)
 {
     folder.Write("memory", R"({
         "formato": "ecf-bancada memoria",
@@ -196,14 +161,14 @@ TEST_F(MemoriaArquivoTest, AMemoryWrittenByHandStartsInTheMiddleOfALife)
     EXPECT_EQ(Rows("SELECT cont_crz FROM reducao_z"), "401");
 }
 
-TEST_F(MemoriaArquivoTest, LineBreaksBetweenTheFieldsAreNoDamage)
+TEST_F(MemoriaFileTest, LineBreaksBetweenTheFieldsAreNoDamage)
 {
     EXPECT_EQ(RunTape(PROGRAMMING + R"({"cmd":"abre_cupom","nome":"JOSÉ"})" + "\n").exitCode, 0);
     folder.Write("memory", Memory().dump(4));
     EXPECT_EQ(RunTape(PROGRAMMING).exitCode, 0);
 }
 
-TEST_F(MemoriaArquivoTest, EveryDamagedByteIsNoticed)
+TEST_F(MemoriaFileTest, EveryDamagedByteIsNoticed)
 {
     EXPECT_EQ(RunTape(PROGRAMMING + OPENING).exitCode, 0);
     const std::string memory = folder.Read("memory");
@@ -220,7 +185,7 @@ TEST_F(MemoriaArquivoTest, EveryDamagedByteIsNoticed)
     }
 }
 
-TEST_F(MemoriaArquivoTest, ATruncatedFileIsRefusedWithItsPlace)
+TEST_F(MemoriaFileTest, ATruncatedFileIsRefusedWithItsPlace)
 {
     EXPECT_EQ(Refusal(R"({"formato":"ecf-bancada memoria","ver)"),
               "ecf-bancada: cannot use the memory memory: it is damaged, or not JSON: parse error "
@@ -229,7 +194,7 @@ TEST_F(MemoriaArquivoTest, ATruncatedFileIsRefusedWithItsPlace)
     EXPECT_NE(Refusal("").find("it is damaged, or not JSON: "), std::string::npos);
 }
 
-TEST_F(MemoriaArquivoTest, ForeignNewerAndUnknownContentIsRefused)
+TEST_F(MemoriaFileTest, ForeignNewerAndUnknownContentIsRefused)
 {
     const std::string head = "ecf-bancada: cannot use the memory memory: ";
     EXPECT_EQ(Refusal("[1]"),
@@ -248,7 +213,7 @@ TEST_F(MemoriaArquivoTest, ForeignNewerAndUnknownContentIsRefused)
                "it takes the field out)\n");
 }
 
-TEST_F(MemoriaArquivoTest, ValuesOutOfRangeAreRefusedWithTheirPlace)
+TEST_F(MemoriaFileTest, ValuesOutOfRangeAreRefusedWithTheirPlace)
 {
     const std::string head = "ecf-bancada: cannot use the memory memory: registro.";
     EXPECT_EQ(RegisterRefusal(R"("contadores":{"coo":1000000})"),
@@ -291,7 +256,7 @@ TEST_F(MemoriaArquivoTest, ValuesOutOfRangeAreRefusedWithTheirPlace)
         head + "cupom.itens_vivos: it is the number of the items that are not cancelled\n");
 }
 
-TEST_F(MemoriaArquivoTest, MemoryAndDatabaseThatDoNotBelongTogetherAreRefused)
+TEST_F(MemoriaFileTest, MemoryAndDatabaseThatDoNotBelongTogetherAreRefused)
 {
     EXPECT_EQ(RunTape(PROGRAMMING + OPENING).exitCode, 0);
     const std::string memory = folder.Read("memory");
@@ -312,7 +277,7 @@ TEST_F(MemoriaArquivoTest, MemoryAndDatabaseThatDoNotBelongTogetherAreRefused)
     EXPECT_EQ(folder.Read("memory"), memory);
 }
 
-TEST_F(MemoriaArquivoTest, ANewMemoryTakesADatabaseWithRowsOnlyToAppend)
+TEST_F(MemoriaFileTest, ANewMemoryTakesADatabaseWithRowsOnlyToAppend)
 {
     EXPECT_EQ(RunTape(PROGRAMMING).exitCode, 0);
     std::filesystem::remove(folder.File("memory"));
@@ -324,7 +289,7 @@ TEST_F(MemoriaArquivoTest, ANewMemoryTakesADatabaseWithRowsOnlyToAppend)
 
 // A crash between the memory and COMMIT, and one between COMMIT and the reply, look alike in the
 // memory; the database tells.
-TEST_F(MemoriaArquivoTest, ThePendingCommandIsRunAgainUnlessTheDatabaseHasIt)
+TEST_F(MemoriaFileTest, ThePendingCommandIsRunAgainUnlessTheDatabaseHasIt)
 {
     EXPECT_EQ(RunTape(PROGRAMMING + OPENING).exitCode, 0);
     nlohmann::json before = Memory();
@@ -354,7 +319,7 @@ TEST_F(MemoriaArquivoTest, ThePendingCommandIsRunAgainUnlessTheDatabaseHasIt)
 }
 
 // An acknowledged command is not run again, though the database never got it.
-TEST_F(MemoriaArquivoTest, ALostCommandIsRememberedAsDone)
+TEST_F(MemoriaFileTest, ALostCommandIsRememberedAsDone)
 {
     EXPECT_EQ(RunTape(PROGRAMMING).exitCode, 0);
     sqlite3* other = nullptr;
@@ -386,7 +351,7 @@ TEST_F(MemoriaArquivoTest, ALostCommandIsRememberedAsDone)
     EXPECT_EQ(Rows("PRAGMA user_version"), "5");
 }
 
-TEST_F(MemoriaArquivoTest, AMemoryThatCannotBeWrittenStopsTheRun)
+TEST_F(MemoriaFileTest, AMemoryThatCannotBeWrittenStopsTheRun)
 {
     const ProgramResult result = [this] {
         folder.Write("tape", PROGRAMMING);
@@ -399,7 +364,7 @@ TEST_F(MemoriaArquivoTest, AMemoryThatCannotBeWrittenStopsTheRun)
               "ecf-bancada: db cannot be two of tape, database, firmware log and memory\n");
 }
 
-TEST_F(MemoriaArquivoTest, AMemoryBehindALinkStaysThere)
+TEST_F(MemoriaFileTest, AMemoryBehindALinkStaysThere)
 {
     folder.Write("real", R"({"formato":"ecf-bancada memoria","versao":1})");
     std::filesystem::create_symlink("real", folder.File("memory"));

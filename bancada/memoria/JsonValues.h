@@ -1,0 +1,40 @@
+// Single values as a memory file holds them.
+#pragma once
+
+#include "RtcClasses.h"
+#include "bancada/registro/Decimal.h"
+#include "libs/Financial.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <nlohmann/json.hpp>
+#include <stdexcept>
+#include <string>
+
+namespace bancada
+{
+
+// A value is not what is due. what() says what is, without the place.
+class InvalidValue : public std::runtime_error
+{
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+std::string MoneyToJson(const Financial& value);    // "1234.50"
+std::string DecimalToJson(const Decimal& number);   // "1.500" for {1500, 3}
+std::string InstantToJson(RtcAbsoluteTime instant); // "2024-01-31 08:00:00"; "" if unset
+std::string BytesToJson(const std::array<std::uint8_t, 32>& bytes); // hexadecimal
+
+// Each reads the form above, and throws InvalidValue for anything else.
+Financial MoneyFromJson(const nlohmann::json& json); // not negative, up to 15 digits and 2 decimals
+Decimal DecimalFromJson(const nlohmann::json& json, int maxDigits, int maxDecimals);
+RtcAbsoluteTime InstantFromJson(const nlohmann::json& json);
+std::array<std::uint8_t, 32> BytesFromJson(const nlohmann::json& json);
+
+std::int64_t IntegerFromJson(const nlohmann::json& json, std::int64_t min, std::int64_t max);
+std::string TextFromJson(const nlohmann::json& json, std::size_t maxBytes); // without NUL
+bool FlagFromJson(const nlohmann::json& json);
+
+} // namespace bancada
