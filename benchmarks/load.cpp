@@ -7,20 +7,15 @@
 // on the old till than on the young one in the same moment is the age of its database, whatever the
 // machine does meanwhile.
 //
-// A cost is the CPU time of the thread within Executor::Execute: the register, the logger and the
+// A cost is the CPU time of the thread within Caixa::Execute: the register, the logger and the
 // commit, without what other programs take of the processor. The databases should stand in memory
 // (/dev/shm), where a sync costs nothing: what a disk takes for it is the same for every command
 // and would cover the rest.
-#include "bancada/banco/LogDatabase.h"
-#include "bancada/cli/Configura.h"
+#include "bancada/caixa/Caixa.h"
 #include "bancada/comandos/Catalogue.h"
-#include "bancada/comandos/Executor.h"
+#include "bancada/comandos/Configura.h"
 #include "bancada/gerador/Generator.h"
-#include "bancada/log/FirmwareDuty.h"
-#include "bancada/log/FirmwareLog.h"
-#include "bancada/registro/Registro.h"
 #include "bancada/tape/TapeClock.h"
-#include "bancada/tape/TapeFields.h"
 #include "bancada/tape/TapeReader.h"
 #include "benchmarks/Histogram.h"
 
@@ -188,52 +183,25 @@ Json ToJson(const Histogram& costs)
     return {{"count", costs.Count()}, {"median_ns", costs.Median()}, {"mean_ns", costs.Mean()}};
 }
 
-// A register with its database.
-class Till
+// Executes a command on one of the tills and counts its cost.
+void Measure(Caixa& till, const TapeCommand& line, RtcAbsoluteTime em, Histogram& costs)
 {
-  public:
-    Till(const std::string& database, const Memoria& state)
-        : m_registro(state), m_database(database, m_log), m_executor(m_registro, m_database)
-    {
+    const std::unique_ptr<ComandoBancada> command = till.Read(line);
+    const std::int64_t began = Now(CLOCK_THREAD_CPUTIME_ID);
+    const Answer answer = till.Execute(*command, em);
+    costs.Add(Now(CLOCK_THREAD_CPUTIME_ID) - began);
+    // A command that does less than it should must not pass for a fast one.
+    if (answer.fate != Answer::Fate::KEPT || answer.rejected > 0) {
+        throw TapeError(line.place, "refused, lost or rejected: " + answer.reason);
     }
-
-    const Memoria& State() const { return m_registro.GetMemoria(); }
-    void Configure(const TapeCommand& line) { ExecutaConfigura(line, m_registro); }
-
-    // Executes a command of the catalogue and counts its cost.
-    void Execute(const TapeCommand& line, const CatalogueEntry& item, RtcAbsoluteTime em,
-                 Histogram& costs)
-    {
-        const FirmwareDuty duty(m_log, [this] { return m_registro.GetRatearSubtotal(); });
-        const std::unique_ptr<ComandoBancada> command = item.make(m_registro);
-        TapeFields fields(line);
-        command->Fields(fields);
-        fields.Finish();
-        m_log.SetTime(em);
-
-        const std::int64_t began = Now(CLOCK_THREAD_CPUTIME_ID);
-        const Outcome result = m_executor.Execute(*command, em);
-        costs.Add(Now(CLOCK_THREAD_CPUTIME_ID) - began);
-        // A command that does less than it should must not pass for a fast one.
-        if (!result.executed || !result.kept || m_database.Counts().statementsRejected > 0) {
-            throw TapeError(line.place, "refused, lost or rejected: " +
-                                            result.refusal.value_or(m_database.LastLoss()));
-        }
-    }
-
-  private:
-    FirmwareLog m_log;
-    Registro m_registro;
-    LogDatabase m_database;
-    Executor m_executor;
-};
+}
 
 class Load
 {
   public:
     Load(const GeneratorOptions& options, const std::string& folder)
         : m_receipts(std::int64_t{options.jornadas} * options.cuponsPorJornada), m_folder(folder),
-          m_source(options), m_tape(m_source.Path()), m_old(m_folder.Path(OLD), Memoria())
+          m_source(options), m_tape(m_source.Path()), m_old(m_folder.Path(OLD))
     {
         // All that the measuring needs is there before the first measurement.
         for (const CatalogueEntry& item : Catalogue()) {
@@ -274,7 +242,8 @@ class Load
     {
         m_young.reset(); // closed, so that nothing but the file itself is left
         std::filesystem::remove(m_folder.Path(YOUNG));
-        m_young.emplace(m_folder.Path(YOUNG), m_old.State());
+        m_young.emplace(m_folder.Path(YOUNG), LogDatabase::Options(),
+                        m_old.GetRegistro().GetMemoria());
     }
 
     void BeginTenth()
@@ -311,24 +280,20 @@ class Load
     void Execute(const TapeCommand& line)
     {
         if (line.name == CONFIGURA) {
-            m_old.Configure(line);
-            m_young->Configure(line);
+            ExecuteConfigura(line, m_old.GetRegistro());
+            ExecuteConfigura(line, m_young->GetRegistro());
             return;
         }
-        const CatalogueEntry* item = FindComando(line.name);
-        if (item == nullptr) {
-            throw TapeError(line.namePlace, "there is no command \"" + line.name + "\"");
-        }
         const RtcAbsoluteTime em = m_clock.Next(line);
-        Costs& costs = m_costs.at(line.name);
+        Costs& costs = m_costs[line.name];
         // The second of the two finds the processor's caches warm: each is it every other time.
         const bool oldFirst = costs.old.Count() % 2 == 0;
         if (oldFirst) {
-            m_old.Execute(line, *item, em, costs.old);
+            Measure(m_old, line, em, costs.old);
         }
-        m_young->Execute(line, *item, em, costs.young);
+        Measure(*m_young, line, em, costs.young);
         if (!oldFirst) {
-            m_old.Execute(line, *item, em, costs.old);
+            Measure(m_old, line, em, costs.old);
         }
         ++m_commands;
         if (line.name == ENDS_DAY) {
@@ -345,8 +310,8 @@ class Load
     TapeSource m_source;
     TapeReader m_tape;
     TapeClock m_clock;
-    Till m_old;
-    std::optional<Till> m_young;
+    Caixa m_old;
+    std::optional<Caixa> m_young;
 
     std::map<std::string, Costs> m_costs;
     Json m_tenths = Json::array();

@@ -2,10 +2,10 @@
 #include "bancada/cli/HelpTape.h"
 
 #include "bancada/Unusable.h"
-#include "bancada/cli/Configura.h"
 #include "bancada/cli/DocumentSection.h"
 #include "bancada/cli/Subcommands.h"
 #include "bancada/comandos/Catalogue.h"
+#include "bancada/comandos/Configura.h"
 #include "bancada/registro/Registro.h"
 #include "bancada/tape/FieldTable.h"
 
@@ -47,7 +47,7 @@ std::string DirectiveSection()
     FieldTable table;
     settings.Fields(table);
     return Section(CONFIGURA,
-                   Capitalised(CONFIGURA_RESUMO) + ". A setting that is not given stays as it is.",
+                   Capitalised(CONFIGURA_SUMMARY) + ". A setting that is not given stays as it is.",
                    table);
 }
 

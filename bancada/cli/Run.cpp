@@ -1,18 +1,11 @@
 // ecf-bancada run: executes a tape.
 #include "bancada/Unusable.h"
-#include "bancada/banco/LogDatabase.h"
-#include "bancada/cli/Configura.h"
+#include "bancada/caixa/Caixa.h"
 #include "bancada/cli/Progress.h"
 #include "bancada/cli/RunSummary.h"
 #include "bancada/cli/Subcommands.h"
-#include "bancada/comandos/Catalogue.h"
-#include "bancada/comandos/Executor.h"
-#include "bancada/log/FirmwareDuty.h"
-#include "bancada/log/FirmwareLog.h"
 #include "bancada/memoria/MemoriaFile.h"
-#include "bancada/registro/Registro.h"
 #include "bancada/tape/TapeClock.h"
-#include "bancada/tape/TapeFields.h"
 #include "bancada/tape/TapeReader.h"
 
 #include <CLI/CLI.hpp>
@@ -70,18 +63,17 @@ std::unique_ptr<MemoriaFile> OpenMemory(const RunOptions& options)
     return memory;
 }
 
-// One run: the register, what surrounds it, and what is told of it in the end.
+// One run: the assembled register, its tape and its memory, and what is told of it in the end.
 class Run
 {
   public:
     explicit Run(const RunOptions& options)
-        : m_tape(options.tape), m_duty(m_log, [this] { return m_registro.GetRatearSubtotal(); }),
-          m_memory(OpenMemory(options)),
-          m_database(options.database, m_log, DatabaseOptions(options, m_memory.get())),
-          m_executor(m_registro, m_database), m_replies(options.replies)
+        : m_tape(options.tape), m_memory(OpenMemory(options)),
+          m_caixa(options.database, DatabaseOptions(options, m_memory.get())),
+          m_replies(options.replies)
     {
         // Last, so that a database that is refused leaves no log behind.
-        m_log.Open(options.log);
+        m_caixa.OpenLog(options.log);
         if (m_memory != nullptr) {
             TakeUpMemory();
         }
@@ -99,7 +91,7 @@ class Run
         }
         // What the last command left, without the state before it.
         if (m_memory != nullptr) {
-            m_memory->WriteSettled(m_registro.GetMemoria(), m_memory->GetProgress());
+            m_memory->WriteSettled(State(), m_memory->GetProgress());
         }
     }
 
@@ -108,13 +100,14 @@ class Run
         if (m_continuedBehind > 0) {
             out << "continued behind line " << m_continuedBehind << "\n";
         }
-        m_summary.Print(out, m_database.Counts());
+        m_summary.Print(out, m_caixa.Database().Counts());
         if (m_memory != nullptr && m_memory->GetProgress().lost > m_summary.lost.Count()) {
             out << "commands lost since the memory began: " << m_memory->GetProgress().lost
                 << "; the last: " << m_memory->GetProgress().lastLoss << "\n";
         }
-        if (m_log.WriteErrors() > 0) {
-            out << "firmware log: " << m_log.WriteErrors() << " of " << m_log.Records()
+        const FirmwareLog& log = m_caixa.Log();
+        if (log.WriteErrors() > 0) {
+            out << "firmware log: " << log.WriteErrors() << " of " << log.Records()
                 << " records could not be written\n";
         }
     }
@@ -136,21 +129,23 @@ class Run
         return result;
     }
 
+    const Memoria& State() const { return m_caixa.GetRegistro().GetMemoria(); }
+
     // Takes the register up where the memory left it, and the tape if it is the same one.
     void TakeUpMemory()
     {
-        m_memory->Settle(m_database.CommandNumber());
+        m_memory->Settle(m_caixa.Database().CommandNumber());
         const CommandProgress& progress = m_memory->GetProgress();
-        m_registro = Registro(m_memory->State());
+        m_caixa.GetRegistro() = Registro(m_memory->State());
         if (m_tape.Continue(progress.tape)) {
             m_clock.Continue(progress.clock);
             m_continuedBehind = progress.tape.line;
         }
-        m_executor.SetBeforeCommit([this] {
+        m_caixa.SetBeforeCommit([this] {
             CommandProgress after = Progressed();
             ++after.sequence;
-            m_database.NumberCommand(after.sequence);
-            m_memory->WritePending(m_registro.GetMemoria(), after);
+            m_caixa.Database().NumberCommand(after.sequence);
+            m_memory->WritePending(State(), after);
         });
     }
 
@@ -165,101 +160,73 @@ class Run
 
     void Execute(const TapeCommand& line)
     {
-        if (line.name == CONFIGURA) {
-            ExecutaConfigura(line, m_registro);
-            KeepWithoutRows();
-            Reply(line, "executed");
-            return;
-        }
-        const CatalogueEntry* item = FindComando(line.name);
-        if (item == nullptr) {
-            throw TapeError(line.namePlace, "there is no command \"" + line.name + "\"");
-        }
-        const std::unique_ptr<ComandoBancada> command = item->make(m_registro);
-        TapeFields fields(line);
-        command->Fields(fields);
-        fields.Finish();
-
-        const RtcAbsoluteTime em = m_clock.Next(line);
-        m_log.SetTime(em);
-        const std::int64_t rejectedBefore = m_database.Counts().statementsRejected;
-        const Outcome result = m_executor.Execute(*command, em);
-        Keep(line, result);
-        Note(line, result, m_database.Counts().statementsRejected - rejectedBefore);
-        if (!result.executed) {
-            Reply(line, "refused: " + result.refusal.value_or("refused"));
-        } else if (!result.kept) {
-            Reply(line, "executed, rows lost: " + m_database.LastLoss());
-        } else {
-            Reply(line, "executed");
-        }
-    }
-
-    // Makes the memory say what became of the command, before its reply.
-    void Keep(const TapeCommand& line, const Outcome& result)
-    {
-        if (m_memory == nullptr) {
-            return;
-        }
-        if (!result.executed) {
-            KeepWithoutRows();
-            return;
-        }
-        CommandProgress after = Progressed();
-        ++after.sequence;
-        if (m_database.CommandNumber() == after.sequence) {
-            m_memory->Confirm();
-            return;
-        }
-        // The database does not have it, so that it would be run again.
-        if (!result.kept) {
-            ++after.lost;
-            after.lastLoss = "line " + std::to_string(line.place.line) + ", " + line.name + ": " +
-                             m_database.LastLoss();
-        }
-        m_memory->WriteSettled(m_registro.GetMemoria(), after);
-    }
-
-    // The same for a line that has no part in the database.
-    void KeepWithoutRows()
-    {
+        const Answer answer = m_caixa.Run(line, m_clock);
         if (m_memory != nullptr) {
-            m_memory->WriteSettled(m_registro.GetMemoria(), Progressed());
+            Keep(line, answer);
         }
-    }
-
-    void Reply(const TapeCommand& line, const std::string& what) const
-    {
+        Note(line, answer);
         if (m_replies) {
-            std::cout << line.place.line << " " << line.name << ": " << what << std::endl;
+            std::cout << line.place.line << " " << line.name << ": " << Reply(answer) << std::endl;
         }
     }
 
-    void Note(const TapeCommand& line, const Outcome& result, std::int64_t rejected)
+    // Makes the memory say what became of the line, before its reply.
+    void Keep(const TapeCommand& line, const Answer& answer)
     {
-        if (!result.executed) {
-            m_summary.refused.Add(line.place, line.name, result.refusal.value_or("refused"));
+        CommandProgress after = Progressed();
+        if (answer.Executed()) {
+            ++after.sequence;
+            if (m_caixa.Database().CommandNumber() == after.sequence) {
+                m_memory->Confirm();
+                return;
+            }
+            // The database does not have it, so that it would be run again.
+            if (answer.fate == Answer::Fate::LOST) {
+                ++after.lost;
+                after.lastLoss = "line " + std::to_string(line.place.line) + ", " + line.name +
+                                 ": " + answer.reason;
+            }
+        }
+        m_memory->WriteSettled(State(), after);
+    }
+
+    static std::string Reply(const Answer& answer)
+    {
+        switch (answer.fate) {
+        case Answer::Fate::REFUSED:
+            return "refused: " + answer.reason;
+        case Answer::Fate::LOST:
+            return "executed, rows lost: " + answer.reason;
+        case Answer::Fate::CONFIGURED:
+        case Answer::Fate::KEPT:
+            return "executed";
+        }
+        return "";
+    }
+
+    void Note(const TapeCommand& line, const Answer& answer)
+    {
+        if (answer.fate == Answer::Fate::REFUSED) {
+            m_summary.refused.Add(line.place, line.name, answer.reason);
+        }
+        if (!answer.Executed()) {
             return;
         }
         ++m_summary.run;
-        if (rejected > 0) {
+        if (answer.rejected > 0) {
             m_summary.rejected.Add(line.place, line.name,
-                                   std::to_string(rejected) +
-                                       (rejected == 1 ? " statement" : " statements"));
+                                   std::to_string(answer.rejected) +
+                                       (answer.rejected == 1 ? " statement" : " statements"));
         }
-        if (!result.kept) {
-            m_summary.lost.Add(line.place, line.name, m_database.LastLoss());
+        if (answer.fate == Answer::Fate::LOST) {
+            m_summary.lost.Add(line.place, line.name, answer.reason);
         }
     }
 
     TapeReader m_tape;
     TapeClock m_clock;
-    Registro m_registro;
-    FirmwareLog m_log;
-    FirmwareDuty m_duty;
     std::unique_ptr<MemoriaFile> m_memory; // null: none is kept
-    LogDatabase m_database;
-    Executor m_executor;
+    Caixa m_caixa;
     RunSummary m_summary;
     int m_continuedBehind = 0;
     bool m_replies;

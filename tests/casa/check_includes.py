@@ -35,6 +35,7 @@ BENCH = {
     "log": [],
     "banco": ["log"],
     "comandos": ["registro", "tape", "banco"],
+    "caixa": ["registro", "tape", "log", "banco", "comandos"],
     "memoria": ["registro", "tape"],
     "leitura": [],
     "relatorio": ["log", "leitura"],
@@ -42,6 +43,10 @@ BENCH = {
     "gerador": [],
 }
 BENCH["cli"] = list(BENCH)
+
+# The command line is the program's: what else is measured or tested lies below it.
+CLI = "bancada/cli/"
+TESTS_OF_CLI = ("tests/bancada/cli/", "tests/bancada/check_Comando.cpp")
 
 # The layers of the firmware half that talk to the engine.
 SEES_SQLITE = {"CmdDBLogger"}
@@ -99,6 +104,8 @@ def fault(root, name, opening, included):
         return "no such file below the project's root"
     if layer == other == "bancada":
         return bench_fault(name, included)
+    if included.startswith(CLI) and not name.startswith(TESTS_OF_CLI):
+        return f"{CLI} is for {TESTS_OF_CLI[0]} alone"
     if other == layer or other in LAYERS[layer]:
         return None
     return f"{layer} may not include {other}"

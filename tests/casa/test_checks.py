@@ -82,6 +82,21 @@ class Includes(unittest.TestCase):
             {"bancada/log/A.h": "", "bancada/novo/B.h": '#include "bancada/log/A.h"\n'},
             'bancada/novo/B.h:1: #include "bancada/log/A.h": bancada/novo has no rule here')
 
+    def test_command_line_included_from_elsewhere(self):
+        for name in ("benchmarks/B.cpp", "tests/falhas/B.cpp", "tests/bancada/B.cpp"):
+            self.assert_fault(
+                {"bancada/cli/A.h": "", name: '#include "bancada/cli/A.h"\n'},
+                f'{name}:1: #include "bancada/cli/A.h": bancada/cli/ is for tests/bancada/cli/ alone')
+        code, output = self.check(
+            {"bancada/cli/A.h": "", "tests/bancada/cli/B.cpp": '#include "bancada/cli/A.h"\n'})
+        self.assertEqual(code, 0, output)
+
+    def test_assembled_register_includes_a_room_that_reads(self):
+        self.assert_fault(
+            {"bancada/leitura/A.h": "", "bancada/caixa/B.cpp": '#include "bancada/leitura/A.h"\n'},
+            'bancada/caixa/B.cpp:1: #include "bancada/leitura/A.h": bancada/caixa may not include '
+            "bancada/leitura")
+
     def test_downward_includes_of_the_bench_pass(self):
         code, output = self.check({
             "bancada/A.h": "",

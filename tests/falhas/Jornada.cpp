@@ -2,10 +2,8 @@
 
 #include "bancada/Unusable.h"
 #include "bancada/banco/LogSchema.h"
-#include "bancada/comandos/Catalogue.h"
 #include "bancada/log/Losses.h"
 #include "bancada/tape/LineParser.h"
-#include "bancada/tape/TapeFields.h"
 #include "tests/falhas/RefusedStatements.h"
 
 #include <gtest/gtest.h>
@@ -109,34 +107,30 @@ int Step()
 }
 
 Bancada::Bancada(const SimulatedDisk& disk, const std::string& logPath, bool append)
-    : log(logPath), banco(BANCO, log, DatabaseOptions(disk, append))
+    : caixa(BANCO, DatabaseOptions(disk, append))
 {
+    caixa.OpenLog(logPath);
     registro.SetRatearSubtotal(true);
 }
 
 bool Bancada::Roda(const bancada::TapeCommand& linha)
 {
-    return Roda(linha, banco);
-}
-
-bool Bancada::Roda(const bancada::TapeCommand& linha, bancada::LogDatabase& outro)
-{
-    const bancada::CatalogueEntry* item = bancada::FindComando(linha.name);
-    if (item == nullptr) {
-        throw std::invalid_argument("no command " + linha.name);
-    }
-    const auto comando = item->make(registro);
-    bancada::TapeFields campos(linha);
-    comando->Fields(campos);
-    campos.Finish();
-
-    log.SetTime(RtcAbsoluteTime(m_agora));
-    bancada::Executor executor(registro, outro);
-    const bancada::Outcome resultado = executor.Execute(*comando, RtcAbsoluteTime(m_agora));
+    const auto comando = caixa.Read(linha);
+    const bancada::Answer answer = caixa.Execute(*comando, RtcAbsoluteTime(m_agora));
     // The day after a Z is another one.
     m_agora += linha.name == "reducao_z" ? UM_DIA_S : 1;
-    EXPECT_TRUE(resultado.executed) << linha.name << ": " << resultado.refusal.value_or("");
-    return resultado.kept;
+    EXPECT_TRUE(answer.Executed()) << linha.name << ": " << answer.reason;
+    return answer.fate == bancada::Answer::Fate::KEPT;
+}
+
+bool Bancada::Roda(const bancada::TapeCommand& linha, Bancada& outra)
+{
+    outra.registro = registro;
+    outra.m_agora = m_agora;
+    const bool kept = outra.Roda(linha);
+    registro = outra.registro;
+    m_agora = outra.m_agora;
+    return kept;
 }
 
 std::string Bancada::Retrato() const
@@ -205,10 +199,9 @@ const Esperado& SemFalhas(std::size_t quantos, const std::vector<bool>& perdidos
     const SimulatedDisk disk;
     const SimulatedDisk trash;
     Bancada bancada(disk, log.Path());
-    bancada::FirmwareLog trashLog;
-    bancada::LogDatabase trashBanco(BANCO, trashLog, DatabaseOptions(trash, false));
+    Bancada trashBancada(trash, log.Path());
     for (std::size_t i = 0; i < quantos; ++i) {
-        EXPECT_TRUE(bancada.Roda(Fita()[i], lost[i] ? trashBanco : bancada.banco));
+        EXPECT_TRUE(lost[i] ? bancada.Roda(Fita()[i], trashBancada) : bancada.Roda(Fita()[i]));
     }
     return known[{quantos, lost}] = {Dump(bancada.Handle()), bancada.Retrato()};
 }

@@ -1,11 +1,8 @@
 // A short day at a register, run again and again under faults, and what must hold after each run.
 #pragma once
 
-#include "bancada/banco/LogDatabase.h"
-#include "bancada/comandos/Executor.h"
+#include "bancada/caixa/Caixa.h"
 #include "bancada/log/FirmwareDuty.h"
-#include "bancada/log/FirmwareLog.h"
-#include "bancada/registro/Registro.h"
 #include "bancada/tape/TapeCommand.h"
 #include "tests/falhas/SimulatedDisk.h"
 
@@ -37,7 +34,7 @@ bool IsLong();
 // that are slow.
 int Step();
 
-// One register that logs on `disk`, as `ecf-bancada run` puts it together.
+// One register that logs on `disk`.
 class Bancada
 {
   public:
@@ -47,18 +44,19 @@ class Bancada
     // Executes the command on the register; the answer is LogDatabase's about its rows. Fails the
     // test if the register refuses it.
     bool Roda(const bancada::TapeCommand& linha);
-    // The same, with the rows going to another database.
-    bool Roda(const bancada::TapeCommand& linha, bancada::LogDatabase& outro);
+    // The same, with the rows going to the database of `outra`.
+    bool Roda(const bancada::TapeCommand& linha, Bancada& outra);
 
     // The register's counters and totals.
     std::string Retrato() const;
 
     sqlite3* Handle() { return banco.Handle(); }
 
-    bancada::Registro registro;
-    bancada::FirmwareLog log;
-    bancada::FirmwareDuty plantao{log, [this] { return registro.GetRatearSubtotal(); }};
-    bancada::LogDatabase banco;
+    bancada::Caixa caixa;
+    bancada::Registro& registro = caixa.GetRegistro();
+    bancada::LogDatabase& banco = caixa.Database();
+    // For the loggers that a test calls itself.
+    bancada::FirmwareDuty plantao{caixa.Log(), [this] { return registro.GetRatearSubtotal(); }};
 
   private:
     UINT32 m_agora = 1709539200; // 2024-03-04 08:00:00

@@ -1,8 +1,8 @@
 // Hostile texts in every text field of every command: what the caller's connection refuses, and
 // what the module's statements let through.
 #include "bancada/banco/LogSchema.h"
-#include "bancada/cli/Configura.h"
 #include "bancada/comandos/Catalogue.h"
+#include "bancada/comandos/Configura.h"
 #include "bancada/log/Losses.h"
 #include "bancada/tape/FieldTable.h"
 #include "bancada/tape/TapeFields.h"
@@ -275,7 +275,6 @@ Outcome RunWith(const Field& field, const std::string* text)
     RefusedStatements().clear();
     Bancada bancada(disk, log.Path(), true);
     bancada.registro = bancada::Registro(moment.memoria);
-    bancada::Executor executor(bancada.registro, bancada.banco);
     const RtcAbsoluteTime now(1709539400);
     const RtcAbsoluteTime later(1709539401);
 
@@ -288,25 +287,20 @@ Outcome RunWith(const Field& field, const std::string* text)
         settings.Apply(bancada.registro);
     } else {
         const bancada::CatalogueEntry* item = bancada::FindComando(field.command);
-        const auto command = item->make(bancada.registro);
         const bancada::TapeCommand example = Example(*item, bancada.registro);
-        bancada::TapeFields fields(example);
-        command->Fields(fields);
+        const auto command = bancada.caixa.Read(example);
         if (text != nullptr) {
             TextWriter writer(field.which, *text);
             command->Fields(writer);
         }
-        outcome.refused = !executor.Execute(*command, now).executed;
+        outcome.refused = !bancada.caixa.Execute(*command, now).Executed();
         // A firmware may check less than this register: the logger gets the text all the same, as
         // if the example had been executed.
         if (outcome.refused && text != nullptr) {
-            const auto unchecked = item->make(bancada.registro);
-            bancada::TapeFields same(example);
-            unchecked->Fields(same);
-            bancada::FirmwareLog trashLog;
-            bancada::LogDatabase trash(":memory:", trashLog);
-            EXPECT_TRUE(
-                bancada::Executor(bancada.registro, trash).Execute(*unchecked, now).executed);
+            bancada::Caixa trash(":memory:", {}, bancada.registro.GetMemoria());
+            const auto unchecked = trash.Read(example);
+            EXPECT_TRUE(trash.Execute(*unchecked, now).Executed());
+            bancada.registro = trash.GetRegistro();
             unchecked->GetCommand().m_dtExecEnd = RtcAbsoluteTime(matlong[0]);
             TextWriter writer(field.which, *text);
             unchecked->Fields(writer);
@@ -316,11 +310,8 @@ Outcome RunWith(const Field& field, const std::string* text)
         }
     }
     for (const bancada::TapeCommand& line : Carriers()) {
-        const auto carrier = bancada::FindComando(line.name)->make(bancada.registro);
-        bancada::TapeFields fields(line);
-        carrier->Fields(fields);
-        const bancada::Outcome result = executor.Execute(*carrier, later);
-        EXPECT_TRUE(result.kept);
+        const auto carrier = bancada.caixa.Read(line);
+        EXPECT_NE(bancada.caixa.Execute(*carrier, later).fate, bancada::Answer::Fate::LOST);
     }
 
     outcome.rows = Parse(Dump(bancada.Handle()));

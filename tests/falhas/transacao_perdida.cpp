@@ -1,5 +1,4 @@
 // The engine rolls a whole transaction back within a logger, without a word to anyone.
-#include "bancada/comandos/Catalogue.h"
 #include "tests/falhas/Jornada.h"
 #include "tests/falhas/RefusedStatements.h"
 
@@ -100,9 +99,8 @@ TEST_F(LostTransaction, CallerThatDoesNotLookKeepsHalfADocument)
         {
             const Bancada schema(disk, log.Path());
         }
-        const auto comando = bancada::FindComando(Z().name)->make(bancada.registro);
-        bancada::Executor executor(bancada.registro, bancada.banco);
-        ASSERT_TRUE(executor.Execute(*comando, RtcAbsoluteTime(1709539300)).executed);
+        const auto comando = bancada.caixa.Read(Z());
+        ASSERT_TRUE(bancada.caixa.Execute(*comando, RtcAbsoluteTime(1709539300)).Executed());
 
         const Leitura careless(disk);
         const auto rows = [&] {

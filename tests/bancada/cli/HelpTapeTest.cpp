@@ -1,8 +1,8 @@
 // The catalogue, described: what the documents say is what the commands read.
 #include "bancada/cli/HelpTape.h"
 #include "bancada/Unusable.h"
-#include "bancada/cli/Configura.h"
 #include "bancada/comandos/Catalogue.h"
+#include "bancada/comandos/Configura.h"
 #include "bancada/registro/Registro.h"
 #include "bancada/tape/FieldTable.h"
 #include "bancada/tape/LineParser.h"

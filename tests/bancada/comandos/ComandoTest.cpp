@@ -1,28 +1,9 @@
 #include "tests/bancada/comandos/ComandoTest.h"
 
 #include "bancada/tape/LineParser.h"
-#include "bancada/tape/TapeFields.h"
+#include "tests/support/Rows.h"
 
 #include <sstream>
-#include <stdexcept>
-
-std::vector<std::string> Rows(sqlite3* db, const std::string& sql)
-{
-    std::vector<std::string> rows;
-    sqlite3_stmt* stmt = nullptr;
-    EXPECT_EQ(sqlite3_prepare_v2(db, sql.c_str(), -1, &stmt, nullptr), SQLITE_OK)
-        << sqlite3_errmsg(db) << " in " << sql;
-    while (sqlite3_step(stmt) == SQLITE_ROW) {
-        std::string line;
-        for (int i = 0; i < sqlite3_column_count(stmt); ++i) {
-            const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(stmt, i));
-            line += (i == 0 ? "" : "|") + std::string(text == nullptr ? "NULL" : text);
-        }
-        rows.push_back(line);
-    }
-    sqlite3_finalize(stmt);
-    return rows;
-}
 
 std::string Portrait(const bancada::Registro& registro)
 {
@@ -86,36 +67,27 @@ std::unique_ptr<bancada::ComandoBancada> ComandoTest::Read(const std::string& li
             read.fields.push_back(field);
         }
     }
-    const bancada::CatalogueEntry* item = bancada::FindComando(read.name);
-    if (item == nullptr) {
-        throw std::invalid_argument("no command \"" + read.name + "\"");
-    }
-    auto comando = item->make(registro);
-    bancada::TapeFields fields(read);
-    comando->Fields(fields);
-    fields.Finish();
-    return comando;
+    return caixa.Read(read);
 }
 
 void ComandoTest::Run(const std::string& line)
 {
     const auto comando = Read(line);
-    const bancada::Outcome outcome = executor.Execute(*comando, RtcAbsoluteTime(now++));
-    ASSERT_TRUE(outcome.executed) << line << ": " << outcome.refusal.value_or("");
-    ASSERT_TRUE(outcome.kept) << line;
+    const bancada::Answer answer = caixa.Execute(*comando, RtcAbsoluteTime(now++));
+    ASSERT_EQ(answer.fate, bancada::Answer::Fate::KEPT) << line << ": " << answer.reason;
 }
 
 std::string ComandoTest::Refused(const std::string& line)
 {
     const auto comando = Read(line);
-    const bancada::Outcome outcome = executor.Execute(*comando, RtcAbsoluteTime(now++));
-    EXPECT_FALSE(outcome.executed) << line;
-    return outcome.refusal.value_or("");
+    const bancada::Answer answer = caixa.Execute(*comando, RtcAbsoluteTime(now++));
+    EXPECT_EQ(answer.fate, bancada::Answer::Fate::REFUSED) << line;
+    return answer.reason;
 }
 
 std::vector<std::string> ComandoTest::Rows(const std::string& sql)
 {
-    return ::Rows(database.Handle(), sql);
+    return test_support::Rows(database.Handle(), sql);
 }
 
 void ComandoTest::Programa()

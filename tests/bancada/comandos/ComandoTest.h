@@ -1,12 +1,8 @@
 // A bench at work: tape lines run on a register that logs into a database in memory.
 #pragma once
 
-#include "bancada/banco/LogDatabase.h"
+#include "bancada/caixa/Caixa.h"
 #include "bancada/comandos/Catalogue.h"
-#include "bancada/comandos/Executor.h"
-#include "bancada/log/FirmwareDuty.h"
-#include "bancada/log/FirmwareLog.h"
-#include "bancada/registro/Registro.h"
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
@@ -14,9 +10,6 @@
 #include <memory>
 #include <string>
 #include <vector>
-
-// The rows of a query, each as its values joined by '|'; NULL is written NULL.
-std::vector<std::string> Rows(sqlite3* db, const std::string& sql);
 
 // What a person would notice of a register: counters, totals, the receipt, the day, its
 // programming.
@@ -45,11 +38,10 @@ class ComandoTest : public ::testing::Test
     // The same paid with 30.00 in cash, and closed.
     void EmiteCupom();
 
-    bancada::FirmwareLog log;
-    bancada::LogDatabase database{":memory:", log};
-    bancada::Registro registro;
-    bancada::FirmwareDuty duty{log, [this] { return registro.GetRatearSubtotal(); }};
-    bancada::Executor executor{registro, database};
+    bancada::Caixa caixa{":memory:"};
+    bancada::Registro& registro = caixa.GetRegistro();
+    bancada::LogDatabase& database = caixa.Database();
+    bancada::FirmwareLog& log = caixa.Log();
     UINT32 now = EIGHT;
 };
 

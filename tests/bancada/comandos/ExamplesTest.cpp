@@ -1,7 +1,5 @@
 // The example tapes, run to their end.
-#include "bancada/cli/Configura.h"
 #include "bancada/tape/TapeClock.h"
-#include "bancada/tape/TapeFields.h"
 #include "bancada/tape/TapeReader.h"
 #include "tests/bancada/comandos/ComandoTest.h"
 
@@ -47,11 +45,7 @@ class ComandoExamples : public ComandoTest
         bancada::TapeCommand line;
         Balance balance;
         while (tape.Next(line)) {
-            if (line.name == bancada::CONFIGURA) {
-                bancada::ExecutaConfigura(line, registro);
-            } else {
-                Execute(line, clock.Next(line), balance);
-            }
+            Execute(line, clock, balance);
         }
         return balance;
     }
@@ -66,25 +60,20 @@ class ComandoExamples : public ComandoTest
     }
 
   private:
-    void Execute(const bancada::TapeCommand& line, RtcAbsoluteTime em, Balance& balance)
+    void Execute(const bancada::TapeCommand& line, bancada::TapeClock& clock, Balance& balance)
     {
-        const bancada::CatalogueEntry* item = bancada::FindComando(line.name);
-        ASSERT_NE(item, nullptr) << line.name;
-        const auto comando = item->make(registro);
-        bancada::TapeFields fields(line);
-        comando->Fields(fields);
-        fields.Finish();
-
         const bancada::LogDatabaseCounts before = database.Counts();
-        const bancada::Outcome outcome = executor.Execute(*comando, em);
-        EXPECT_TRUE(outcome.kept) << line.place.line;
-        if (!outcome.executed) {
+        const bancada::Answer answer = caixa.Run(line, clock);
+        EXPECT_NE(answer.fate, bancada::Answer::Fate::LOST) << line.place.line;
+        if (answer.fate == bancada::Answer::Fate::REFUSED) {
             balance.refused.push_back(std::to_string(line.place.line) + ": " + line.name + ": " +
-                                      outcome.refusal.value_or(""));
+                                      answer.reason);
+        }
+        if (!answer.Executed()) {
             return;
         }
         ++balance.comandos[line.name];
-        if (database.Counts().statementsRejected != before.statementsRejected) {
+        if (answer.rejected > 0) {
             balance.rejected.push_back(line.name);
         }
         for (const auto& [table, rows] : database.Counts().rows) {

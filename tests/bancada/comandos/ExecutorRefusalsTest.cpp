@@ -145,9 +145,9 @@ TEST_F(ComandoExecutorRefusals, ReceiptOnADayThatIsClosed)
 TEST_F(ComandoExecutorRefusals, SequenceNumbersCountRefusedCommandsToo)
 {
     const auto refused = Read(PAO);
-    EXPECT_EQ(executor.Execute(*refused, RtcAbsoluteTime(now)).refusal, "no Cupom Fiscal is open");
+    EXPECT_EQ(caixa.Execute(*refused, RtcAbsoluteTime(now)).reason, "no Cupom Fiscal is open");
     const auto accepted = Read(R"({"cmd":"leitura_x"})");
-    EXPECT_TRUE(executor.Execute(*accepted, RtcAbsoluteTime(now)).executed);
+    EXPECT_TRUE(caixa.Execute(*accepted, RtcAbsoluteTime(now)).Executed());
     EXPECT_EQ(accepted->GetCommand().m_iCmdSeq, refused->GetCommand().m_iCmdSeq + 1);
 }
 

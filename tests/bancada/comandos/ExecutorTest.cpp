@@ -1,4 +1,5 @@
 // The pipeline of a command.
+#include "bancada/comandos/Executor.h"
 #include "bancada/tape/FieldVisitor.h"
 #include "tests/bancada/comandos/ComandoTest.h"
 
@@ -49,7 +50,11 @@ class Spy final : public CmdLeituraMF, public bancada::ComandoBancada
     }
 };
 
-using ComandoExecutor = ComandoTest;
+class ComandoExecutor : public ComandoTest
+{
+  protected:
+    bancada::Executor executor{registro, database};
+};
 
 TEST_F(ComandoExecutor, RunsTheStepsInTheOrderOfTheirSlots)
 {

@@ -61,7 +61,7 @@ TEST_F(ComandoFechamento, SignatureIsThatOfTheRegister)
     AbreCupomAndVende();
     Run(R"({"cmd":"efetua_pagamento","meio":1,"valor":"28.98"})");
     const auto close = Read(R"({"cmd":"fecha_cupom"})");
-    ASSERT_TRUE(executor.Execute(*close, RtcAbsoluteTime(now)).executed);
+    ASSERT_TRUE(caixa.Execute(*close, RtcAbsoluteTime(now)).Executed());
     const Command& comando = close->GetCommand();
     const auto& assinatura = registro.GetAssinatura();
     EXPECT_TRUE(

@@ -1,4 +1,4 @@
-#include "bancada/cli/Configura.h"
+#include "bancada/comandos/Configura.h"
 
 #include "bancada/registro/Registro.h"
 #include "bancada/tape/TapeFields.h"
@@ -20,15 +20,15 @@ Configura::Configura(const Registro& registro)
 {
 }
 
-void Configura::Fields(FieldVisitor& campos)
+void Configura::Fields(FieldVisitor& fields)
 {
-    campos.Flag("ratear_subtotal", m_ratearSubtotal, Presence::OPTIONAL,
+    fields.Flag("ratear_subtotal", m_ratearSubtotal, Presence::OPTIONAL,
                 "whether the closing of a receipt rewrites every item's share of a subtotal "
                 "discount or surcharge",
                 "true");
-    campos.Text("aplicativo", m_aplicativo, MAX_APLICATIVO, Presence::OPTIONAL,
+    fields.Text("aplicativo", m_aplicativo, MAX_APLICATIVO, Presence::OPTIONAL,
                 "identification of the point-of-sale application", "MERCEARIA PDV 2.1");
-    campos.Text("versao_sb", m_versaoSB, MAX_VERSAO, Presence::OPTIONAL,
+    fields.Text("versao_sb", m_versaoSB, MAX_VERSAO, Presence::OPTIONAL,
                 "version of the basic software", "01.00.01");
 }
 
@@ -39,7 +39,7 @@ void Configura::Apply(Registro& registro) const
     registro.SetVersaoSB(m_versaoSB);
 }
 
-void ExecutaConfigura(const TapeCommand& line, Registro& registro)
+void ExecuteConfigura(const TapeCommand& line, Registro& registro)
 {
     if (line.em) {
         throw TapeError(line.emPlace, "configura takes no time, and no field \"em\"");

@@ -12,7 +12,7 @@ class Registro;
 struct TapeCommand;
 
 inline constexpr char CONFIGURA[] = "configura";
-inline constexpr char CONFIGURA_RESUMO[] =
+inline constexpr char CONFIGURA_SUMMARY[] =
     "sets the bench: not a command of the register, it takes no time and logs nothing";
 
 // The settings of a register, as the directive's fields.
@@ -22,7 +22,7 @@ class Configura
     // Begins with what the register has, so that a field not given changes nothing.
     explicit Configura(const Registro& registro);
 
-    void Fields(FieldVisitor& campos);
+    void Fields(FieldVisitor& fields);
     void Apply(Registro& registro) const;
 
   private:
@@ -32,6 +32,6 @@ class Configura
 };
 
 // Carries a line of the tape out. Throws TapeError.
-void ExecutaConfigura(const TapeCommand& line, Registro& registro);
+void ExecuteConfigura(const TapeCommand& line, Registro& registro);
 
 } // namespace bancada

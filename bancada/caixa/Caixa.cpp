@@ -1,0 +1,61 @@
+#include "bancada/caixa/Caixa.h"
+
+#include "bancada/comandos/Catalogue.h"
+#include "bancada/comandos/Configura.h"
+#include "bancada/log/FirmwareDuty.h"
+#include "bancada/tape/TapeClock.h"
+#include "bancada/tape/TapeFields.h"
+
+namespace bancada
+{
+
+Caixa::Caixa(const std::string& database, const LogDatabase::Options& options,
+             const Memoria& memoria)
+    : m_registro(memoria), m_database(database, m_log, options), m_executor(m_registro, m_database)
+{
+}
+
+Answer Caixa::Run(const TapeCommand& line, TapeClock& clock)
+{
+    if (line.name == CONFIGURA) {
+        ExecuteConfigura(line, m_registro);
+        return {Answer::Fate::CONFIGURED, "", 0};
+    }
+    const std::unique_ptr<ComandoBancada> command = Read(line);
+    return Execute(*command, clock.Next(line));
+}
+
+std::unique_ptr<ComandoBancada> Caixa::Read(const TapeCommand& line)
+{
+    const CatalogueEntry* entry = FindComando(line.name);
+    if (entry == nullptr) {
+        throw TapeError(line.namePlace, "there is no command \"" + line.name + "\"");
+    }
+    std::unique_ptr<ComandoBancada> command = entry->make(m_registro);
+    TapeFields fields(line);
+    command->Fields(fields);
+    fields.Finish();
+    return command;
+}
+
+Answer Caixa::Execute(ComandoBancada& command, RtcAbsoluteTime em)
+{
+    const FirmwareDuty duty(m_log, [this] { return m_registro.GetRatearSubtotal(); });
+    m_log.SetTime(em);
+    const std::int64_t rejectedBefore = m_database.Counts().statementsRejected;
+    const Outcome outcome = m_executor.Execute(command, em);
+
+    Answer answer;
+    answer.rejected = m_database.Counts().statementsRejected - rejectedBefore;
+    if (!outcome.executed) {
+        answer.reason = outcome.refusal.value_or("refused");
+    } else if (!outcome.kept) {
+        answer.fate = Answer::Fate::LOST;
+        answer.reason = m_database.LastLoss();
+    } else {
+        answer.fate = Answer::Fate::KEPT;
+    }
+    return answer;
+}
+
+} // namespace bancada
