@@ -4,13 +4,13 @@
 #include "FiscalData/RateioSubtotal.h"
 #include "MfdServices/GravaLog.h"
 #include "bancada/log/FirmwareLog.h"
-#include "tests/bancada/TempFolder.h"
+#include "tests/support/Files.h"
 
 #include <gtest/gtest.h>
 #include <string>
 
 using namespace bancada;
-using bancada_test::TempFolder;
+using test_support::TempFolder;
 
 namespace
 {

@@ -2,14 +2,14 @@
 #include "bancada/log/FirmwareLogReader.h"
 
 #include "bancada/Unusable.h"
-#include "tests/bancada/TempFolder.h"
+#include "tests/support/Files.h"
 
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
 using namespace bancada;
-using bancada_test::TempFolder;
+using test_support::TempFolder;
 
 namespace
 {
