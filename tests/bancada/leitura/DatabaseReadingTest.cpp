@@ -229,7 +229,7 @@ TEST_F(Opening, ALogIsFoundBesideTheFileThatALinkLeadsTo)
 {
     Execute("");
     Kill(StartRegister(2));
-    const bancada_test::TempFolder other;
+    const test_support::TempFolder other;
     std::filesystem::create_symlink(Path(), other.File("link.db"));
     EXPECT_EQ(Documents(DatabaseReading(other.File("link.db"))), 2);
 }

@@ -30,10 +30,10 @@ class Sample : public ::testing::Test
         sqlite3_close(db);
     }
 
-    const bancada_test::TempFolder& Folder() const { return m_folder; }
+    const test_support::TempFolder& Folder() const { return m_folder; }
 
   private:
-    bancada_test::TempFolder m_folder;
+    test_support::TempFolder m_folder;
 };
 
 } // namespace bancada::leitura_test
