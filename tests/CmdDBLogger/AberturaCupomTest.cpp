@@ -164,7 +164,8 @@ TEST_F(AberturaCupom, AsksForThreeCountersOnceInColumnOrder)
 {
     command.DBLogger(db);
 
-    EXPECT_THAT(fiscal.calls, ElementsAre("Contador_Get(0)", "Contador_Get(3)", "Contador_Get(1)"));
+    EXPECT_THAT(fiscal.calls, ElementsAre("Contador_Get(COUNTER_COO)", "Contador_Get(COUNTER_CCF)",
+                                          "Contador_Get(COUNTER_CRZ)"));
 }
 
 TEST_F(AberturaCupom, LeavesTheCommandAsItIs)

@@ -58,7 +58,7 @@ TEST_F(CancelamentoEmEmissao, FiscalReceiptOfTheCounterIsMarked)
     EXPECT_EQ(Statement(), "UPDATE cupom_fiscal SET id_cancelado = 'S' WHERE cont_coo = '120'");
     EXPECT_THAT(CancelledOf("cupom_fiscal"), ElementsAre("120"));
     EXPECT_THAT(CancelledOf("cupom_nf"), IsEmpty());
-    EXPECT_THAT(fiscal.calls, ElementsAre("Cupom_GetTipoCupom()", "Contador_Get(0)"));
+    EXPECT_THAT(fiscal.calls, ElementsAre("Cupom_GetTipoCupom()", "Contador_Get(COUNTER_COO)"));
     EXPECT_THAT(LogEntries(), IsEmpty());
 }
 
@@ -72,8 +72,8 @@ TEST_F(CancelamentoEmEmissao, NonFiscalReceiptIsMarkedWithoutADocumentAfterASeco
     EXPECT_THAT(CancelledOf("cupom_nf"), ElementsAre("120"));
     EXPECT_THAT(CancelledOf("cupom_fiscal"), IsEmpty());
     EXPECT_THAT(Rows("SELECT * FROM outros_documentos"), IsEmpty());
-    EXPECT_THAT(fiscal.calls,
-                ElementsAre("Cupom_GetTipoCupom()", "Cupom_GetTipoCupom()", "Contador_Get(0)"));
+    EXPECT_THAT(fiscal.calls, ElementsAre("Cupom_GetTipoCupom()", "Cupom_GetTipoCupom()",
+                                          "Contador_Get(COUNTER_COO)"));
 }
 
 TEST_F(CancelamentoEmEmissao, ReceiptOfAnotherTypeIsLeftAndAnswered0)
@@ -165,8 +165,9 @@ TEST_F(CancelamentoCupom, NonFiscalReceiptIsMarkedAndADocumentRecorded)
     EXPECT_THAT(Rows("SELECT * FROM outros_documentos"),
                 ElementsAre("120|1|56|7|8|9|2026-03-02 08:15:30|2026-03-02 08:15:30|NC"));
     EXPECT_THAT(fiscal.calls, ElementsAre("Cupom_GetTipoCupom()", "Cupom_GetTipoCupom()",
-                                          "Contador_Get(0)", "Contador_Get(4)", "Contador_Get(7)",
-                                          "Contador_Get(6)", "Contador_Get(1)"));
+                                          "Contador_Get(COUNTER_COO)", "Contador_Get(COUNTER_GNF)",
+                                          "Contador_Get(COUNTER_GRG)", "Contador_Get(COUNTER_CDC)",
+                                          "Contador_Get(COUNTER_CRZ)"));
 }
 
 TEST_F(CancelamentoCupom, ReceiptOfAnotherTypeIsLeftAndAnswered0)

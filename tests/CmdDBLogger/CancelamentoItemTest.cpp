@@ -16,6 +16,7 @@ class CancelamentoItem : public LoggerTest
     CancelamentoItem()
     {
         fiscal.SetCounter(COUNTER_COO, 123);
+        fiscal.numbers["Cupom_GetTipoCupom()"] = CUPOM_FISCAL;
         for (const char* table : {"item_cupom_fiscal", "item_cupom_nf"}) {
             Execute(std::string("INSERT INTO ") + table +
                     " (cont_coo, seq_item, id_cancelado) VALUES"
@@ -46,7 +47,7 @@ TEST_F(CancelamentoItem, ItemOfAFiscalReceiptIsMarked)
         "UPDATE item_cupom_fiscal SET id_cancelado = 'S' where cont_coo = '123' and seq_item = '2'");
     EXPECT_THAT(CancelledOf("item_cupom_fiscal"), ElementsAre("123|2"));
     EXPECT_THAT(CancelledOf("item_cupom_nf"), IsEmpty());
-    EXPECT_THAT(fiscal.calls, ElementsAre("Cupom_GetTipoCupom()", "Contador_Get(0)"));
+    EXPECT_THAT(fiscal.calls, ElementsAre("Cupom_GetTipoCupom()", "Contador_Get(COUNTER_COO)"));
     EXPECT_THAT(LogEntries(), IsEmpty());
 }
 
@@ -62,7 +63,7 @@ TEST_F(CancelamentoItem, ItemOfANonFiscalReceiptIsMarked)
         "UPDATE item_cupom_nf SET id_cancelado = 'S' where cont_coo = '123' and seq_item = '4'");
     EXPECT_THAT(CancelledOf("item_cupom_nf"), ElementsAre("123|4"));
     EXPECT_THAT(CancelledOf("item_cupom_fiscal"), IsEmpty());
-    EXPECT_THAT(fiscal.calls, ElementsAre("Cupom_GetTipoCupom()", "Contador_Get(0)"));
+    EXPECT_THAT(fiscal.calls, ElementsAre("Cupom_GetTipoCupom()", "Contador_Get(COUNTER_COO)"));
 }
 
 TEST_F(CancelamentoItem, AnyTypeThatIsNotFiscalCountsAsNonFiscal)

@@ -162,9 +162,9 @@ TEST_F(CupomNaoFiscal, ThirdItemIsNumberThree)
 TEST_F(CupomNaoFiscal, ItemsPriceIsAskedOnceAndNoQuantity)
 {
     Sell(3, "2,00");
-    EXPECT_THAT(fiscal.calls,
-                ::testing::UnorderedElementsAre("Cupom_GetQuantidadeDeItens()", "Contador_Get(0)",
-                                                "Cupom_GetItemValorUnitarioStr(2,500)"));
+    EXPECT_THAT(fiscal.calls, ::testing::UnorderedElementsAre(
+                                  "Cupom_GetQuantidadeDeItens()", "Contador_Get(COUNTER_COO)",
+                                  "Cupom_GetItemValorUnitarioStr(2,500)"));
 }
 
 TEST_F(CupomNaoFiscal, GroupedPriceKeepsItsPointAndIsRejected)

@@ -175,20 +175,20 @@ TEST_F(DadosUsuario, FiscalDataModelIsAskedOnceForEachValue)
 {
     for (int round = 0; round < 2; ++round) { // the insert, then the update
         ProgramOwner();
-        EXPECT_THAT(fiscal.calls,
-                    ::testing::UnorderedElementsAre("DadosContribuinte_GetEndereco(500)",
-                                                    "DadosContribuinte_GetNomeFantasia(500)",
-                                                    "DadosContribuinte_GetRazaoSocial(500)",
-                                                    "Contador_Get(2)", "Totalizador_GetGTIni(0)"));
+        EXPECT_THAT(fiscal.calls, ::testing::UnorderedElementsAre(
+                                      "DadosContribuinte_GetEndereco(500)",
+                                      "DadosContribuinte_GetNomeFantasia(500)",
+                                      "DadosContribuinte_GetRazaoSocial(500)",
+                                      "Contador_Get(COUNTER_CRO)", "Totalizador_GetGTIni(0)"));
     }
     Execute("DELETE FROM dados_usuario");
     for (int round = 0; round < 2; ++round) {
         ProgramRegistrations();
-        EXPECT_THAT(fiscal.calls,
-                    ::testing::UnorderedElementsAre("DadosContribuinte_GetEndereco(500)",
-                                                    "DadosContribuinte_GetNomeFantasia(500)",
-                                                    "DadosContribuinte_GetRazaoSocial(500)",
-                                                    "Contador_Get(2)", "Totalizador_GetGTIni(0)"));
+        EXPECT_THAT(fiscal.calls, ::testing::UnorderedElementsAre(
+                                      "DadosContribuinte_GetEndereco(500)",
+                                      "DadosContribuinte_GetNomeFantasia(500)",
+                                      "DadosContribuinte_GetRazaoSocial(500)",
+                                      "Contador_Get(COUNTER_CRO)", "Totalizador_GetGTIni(0)"));
     }
 }
 
@@ -344,6 +344,8 @@ class OwnerElsewhere : public FakeController
 TEST_F(DadosUsuario, TextsAreThoseThatAreAnswered)
 {
     OwnerElsewhere owner;
+    owner.SetCounter(COUNTER_CRO, 0);
+    owner.money["Totalizador_GetGTIni(0)"] = Money("0");
     auto command = NewCommand<CmdProgramaUsuario>();
     auto registrations = NewCommand<CmdProgramaCNPJ_IE_IM>();
     command.FDController = &owner;
@@ -367,6 +369,8 @@ TEST_F(DadosUsuario, TextsAreThoseThatAreAnswered)
 TEST_F(DadosUsuario, StatementThatDoesNotFitItsArrayIsLoggedAndNotExecuted)
 {
     OwnerElsewhere owner;
+    owner.SetCounter(COUNTER_CRO, 0);
+    owner.money["Totalizador_GetGTIni(0)"] = Money("0");
     owner.companyName = std::string(5000, 'x');
     auto command = NewCommand<CmdProgramaUsuario>();
     command.FDController = &owner;

@@ -278,8 +278,8 @@ TEST_F(DescAcresItem, FiscalTypeIsAskedOnceForEachStatement)
     Set(CUPOM_FISCAL, ACRESCIMO, PERCENTUAL);
     command.DBLogger(db);
     EXPECT_THAT(fiscal.calls, ElementsAre("Cupom_GetTipoCupom()", "Cupom_GetItemValorAcr(1)",
-                                          "Contador_Get(0)", "Cupom_GetItemValorTotal(1)",
-                                          "Cupom_GetTipoCupom()", "Contador_Get(0)"));
+                                          "Contador_Get(COUNTER_COO)", "Cupom_GetItemValorTotal(1)",
+                                          "Cupom_GetTipoCupom()", "Contador_Get(COUNTER_COO)"));
     EXPECT_THAT(MoneyRequests(), ElementsAre("500,0,0,0", "500,0,0,0"));
 }
 
@@ -288,9 +288,9 @@ TEST_F(DescAcresItem, NonFiscalTypeIsAskedTwiceForTheAdjustmentAndOnceForTheTota
     Set(COMPROVANTE_NAO_FISCAL, DESCONTO, VALOR);
     command.DBLogger(db);
     EXPECT_THAT(fiscal.calls, ElementsAre("Cupom_GetTipoCupom()", "Cupom_GetTipoCupom()",
-                                          "Cupom_GetItemValorDesc(1)", "Contador_Get(0)",
+                                          "Cupom_GetItemValorDesc(1)", "Contador_Get(COUNTER_COO)",
                                           "Cupom_GetItemValorTotal(1)", "Cupom_GetTipoCupom()",
-                                          "Contador_Get(0)"));
+                                          "Contador_Get(COUNTER_COO)"));
 }
 
 TEST_F(DescAcresItem, Item0IsTheLastItem)
@@ -313,11 +313,13 @@ TEST_F(DescAcresItem, Item0IsTheLastItem)
 
 TEST_F(DescAcresItem, ItemsAreCountedOnlyForItem0)
 {
-    fiscal.numbers["Cupom_GetQuantidadeDeItens()"] = 9;
     for (const int number : {1, 2, -1}) {
         Forget();
         Set(CUPOM_FISCAL, ACRESCIMO, VALOR);
         command.m_iNumeroItem = number;
+        const std::string index = "(" + std::to_string(number - 1) + ")";
+        fiscal.money["Cupom_GetItemValorAcr" + index] = Money("1.05");
+        fiscal.money["Cupom_GetItemValorTotal" + index] = Money("1234.56");
         command.DBLogger(db);
         EXPECT_EQ(fiscal.CallsOf("Cupom_GetQuantidadeDeItens()"), 0);
     }
@@ -329,10 +331,12 @@ TEST_F(DescAcresItem, ItemNumberIsNotChecked)
         Forget();
         Set(CUPOM_FISCAL, DESCONTO, VALOR);
         command.m_iNumeroItem = number;
+        const std::string index = "(" + std::to_string(number - 1) + ")";
+        fiscal.money["Cupom_GetItemValorDesc" + index] = Money("0");
+        fiscal.money["Cupom_GetItemValorTotal" + index] = Money("0");
 
         EXPECT_EQ(command.DBLogger(db), 1);
 
-        const std::string index = "(" + std::to_string(number - 1) + ")";
         EXPECT_EQ(fiscal.CallsOf("Cupom_GetItemValorDesc" + index), 1);
         EXPECT_EQ(fiscal.CallsOf("Cupom_GetItemValorTotal" + index), 1);
         EXPECT_THAT(
@@ -402,6 +406,7 @@ TEST_F(DescAcresItem, AnswersWhatTheExecutionOfTheTotalReports)
 TEST_F(DescAcresItem, LeavesTheCommandAsItIs)
 {
     Set(CUPOM_FISCAL, ACRESCIMO, PERCENTUAL);
+    fiscal.numbers["Cupom_GetQuantidadeDeItens()"] = 2;
     command.m_iNumeroItem = 0;
     const std::string asItWas = BytesOf(command);
     command.DBLogger(db);
@@ -412,6 +417,13 @@ TEST_F(DescAcresItem, LeavesTheCommandAsItIs)
 class TurningController : public FakeController
 {
   public:
+    TurningController()
+    {
+        SetCounter(COUNTER_COO, 0);
+        money["Cupom_GetItemValorDesc(1)"] = Financial();
+        money["Cupom_GetItemValorTotal(1)"] = Financial();
+    }
+
     std::vector<int> types; // what each question is answered
 
     FD_TIPO_CUPOM Cupom_GetTipoCupom() override
@@ -480,9 +492,9 @@ TEST_F(CancelamentoDescAcresItem, FiscalSurchargeMovesIntoTheCancelledOneWithinT
             "UPDATE item_cupom_fiscal SET valor_total = 1234.56 WHERE cont_coo = 77 and seq_item = 2"));
     EXPECT_THAT(Item("item_cupom_fiscal", 2), ElementsAre("a|11|0|12|d|14|15|1234.56"));
     ExpectOtherRowsUntouched("item_cupom_fiscal");
-    EXPECT_THAT(fiscal.calls,
-                ElementsAre("Cupom_GetTipoCupom()", "Contador_Get(0)", "Cupom_GetItemValorTotal(1)",
-                            "Cupom_GetTipoCupom()", "Contador_Get(0)"));
+    EXPECT_THAT(fiscal.calls, ElementsAre("Cupom_GetTipoCupom()", "Contador_Get(COUNTER_COO)",
+                                          "Cupom_GetItemValorTotal(1)", "Cupom_GetTipoCupom()",
+                                          "Contador_Get(COUNTER_COO)"));
     EXPECT_THAT(LogEntries(), IsEmpty());
 }
 
@@ -530,9 +542,9 @@ TEST_F(CancelamentoDescAcresItem, NonFiscalDiscountIsTheOneTheItemHasAfterwards)
     EXPECT_THAT(Item("item_cupom_nf", 2), ElementsAre("a|11|12|13|d|14|2.1|1"));
     ExpectOtherRowsUntouched("item_cupom_nf");
     EXPECT_THAT(fiscal.calls, ElementsAre("Cupom_GetTipoCupom()", "Cupom_GetTipoCupom()",
-                                          "Cupom_GetItemValorDesc(1)", "Contador_Get(0)",
+                                          "Cupom_GetItemValorDesc(1)", "Contador_Get(COUNTER_COO)",
                                           "Cupom_GetItemValorTotal(1)", "Cupom_GetTipoCupom()",
-                                          "Contador_Get(0)"));
+                                          "Contador_Get(COUNTER_COO)"));
 }
 
 TEST_F(CancelamentoDescAcresItem, OtherOperationsAreRejectedAndTheTotalIsRewritten)
@@ -577,7 +589,8 @@ TEST_F(CancelamentoDescAcresItem, ReceiptOfAnotherTypeIsLeftAndAnswered0)
 TEST_F(CancelamentoDescAcresItem, Item0IsItem0AndMatchesNoRow)
 {
     Set(CUPOM_FISCAL, DESCONTO);
-    fiscal.numbers["Cupom_GetQuantidadeDeItens()"] = 2;
+    fiscal.money["Cupom_GetItemValorDesc(-1)"] = Money("0");
+    fiscal.money["Cupom_GetItemValorTotal(-1)"] = Money("0");
     command.m_iNumeroItem = 0;
 
     EXPECT_EQ(command.DBLogger(db), 1);
@@ -587,9 +600,10 @@ TEST_F(CancelamentoDescAcresItem, Item0IsItem0AndMatchesNoRow)
         ElementsAre(
             "UPDATE item_cupom_fiscal SET valor_desconto = 0.00 WHERE cont_coo = 77 and seq_item = 0",
             "UPDATE item_cupom_fiscal SET valor_total = 0.00 WHERE cont_coo = 77 and seq_item = 0"));
-    EXPECT_THAT(fiscal.calls, ElementsAre("Cupom_GetTipoCupom()", "Cupom_GetItemValorDesc(-1)",
-                                          "Contador_Get(0)", "Cupom_GetItemValorTotal(-1)",
-                                          "Cupom_GetTipoCupom()", "Contador_Get(0)"));
+    EXPECT_THAT(fiscal.calls,
+                ElementsAre("Cupom_GetTipoCupom()", "Cupom_GetItemValorDesc(-1)",
+                            "Contador_Get(COUNTER_COO)", "Cupom_GetItemValorTotal(-1)",
+                            "Cupom_GetTipoCupom()", "Contador_Get(COUNTER_COO)"));
     ExpectOtherRowsUntouched("none");
 }
 

@@ -203,12 +203,13 @@ TEST_F(DescAcresSubtotal, TypeIsAskedOnceOrTwice)
 {
     Adjust(CUPOM_FISCAL, ACRESCIMO, PERCENTUAL);
     EXPECT_THAT(fiscal.calls, ElementsAre("Cupom_GetTipoCupom()", "Cupom_GetSTValorDescAcr()",
-                                          "Contador_Get(0)"));
+                                          "Contador_Get(COUNTER_COO)"));
     EXPECT_THAT(MoneyRequests(), ElementsAre("500,0,0,0"));
 
     Adjust(COMPROVANTE_NAO_FISCAL, DESCONTO, VALOR);
-    EXPECT_THAT(fiscal.calls, ElementsAre("Cupom_GetTipoCupom()", "Cupom_GetTipoCupom()",
-                                          "Cupom_GetSTValorDescAcr()", "Contador_Get(0)"));
+    EXPECT_THAT(fiscal.calls,
+                ElementsAre("Cupom_GetTipoCupom()", "Cupom_GetTipoCupom()",
+                            "Cupom_GetSTValorDescAcr()", "Contador_Get(COUNTER_COO)"));
 }
 
 TEST_F(DescAcresSubtotal, PercentageIsTheLowestWordOfTheValueUnsigned)
@@ -335,13 +336,13 @@ TEST_F(CancelamentoDescAcresSubtotal, ValuesAreAskedBeforeTheOperationIsLookedAt
         Cancel(CUPOM_FISCAL, operation);
         EXPECT_THAT(fiscal.calls,
                     ElementsAre("Cupom_GetTipoCupom()", "Cupom_GetSTValorDescAcr()",
-                                "Cupom_GetSTValorCanceladoDescAcr()", "Contador_Get(0)"));
+                                "Cupom_GetSTValorCanceladoDescAcr()", "Contador_Get(COUNTER_COO)"));
 
         Cancel(COMPROVANTE_NAO_FISCAL, operation);
         EXPECT_THAT(fiscal.calls,
                     ElementsAre("Cupom_GetTipoCupom()", "Cupom_GetTipoCupom()",
                                 "Cupom_GetSTValorDescAcr()", "Cupom_GetSTValorCanceladoDescAcr()",
-                                "Contador_Get(0)"));
+                                "Contador_Get(COUNTER_COO)"));
     }
 }
 

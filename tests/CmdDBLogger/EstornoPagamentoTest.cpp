@@ -42,7 +42,8 @@ TEST_F(EstornoPagamento, SourceIsMarkedThenDestinationInserted)
 TEST_F(EstornoPagamento, DocumentIsTheReceiptsAndNotTheCounters)
 {
     command.DBLogger(db);
-    EXPECT_THAT(fiscal.calls, ElementsAre("Cupom_GetCOO()", "Cupom_GetCOO()", "Contador_Get(4)"));
+    EXPECT_THAT(fiscal.calls,
+                ElementsAre("Cupom_GetCOO()", "Cupom_GetCOO()", "Contador_Get(COUNTER_GNF)"));
 }
 
 TEST_F(EstornoPagamento, FirstReversalLeavesThePaymentAndTheSecondTakesTheFirst)

@@ -2,15 +2,51 @@
 
 #include <algorithm>
 #include <cstring>
+#include <ctime>
+#include <gtest/gtest.h>
+#include <iterator>
 
 namespace
 {
 
-template <class Value>
-Value AnswerOf(const std::map<std::string, Value>& answers, const std::string& call)
+// The names of the counters, by index.
+const char* const COUNTERS[] = {
+    "COUNTER_COO",
+    "COUNTER_CRZ",
+    "COUNTER_CRO",
+    "COUNTER_CCF",
+    "COUNTER_GNF",
+    "COUNTER_CFD",
+    "COUNTER_CDC",
+    "COUNTER_GRG",
+    "COUNTER_NFC",
+    "COUNTER_GFC",
+    "COUNTER_CFC",
+    "COUNTER_CTM",
+    "COUNTER_CON",
+    "COUNTER_CER",
+    "COUNTER_NCN",
+    "COUNTER_COO_INSERIDOS",
+    "COUNTER_COO_RESTANTES_REF",
+};
+static_assert(std::size(COUNTERS) == COUNTER_MAX_SIZE, "every counter has its name");
+
+std::string QuestionOf(FISCALDATA_COUNTER_INDEX counter)
 {
-    const auto found = answers.find(call);
-    return found == answers.end() ? Value() : found->second;
+    const bool known = counter >= 0 && counter < COUNTER_MAX_SIZE;
+    return std::string("Contador_Get(") + (known ? COUNTERS[counter] : "no counter") + ")";
+}
+
+// The scripted answer, or, the test failing, none.
+template <class Value>
+Value AnswerOf(Answers<Value>& answers, const std::string& question)
+{
+    const Value* answer = answers.Ask(question);
+    if (answer == nullptr) {
+        ADD_FAILURE() << "nobody has scripted " << question;
+        return Value();
+    }
+    return *answer;
 }
 
 std::string ListOf(int a)
@@ -30,9 +66,35 @@ std::string ListOf(int a, int b, int c)
 
 } // namespace
 
+std::string TextOf(RtcAbsoluteTime instant)
+{
+    const std::time_t seconds = static_cast<std::time_t>(instant.s);
+    char text[sizeof "2026-03-02 08:15:30"] = "";
+    std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", std::gmtime(&seconds));
+    return text;
+}
+
 void FakeController::SetCounter(FISCALDATA_COUNTER_INDEX counter, int value)
 {
-    numbers["Contador_Get(" + std::to_string(counter) + ")"] = value;
+    numbers[QuestionOf(counter)] = value;
+}
+
+void FakeController::KeepAsState()
+{
+    numbers.NeedNotBeAsked();
+    money.NeedNotBeAsked();
+    texts.NeedNotBeAsked();
+    seconds.NeedNotBeAsked();
+}
+
+std::vector<std::string> FakeController::NotAsked() const
+{
+    std::vector<std::string> questions;
+    numbers.AppendNotAsked(questions);
+    money.AppendNotAsked(questions);
+    texts.AppendNotAsked(questions);
+    seconds.AppendNotAsked(questions);
+    return questions;
 }
 
 int FakeController::CallsOf(const std::string& text) const
@@ -76,7 +138,7 @@ UINT32 FakeController::Seconds(const std::string& call)
 
 int FakeController::Contador_Get(FISCALDATA_COUNTER_INDEX contador)
 {
-    return Number("Contador_Get(" + ListOf(contador) + ")");
+    return Number(QuestionOf(contador));
 }
 
 int FakeController::Cupom_GetCOO()
@@ -292,7 +354,7 @@ RtcAbsoluteTime FakeController::Jornada_GetDataMovimento()
 
 RtcRelativeTime FakeController::Jornada_GetTempoOperacional(RtcAbsoluteTime ate)
 {
-    return RtcRelativeTime(Seconds("Jornada_GetTempoOperacional(" + std::to_string(ate.s) + ")"));
+    return RtcRelativeTime(Seconds("Jornada_GetTempoOperacional(" + TextOf(ate) + ")"));
 }
 
 RtcRelativeTime FakeController::Jornada_GetTempoEmitindoDocFiscal()

@@ -1,4 +1,4 @@
-// A fiscal data model that answers what the test has set, and writes down what it is asked.
+// A fiscal data model that answers what is scripted, and writes down what it is asked.
 #pragma once
 
 #include "FiscalData/FiscalDataController.h"
@@ -7,20 +7,83 @@
 #include <string>
 #include <vector>
 
-// Answers are set by the text of the call, arguments without blanks: "Contador_Get(0)",
-// "Totalizador_GetTot(2,0,5)", "ResolveTotIndex(0,F,1)", "Cupom_GetTotal()". The array and the size
-// of an operation that writes a text are left out of that text ("Cupom_GetItemQtdeStr(0)"), and an
-// instant is its count of seconds. What is not set is answered 0, zero or an empty text.
+// The text of an instant as a question names it: "2026-03-02 08:15:30".
+std::string TextOf(RtcAbsoluteTime instant);
+
+// The answers of one kind, by question.
+template <class Value>
+class Answers
+{
+  public:
+    // The answer to a question, to be set. From here on it is one that must be asked for.
+    Value& operator[](const std::string& question)
+    {
+        Answer& answer = m_answers[question];
+        answer.mustBeAsked = true;
+        return answer.value;
+    }
+
+    // The answer to a question, which has now been asked; null where nobody has scripted it.
+    const Value* Ask(const std::string& question)
+    {
+        const auto found = m_answers.find(question);
+        if (found == m_answers.end()) {
+            return nullptr;
+        }
+        found->second.mustBeAsked = false;
+        return &found->second.value;
+    }
+
+    // What is scripted so far need not be asked for.
+    void NeedNotBeAsked()
+    {
+        for (auto& [question, answer] : m_answers) {
+            answer.mustBeAsked = false;
+        }
+    }
+
+    // Appends the questions that must still be asked.
+    void AppendNotAsked(std::vector<std::string>& questions) const
+    {
+        for (const auto& [question, answer] : m_answers) {
+            if (answer.mustBeAsked) {
+                questions.push_back(question);
+            }
+        }
+    }
+
+  private:
+    struct Answer {
+        Value value = Value();
+        bool mustBeAsked = false;
+    };
+    std::map<std::string, Answer> m_answers;
+};
+
+// Answers are scripted by the text of the call, arguments without blanks, counters and instants by
+// name: "Contador_Get(COUNTER_COO)", "Totalizador_GetTot(2,0,5)", "ResolveTotIndex(0,F,1)",
+// "Jornada_GetTempoOperacional(2026-03-02 08:15:30)", "Cupom_GetTotal()". The array and the size of
+// an operation that writes a text are left out of that text ("Cupom_GetItemQtdeStr(0)").
+//
+// A question that nobody has scripted fails the test and is answered 0, zero or an empty text. An
+// answer that the test itself has scripted and that nobody asks for fails it at its end; what its
+// fixture has set when the test begins is the register's state, which may be left alone.
 class FakeController : public FiscalDataController
 {
   public:
-    std::map<std::string, int> numbers; // integers, truth values and the receipt type
-    std::map<std::string, Financial> money;
-    std::map<std::string, std::string> texts;
-    std::map<std::string, UINT32> seconds; // instants and spans
-    Cupom rateio;                          // what Cupom_GetRateioPorItem fills in
+    Answers<int> numbers; // integers, truth values and the receipt type
+    Answers<Financial> money;
+    Answers<std::string> texts;
+    Answers<UINT32> seconds; // instants and spans
+    Cupom rateio;            // what Cupom_GetRateioPorItem fills in
 
     void SetCounter(FISCALDATA_COUNTER_INDEX counter, int value);
+
+    // What is scripted so far becomes the register's state.
+    void KeepAsState();
+
+    // The answers that the test has scripted and that nobody has asked for.
+    std::vector<std::string> NotAsked() const;
 
     // Every call so far, in order, as the text under which it is answered; the size of an array
     // handed over stands last ("Cupom_GetItemQtdeStr(0,500)").

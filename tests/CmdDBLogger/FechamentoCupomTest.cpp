@@ -1,5 +1,6 @@
 // The closing of a fiscal receipt: the update of its row, and when the items are rewritten.
 #include "FiscalCommands.h"
+#include "tests/CmdDBLogger/EmptyRegister.h"
 #include "tests/CmdDBLogger/LoggerTest.h"
 
 namespace
@@ -13,6 +14,9 @@ class FechamentoCupom : public LoggerTest
   protected:
     FechamentoCupom()
     {
+        ScriptEmptyReceipt(fiscal);
+        fiscal.SetCounter(COUNTER_CCF, 45);
+        fiscal.SetCounter(COUNTER_CRZ, 0);
         fiscal.SetCounter(COUNTER_COO, 120);
         fiscal.texts["AssinaturaDigital_GetBase64()"] = "c2ln";
         fiscal.money["Cupom_GetSubTotal()"] = Money("1100.00");
@@ -39,6 +43,7 @@ class FechamentoCupom : public LoggerTest
         fiscal.numbers["Cupom_GetRateioPorItem()"] = 1;
         fiscal.rateio.m_iQuantidadeDeItens = 1;
         fiscal.rateio.m_Itens[0].m_finValorTotal = Money("9.00");
+        fiscal.KeepAsState();
     }
 
     const std::string closing =
@@ -57,7 +62,7 @@ TEST_F(FechamentoCupom, UpdateCarriesTotalsTextsAndKey)
     EXPECT_THAT(
         Rows("SELECT * FROM cupom_fiscal WHERE cont_coo = 120"),
         ElementsAre(
-            "120|0|1|2026-03-02 08:15:30|00000000191||,|c2ln|1100|1095.5|V|0|V|0|0|4.5|OBRIGADO|N|N|0|0|PDV 1.0|CHAVE123"));
+            "120|45|1|2026-03-02 08:15:30|00000000191||,|c2ln|1100|1095.5|V|0|V|0|0|4.5|OBRIGADO|N|N|0|0|PDV 1.0|CHAVE123"));
     EXPECT_THAT(Rows("SELECT valor_total, chave_cupom FROM cupom_fiscal WHERE cont_coo = 121"),
                 ElementsAre("7|NULL"));
     EXPECT_THAT(MoneyRequests(), ElementsAre("500,0,0,0", "500,0,0,0", "500,0,0,0"));
@@ -85,14 +90,18 @@ TEST_F(FechamentoCupom, AsksForEachThingOnceInTheOrderOfThePieces)
                 ElementsAre("AssinaturaDigital_GetBase64()", "Cupom_GetSubTotal()",
                             "Cupom_GetTotal()", "Cupom_GetTroco()",
                             "DadosPDV_GetIdAplicativo(1500)", "CFe_GetChaveDeBusca(1500)",
-                            "Contador_Get(0)", "GetRatearSubtotal()"));
+                            "Contador_Get(COUNTER_COO)", "GetRatearSubtotal()"));
     EXPECT_EQ(fiscal.signature, command.m_sAssinaturaDigitalDocumento);
 }
 
 TEST_F(FechamentoCupom, EmptyTextsAndZeroValues)
 {
-    fiscal.texts.clear();
-    fiscal.money.clear();
+    fiscal.texts["AssinaturaDigital_GetBase64()"] = "";
+    fiscal.money["Cupom_GetSubTotal()"] = Money("0");
+    fiscal.money["Cupom_GetTotal()"] = Money("0");
+    fiscal.money["Cupom_GetTroco()"] = Money("0");
+    fiscal.texts["DadosPDV_GetIdAplicativo()"] = "";
+    fiscal.texts["CFe_GetChaveDeBusca()"] = "";
     SetText(command.m_sMsgPromocional, "");
 
     EXPECT_EQ(command.DBLogger(db), 1);
@@ -205,7 +214,6 @@ TEST_F(FechamentoCupom, WithoutTheSettingNothingOfTheSubtotalIsAsked)
 TEST_F(FechamentoCupom, DiscountOfTheSubtotalApportionsWithoutAskingForASurcharge)
 {
     MakeApportionmentDue();
-    fiscal.numbers["Cupom_GetSTAcrAplicado()"] = 1;
 
     EXPECT_EQ(command.DBLogger(db), 1);
 

@@ -36,7 +36,8 @@ TEST_F(FitaDetalhe, ReprintIsCountedAndWrittenUnderTheNextNumber)
     ASSERT_EQ(Queries().size(), 1u);
     EXPECT_EQ(Queries()[0].text, "SELECT count(*) FROM fita_detalhe WHERE cont_cfd = 6");
     EXPECT_EQ(Queries()[0].bytes, 53);
-    EXPECT_THAT(fiscal.calls, ElementsAre("Contador_Get(5)", "Contador_Get(5)"));
+    EXPECT_THAT(fiscal.calls,
+                ElementsAre("Contador_Get(COUNTER_CFD)", "Contador_Get(COUNTER_CFD)"));
     EXPECT_THAT(LogEntries(), IsEmpty());
     EXPECT_THAT(Rows("SELECT * FROM fita_detalhe"), ElementsAre("6|1|2026-03-02 08:15:30|100|250"));
 }
@@ -52,7 +53,7 @@ TEST_F(FitaDetalhe, SameReprintTwiceIsOneRow)
     Reprint(100, 250);
     EXPECT_EQ(Reprint(100, 250), 1);
     EXPECT_THAT(Statements(), IsEmpty());
-    EXPECT_THAT(fiscal.calls, ElementsAre("Contador_Get(5)"));
+    EXPECT_THAT(fiscal.calls, ElementsAre("Contador_Get(COUNTER_CFD)"));
     EXPECT_THAT(Rows("SELECT count(*) FROM fita_detalhe"), ElementsAre("1"));
 }
 

@@ -77,8 +77,6 @@ TEST_F(IdentidadeECF, SecondSerialNumberUpdatesTheFourTextsAlone)
     SetText(command.m_sMarca, "M");
     SetText(command.m_sModelo, "O");
     SetText(command.m_sTipo, "");
-    fiscal.texts["DadosECF_GetNrOrdemSeq()"] = "9";
-    fiscal.texts["DadosECF_GetVersaoSB()"] = "02.00.00";
 
     EXPECT_EQ(ProgramSerialNumber(), 1);
 
@@ -336,6 +334,7 @@ class VersionElsewhere : public FakeController
 TEST_F(IdentidadeECF, VersionIsTheTextThatIsAnswered)
 {
     VersionElsewhere ecf;
+    ecf.texts["DadosECF_GetNrOrdemSeq()"] = "";
     ecf.version = "09.08.07";
     command.FDController = &ecf;
     ProgramSerialNumber();
@@ -345,6 +344,7 @@ TEST_F(IdentidadeECF, VersionIsTheTextThatIsAnswered)
 TEST_F(IdentidadeECF, VersionThatDoesNotFitItsStatementIsLoggedAndNotExecuted)
 {
     VersionElsewhere ecf;
+    ecf.texts["DadosECF_GetNrOrdemSeq()"] = "";
     ecf.version = std::string(5000, 'v');
     command.FDController = &ecf;
     EXPECT_EQ(ProgramSerialNumber(), 1);

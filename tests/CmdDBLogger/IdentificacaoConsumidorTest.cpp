@@ -1,5 +1,6 @@
 // The consumer's number in the closing message.
 #include "FiscalCommands.h"
+#include "tests/CmdDBLogger/EmptyRegister.h"
 #include "tests/CmdDBLogger/LoggerTest.h"
 
 namespace
@@ -12,6 +13,8 @@ class IdentificacaoConsumidor : public LoggerTest
   protected:
     IdentificacaoConsumidor()
     {
+        ScriptEmptyReceipt(fiscal);
+        fiscal.SetCounter(COUNTER_COO, 0);
         Execute("INSERT INTO cupom_fiscal (cont_coo, cpf_cnpj_consumidor) VALUES (0, 'kept')");
     }
 

@@ -20,6 +20,7 @@ class Intervencao : public LoggerTest
         fiscal.SetCounter(COUNTER_CDC, 8);
         fiscal.SetCounter(COUNTER_CRZ, 9);
         fiscal.SetCounter(COUNTER_CRO, 2);
+        fiscal.numbers["Cupom_GetQuantidadeDeItens()"] = 7;
     }
 
     template <class CommandClass>
@@ -73,11 +74,12 @@ TEST_F(Intervencao, InterventionThatIsWrittenReadsTheRestartsTwiceAndAsksTheItem
 {
     EnterT();
     EXPECT_THAT(fiscal.calls,
-                ElementsAre("Contador_Get(2)", "Cupom_GetQuantidadeDeItens()", "Contador_Get(2)"));
+                ElementsAre("Contador_Get(COUNTER_CRO)", "Cupom_GetQuantidadeDeItens()",
+                            "Contador_Get(COUNTER_CRO)"));
 
     fiscal.SetCounter(COUNTER_CRO, 3);
     EnterL();
-    EXPECT_EQ(fiscal.CallsOf("Contador_Get(2)"), 2);
+    EXPECT_EQ(fiscal.CallsOf("Contador_Get(COUNTER_CRO)"), 2);
     EXPECT_EQ(fiscal.CallsOf("Cupom_GetQuantidadeDeItens()"), 1);
 }
 
@@ -88,7 +90,7 @@ TEST_F(Intervencao, SecondEntryOfLUnderTheSameRestartIsADocumentAlone)
     EXPECT_EQ(
         Statement(),
         "INSERT INTO outros_documentos (cont_coo, num_ecf, cont_gnf, cont_grg, cont_cdc, cont_crz, data_hora_inicio_emissao, data_hora_fim_emissao, id_tipo_documento) VALUES (1234,1,56,7,8,9,'2026-03-02 08:15:30','2026-03-02 23:00:00','LX')");
-    EXPECT_EQ(fiscal.CallsOf("Contador_Get(2)"), 1);
+    EXPECT_EQ(fiscal.CallsOf("Contador_Get(COUNTER_CRO)"), 1);
     EXPECT_EQ(fiscal.CallsOf("Cupom_GetQuantidadeDeItens()"), 0);
     EXPECT_THAT(Rows("SELECT count(*) FROM intervencao"), ElementsAre("1"));
     EXPECT_THAT(Rows("SELECT count(*) FROM outros_documentos"), ElementsAre("2"));
@@ -99,7 +101,7 @@ TEST_F(Intervencao, SecondEntryOfTUnderTheSameRestartWritesNothing)
     EnterT();
     EXPECT_EQ(EnterT(), 1);
     EXPECT_THAT(Statements(), IsEmpty());
-    EXPECT_THAT(fiscal.calls, ElementsAre("Contador_Get(2)"));
+    EXPECT_THAT(fiscal.calls, ElementsAre("Contador_Get(COUNTER_CRO)"));
 }
 
 TEST_F(Intervencao, WhicheverComesFirstWritesTheIntervention)

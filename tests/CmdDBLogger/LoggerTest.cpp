@@ -89,6 +89,11 @@ LoggerTest::~LoggerTest()
     seam = EngineSeam();
 }
 
+void LoggerTest::TearDown()
+{
+    EXPECT_THAT(fiscal.NotAsked(), ::testing::IsEmpty()) << "scripted, and nobody asked for it";
+}
+
 std::string LoggerTest::Statement() const
 {
     EXPECT_EQ(Statements().size(), 1u) << "expected exactly one statement";

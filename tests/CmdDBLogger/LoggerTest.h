@@ -49,6 +49,11 @@ class LoggerTest : public ::testing::Test
     LoggerTest();
     ~LoggerTest() override;
 
+    // What the fixtures have scripted by now is the register's state; what the test scripts after
+    // it must be asked for.
+    void SetUp() override { fiscal.KeepAsState(); }
+    void TearDown() override;
+
     sqlite3* db = nullptr;
     FakeController fiscal;
 

@@ -11,6 +11,14 @@ using ::testing::IsEmpty;
 class OutrosDocumentos : public LoggerTest
 {
   protected:
+    OutrosDocumentos()
+    {
+        for (const FISCALDATA_COUNTER_INDEX counter :
+             {COUNTER_COO, COUNTER_GNF, COUNTER_GRG, COUNTER_CDC, COUNTER_CRZ}) {
+            fiscal.SetCounter(counter, 0);
+        }
+    }
+
     Documento command = NewCommand<Documento>();
 
     // What stands before the document type when every counter is 0 and the end is not set.
@@ -49,8 +57,9 @@ TEST_F(OutrosDocumentos, InsertAsksForEachCounterOnceInColumnOrder)
 {
     command.OutrosDocumentosDBLogger(db, "MF");
 
-    EXPECT_THAT(fiscal.calls, ElementsAre("Contador_Get(0)", "Contador_Get(4)", "Contador_Get(7)",
-                                          "Contador_Get(6)", "Contador_Get(1)"));
+    EXPECT_THAT(fiscal.calls, ElementsAre("Contador_Get(COUNTER_COO)", "Contador_Get(COUNTER_GNF)",
+                                          "Contador_Get(COUNTER_GRG)", "Contador_Get(COUNTER_CDC)",
+                                          "Contador_Get(COUNTER_CRZ)"));
 }
 
 TEST_F(OutrosDocumentos, BeforeTheFirstReductionTheRowCarriesReduction1)
@@ -73,10 +82,8 @@ TEST_F(OutrosDocumentos, AfterReductionsTheRowCarriesTheLastOne)
     EXPECT_THAT(Rows("SELECT cont_crz FROM outros_documentos"), ElementsAre("1", "2", "7", "-1"));
 }
 
-TEST_F(OutrosDocumentos, RegisterNumberIs1WhateverTheRegistersOwn)
+TEST_F(OutrosDocumentos, RegisterNumberIs1AndNotAskedFor)
 {
-    fiscal.texts["DadosECF_GetNrOrdemSeq()"] = "042";
-
     command.OutrosDocumentosDBLogger(db, "LX");
 
     EXPECT_THAT(Rows("SELECT num_ecf FROM outros_documentos"), ElementsAre("1"));
@@ -214,7 +221,7 @@ TEST_F(OutrosDocumentos, EndUpdateNamesTheDocumentByItsNumberAlone)
     EXPECT_EQ(
         Statement(),
         "UPDATE outros_documentos SET data_hora_fim_emissao = '2026-03-02 09:00:00' WHERE cont_coo = 77");
-    EXPECT_THAT(fiscal.calls, ElementsAre("Contador_Get(0)"));
+    EXPECT_THAT(fiscal.calls, ElementsAre("Contador_Get(COUNTER_COO)"));
     EXPECT_THAT(LogEntries(), IsEmpty());
 }
 

@@ -110,7 +110,8 @@ TEST_F(Pagamento, AsksForTwoCountersOnceAndNothingOfTheReceiptsType)
 {
     command.DBLogger(db);
 
-    EXPECT_THAT(fiscal.calls, ElementsAre("Contador_Get(0)", "Contador_Get(4)"));
+    EXPECT_THAT(fiscal.calls,
+                ElementsAre("Contador_Get(COUNTER_COO)", "Contador_Get(COUNTER_GNF)"));
 }
 
 TEST_F(Pagamento, LeavesTheCommandAsItIs)

@@ -1,5 +1,6 @@
 // The items of a closed receipt, rewritten with their shares of the subtotal's adjustment.
 #include "FiscalCommands.h"
+#include "tests/CmdDBLogger/EmptyRegister.h"
 #include "tests/CmdDBLogger/LoggerTest.h"
 
 #include <functional>
@@ -15,6 +16,7 @@ class RateioItens : public LoggerTest
   protected:
     RateioItens()
     {
+        ScriptEmptyReceipt(fiscal);
         fiscal.SetCounter(COUNTER_COO, 120);
         fiscal.numbers["Cupom_GetRateioPorItem()"] = 1;
     }
@@ -141,8 +143,8 @@ TEST_F(RateioItens, ReceiptsNumberIsAskedOfTheControllerForEveryItemAndNothingEl
 
     command.CalculaRateioItens(db);
 
-    EXPECT_THAT(fiscal.calls,
-                ElementsAre("Cupom_GetRateioPorItem()", "Contador_Get(0)", "Contador_Get(0)"));
+    EXPECT_THAT(fiscal.calls, ElementsAre("Cupom_GetRateioPorItem()", "Contador_Get(COUNTER_COO)",
+                                          "Contador_Get(COUNTER_COO)"));
 }
 
 TEST_F(RateioItens, ItemThatReports0EndsTheApportionment)
@@ -261,6 +263,7 @@ class ChangingController : public FakeController
 TEST_F(RateioItens, ItemsAreCountedAgainBeforeEachPass)
 {
     ChangingController changing;
+    changing.SetCounter(COUNTER_COO, 0);
     changing.numbers["Cupom_GetRateioPorItem()"] = 1;
     changing.rateio.m_iQuantidadeDeItens = 5;
     changing.change = [](Cupom& copy) { --copy.m_iQuantidadeDeItens; };
@@ -275,6 +278,7 @@ TEST_F(RateioItens, ItemsAreCountedAgainBeforeEachPass)
 TEST_F(RateioItens, CopyIsTheLoggersOwnAndAskedForOnce)
 {
     ChangingController changing;
+    changing.SetCounter(COUNTER_COO, 0);
     changing.numbers["Cupom_GetRateioPorItem()"] = 1;
     changing.rateio.m_iQuantidadeDeItens = 2;
     changing.change = [&](Cupom&) { changing.rateio.m_Itens[1].m_finValorTotal = Money("7.00"); };

@@ -210,7 +210,7 @@ TEST_F(ReducaoZCompleta, EveryStatementIsExecutedInOrder)
 TEST_F(ReducaoZCompleta, NumberOfTheReductionIsReadAfreshForEveryRow)
 {
     Reduz();
-    EXPECT_EQ(fiscal.CallsOf("Contador_Get(1)"), 146);
+    EXPECT_EQ(fiscal.CallsOf("Contador_Get(COUNTER_CRZ)"), 146);
 }
 
 // For each of its statements: none follows, and it answers 0.

@@ -49,7 +49,7 @@ TEST_F(ReducaoZ, RowCarriesTheSumsOfTheClosedDayAndTheTimesCrossed)
 {
     fiscal.seconds["Jornada_GetDataMovimento()"] = Instant("2026-03-01 13:45:00").s;
     fiscal.seconds["Jornada_GetTempoEmitindoDocFiscal()"] = 601;
-    fiscal.seconds["Jornada_GetTempoOperacional(1772439330)"] = 36002;
+    fiscal.seconds["Jornada_GetTempoOperacional(2026-03-02 08:15:30)"] = 36002;
     fiscal.money["Totalizador_GetGT()"] = Money("1234567.01");
     fiscal.money["Totalizador_GetVB(2)"] = Money("2000.02");
     fiscal.money["Totalizador_GetSoma_Tot_VL(2,0)"] = Money("1000.03");
@@ -85,6 +85,7 @@ TEST_F(ReducaoZ, FiscalDayThatIsSetIsAskedTwiceAndWrittenAtMidnight)
 TEST_F(ReducaoZ, FiscalDayThatIsUnsetIsAskedOnceAndIsTheReductionsOwn)
 {
     command.m_dtExecStart = Instant("2026-03-02 23:59:59");
+    fiscal.seconds["Jornada_GetTempoOperacional(2026-03-02 23:59:59)"] = 0;
     Reduz();
     EXPECT_EQ(fiscal.CallsOf("Jornada_GetDataMovimento()"), 1);
     EXPECT_THAT(Rows("SELECT data_hora_emissao, data_movimento FROM reducao_z"),
@@ -112,7 +113,7 @@ TEST_F(ReducaoZ, SpansOfTwoToThe31AndMoreArePrintedNegative)
     for (const auto& spans : cases) {
         Execute("DELETE FROM reducao_z");
         fiscal.seconds["Jornada_GetTempoEmitindoDocFiscal()"] = spans.issuing;
-        fiscal.seconds["Jornada_GetTempoOperacional(1772439330)"] = spans.operating;
+        fiscal.seconds["Jornada_GetTempoOperacional(2026-03-02 08:15:30)"] = spans.operating;
         Reduz();
         EXPECT_THAT(Rows("SELECT tempo_operacional, tempo_emitindo_doc FROM reducao_z"),
                     ElementsAre(spans.text));
@@ -124,7 +125,7 @@ TEST_F(ReducaoZ, EachTimeIsAskedOnce)
     Reduz();
     EXPECT_EQ(fiscal.CallsOf("Jornada_GetTempoEmitindoDocFiscal()"), 1);
     EXPECT_EQ(fiscal.CallsOf("Jornada_GetTempoOperacional("), 1);
-    EXPECT_THAT(fiscal.calls, Contains("Jornada_GetTempoOperacional(1772439330)"));
+    EXPECT_THAT(fiscal.calls, Contains("Jornada_GetTempoOperacional(2026-03-02 08:15:30)"));
 }
 
 TEST_F(ReducaoZ, OnlyTotalsOfTheClosedDayAreRead)
@@ -148,7 +149,7 @@ TEST_F(ReducaoZ, OnlyTotalsOfTheClosedDayAreRead)
 TEST_F(ReducaoZ, EveryMoneyTextIsAskedForInTheSameWay)
 {
     Programa(0, 0, 1800, "1.00", "0.18");
-    Programa(0, 30, 0, "1.00", "0.00");
+    ProgramaEspecial(0, 30, "1.00");
     ProgramaNaoFiscal(0, 1, "NF", "1.00");
     fiscal.numbers["ResolveTotIndex(0,F,1)"] = 30;
     fiscal.numbers["BaseFormasPagamento_GetNumeroDeFormasDePagamento()"] = 1;

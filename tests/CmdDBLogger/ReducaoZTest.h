@@ -3,6 +3,7 @@
 #pragma once
 
 #include "FiscalCommands.h"
+#include "tests/CmdDBLogger/EmptyRegister.h"
 #include "tests/CmdDBLogger/LoggerTest.h"
 
 class ReducaoZTest : public LoggerTest
@@ -10,19 +11,13 @@ class ReducaoZTest : public LoggerTest
   protected:
     ReducaoZTest()
     {
+        ScriptEmptyDay(fiscal);
         fiscal.SetCounter(COUNTER_COO, 321);
         fiscal.SetCounter(COUNTER_CRZ, 12);
         fiscal.SetCounter(COUNTER_CRO, 3);
         fiscal.SetCounter(COUNTER_GNF, 45);
         fiscal.SetCounter(COUNTER_CDC, 7);
         fiscal.SetCounter(COUNTER_GRG, 6);
-        // No special totalizer stands where a rate does.
-        for (const char* number : {"1", "2", "3"}) {
-            for (const std::string code : {"F", "I", "N"}) {
-                fiscal.numbers["ResolveTotIndex(0," + code + "," + number + ")"] = 99;
-                fiscal.numbers["ResolveTotIndex(1," + code + "S," + number + ")"] = 99;
-            }
-        }
     }
 
     // Programs a totalizer of the closed day; `taxBase` 0 is ICMS, 1 is ISSQN.
@@ -35,6 +30,16 @@ class ReducaoZTest : public LoggerTest
         fiscal.numbers["Totalizador_GetTotPercTrib" + at] = rate;
         fiscal.money["Totalizador_GetTot" + at] = Money(value);
         fiscal.money["Totalizador_GetTotTrib" + at] = Money(tax);
+    }
+
+    // Programs a special totalizer, which has no rate and no tax, at the position that its code is
+    // resolved to.
+    void ProgramaEspecial(int taxBase, int position, const std::string& value)
+    {
+        const std::string at =
+            "(2," + std::to_string(taxBase) + "," + std::to_string(position) + ")";
+        fiscal.numbers["Totalizador_GetTotProgramado" + at] = 1;
+        fiscal.money["Totalizador_GetTot" + at] = Money(value);
     }
 
     void ProgramaNaoFiscal(int position, int flag, const std::string& name,

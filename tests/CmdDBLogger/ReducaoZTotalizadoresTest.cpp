@@ -103,7 +103,7 @@ TEST_F(ReducaoZTotalizadores, NegativeRateIsWrittenAsItsQuotientAndItsRemainder)
     EXPECT_EQ(CodeOf(0, -5), "01T00.-5");
     EXPECT_EQ(CodeOf(0, -100), "01T-1.00");
     Forget();
-    fiscal.numbers.erase("Totalizador_GetTotProgramado(2,0,0)");
+    fiscal.numbers["Totalizador_GetTotProgramado(2,0,0)"] = 0;
     EXPECT_EQ(CodeOf(1, -1810), "01S-18.-10");
 }
 
@@ -119,7 +119,6 @@ TEST_F(ReducaoZTotalizadores, RateWhoseFlagIsNegativeIsWritten)
 
 TEST_F(ReducaoZTotalizadores, RateThatIsNotProgrammedIsNotRead)
 {
-    fiscal.money["Totalizador_GetTot(2,0,1)"] = Money("9.00");
     Reduz();
     EXPECT_EQ(Statements().size(), 9u);
     EXPECT_EQ(fiscal.CallsOf("Totalizador_GetTotPercTrib("), 0);
@@ -165,9 +164,10 @@ TEST_F(ReducaoZTotalizadores, SpecialTotalizerThatIsNotProgrammedHasNoRowButItsF
     fiscal.numbers["ResolveTotIndex(0,I,2)"] = 41;
     fiscal.numbers["ResolveTotIndex(0,N,2)"] = 42;
     fiscal.numbers["ResolveTotIndex(1,NS,3)"] = 43;
-    Programa(0, 40, 1800, "1.11", "9.99");
-    Programa(0, 42, 1800, "1000.33", "9.99");
-    Programa(1, 43, 500, "4.44", "9.99");
+    ProgramaEspecial(0, 40, "1.11");
+    fiscal.numbers["Totalizador_GetTotProgramado(2,0,41)"] = 0;
+    ProgramaEspecial(0, 42, "1000.33");
+    ProgramaEspecial(1, 43, "4.44");
     Reduz();
     EXPECT_THAT(
         BeforeTheFixedOnes(),
@@ -183,7 +183,8 @@ TEST_F(ReducaoZTotalizadores, ResolvedPositionIsPassedOnUnchecked)
 {
     fiscal.numbers["ResolveTotIndex(0,I,3)"] = -1;
     fiscal.numbers["ResolveTotIndex(1,FS,1)"] = 1000000;
-    Programa(0, -1, 0, "1.00", "0.00");
+    ProgramaEspecial(0, -1, "1.00");
+    fiscal.numbers["Totalizador_GetTotProgramado(2,1,1000000)"] = 0;
     Reduz();
     EXPECT_THAT(fiscal.calls, Contains("Totalizador_GetTotProgramado(2,0,-1)"));
     EXPECT_THAT(fiscal.calls, Contains("Totalizador_GetTotProgramado(2,1,1000000)"));
@@ -197,6 +198,7 @@ TEST_F(ReducaoZTotalizadores, SpecialTotalizerWhoseFlagIsNegativeIsWritten)
 {
     fiscal.numbers["ResolveTotIndex(0,F,1)"] = 40;
     fiscal.numbers["Totalizador_GetTotProgramado(2,0,40)"] = -1;
+    fiscal.money["Totalizador_GetTot(2,0,40)"] = Money("0");
     Reduz();
     EXPECT_EQ(
         Statements()[1],
@@ -227,7 +229,6 @@ TEST_F(ReducaoZTotalizadores, NonFiscalTotalizersFollowTheFixedRowsWithAnN)
 {
     ProgramaNaoFiscal(0, 1, "Recebimento", "1500.50");
     ProgramaNaoFiscal(38, 2, "", "-0.01");
-    ProgramaNaoFiscal(39, 1, "one too many", "1.00");
     Reduz();
     EXPECT_THAT(
         BehindTheFixedOnes(),
@@ -242,8 +243,8 @@ TEST_F(ReducaoZTotalizadores, NonFiscalTotalizersFollowTheFixedRowsWithAnN)
 
 TEST_F(ReducaoZTotalizadores, NonFiscalTotalizerWhoseFlagIsNotPositiveHasNoRow)
 {
-    ProgramaNaoFiscal(1, -1, "negative", "1.00");
-    ProgramaNaoFiscal(2, 0, "zero", "1.00");
+    fiscal.numbers["Totalizador_GetTotNFProgramado(3,1)"] = -1;
+    fiscal.numbers["Totalizador_GetTotNFProgramado(3,2)"] = 0;
     Reduz();
     EXPECT_EQ(Statements().size(), 9u);
     EXPECT_EQ(fiscal.CallsOf("Totalizador_GetNomeNF("), 0);

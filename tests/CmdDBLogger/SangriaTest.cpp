@@ -77,7 +77,7 @@ TEST_F(Sangria, AmountIsReadOnceForEachRow)
 
 TEST_F(Sangria, AmountWithoutAnItemIsZero)
 {
-    fiscal.money.clear();
+    fiscal.money["Cupom_GetItemValorTotal(0)"] = Money("0");
     Log(SANGRIA);
     EXPECT_EQ(
         Statements()[0],

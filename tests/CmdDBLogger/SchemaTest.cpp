@@ -1,5 +1,6 @@
 // The tables of the logging database.
 #include "FiscalCommands.h"
+#include "tests/CmdDBLogger/EmptyRegister.h"
 #include "tests/CmdDBLogger/LoggerTest.h"
 
 #include <utility>
@@ -199,6 +200,7 @@ TEST_F(Schema, ReceiptWhoseInsertFailedIsUpdatedWithoutErrorAndWithoutEffect)
 {
     Execute("INSERT INTO cupom_fiscal (cont_coo, id_cancelado) VALUES (76,'N')");
     Execute("INSERT INTO item_cupom_fiscal (cont_coo, seq_item, id_cancelado) VALUES (76,1,'N')");
+    ScriptEmptyRegister(fiscal);
     fiscal.numbers["Cupom_GetTipoCupom()"] = CUPOM_FISCAL;
     fiscal.SetCounter(COUNTER_COO, 77);
 

@@ -13,7 +13,11 @@ class TotalizadorNaoFiscal : public LoggerTest
 {
   protected:
     // What the logger leaves open is released behind each test.
-    void TearDown() override { ReleaseOpenQueries(); }
+    void TearDown() override
+    {
+        LoggerTest::TearDown();
+        ReleaseOpenQueries();
+    }
 
     BOOL Program(int index, const std::string& description)
     {

@@ -107,7 +107,7 @@ TYPED_TEST(CadaVendaItem, FifthItemIsNumber5AndIsAskedForByIndex4)
         this->Sell(),
         "INSERT INTO item_cupom_fiscal (seq_item, cont_coo, cod_item, descricao, quantidade, aliquota, un_medida, valor_unitario, tipo_acrescimo, valor_acrescimo, tipo_desconto, valor_desconto, valor_canc_acrescimo, valor_total, casas_decimais_quantidade, casas_decimais_valor, id_arred_trunc_valor, id_cancelado, perc_acrescimo, perc_desconto) VALUES (5,120,'7891000100103','ARROZ',2,'01T18.00','KG',10.00,'V',0,'V',0,0,20.00,3,2,'A','N',0,0)");
     EXPECT_THAT(this->fiscal.calls,
-                ElementsAre("Cupom_GetQuantidadeDeItens()", "Contador_Get(0)",
+                ElementsAre("Cupom_GetQuantidadeDeItens()", "Contador_Get(COUNTER_COO)",
                             "Cupom_GetItemQtdeStr(4,500)", "Totalizador_GetTotPercTrib(0,0,0)",
                             "Cupom_GetItemValorUnitarioStr(4,500)", "Cupom_GetItemValorTotal(4)"));
 }
@@ -191,6 +191,7 @@ TYPED_TEST(CadaVendaItem, IcmsRateIsNumberTAndPercent)
     this->SetTaxCode("T", 100);
     EXPECT_EQ(this->TaxCodeText(), "'100T100.00',");
 
+    numbers["Totalizador_GetTotPercTrib(0,0,1)"] = 0;
     this->SetTaxCode("T", 2);
     EXPECT_EQ(this->TaxCodeText(), "'02T00.00',");
 
