@@ -65,6 +65,16 @@ TEST_F(CupomNaoFiscal, OpeningWritesTheReceiptThenItsDocument)
                 ElementsAre("1234|1|56|7|8|9|2026-03-02 08:15:30|2026-03-02 08:15:30|CN"));
 }
 
+TEST_F(CupomNaoFiscal, OpeningAsksForTheReceiptsCountersThenForItsDocuments)
+{
+    Opening("12345678901", "MARIA").DBLogger(db);
+    EXPECT_THAT(fiscal.calls,
+                ElementsAre("Contador_Get(COUNTER_COO)", "Contador_Get(COUNTER_CRZ)",
+                            "Contador_Get(COUNTER_GNF)", "Contador_Get(COUNTER_COO)",
+                            "Contador_Get(COUNTER_GNF)", "Contador_Get(COUNTER_GRG)",
+                            "Contador_Get(COUNTER_CDC)", "Contador_Get(COUNTER_CRZ)"));
+}
+
 TEST_F(CupomNaoFiscal, OpeningWithoutAConsumerWritesTwoEmptyTexts)
 {
     Opening("", "").DBLogger(db);
@@ -162,9 +172,9 @@ TEST_F(CupomNaoFiscal, ThirdItemIsNumberThree)
 TEST_F(CupomNaoFiscal, ItemsPriceIsAskedOnceAndNoQuantity)
 {
     Sell(3, "2,00");
-    EXPECT_THAT(fiscal.calls, ::testing::UnorderedElementsAre(
-                                  "Cupom_GetQuantidadeDeItens()", "Contador_Get(COUNTER_COO)",
-                                  "Cupom_GetItemValorUnitarioStr(2,500)"));
+    EXPECT_THAT(fiscal.calls,
+                ElementsAre("Cupom_GetQuantidadeDeItens()", "Contador_Get(COUNTER_COO)",
+                            "Cupom_GetItemValorUnitarioStr(2,500)"));
 }
 
 TEST_F(CupomNaoFiscal, GroupedPriceKeepsItsPointAndIsRejected)
@@ -215,6 +225,14 @@ TEST_F(CupomNaoFiscal, ClosingWritesTheTotalThenTheSubtotalThenTheEnd)
     EXPECT_THAT(
         Rows("SELECT data_hora_inicio_emissao, data_hora_fim_emissao FROM outros_documentos"),
         ElementsAre("2026-03-02 08:15:30|2026-03-02 08:17:00"));
+}
+
+TEST_F(CupomNaoFiscal, ClosingAsksForTheTotalThenTheSubtotalThenItsNumberForEachUpdate)
+{
+    Close("1234.56", "1300.00");
+    EXPECT_THAT(fiscal.calls,
+                ElementsAre("Cupom_GetTotal()", "Cupom_GetSubTotal()", "Contador_Get(COUNTER_COO)",
+                            "Contador_Get(COUNTER_COO)"));
 }
 
 TEST_F(CupomNaoFiscal, ClosingChangesTheReceiptOfTheCounterAlone)

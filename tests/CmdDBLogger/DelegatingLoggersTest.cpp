@@ -194,4 +194,24 @@ TEST_F(DelegatingLoggers, ProgrammingTheShopIsNotLogged)
     ExpectNothingLogged<CmdProgramaLoja>();
 }
 
+TEST_F(DelegatingLoggers, DocumentIsAskedForItsCountersAndAnEndForItsNumber)
+{
+    const std::vector<std::string> document = {
+        "Contador_Get(COUNTER_COO)", "Contador_Get(COUNTER_GNF)", "Contador_Get(COUNTER_GRG)",
+        "Contador_Get(COUNTER_CDC)", "Contador_Get(COUNTER_CRZ)"};
+    const auto questions = [this](auto command) {
+        Forget();
+        command.DBLogger(db);
+        return fiscal.calls;
+    };
+    EXPECT_EQ(questions(NewCommand<CmdLeituraX>()), document);
+    EXPECT_EQ(questions(NewCommand<CmdLeituraMF>()), document);
+    EXPECT_EQ(questions(NewCommand<CmdSaidaMILInterno>()), document);
+    EXPECT_EQ(questions(NewCommand<CmdSaidaMITInterno>()), document);
+    EXPECT_EQ(questions(NewCommand<CmdAbreCCD>()), document);
+    EXPECT_EQ(questions(NewCommand<CmdAbreGerencial>()), document);
+    EXPECT_THAT(questions(NewCommand<CmdFechaCCDGerencial>()),
+                ElementsAre("Contador_Get(COUNTER_COO)"));
+}
+
 } // namespace

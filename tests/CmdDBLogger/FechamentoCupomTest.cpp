@@ -94,6 +94,25 @@ TEST_F(FechamentoCupom, AsksForEachThingOnceInTheOrderOfThePieces)
     EXPECT_EQ(fiscal.signature, command.m_sAssinaturaDigitalDocumento);
 }
 
+TEST_F(FechamentoCupom, ClosingThatApportionsAsksOnForTheSharesAndForEachItemsReceipt)
+{
+    MakeApportionmentDue();
+    fiscal.numbers["Cupom_GetSTDescAplicado()"] = 0;
+    fiscal.numbers["Cupom_GetSTAcrAplicado()"] = 1;
+    fiscal.rateio.m_iQuantidadeDeItens = 2;
+
+    command.DBLogger(db);
+
+    EXPECT_THAT(fiscal.calls,
+                ElementsAre("AssinaturaDigital_GetBase64()", "Cupom_GetSubTotal()",
+                            "Cupom_GetTotal()", "Cupom_GetTroco()",
+                            "DadosPDV_GetIdAplicativo(1500)", "CFe_GetChaveDeBusca(1500)",
+                            "Contador_Get(COUNTER_COO)", "GetRatearSubtotal()",
+                            "Cupom_GetSTDescAplicado()", "Cupom_GetSTAcrAplicado()",
+                            "Cupom_GetRateioPorItem()", "Contador_Get(COUNTER_COO)",
+                            "Contador_Get(COUNTER_COO)"));
+}
+
 TEST_F(FechamentoCupom, EmptyTextsAndZeroValues)
 {
     fiscal.texts["AssinaturaDigital_GetBase64()"] = "";

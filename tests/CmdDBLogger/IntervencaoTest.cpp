@@ -79,8 +79,11 @@ TEST_F(Intervencao, InterventionThatIsWrittenReadsTheRestartsTwiceAndAsksTheItem
 
     fiscal.SetCounter(COUNTER_CRO, 3);
     EnterL();
-    EXPECT_EQ(fiscal.CallsOf("Contador_Get(COUNTER_CRO)"), 2);
-    EXPECT_EQ(fiscal.CallsOf("Cupom_GetQuantidadeDeItens()"), 1);
+    EXPECT_THAT(fiscal.calls,
+                ElementsAre("Contador_Get(COUNTER_CRO)", "Cupom_GetQuantidadeDeItens()",
+                            "Contador_Get(COUNTER_CRO)", "Contador_Get(COUNTER_COO)",
+                            "Contador_Get(COUNTER_GNF)", "Contador_Get(COUNTER_GRG)",
+                            "Contador_Get(COUNTER_CDC)", "Contador_Get(COUNTER_CRZ)"));
 }
 
 TEST_F(Intervencao, SecondEntryOfLUnderTheSameRestartIsADocumentAlone)

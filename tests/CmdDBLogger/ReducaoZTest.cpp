@@ -128,6 +128,100 @@ TEST_F(ReducaoZ, EachTimeIsAskedOnce)
     EXPECT_THAT(fiscal.calls, Contains("Jornada_GetTempoOperacional(2026-03-02 08:15:30)"));
 }
 
+// Every question of a day with one row of each kind, in order.
+TEST_F(ReducaoZ, QuestionsFollowTheValuesOfTheRows)
+{
+    fiscal.seconds["Jornada_GetDataMovimento()"] = Instant("2026-03-01 13:45:00").s;
+    Programa(0, 1, 1800, "1.00", "0.18");
+    Programa(1, 29, 500, "1.00", "0.05");
+    fiscal.numbers["ResolveTotIndex(0,N,1)"] = 40;
+    ProgramaEspecial(0, 40, "1.00");
+    fiscal.numbers["ResolveTotIndex(1,FS,3)"] = 41;
+    ProgramaEspecial(1, 41, "1.00");
+    ProgramaNaoFiscal(38, 1, "NF", "1.00");
+    fiscal.numbers["BaseFormasPagamento_GetNumeroDeFormasDePagamento()"] = 2;
+    fiscal.numbers["BaseFormasPagamento_GetMeioPagamentoProgramado(0)"] = 0;
+    ProgramaMeio(1, "Cheque", "1.00");
+    Reduz();
+
+    std::vector<std::string> expected;
+    const auto ask = [&](const std::vector<std::string>& questions) {
+        expected.insert(expected.end(), questions.begin(), questions.end());
+    };
+    // Whether the totalizers of a base at the positions up to, not including, `end` are programmed.
+    const auto askFor = [&](const std::string& question, int begin, int end) {
+        for (int position = begin; position < end; ++position) {
+            ask({question + std::to_string(position) + ")"});
+        }
+    };
+    // A special totalizer that is resolved to a position where none is programmed.
+    const auto askForNone = [&](const std::string& base, const std::vector<std::string>& codes) {
+        for (const std::string& code : codes) {
+            ask({"ResolveTotIndex(" + base + "," + code + ")",
+                 "Totalizador_GetTotProgramado(2," + base + ",99)"});
+        }
+    };
+    // The row of the reduction.
+    ask({"Contador_Get(COUNTER_CRZ)",
+         "Jornada_GetDataMovimento()",
+         "Jornada_GetDataMovimento()",
+         "Contador_Get(COUNTER_COO)",
+         "Contador_Get(COUNTER_GNF)",
+         "Contador_Get(COUNTER_CRO)",
+         "Totalizador_GetGT()",
+         "Totalizador_GetVB(2)",
+         "Totalizador_GetSoma_Tot_VL(2,0)",
+         "Totalizador_GetSoma_TotTrib(2,0)",
+         "Totalizador_GetSoma_Tot_Desc(2,0)",
+         "Totalizador_GetSoma_Tot_Acr(2,0)",
+         "Totalizador_GetSoma_Tot_Canc(2,0)",
+         "Totalizador_GetSoma_Tot_VL(2,1)",
+         "Totalizador_GetSoma_TotTrib(2,1)",
+         "Totalizador_GetSoma_Tot_Desc(2,1)",
+         "Totalizador_GetSoma_Tot_Acr(2,1)",
+         "Totalizador_GetSoma_Tot_Canc(2,1)",
+         "Jornada_GetTempoEmitindoDocFiscal()",
+         "Jornada_GetTempoOperacional(2026-03-02 08:15:30)"});
+    // The tax rates.
+    askFor("Totalizador_GetTotProgramado(2,0,", 0, 2);
+    ask({"Contador_Get(COUNTER_CRZ)", "Totalizador_GetTotPercTrib(2,0,1)",
+         "Totalizador_GetTot(2,0,1)", "Totalizador_GetTotTrib(2,0,1)"});
+    askFor("Totalizador_GetTotProgramado(2,0,", 2, 30);
+    askFor("Totalizador_GetTotProgramado(2,1,", 0, 30);
+    ask({"Contador_Get(COUNTER_CRZ)", "Totalizador_GetTotPercTrib(2,1,29)",
+         "Totalizador_GetTot(2,1,29)", "Totalizador_GetTotTrib(2,1,29)"});
+    // The special totalizers.
+    askForNone("0", {"F,1", "I,1"});
+    ask({"ResolveTotIndex(0,N,1)", "Totalizador_GetTotProgramado(2,0,40)",
+         "Contador_Get(COUNTER_CRZ)", "Totalizador_GetTot(2,0,40)"});
+    askForNone("0", {"F,2", "I,2", "N,2", "F,3", "I,3", "N,3"});
+    askForNone("1", {"FS,1", "IS,1", "NS,1", "FS,2", "IS,2", "NS,2"});
+    ask({"ResolveTotIndex(1,FS,3)", "Totalizador_GetTotProgramado(2,1,41)",
+         "Contador_Get(COUNTER_CRZ)", "Totalizador_GetTot(2,1,41)"});
+    askForNone("1", {"IS,3", "NS,3"});
+    // Discounts, surcharges and cancellations.
+    ask({"Contador_Get(COUNTER_CRZ)", "Totalizador_GetSoma_Tot_Desc(2,0)",
+         "Contador_Get(COUNTER_CRZ)", "Totalizador_GetSoma_Tot_Desc(2,1)",
+         "Contador_Get(COUNTER_CRZ)", "Totalizador_GetSoma_Tot_Acr(2,0)",
+         "Contador_Get(COUNTER_CRZ)", "Totalizador_GetSoma_Tot_Acr(2,1)",
+         "Contador_Get(COUNTER_CRZ)", "Totalizador_GetSoma_Tot_Canc(2,0)",
+         "Contador_Get(COUNTER_CRZ)", "Totalizador_GetSoma_Tot_Canc(2,1)"});
+    // The non-fiscal totalizers.
+    askFor("Totalizador_GetTotNFProgramado(3,", 0, 39);
+    ask({"Totalizador_GetNomeNF(3,38,500)", "Contador_Get(COUNTER_CRZ)",
+         "Totalizador_GetTotalNF(3,38)"});
+    // The payment means and the change.
+    ask({"BaseFormasPagamento_GetNumeroDeFormasDePagamento()",
+         "BaseFormasPagamento_GetMeioPagamentoProgramado(0)",
+         "BaseFormasPagamento_GetMeioPagamentoProgramado(1)", "Contador_Get(COUNTER_CRZ)",
+         "BaseFormasPagamento_GetMeioPagamento(1,500)", "BaseFormasPagamento_GetFPTotal(1)",
+         "Contador_Get(COUNTER_CRZ)", "BaseFormasPagamento_GetTrocoTotal()"});
+    // The document.
+    ask({"Contador_Get(COUNTER_COO)", "Contador_Get(COUNTER_GNF)", "Contador_Get(COUNTER_GRG)",
+         "Contador_Get(COUNTER_CDC)", "Contador_Get(COUNTER_CRZ)"});
+    EXPECT_THAT(fiscal.calls, ::testing::ElementsAreArray(expected));
+}
+
 TEST_F(ReducaoZ, OnlyTotalsOfTheClosedDayAreRead)
 {
     Programa(0, 0, 1800, "1.00", "0.18");

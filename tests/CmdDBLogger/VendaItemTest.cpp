@@ -112,6 +112,25 @@ TYPED_TEST(CadaVendaItem, FifthItemIsNumber5AndIsAskedForByIndex4)
                             "Cupom_GetItemValorUnitarioStr(4,500)", "Cupom_GetItemValorTotal(4)"));
 }
 
+TYPED_TEST(CadaVendaItem, RateIsAskedForInItsTaxBaseAndForNoOtherCode)
+{
+    this->SetLastItem(4, "2", "10,00", "20.00");
+    this->fiscal.numbers["Totalizador_GetTotPercTrib(0,1,6)"] = 500;
+    this->SetTaxCode("S", 7);
+    this->Sell();
+    EXPECT_THAT(this->fiscal.calls,
+                ElementsAre("Cupom_GetQuantidadeDeItens()", "Contador_Get(COUNTER_COO)",
+                            "Cupom_GetItemQtdeStr(4,500)", "Totalizador_GetTotPercTrib(0,1,6)",
+                            "Cupom_GetItemValorUnitarioStr(4,500)", "Cupom_GetItemValorTotal(4)"));
+
+    this->SetTaxCode("F", 1);
+    this->Sell();
+    EXPECT_THAT(this->fiscal.calls,
+                ElementsAre("Cupom_GetQuantidadeDeItens()", "Contador_Get(COUNTER_COO)",
+                            "Cupom_GetItemQtdeStr(4,500)", "Cupom_GetItemValorUnitarioStr(4,500)",
+                            "Cupom_GetItemValorTotal(4)"));
+}
+
 TYPED_TEST(CadaVendaItem, FirstAndLastItemOfTheLongestReceiptAndNone)
 {
     for (const int count : {1, 999, 0}) {
