@@ -138,27 +138,6 @@ bool BigInt::FromText(const char* text, BigInt& out)
     return true;
 }
 
-BigInt BigInt::Min()
-{
-    BigInt result;
-    result.number[2] = 0x80000000u;
-    return result;
-}
-
-BigInt BigInt::Max()
-{
-    BigInt result;
-    result.number[0] = result.number[1] = 0xFFFFFFFFu;
-    result.number[2] = 0x7FFFFFFFu;
-    return result;
-}
-
-bool BigInt::FitsInt64() const
-{
-    const UINT32 extension = (number[1] & 0x80000000u) != 0 ? 0xFFFFFFFFu : 0;
-    return number[2] == extension;
-}
-
 std::int64_t BigInt::ToInt64() const
 {
     return static_cast<std::int64_t>(std::uint64_t{number[1]} << WORD_BITS | number[0]);
@@ -223,15 +202,6 @@ BigInt BigInt::DividedBy(const BigInt& divisor, Rounding rounding) const
         }
     }
     return IsNegative() != divisor.IsNegative() ? -quotient : quotient;
-}
-
-BigInt BigInt::RemainderBy(const BigInt& divisor) const
-{
-    if (divisor.IsZero()) {
-        return BigInt();
-    }
-    const Division division = Divide(Magnitude::Of(*this), Magnitude::Of(divisor));
-    return WithSign(division.remainder, IsNegative());
 }
 
 char* BigInt::ToText(char* out, int size) const

@@ -28,14 +28,10 @@ class BigInt
     // `out` unchanged, for any other text or a value outside the range.
     static bool FromText(const char* text, BigInt& out);
 
-    static BigInt Min(); // -2^95
-    static BigInt Max(); //  2^95 - 1
-
     bool IsZero() const { return (number[0] | number[1] | number[2]) == 0; }
     bool IsNegative() const { return (number[2] & 0x80000000u) != 0; }
 
-    // Whether the value lies within an int64_t; ToInt64 gives it. REQUIRES of ToInt64: it does.
-    bool FitsInt64() const;
+    // REQUIRES: the value lies within an int64_t.
     std::int64_t ToInt64() const;
 
     BigInt operator-() const;
@@ -44,12 +40,8 @@ class BigInt
     BigInt& operator*=(const BigInt& other);
 
     // The quotient by `divisor`, made whole as `rounding` says. A division by zero gives zero;
-    // Min() / -1 wraps around to Min().
+    // -2^95 / -1 wraps around to -2^95.
     BigInt DividedBy(const BigInt& divisor, Rounding rounding) const;
-
-    // What is left of a division cut toward zero; it has the sign of this value. The remainder by
-    // zero is zero.
-    BigInt RemainderBy(const BigInt& divisor) const;
 
     // Writes the value in decimal ('-' and digits, no grouping) and answers `out`. At most `size`
     // bytes are written, the terminator included: a text that does not fit is written as an empty

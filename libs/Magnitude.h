@@ -5,7 +5,7 @@
 #include "libs/BigInt.h"
 #include "libs/FirmwareTypes.h"
 
-// An unsigned integer of 96 bits: wide enough for the magnitude of BigInt::Min(), 2^95.
+// An unsigned integer of 96 bits: wide enough for the magnitude of the least BigInt, 2^95.
 struct Magnitude {
     UINT32 word[3]; // least significant first
 

@@ -14,8 +14,8 @@ namespace
 
 static_assert(std::is_same<decltype(Financial::nr), BigInt>::value, "money is counted in a BigInt");
 
-const BigInt MIN = BigInt::Min();
-const BigInt MAX = BigInt::Max();
+const BigInt MIN = Min();
+const BigInt MAX = Max();
 
 TEST(FinancialConstruction, DefaultIsZero)
 {

@@ -261,8 +261,8 @@ TEST(FinancialToString, EveryFormBesideThePowersOfTenAndTwo)
             ExpectEveryForm(TextOf(-value));
         }
     }
-    ExpectEveryForm(TextOf(BigInt::Min()));
-    ExpectEveryForm(TextOf(BigInt::Max()));
+    ExpectEveryForm(TextOf(Min()));
+    ExpectEveryForm(TextOf(Max()));
 }
 
 TEST(FinancialToString, EveryFormOfEveryCountUpTo10001)

@@ -19,6 +19,22 @@ inline BigInt Words(UINT32 high, UINT32 middle, UINT32 low)
     return value;
 }
 
+// The least and the greatest value.
+inline BigInt Min()
+{
+    return Words(0x80000000u, 0, 0);
+}
+inline BigInt Max()
+{
+    return Words(0x7FFFFFFFu, 0xFFFFFFFFu, 0xFFFFFFFFu);
+}
+
+// What is left of a division cut toward zero.
+inline BigInt Remainder(const BigInt& dividend, const BigInt& divisor)
+{
+    return dividend - dividend.DividedBy(divisor, Rounding::TOWARD_ZERO) * divisor;
+}
+
 // Of a text that is known to be good.
 inline BigInt Int(const char* text)
 {

@@ -19,7 +19,7 @@ using Cents = std::int64_t;
 
 inline Cents ToCents(const Financial& valor)
 {
-    EXPECT_TRUE(valor.nr.FitsInt64());
+    EXPECT_EQ(BigInt::FromInt64(valor.nr.ToInt64()), valor.nr) << "an amount fits 64 bits";
     EXPECT_EQ(valor.nr.ToInt64() % 100, 0) << "an amount is whole cents";
     return valor.nr.ToInt64() / 100;
 }
