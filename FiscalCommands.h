@@ -2,6 +2,14 @@
 //
 // Texts are NUL-terminated within their arrays; an empty text is a parameter that was not sent. The
 // arrays' lengths are the parser's limits for the parameter, the terminator included.
+//
+// Items, payment means, rates and totalizers are numbered from 1 here, as in the tables; the fiscal
+// data model counts their positions from 0.
+//
+// Each class says what its DBLogger writes. What Command::DBLogger says holds for all of them; a
+// logger of which nothing more is said answers TRUE and leaves the command as it is. "A document"
+// is a row of outros_documentos; inserting it, or updating its end, first sets an m_dtExecEnd that
+// is not known yet to m_dtExecStart.
 #pragma once
 
 #include "Interpreter.h"
@@ -44,7 +52,7 @@ constexpr int SIZE_NUM_SERIE = 20;
 
 // --- Fiscal receipts -----------------------------------------------------------------------------
 
-// Opens a fiscal receipt.
+// Opens a fiscal receipt: inserts its cupom_fiscal row.
 class CmdAbreCupom : public Command
 {
   public:
@@ -57,7 +65,8 @@ class CmdAbreCupom : public Command
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Sells an item.
+// Sells an item: inserts the item_cupom_fiscal row of the receipt's last item. In m_sDescricao
+// every apostrophe becomes a backquote, and stays so.
 class CmdVendeItem : public Command
 {
   public:
@@ -76,7 +85,8 @@ class CmdVendeItem : public Command
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Sells an item by the detailed command.
+// Sells an item by the detailed command: inserts the item_cupom_fiscal row of the receipt's last
+// item.
 class CmdVendeItemDetalhado : public Command
 {
   public:
@@ -94,7 +104,9 @@ class CmdVendeItemDetalhado : public Command
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Applies a discount or surcharge to an item of the open receipt.
+// Applies a discount or surcharge to an item of the open receipt: updates the item's row twice, its
+// adjustment and its total, in item_cupom_fiscal or item_cupom_nf. Answers FALSE, and writes
+// nothing, where the receipt is of neither type.
 class CmdEfetuaDescAcresItem : public Command
 {
   public:
@@ -108,7 +120,9 @@ class CmdEfetuaDescAcresItem : public Command
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Cancels the discount or surcharge of an item.
+// Cancels the discount or surcharge of an item: updates the item's row twice, its adjustment and
+// its total, in item_cupom_fiscal or item_cupom_nf. Answers FALSE, and writes nothing, where the
+// receipt is of neither type.
 class CmdCancelaDescAcresItem : public Command
 {
   public:
@@ -120,7 +134,9 @@ class CmdCancelaDescAcresItem : public Command
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Applies a discount or surcharge to the subtotal of the open receipt.
+// Applies a discount or surcharge to the subtotal of the open receipt: updates its row in
+// cupom_fiscal or cupom_nf. Answers FALSE, and writes nothing, where the receipt is of neither
+// type.
 class CmdEfetuaDescAcresSubtotal : public Command
 {
   public:
@@ -133,7 +149,8 @@ class CmdEfetuaDescAcresSubtotal : public Command
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Cancels the discount or surcharge of the subtotal.
+// Cancels the discount or surcharge of the subtotal: updates the receipt's row in cupom_fiscal or
+// cupom_nf. Answers FALSE, and writes nothing, where the receipt is of neither type.
 class CmdCancelaDescAcresSubtotal : public Command
 {
   public:
@@ -144,13 +161,13 @@ class CmdCancelaDescAcresSubtotal : public Command
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Pays the open receipt, wholly or in part.
+// Pays the open receipt, wholly or in part: inserts a pagamento_cupom row.
 class CmdEfetuaPagamento : public Command
 {
   public:
     CmdEfetuaPagamento() : Command(CMD_EFETUA_PAGAMENTO) {}
 
-    int m_iMeioPagamento = 0;       // index of the payment means
+    int m_iMeioPagamento = 0;       // number of the payment means, from 1; not checked
     Financial m_finValor;           // amount paid
     int m_iNumParcelas = 0;         // number of instalments
     char m_sInfoAdicional[85] = {}; // additional information
@@ -158,7 +175,9 @@ class CmdEfetuaPagamento : public Command
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Closes the open fiscal receipt.
+// Closes the open fiscal receipt: updates its cupom_fiscal row and, where the firmware's setting
+// asks for it and the subtotal carries an adjustment, every item_cupom_fiscal row of the receipt.
+// Answers FALSE where the items' shares could not be had.
 class CmdFechaCupom : public Command
 {
   public:
@@ -171,12 +190,13 @@ class CmdFechaCupom : public Command
     BOOL DBLogger(sqlite3* db) override;
 
     // Rewrites the adjustments and the total of every item of the closed receipt with its share of
-    // the subtotal's adjustment. Answers 1 when every item was rewritten, 0 when the shares could
-    // not be had. Holds a whole receipt record in its frame.
+    // the subtotal's adjustment. Answers TRUE when every item was rewritten, FALSE, with no row
+    // touched, when the shares could not be had. Holds a whole receipt record in its frame.
     int CalculaRateioItens(sqlite3* db);
 };
 
-// Cancels an item of the open receipt.
+// Cancels an item of the open receipt: marks its row in item_cupom_fiscal, or in item_cupom_nf for
+// a receipt of any other type.
 class CmdCancelaItem : public Command
 {
   public:
@@ -187,7 +207,8 @@ class CmdCancelaItem : public Command
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Cancels the receipt, fiscal or not, that is being issued.
+// Cancels the receipt, fiscal or not, that is being issued: marks its row in cupom_fiscal or
+// cupom_nf. Answers FALSE, and writes nothing, where the receipt is of neither type.
 class CmdCancelaCupomFiscalNfEmEmissao : public Command
 {
   public:
@@ -196,7 +217,8 @@ class CmdCancelaCupomFiscalNfEmEmissao : public Command
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Cancels the receipt issued last.
+// Cancels the receipt issued last: marks its row in cupom_fiscal, or in cupom_nf, which is a
+// document too ("NC"). Answers FALSE, and writes nothing, where the receipt is of neither type.
 class CmdCancelaCupom : public Command
 {
   public:
@@ -209,7 +231,7 @@ class CmdCancelaCupom : public Command
 
 // --- Non-fiscal receipts -------------------------------------------------------------------------
 
-// Opens a non-fiscal receipt.
+// Opens a non-fiscal receipt: inserts its cupom_nf row; a document ("CN").
 class CmdAbreCNF : public Command
 {
   public:
@@ -221,18 +243,19 @@ class CmdAbreCNF : public Command
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Registers an item on a non-fiscal totalizer.
+// Registers an item on a non-fiscal totalizer: inserts the item_cupom_nf row of the receipt's last
+// item.
 class CmdVendeItemNF : public Command
 {
   public:
     CmdVendeItemNF() : Command(CMD_VENDE_ITEM_NF) {}
 
-    int m_iIndiceTotalizador = 0; // index of the totalizer
+    int m_iIndiceTotalizador = 0; // number of the totalizer, from 1
 
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Closes the open non-fiscal receipt.
+// Closes the open non-fiscal receipt: updates its cupom_nf row and the end of its document.
 class CmdFechaCupomNF : public Command
 {
   public:
@@ -241,14 +264,15 @@ class CmdFechaCupomNF : public Command
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Moves an amount paid from one payment means to another.
+// Moves an amount paid from one payment means to another: updates the pagamento_cupom rows that the
+// receipt has of the one and inserts a row for the other.
 class CmdEstornaMeioPagamento : public Command
 {
   public:
     CmdEstornaMeioPagamento() : Command(CMD_ESTORNA_PAGAMENTO) {}
 
-    int m_iMeioPagamentoOrigem = 0;  // index of the means it is taken from
-    int m_iMeioPagamentoDestino = 0; // index of the means it goes to
+    int m_iMeioPagamentoOrigem = 0;  // number of the means it is taken from, from 1
+    int m_iMeioPagamentoDestino = 0; // number of the means it goes to, from 1
     Financial m_finValor;            // amount moved
     int m_iNumParcelas = 0;          // instalments of the new payment
     char m_sInfoAdicional[85] = {};  // additional information
@@ -256,20 +280,22 @@ class CmdEstornaMeioPagamento : public Command
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Takes cash out of the till, or puts a float into it.
+// Takes cash out of the till, or puts a float into it: inserts a cupom_nf row and its one
+// item_cupom_nf row; a document ("CN").
 class CmdSangria : public Command
 {
   public:
     CmdSangria() : Command(CMD_SANGRIA) {}
 
-    ETipoOPNF m_eTipoOperacao = ETipoOPNF{};
+    ETipoOPNF m_eTipoOperacao = ETipoOPNF{}; // any value but FUNDO_TROCO is a withdrawal
 
     BOOL DBLogger(sqlite3* db) override;
 };
 
 // --- Readings, vouchers, reports and the Z reduction ---------------------------------------------
 
-// Issues an X reading.
+// Issues an X reading: a document ("LX"). One that goes to a file is none; then nothing is written
+// and nothing in the command changes.
 class CmdLeituraX : public Command
 {
   public:
@@ -280,7 +306,7 @@ class CmdLeituraX : public Command
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Issues a fiscal-memory reading.
+// Issues a fiscal-memory reading: a document ("MF").
 class CmdLeituraMF : public Command
 {
   public:
@@ -289,7 +315,10 @@ class CmdLeituraMF : public Command
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Closes the fiscal day.
+// Closes the fiscal day: inserts its reducao_z row, a totalizador_reducao row for each totalizer in
+// use and for the discounts, surcharges and cancellations, and a meio_pagamento_reducao row for
+// each payment means in use and for the change; a document ("RZ"). REQUIRES: the data model holds
+// the closed day in the bases of the last Z reduction.
 class CmdReducaoZ : public Command
 {
   public:
@@ -298,7 +327,7 @@ class CmdReducaoZ : public Command
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Opens a credit/debit voucher.
+// Opens a credit/debit voucher: a document ("CC").
 class CmdAbreCCD : public Command
 {
   public:
@@ -307,7 +336,7 @@ class CmdAbreCCD : public Command
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Opens the reversal of a credit/debit voucher.
+// Opens the reversal of a credit/debit voucher: nothing is written.
 class CmdAbreEstornoCCD : public Command
 {
   public:
@@ -316,7 +345,7 @@ class CmdAbreEstornoCCD : public Command
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Opens a management report.
+// Opens a management report: a document ("RG").
 class CmdAbreGerencial : public Command
 {
   public:
@@ -325,7 +354,7 @@ class CmdAbreGerencial : public Command
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Closes the open voucher or management report.
+// Closes the open voucher or management report: updates the end of its document.
 class CmdFechaCCDGerencial : public Command
 {
   public:
@@ -336,7 +365,8 @@ class CmdFechaCCDGerencial : public Command
 
 // --- Events of the fiscal memory -----------------------------------------------------------------
 
-// Enters the intervention mode L.
+// Enters the intervention mode L: inserts an intervencao row, unless one carries the current number
+// of restarts; a document ("LX") in either case.
 class CmdEntradaMILInterno : public Command
 {
   public:
@@ -345,7 +375,7 @@ class CmdEntradaMILInterno : public Command
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Leaves the intervention mode L.
+// Leaves the intervention mode L: a document ("LX").
 class CmdSaidaMILInterno : public Command
 {
   public:
@@ -354,7 +384,8 @@ class CmdSaidaMILInterno : public Command
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Enters the intervention mode T.
+// Enters the intervention mode T: inserts an intervencao row, unless one carries the current number
+// of restarts.
 class CmdEntradaMITInterno : public Command
 {
   public:
@@ -363,7 +394,7 @@ class CmdEntradaMITInterno : public Command
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Leaves the intervention mode T.
+// Leaves the intervention mode T: a document ("LX").
 class CmdSaidaMITInterno : public Command
 {
   public:
@@ -372,7 +403,8 @@ class CmdSaidaMITInterno : public Command
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Reprints documents from the detail tape.
+// Reprints documents from the detail tape: inserts a fita_detalhe row, unless one carries the
+// number of this reprint.
 class CmdReimprimeMFD : public Command
 {
   public:
@@ -386,7 +418,7 @@ class CmdReimprimeMFD : public Command
 
 // --- Programming of the register -----------------------------------------------------------------
 
-// Programs a tax rate.
+// Programs a tax rate: nothing is written.
 class CmdInsereAliquota : public Command
 {
   public:
@@ -395,7 +427,7 @@ class CmdInsereAliquota : public Command
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Enables special totalizers.
+// Enables special totalizers: nothing is written.
 class CmdHabilitaTotalizadores : public Command
 {
   public:
@@ -404,7 +436,7 @@ class CmdHabilitaTotalizadores : public Command
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Disables special totalizers.
+// Disables special totalizers: nothing is written.
 class CmdDesabilitaTotalizadores : public Command
 {
   public:
@@ -413,32 +445,36 @@ class CmdDesabilitaTotalizadores : public Command
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Programs a payment means.
+// Programs a payment means: inserts its meio_pagamento row, or updates the rows that carry its
+// number. Answers FALSE, writes nothing and leaves its counting query open where the rows cannot be
+// counted.
 class CmdInsereMeiosPagamento : public Command
 {
   public:
     CmdInsereMeiosPagamento() : Command(CMD_INSERE_MEIO_PAGAMENTO) {}
 
-    int m_iIndice = 0;          // index of the means
+    int m_iIndice = 0;          // number of the means, from 1
     char m_sDescricao[16] = {}; // its description
+    // Any value but COM_CCD counts as SEM_CCD.
     EVinculacaoCCD m_eVinculacaoCCD = EVinculacaoCCD{};
 
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Programs a non-fiscal totalizer.
+// Programs a non-fiscal totalizer: inserts its totalizador_nao_fiscal row, or updates the rows that
+// carry its number. Leaves its counting query open.
 class CmdInsereRegOpeNF : public Command
 {
   public:
     CmdInsereRegOpeNF() : Command(CMD_INSERE_OPNF) {}
 
-    int m_iIndice = 0;          // index of the totalizer
+    int m_iIndice = 0;          // number of the totalizer, from 1
     char m_sDescricao[21] = {}; // its description
 
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Programs the shop's number.
+// Programs the shop's number: nothing is written.
 class CmdProgramaLoja : public Command
 {
   public:
@@ -447,7 +483,7 @@ class CmdProgramaLoja : public Command
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Programs the till number.
+// Programs the till number: updates the dados_ecf row.
 class CmdProgramaSequenciaECF : public Command
 {
   public:
@@ -458,7 +494,8 @@ class CmdProgramaSequenciaECF : public Command
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Programs the owner's names and address.
+// Programs the owner's names and address: inserts or updates the one dados_usuario row. Answers
+// FALSE, writes nothing and leaves its counting query open where the rows cannot be counted.
 class CmdProgramaUsuario : public Command
 {
   public:
@@ -467,7 +504,8 @@ class CmdProgramaUsuario : public Command
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Programs the owner's registrations.
+// Programs the owner's registrations: inserts or updates the one dados_usuario row. Answers FALSE,
+// writes nothing and leaves its counting query open where the rows cannot be counted.
 class CmdProgramaCNPJ_IE_IM : public Command
 {
   public:
@@ -481,7 +519,8 @@ class CmdProgramaCNPJ_IE_IM : public Command
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Programs the register's identity.
+// Programs the register's identity: inserts or updates the one dados_ecf row, and inserts the
+// versao_sb row where there is none.
 class CmdProgramaNrSerie : public Command
 {
   public:
@@ -495,7 +534,7 @@ class CmdProgramaNrSerie : public Command
     BOOL DBLogger(sqlite3* db) override;
 };
 
-// Programs the currency symbol.
+// Programs the currency symbol: a moeda row is tried, which the engine rejects as required.
 class CmdProgramaMoeda : public Command
 {
   public:

@@ -151,7 +151,12 @@ class Command
     // neither opened, closed nor given a transaction here. REQUIRES: FDController and `db` are set,
     // every text parameter is NUL-terminated, and the command's fiscal work is done. Never throws
     // and never fails the command; a statement that the engine rejects is written to the firmware
-    // log and its row is missing. Answers TRUE, except where a class says otherwise.
+    // log and its row is missing.
+    //
+    // Each class of FiscalCommands.h says which tables it writes, on which of its own paths it
+    // answers FALSE, and what it changes in the command. Beyond that it answers what its last
+    // execution or document did, and stops with FALSE where an execution before that answered
+    // FALSE; those of this library answer TRUE always. Nothing else in the command changes.
     virtual BOOL DBLogger(sqlite3* db);
 
     virtual BOOL FiscalPostPrint();
@@ -164,8 +169,8 @@ class Command
     BOOL DBLoggerExecuteSQL(sqlite3* db, const char* sql);
 
     // Inserts the outros_documentos row of the document just issued or opened, with the current
-    // counters and the document type `tipoDoc` (two letters). An m_dtExecEnd that is not set is
-    // first set to m_dtExecStart, and stays so. Answers TRUE.
+    // counters and the document type `tipoDoc` (two letters, read during the call alone). An
+    // m_dtExecEnd that is not set is first set to m_dtExecStart, and stays so. Answers TRUE.
     BOOL OutrosDocumentosDBLogger(sqlite3* db, const char* tipoDoc);
 
     // Writes m_dtExecEnd (after the same rule) as the end of every outros_documentos row that
