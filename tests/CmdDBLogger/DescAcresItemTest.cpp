@@ -10,6 +10,19 @@ namespace
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
+// What an adjustment of item 2 leaves: its own statement and, of the item's row, surcharge's kind,
+// percentage, value and cancelled value, then discount's kind, percentage and value. `question` is
+// what it asks of the item, if anything.
+struct ItemCase {
+    const char* what;
+    FD_TIPO_CUPOM receiptType;
+    EOperacao operation;
+    ETipoValor kind;
+    const char* statement;
+    const char* row;
+    const char* question;
+};
+
 // The receipt of number 77 with an adjusted item 2, in the tables of either type.
 class ItemAdjustment : public LoggerTest
 {
@@ -20,8 +33,14 @@ class ItemAdjustment : public LoggerTest
         fiscal.money["Cupom_GetItemValorAcr(1)"] = Money("1.05");
         fiscal.money["Cupom_GetItemValorDesc(1)"] = Money("2.10");
         fiscal.money["Cupom_GetItemValorTotal(1)"] = Money("1234.56");
-        for (const char* table : {"item_cupom_fiscal", "item_cupom_nf"}) {
-            Execute(std::string("INSERT INTO ") + table +
+        FillTables();
+    }
+
+    void FillTables()
+    {
+        for (const std::string table : {"item_cupom_fiscal", "item_cupom_nf"}) {
+            Execute("DELETE FROM " + table);
+            Execute("INSERT INTO " + table +
                     " (cont_coo, seq_item, valor_total, tipo_acrescimo, perc_acrescimo,"
                     " valor_acrescimo, valor_canc_acrescimo, tipo_desconto, perc_desconto,"
                     " valor_desconto) VALUES"
@@ -32,15 +51,6 @@ class ItemAdjustment : public LoggerTest
 
     void SetReceiptType(int type) { fiscal.numbers["Cupom_GetTipoCupom()"] = type; }
 
-    // The adjustments of an item: surcharge's kind, percentage, value and cancelled value, then
-    // discount's kind, percentage and value, then the total.
-    std::vector<std::string> Item(const std::string& table, int number)
-    {
-        return Rows("SELECT tipo_acrescimo, perc_acrescimo, valor_acrescimo, valor_canc_acrescimo,"
-                    " tipo_desconto, perc_desconto, valor_desconto, valor_total FROM " +
-                    table + " WHERE cont_coo = 77 AND seq_item = " + std::to_string(number));
-    }
-
     // Nothing but item 2 of receipt 77 in `table` was touched.
     void ExpectOtherRowsUntouched(const std::string& table)
     {
@@ -50,9 +60,50 @@ class ItemAdjustment : public LoggerTest
                      " WHERE valor_total = 1 AND tipo_acrescimo = 'a' AND perc_acrescimo = 11"
                      " AND valor_acrescimo = 12 AND valor_canc_acrescimo = 13 AND"
                      " tipo_desconto = 'd' AND perc_desconto = 14 AND valor_desconto = 15" +
+                     (name == "item_cupom_nf" ? " AND valor_total_liquido IS NULL" : "") +
                      (name == table ? " AND NOT (cont_coo = 77 AND seq_item = 2)" : "")),
                 ElementsAre(name == table ? "2" : "3"));
         }
+    }
+
+    // Logs a command whose case is set, and holds statements, rows and questions to the case.
+    void ExpectCase(Command& command, const ItemCase& expected)
+    {
+        SCOPED_TRACE(expected.what);
+        const bool isFiscal = expected.receiptType == CUPOM_FISCAL;
+        FillTables();
+        Forget();
+
+        EXPECT_EQ(command.DBLogger(db), TRUE);
+
+        EXPECT_THAT(Statements(),
+                    ElementsAre(expected.statement, isFiscal ? fiscalTotal : nonFiscalTotal));
+        EXPECT_THAT(LogEntries(), IsEmpty());
+
+        const std::string table = isFiscal ? "item_cupom_fiscal" : "item_cupom_nf";
+        EXPECT_THAT(
+            Rows("SELECT tipo_acrescimo, perc_acrescimo, valor_acrescimo,"
+                 " valor_canc_acrescimo, tipo_desconto, perc_desconto, valor_desconto FROM " +
+                 table + " WHERE cont_coo = 77 AND seq_item = 2"),
+            ElementsAre(expected.row));
+        EXPECT_THAT(Rows(std::string("SELECT valor_total, ") +
+                         (isFiscal ? "0" : "valor_total_liquido") + " FROM " + table +
+                         " WHERE cont_coo = 77 AND seq_item = 2"),
+                    ElementsAre(isFiscal ? "1234.56|0" : "1|1234.56"));
+        ExpectOtherRowsUntouched(table);
+
+        std::vector<std::string> questions = {"Cupom_GetTipoCupom()"};
+        if (!isFiscal) {
+            questions.push_back("Cupom_GetTipoCupom()");
+        }
+        if (expected.question != nullptr) {
+            questions.push_back(expected.question);
+        }
+        for (const char* question : {"Contador_Get(COUNTER_COO)", "Cupom_GetItemValorTotal(1)",
+                                     "Cupom_GetTipoCupom()", "Contador_Get(COUNTER_COO)"}) {
+            questions.push_back(question);
+        }
+        EXPECT_EQ(fiscal.calls, questions);
     }
 
     const std::string fiscalTotal =
@@ -77,151 +128,52 @@ class DescAcresItem : public ItemAdjustment
     }
 };
 
-TEST_F(DescAcresItem, FiscalSurchargeByValueKeepsTheEarlierPercentage)
+const ItemCase APPLIED[] = {
+    {"a fiscal surcharge by value keeps the earlier percentage", CUPOM_FISCAL, ACRESCIMO, VALOR,
+     "UPDATE item_cupom_fiscal SET tipo_acrescimo = 'V', valor_acrescimo = 1.05 WHERE cont_coo = 77 and seq_item = 2",
+     "V|11|1.05|13|d|14|15", "Cupom_GetItemValorAcr(1)"},
+    {"a fiscal surcharge by percentage", CUPOM_FISCAL, ACRESCIMO, PERCENTUAL,
+     "UPDATE item_cupom_fiscal SET tipo_acrescimo = 'P', perc_acrescimo = 10.50, valor_acrescimo = 1.05 WHERE cont_coo = 77 and seq_item = 2",
+     "P|10.5|1.05|13|d|14|15", "Cupom_GetItemValorAcr(1)"},
+    {"a fiscal discount by value resets the percentage", CUPOM_FISCAL, DESCONTO, VALOR,
+     "UPDATE item_cupom_fiscal SET tipo_desconto = 'V', perc_desconto = 0, valor_desconto = 2.10 WHERE cont_coo = 77 and seq_item = 2",
+     "a|11|12|13|V|0|2.1", "Cupom_GetItemValorDesc(1)"},
+    {"a fiscal discount by percentage", CUPOM_FISCAL, DESCONTO, PERCENTUAL,
+     "UPDATE item_cupom_fiscal SET tipo_desconto = 'P', perc_desconto = 10.50, valor_desconto = 2.10 WHERE cont_coo = 77 and seq_item = 2",
+     "a|11|12|13|P|10.5|2.1", "Cupom_GetItemValorDesc(1)"},
+    {"a non-fiscal surcharge by value resets the percentage", COMPROVANTE_NAO_FISCAL, ACRESCIMO,
+     VALOR,
+     "UPDATE item_cupom_nf SET tipo_acrescimo = 'V', perc_acrescimo = 0, valor_acrescimo = 1.05 WHERE cont_coo = 77 and seq_item = 2",
+     "V|0|1.05|13|d|14|15", "Cupom_GetItemValorAcr(1)"},
+    {"a non-fiscal surcharge by percentage", COMPROVANTE_NAO_FISCAL, ACRESCIMO, PERCENTUAL,
+     "UPDATE item_cupom_nf SET tipo_acrescimo = 'P', perc_acrescimo = 10.50, valor_acrescimo = 1.05 WHERE cont_coo = 77 and seq_item = 2",
+     "P|10.5|1.05|13|d|14|15", "Cupom_GetItemValorAcr(1)"},
+    {"a non-fiscal discount by value resets the percentage", COMPROVANTE_NAO_FISCAL, DESCONTO,
+     VALOR,
+     "UPDATE item_cupom_nf SET tipo_desconto = 'V', perc_desconto = 0, valor_desconto = 2.10 WHERE cont_coo = 77 and seq_item = 2",
+     "a|11|12|13|V|0|2.1", "Cupom_GetItemValorDesc(1)"},
+    {"a non-fiscal discount by percentage", COMPROVANTE_NAO_FISCAL, DESCONTO, PERCENTUAL,
+     "UPDATE item_cupom_nf SET tipo_desconto = 'P', perc_desconto = 10.50, valor_desconto = 2.10 WHERE cont_coo = 77 and seq_item = 2",
+     "a|11|12|13|P|10.5|2.1", "Cupom_GetItemValorDesc(1)"},
+};
+
+TEST_F(DescAcresItem, EachAdjustmentWritesItsColumnsThenTheTotal)
 {
-    Set(CUPOM_FISCAL, ACRESCIMO, VALOR);
-
-    EXPECT_EQ(command.DBLogger(db), 1);
-
-    EXPECT_THAT(
-        Statements(),
-        ElementsAre(
-            "UPDATE item_cupom_fiscal SET tipo_acrescimo = 'V', valor_acrescimo = 1.05 WHERE cont_coo = 77 and seq_item = 2",
-            "UPDATE item_cupom_fiscal SET valor_total = 1234.56 WHERE cont_coo = 77 and seq_item = 2"));
-    EXPECT_THAT(Item("item_cupom_fiscal", 2), ElementsAre("V|11|1.05|13|d|14|15|1234.56"));
-    ExpectOtherRowsUntouched("item_cupom_fiscal");
-    EXPECT_THAT(LogEntries(), IsEmpty());
-}
-
-TEST_F(DescAcresItem, FiscalSurchargeByPercentage)
-{
-    Set(CUPOM_FISCAL, ACRESCIMO, PERCENTUAL);
-
-    EXPECT_EQ(command.DBLogger(db), 1);
-
-    EXPECT_THAT(
-        Statements(),
-        ElementsAre(
-            "UPDATE item_cupom_fiscal SET tipo_acrescimo = 'P', perc_acrescimo = 10.50, valor_acrescimo = 1.05 WHERE cont_coo = 77 and seq_item = 2",
-            "UPDATE item_cupom_fiscal SET valor_total = 1234.56 WHERE cont_coo = 77 and seq_item = 2"));
-    EXPECT_THAT(Item("item_cupom_fiscal", 2), ElementsAre("P|10.5|1.05|13|d|14|15|1234.56"));
-    ExpectOtherRowsUntouched("item_cupom_fiscal");
-}
-
-TEST_F(DescAcresItem, FiscalDiscountByValueResetsThePercentage)
-{
-    Set(CUPOM_FISCAL, DESCONTO, VALOR);
-
-    EXPECT_EQ(command.DBLogger(db), 1);
-
-    EXPECT_THAT(
-        Statements(),
-        ElementsAre(
-            "UPDATE item_cupom_fiscal SET tipo_desconto = 'V', perc_desconto = 0, valor_desconto = 2.10 WHERE cont_coo = 77 and seq_item = 2",
-            "UPDATE item_cupom_fiscal SET valor_total = 1234.56 WHERE cont_coo = 77 and seq_item = 2"));
-    EXPECT_THAT(Item("item_cupom_fiscal", 2), ElementsAre("a|11|12|13|V|0|2.1|1234.56"));
-    ExpectOtherRowsUntouched("item_cupom_fiscal");
-}
-
-TEST_F(DescAcresItem, FiscalDiscountByPercentage)
-{
-    Set(CUPOM_FISCAL, DESCONTO, PERCENTUAL);
-
-    EXPECT_EQ(command.DBLogger(db), 1);
-
-    EXPECT_THAT(
-        Statements(),
-        ElementsAre(
-            "UPDATE item_cupom_fiscal SET tipo_desconto = 'P', perc_desconto = 10.50, valor_desconto = 2.10 WHERE cont_coo = 77 and seq_item = 2",
-            "UPDATE item_cupom_fiscal SET valor_total = 1234.56 WHERE cont_coo = 77 and seq_item = 2"));
-    EXPECT_THAT(Item("item_cupom_fiscal", 2), ElementsAre("a|11|12|13|P|10.5|2.1|1234.56"));
-    ExpectOtherRowsUntouched("item_cupom_fiscal");
-}
-
-TEST_F(DescAcresItem, NonFiscalSurchargeByValueResetsThePercentage)
-{
-    Set(COMPROVANTE_NAO_FISCAL, ACRESCIMO, VALOR);
-
-    EXPECT_EQ(command.DBLogger(db), 1);
-
-    EXPECT_THAT(
-        Statements(),
-        ElementsAre(
-            "UPDATE item_cupom_nf SET tipo_acrescimo = 'V', perc_acrescimo = 0, valor_acrescimo = 1.05 WHERE cont_coo = 77 and seq_item = 2",
-            "UPDATE item_cupom_nf SET valor_total_liquido = 1234.56 WHERE cont_coo = 77 and seq_item = 2"));
-    EXPECT_THAT(Item("item_cupom_nf", 2), ElementsAre("V|0|1.05|13|d|14|15|1"));
-    EXPECT_THAT(Rows("SELECT valor_total_liquido FROM item_cupom_nf ORDER BY rowid"),
-                ElementsAre("NULL", "1234.56", "NULL"));
-    ExpectOtherRowsUntouched("item_cupom_nf");
-}
-
-TEST_F(DescAcresItem, NonFiscalSurchargeByPercentage)
-{
-    Set(COMPROVANTE_NAO_FISCAL, ACRESCIMO, PERCENTUAL);
-
-    EXPECT_EQ(command.DBLogger(db), 1);
-
-    EXPECT_THAT(
-        Statements(),
-        ElementsAre(
-            "UPDATE item_cupom_nf SET tipo_acrescimo = 'P', perc_acrescimo = 10.50, valor_acrescimo = 1.05 WHERE cont_coo = 77 and seq_item = 2",
-            "UPDATE item_cupom_nf SET valor_total_liquido = 1234.56 WHERE cont_coo = 77 and seq_item = 2"));
-    EXPECT_THAT(Item("item_cupom_nf", 2), ElementsAre("P|10.5|1.05|13|d|14|15|1"));
-    ExpectOtherRowsUntouched("item_cupom_nf");
-}
-
-TEST_F(DescAcresItem, NonFiscalDiscountByValueResetsThePercentage)
-{
-    Set(COMPROVANTE_NAO_FISCAL, DESCONTO, VALOR);
-
-    EXPECT_EQ(command.DBLogger(db), 1);
-
-    EXPECT_THAT(
-        Statements(),
-        ElementsAre(
-            "UPDATE item_cupom_nf SET tipo_desconto = 'V', perc_desconto = 0, valor_desconto = 2.10 WHERE cont_coo = 77 and seq_item = 2",
-            "UPDATE item_cupom_nf SET valor_total_liquido = 1234.56 WHERE cont_coo = 77 and seq_item = 2"));
-    EXPECT_THAT(Item("item_cupom_nf", 2), ElementsAre("a|11|12|13|V|0|2.1|1"));
-    ExpectOtherRowsUntouched("item_cupom_nf");
-}
-
-TEST_F(DescAcresItem, NonFiscalDiscountByPercentage)
-{
-    Set(COMPROVANTE_NAO_FISCAL, DESCONTO, PERCENTUAL);
-
-    EXPECT_EQ(command.DBLogger(db), 1);
-
-    EXPECT_THAT(
-        Statements(),
-        ElementsAre(
-            "UPDATE item_cupom_nf SET tipo_desconto = 'P', perc_desconto = 10.50, valor_desconto = 2.10 WHERE cont_coo = 77 and seq_item = 2",
-            "UPDATE item_cupom_nf SET valor_total_liquido = 1234.56 WHERE cont_coo = 77 and seq_item = 2"));
-    EXPECT_THAT(Item("item_cupom_nf", 2), ElementsAre("a|11|12|13|P|10.5|2.1|1"));
-    ExpectOtherRowsUntouched("item_cupom_nf");
+    for (const ItemCase& one : APPLIED) {
+        Set(one.receiptType, one.operation, one.kind);
+        ExpectCase(command, one);
+        EXPECT_THAT(MoneyRequests(), ElementsAre("500,0,0,0", "500,0,0,0")) << one.what;
+    }
 }
 
 TEST_F(DescAcresItem, AnyKindThatIsNotByValueCountsAsPercentage)
 {
-    struct {
-        int receiptType;
-        int operation;
-        const char* statement;
-    } const cases[] = {
-        {1, 1,
-         "UPDATE item_cupom_fiscal SET tipo_acrescimo = 'P', perc_acrescimo = 10.50, valor_acrescimo = 1.05 WHERE cont_coo = 77 and seq_item = 2"},
-        {1, 0,
-         "UPDATE item_cupom_fiscal SET tipo_desconto = 'P', perc_desconto = 10.50, valor_desconto = 2.10 WHERE cont_coo = 77 and seq_item = 2"},
-        {0, 1,
-         "UPDATE item_cupom_nf SET tipo_acrescimo = 'P', perc_acrescimo = 10.50, valor_acrescimo = 1.05 WHERE cont_coo = 77 and seq_item = 2"},
-        {0, 0,
-         "UPDATE item_cupom_nf SET tipo_desconto = 'P', perc_desconto = 10.50, valor_desconto = 2.10 WHERE cont_coo = 77 and seq_item = 2"},
-    };
-    for (const int kind : {2, -1}) {
-        for (const auto& one : cases) {
-            Forget();
-            Set(one.receiptType, one.operation, kind);
-            command.DBLogger(db);
-            EXPECT_EQ(Statements()[0], one.statement) << kind;
+    for (const ItemCase& one : APPLIED) {
+        for (const int kind : {2, -1}) {
+            if (one.kind == PERCENTUAL) {
+                Set(one.receiptType, one.operation, kind);
+                ExpectCase(command, one);
+            }
         }
     }
 }
@@ -271,26 +223,6 @@ TEST_F(DescAcresItem, ReceiptOfAnotherTypeIsLeftAndAnswered0)
             EXPECT_THAT(fiscal.calls, ElementsAre("Cupom_GetTipoCupom()", "Cupom_GetTipoCupom()"));
         }
     }
-}
-
-TEST_F(DescAcresItem, FiscalTypeIsAskedOnceForEachStatement)
-{
-    Set(CUPOM_FISCAL, ACRESCIMO, PERCENTUAL);
-    command.DBLogger(db);
-    EXPECT_THAT(fiscal.calls, ElementsAre("Cupom_GetTipoCupom()", "Cupom_GetItemValorAcr(1)",
-                                          "Contador_Get(COUNTER_COO)", "Cupom_GetItemValorTotal(1)",
-                                          "Cupom_GetTipoCupom()", "Contador_Get(COUNTER_COO)"));
-    EXPECT_THAT(MoneyRequests(), ElementsAre("500,0,0,0", "500,0,0,0"));
-}
-
-TEST_F(DescAcresItem, NonFiscalTypeIsAskedTwiceForTheAdjustmentAndOnceForTheTotal)
-{
-    Set(COMPROVANTE_NAO_FISCAL, DESCONTO, VALOR);
-    command.DBLogger(db);
-    EXPECT_THAT(fiscal.calls, ElementsAre("Cupom_GetTipoCupom()", "Cupom_GetTipoCupom()",
-                                          "Cupom_GetItemValorDesc(1)", "Contador_Get(COUNTER_COO)",
-                                          "Cupom_GetItemValorTotal(1)", "Cupom_GetTipoCupom()",
-                                          "Contador_Get(COUNTER_COO)"));
 }
 
 TEST_F(DescAcresItem, Item0IsTheLastItem)
@@ -479,72 +411,27 @@ class CancelamentoDescAcresItem : public ItemAdjustment
     }
 };
 
-TEST_F(CancelamentoDescAcresItem, FiscalSurchargeMovesIntoTheCancelledOneWithinTheRow)
+TEST_F(CancelamentoDescAcresItem, EachCancellationWritesItsColumnsThenTheTotal)
 {
-    Set(CUPOM_FISCAL, ACRESCIMO);
-
-    EXPECT_EQ(command.DBLogger(db), 1);
-
-    EXPECT_THAT(
-        Statements(),
-        ElementsAre(
-            "UPDATE item_cupom_fiscal SET valor_canc_acrescimo = valor_acrescimo, valor_acrescimo = 0 WHERE cont_coo = 77 and seq_item = 2",
-            "UPDATE item_cupom_fiscal SET valor_total = 1234.56 WHERE cont_coo = 77 and seq_item = 2"));
-    EXPECT_THAT(Item("item_cupom_fiscal", 2), ElementsAre("a|11|0|12|d|14|15|1234.56"));
-    ExpectOtherRowsUntouched("item_cupom_fiscal");
-    EXPECT_THAT(fiscal.calls, ElementsAre("Cupom_GetTipoCupom()", "Contador_Get(COUNTER_COO)",
-                                          "Cupom_GetItemValorTotal(1)", "Cupom_GetTipoCupom()",
-                                          "Contador_Get(COUNTER_COO)"));
-    EXPECT_THAT(LogEntries(), IsEmpty());
-}
-
-TEST_F(CancelamentoDescAcresItem, NonFiscalSurchargeMovesIntoTheCancelledOneWithinTheRow)
-{
-    Set(COMPROVANTE_NAO_FISCAL, ACRESCIMO);
-
-    EXPECT_EQ(command.DBLogger(db), 1);
-
-    EXPECT_THAT(
-        Statements(),
-        ElementsAre(
-            "UPDATE item_cupom_nf SET valor_canc_acrescimo = valor_acrescimo, valor_acrescimo = 0 WHERE cont_coo = 77 and seq_item = 2",
-            "UPDATE item_cupom_nf SET valor_total_liquido = 1234.56 WHERE cont_coo = 77 and seq_item = 2"));
-    EXPECT_THAT(Item("item_cupom_nf", 2), ElementsAre("a|11|0|12|d|14|15|1"));
-    ExpectOtherRowsUntouched("item_cupom_nf");
-}
-
-TEST_F(CancelamentoDescAcresItem, FiscalDiscountIsTheOneTheItemHasAfterwards)
-{
-    Set(CUPOM_FISCAL, DESCONTO);
-
-    EXPECT_EQ(command.DBLogger(db), 1);
-
-    EXPECT_THAT(
-        Statements(),
-        ElementsAre(
-            "UPDATE item_cupom_fiscal SET valor_desconto = 2.10 WHERE cont_coo = 77 and seq_item = 2",
-            "UPDATE item_cupom_fiscal SET valor_total = 1234.56 WHERE cont_coo = 77 and seq_item = 2"));
-    EXPECT_THAT(Item("item_cupom_fiscal", 2), ElementsAre("a|11|12|13|d|14|2.1|1234.56"));
-    ExpectOtherRowsUntouched("item_cupom_fiscal");
-}
-
-TEST_F(CancelamentoDescAcresItem, NonFiscalDiscountIsTheOneTheItemHasAfterwards)
-{
-    Set(COMPROVANTE_NAO_FISCAL, DESCONTO);
-
-    EXPECT_EQ(command.DBLogger(db), 1);
-
-    EXPECT_THAT(
-        Statements(),
-        ElementsAre(
-            "UPDATE item_cupom_nf SET valor_desconto = 2.10 WHERE cont_coo = 77 and seq_item = 2",
-            "UPDATE item_cupom_nf SET valor_total_liquido = 1234.56 WHERE cont_coo = 77 and seq_item = 2"));
-    EXPECT_THAT(Item("item_cupom_nf", 2), ElementsAre("a|11|12|13|d|14|2.1|1"));
-    ExpectOtherRowsUntouched("item_cupom_nf");
-    EXPECT_THAT(fiscal.calls, ElementsAre("Cupom_GetTipoCupom()", "Cupom_GetTipoCupom()",
-                                          "Cupom_GetItemValorDesc(1)", "Contador_Get(COUNTER_COO)",
-                                          "Cupom_GetItemValorTotal(1)", "Cupom_GetTipoCupom()",
-                                          "Contador_Get(COUNTER_COO)"));
+    const ItemCase cases[] = {
+        {"a fiscal surcharge moves into the cancelled one within the row", CUPOM_FISCAL, ACRESCIMO,
+         VALOR,
+         "UPDATE item_cupom_fiscal SET valor_canc_acrescimo = valor_acrescimo, valor_acrescimo = 0 WHERE cont_coo = 77 and seq_item = 2",
+         "a|11|0|12|d|14|15", nullptr},
+        {"so does a non-fiscal one", COMPROVANTE_NAO_FISCAL, ACRESCIMO, VALOR,
+         "UPDATE item_cupom_nf SET valor_canc_acrescimo = valor_acrescimo, valor_acrescimo = 0 WHERE cont_coo = 77 and seq_item = 2",
+         "a|11|0|12|d|14|15", nullptr},
+        {"a fiscal discount is the one that the item has afterwards", CUPOM_FISCAL, DESCONTO, VALOR,
+         "UPDATE item_cupom_fiscal SET valor_desconto = 2.10 WHERE cont_coo = 77 and seq_item = 2",
+         "a|11|12|13|d|14|2.1", "Cupom_GetItemValorDesc(1)"},
+        {"so is a non-fiscal one", COMPROVANTE_NAO_FISCAL, DESCONTO, VALOR,
+         "UPDATE item_cupom_nf SET valor_desconto = 2.10 WHERE cont_coo = 77 and seq_item = 2",
+         "a|11|12|13|d|14|2.1", "Cupom_GetItemValorDesc(1)"},
+    };
+    for (const ItemCase& one : cases) {
+        Set(one.receiptType, one.operation);
+        ExpectCase(command, one);
+    }
 }
 
 TEST_F(CancelamentoDescAcresItem, OtherOperationsAreRejectedAndTheTotalIsRewritten)

@@ -8,6 +8,17 @@ namespace
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
+// What an adjustment of the subtotal leaves: its statement and, of the receipt's row, surcharge's
+// kind, percentage, value and cancelled value, then discount's kind, percentage and value.
+struct SubtotalCase {
+    const char* what;
+    FD_TIPO_CUPOM receiptType;
+    EOperacao operation;
+    ETipoValor kind;
+    const char* statement;
+    const char* row;
+};
+
 // The receipt of number 90 with an adjusted subtotal, in the tables of either type.
 class SubtotalAdjustment : public LoggerTest
 {
@@ -17,8 +28,14 @@ class SubtotalAdjustment : public LoggerTest
         fiscal.SetCounter(COUNTER_COO, 90);
         fiscal.money["Cupom_GetSTValorDescAcr()"] = Money("1234.56");
         fiscal.money["Cupom_GetSTValorCanceladoDescAcr()"] = Money("1000.06");
-        for (const char* table : {"cupom_fiscal", "cupom_nf"}) {
-            Execute(std::string("INSERT INTO ") + table +
+        FillTables();
+    }
+
+    void FillTables()
+    {
+        for (const std::string table : {"cupom_fiscal", "cupom_nf"}) {
+            Execute("DELETE FROM " + table);
+            Execute("INSERT INTO " + table +
                     " (cont_coo, tipo_acrescimo, perc_acrescimo, valor_acrescimo,"
                     " valor_canc_acrescimo, tipo_desconto, perc_desconto, valor_desconto) VALUES"
                     " (90,'a',11,12,13,'d',14,15), (91,'a',11,12,13,'d',14,15)");
@@ -27,8 +44,7 @@ class SubtotalAdjustment : public LoggerTest
 
     void SetReceiptType(int type) { fiscal.numbers["Cupom_GetTipoCupom()"] = type; }
 
-    // The adjustments of receipt 90: surcharge's kind, percentage, value and cancelled value, then
-    // discount's kind, percentage and value.
+    // The adjustments of receipt 90, as a case names them.
     std::vector<std::string> Receipt(const std::string& table)
     {
         return Rows("SELECT tipo_acrescimo, perc_acrescimo, valor_acrescimo, valor_canc_acrescimo,"
@@ -47,6 +63,31 @@ class SubtotalAdjustment : public LoggerTest
                              (name == table ? " AND cont_coo <> 90" : "")),
                         ElementsAre(name == table ? "1" : "2"));
         }
+    }
+
+    // Logs a command whose case is set, and holds statement, rows and questions to the case.
+    // `amounts` are the questions between the type and the number.
+    void ExpectCase(Command& command, const SubtotalCase& expected,
+                    const std::vector<std::string>& amounts)
+    {
+        SCOPED_TRACE(expected.what);
+        const bool isFiscal = expected.receiptType == CUPOM_FISCAL;
+        FillTables();
+        Forget();
+
+        EXPECT_EQ(command.DBLogger(db), TRUE);
+
+        EXPECT_EQ(Statement(), expected.statement);
+        EXPECT_THAT(LogEntries(), IsEmpty());
+        const std::string table = isFiscal ? "cupom_fiscal" : "cupom_nf";
+        EXPECT_THAT(Receipt(table), ElementsAre(expected.row));
+        ExpectOtherRowsUntouched(table);
+
+        std::vector<std::string> questions(isFiscal ? 1 : 2, "Cupom_GetTipoCupom()");
+        questions.insert(questions.end(), amounts.begin(), amounts.end());
+        questions.push_back("Contador_Get(COUNTER_COO)");
+        EXPECT_EQ(fiscal.calls, questions);
+        EXPECT_THAT(MoneyRequests(), ElementsAre("500,0,0,0"));
     }
 };
 
@@ -72,44 +113,57 @@ class DescAcresSubtotal : public SubtotalAdjustment
     }
 };
 
-TEST_F(DescAcresSubtotal, FiscalSurchargeByValueResetsThePercentage)
+const SubtotalCase APPLIED[] = {
+    {"a fiscal surcharge by value resets the percentage", CUPOM_FISCAL, ACRESCIMO, VALOR,
+     "UPDATE cupom_fiscal SET tipo_acrescimo = 'V', perc_acrescimo = 0, valor_acrescimo = 1234.56 WHERE cont_coo = 90",
+     "V|0|1234.56|13|d|14|15"},
+    {"a fiscal surcharge by percentage says its kind", CUPOM_FISCAL, ACRESCIMO, PERCENTUAL,
+     "UPDATE cupom_fiscal SET tipo_acrescimo = 'P', perc_acrescimo = 5.00, valor_acrescimo = 1234.56 WHERE cont_coo = 90",
+     "P|5|1234.56|13|d|14|15"},
+    {"a fiscal discount by value resets the percentage", CUPOM_FISCAL, DESCONTO, VALOR,
+     "UPDATE cupom_fiscal SET tipo_desconto = 'V', perc_desconto = 0, valor_desconto = 1234.56 WHERE cont_coo = 90",
+     "a|11|12|13|V|0|1234.56"},
+    {"a fiscal discount by percentage leaves its kind", CUPOM_FISCAL, DESCONTO, PERCENTUAL,
+     "UPDATE cupom_fiscal SET perc_desconto = 5.00, valor_desconto = 1234.56 WHERE cont_coo = 90",
+     "a|11|12|13|d|5|1234.56"},
+    {"a non-fiscal surcharge by value leaves the percentage", COMPROVANTE_NAO_FISCAL, ACRESCIMO,
+     VALOR,
+     "UPDATE cupom_nf SET tipo_acrescimo = 'V', valor_acrescimo = 1234.56 WHERE cont_coo = 90",
+     "V|11|1234.56|13|d|14|15"},
+    {"a non-fiscal surcharge by percentage leaves its kind", COMPROVANTE_NAO_FISCAL, ACRESCIMO,
+     PERCENTUAL,
+     "UPDATE cupom_nf SET perc_acrescimo = 5.00, valor_acrescimo = 1234.56 WHERE cont_coo = 90",
+     "a|5|1234.56|13|d|14|15"},
+    {"a non-fiscal discount by value leaves the percentage", COMPROVANTE_NAO_FISCAL, DESCONTO,
+     VALOR, "UPDATE cupom_nf SET tipo_desconto = 'V', valor_desconto = 1234.56 WHERE cont_coo = 90",
+     "a|11|12|13|V|14|1234.56"},
+    {"a non-fiscal discount by percentage leaves its kind", COMPROVANTE_NAO_FISCAL, DESCONTO,
+     PERCENTUAL,
+     "UPDATE cupom_nf SET perc_desconto = 5.00, valor_desconto = 1234.56 WHERE cont_coo = 90",
+     "a|11|12|13|d|5|1234.56"},
+};
+
+TEST_F(DescAcresSubtotal, EachAdjustmentWritesItsColumns)
 {
-    EXPECT_EQ(
-        Adjust(CUPOM_FISCAL, ACRESCIMO, VALOR),
-        "UPDATE cupom_fiscal SET tipo_acrescimo = 'V', perc_acrescimo = 0, valor_acrescimo = 1234.56 WHERE cont_coo = 90");
-    EXPECT_THAT(Receipt("cupom_fiscal"), ElementsAre("V|0|1234.56|13|d|14|15"));
-    ExpectOtherRowsUntouched("cupom_fiscal");
-    EXPECT_THAT(LogEntries(), IsEmpty());
+    for (const SubtotalCase& one : APPLIED) {
+        Set(one.receiptType, one.operation, one.kind);
+        ExpectCase(command, one, {"Cupom_GetSTValorDescAcr()"});
+    }
 }
 
-TEST_F(DescAcresSubtotal, FiscalSurchargeByPercentageSaysItsKind)
+TEST_F(DescAcresSubtotal, AnyKindThatIsNotByValueCountsAsPercentage)
 {
-    EXPECT_EQ(
-        Adjust(CUPOM_FISCAL, ACRESCIMO, PERCENTUAL),
-        "UPDATE cupom_fiscal SET tipo_acrescimo = 'P', perc_acrescimo = 5.00, valor_acrescimo = 1234.56 WHERE cont_coo = 90");
-    EXPECT_THAT(Receipt("cupom_fiscal"), ElementsAre("P|5|1234.56|13|d|14|15"));
-    ExpectOtherRowsUntouched("cupom_fiscal");
+    for (const SubtotalCase& one : APPLIED) {
+        for (const int kind : {2, -1}) {
+            if (one.kind == PERCENTUAL) {
+                Set(one.receiptType, one.operation, kind);
+                ExpectCase(command, one, {"Cupom_GetSTValorDescAcr()"});
+            }
+        }
+    }
 }
 
-TEST_F(DescAcresSubtotal, FiscalDiscountByValueResetsThePercentage)
-{
-    EXPECT_EQ(
-        Adjust(CUPOM_FISCAL, DESCONTO, VALOR),
-        "UPDATE cupom_fiscal SET tipo_desconto = 'V', perc_desconto = 0, valor_desconto = 1234.56 WHERE cont_coo = 90");
-    EXPECT_THAT(Receipt("cupom_fiscal"), ElementsAre("a|11|12|13|V|0|1234.56"));
-    ExpectOtherRowsUntouched("cupom_fiscal");
-}
-
-TEST_F(DescAcresSubtotal, FiscalDiscountByPercentageLeavesItsKind)
-{
-    EXPECT_EQ(
-        Adjust(CUPOM_FISCAL, DESCONTO, PERCENTUAL),
-        "UPDATE cupom_fiscal SET perc_desconto = 5.00, valor_desconto = 1234.56 WHERE cont_coo = 90");
-    EXPECT_THAT(Receipt("cupom_fiscal"), ElementsAre("a|11|12|13|d|5|1234.56"));
-    ExpectOtherRowsUntouched("cupom_fiscal");
-}
-
-TEST_F(DescAcresSubtotal, NonFiscalSurchargeByValueLeavesThePercentage)
+TEST_F(DescAcresSubtotal, ReceiptIsTheOneOfTheCounter)
 {
     fiscal.SetCounter(COUNTER_COO, 91);
     fiscal.money["Cupom_GetSTValorDescAcr()"] = Money("2.00");
@@ -121,51 +175,6 @@ TEST_F(DescAcresSubtotal, NonFiscalSurchargeByValueLeavesThePercentage)
                      " WHERE cont_coo = 91"),
                 ElementsAre("V|11|2"));
     EXPECT_THAT(Receipt("cupom_fiscal"), ElementsAre("a|11|12|13|d|14|15"));
-}
-
-TEST_F(DescAcresSubtotal, NonFiscalSurchargeByPercentageLeavesItsKind)
-{
-    EXPECT_EQ(
-        Adjust(COMPROVANTE_NAO_FISCAL, ACRESCIMO, PERCENTUAL),
-        "UPDATE cupom_nf SET perc_acrescimo = 5.00, valor_acrescimo = 1234.56 WHERE cont_coo = 90");
-    EXPECT_THAT(Receipt("cupom_nf"), ElementsAre("a|5|1234.56|13|d|14|15"));
-    ExpectOtherRowsUntouched("cupom_nf");
-}
-
-TEST_F(DescAcresSubtotal, NonFiscalDiscountByValueLeavesThePercentage)
-{
-    EXPECT_EQ(
-        Adjust(COMPROVANTE_NAO_FISCAL, DESCONTO, VALOR),
-        "UPDATE cupom_nf SET tipo_desconto = 'V', valor_desconto = 1234.56 WHERE cont_coo = 90");
-    EXPECT_THAT(Receipt("cupom_nf"), ElementsAre("a|11|12|13|V|14|1234.56"));
-    ExpectOtherRowsUntouched("cupom_nf");
-}
-
-TEST_F(DescAcresSubtotal, NonFiscalDiscountByPercentageLeavesItsKind)
-{
-    EXPECT_EQ(
-        Adjust(COMPROVANTE_NAO_FISCAL, DESCONTO, PERCENTUAL),
-        "UPDATE cupom_nf SET perc_desconto = 5.00, valor_desconto = 1234.56 WHERE cont_coo = 90");
-    EXPECT_THAT(Receipt("cupom_nf"), ElementsAre("a|11|12|13|d|5|1234.56"));
-    ExpectOtherRowsUntouched("cupom_nf");
-}
-
-TEST_F(DescAcresSubtotal, AnyKindThatIsNotByValueCountsAsPercentage)
-{
-    for (const int kind : {2, -1}) {
-        EXPECT_EQ(
-            Adjust(1, ACRESCIMO, kind),
-            "UPDATE cupom_fiscal SET tipo_acrescimo = 'P', perc_acrescimo = 5.00, valor_acrescimo = 1234.56 WHERE cont_coo = 90");
-        EXPECT_EQ(
-            Adjust(1, DESCONTO, kind),
-            "UPDATE cupom_fiscal SET perc_desconto = 5.00, valor_desconto = 1234.56 WHERE cont_coo = 90");
-        EXPECT_EQ(
-            Adjust(0, ACRESCIMO, kind),
-            "UPDATE cupom_nf SET perc_acrescimo = 5.00, valor_acrescimo = 1234.56 WHERE cont_coo = 90");
-        EXPECT_EQ(
-            Adjust(0, DESCONTO, kind),
-            "UPDATE cupom_nf SET perc_desconto = 5.00, valor_desconto = 1234.56 WHERE cont_coo = 90");
-    }
 }
 
 TEST_F(DescAcresSubtotal, OtherOperationsAreRejected)
@@ -197,19 +206,6 @@ TEST_F(DescAcresSubtotal, ReceiptOfAnotherTypeIsLeftAndAnswered0)
         EXPECT_THAT(LogEntries(), IsEmpty());
         EXPECT_THAT(fiscal.calls, ElementsAre("Cupom_GetTipoCupom()", "Cupom_GetTipoCupom()"));
     }
-}
-
-TEST_F(DescAcresSubtotal, TypeIsAskedOnceOrTwice)
-{
-    Adjust(CUPOM_FISCAL, ACRESCIMO, PERCENTUAL);
-    EXPECT_THAT(fiscal.calls, ElementsAre("Cupom_GetTipoCupom()", "Cupom_GetSTValorDescAcr()",
-                                          "Contador_Get(COUNTER_COO)"));
-    EXPECT_THAT(MoneyRequests(), ElementsAre("500,0,0,0"));
-
-    Adjust(COMPROVANTE_NAO_FISCAL, DESCONTO, VALOR);
-    EXPECT_THAT(fiscal.calls,
-                ElementsAre("Cupom_GetTipoCupom()", "Cupom_GetTipoCupom()",
-                            "Cupom_GetSTValorDescAcr()", "Contador_Get(COUNTER_COO)"));
 }
 
 TEST_F(DescAcresSubtotal, PercentageIsTheLowestWordOfTheValueUnsigned)
@@ -275,23 +271,28 @@ class CancelamentoDescAcresSubtotal : public SubtotalAdjustment
     }
 };
 
-TEST_F(CancelamentoDescAcresSubtotal, FiscalSurchargeMovesIntoTheCancelledOneWithinTheRow)
+TEST_F(CancelamentoDescAcresSubtotal, EachCancellationWritesItsColumns)
 {
-    EXPECT_EQ(
-        Cancel(CUPOM_FISCAL, ACRESCIMO),
-        "UPDATE cupom_fiscal SET valor_canc_acrescimo = valor_acrescimo, valor_acrescimo = 234.50 WHERE cont_coo = 90");
-    EXPECT_THAT(Receipt("cupom_fiscal"), ElementsAre("a|11|234.5|12|d|14|15"));
-    ExpectOtherRowsUntouched("cupom_fiscal");
-    EXPECT_THAT(LogEntries(), IsEmpty());
-}
-
-TEST_F(CancelamentoDescAcresSubtotal, NonFiscalSurchargeMovesIntoTheCancelledOneWithinTheRow)
-{
-    EXPECT_EQ(
-        Cancel(COMPROVANTE_NAO_FISCAL, ACRESCIMO),
-        "UPDATE cupom_nf SET valor_canc_acrescimo = valor_acrescimo, valor_acrescimo = 234.50 WHERE cont_coo = 90");
-    EXPECT_THAT(Receipt("cupom_nf"), ElementsAre("a|11|234.5|12|d|14|15"));
-    ExpectOtherRowsUntouched("cupom_nf");
+    const SubtotalCase cases[] = {
+        {"a fiscal surcharge moves into the cancelled one within the row", CUPOM_FISCAL, ACRESCIMO,
+         VALOR,
+         "UPDATE cupom_fiscal SET valor_canc_acrescimo = valor_acrescimo, valor_acrescimo = 234.50 WHERE cont_coo = 90",
+         "a|11|234.5|12|d|14|15"},
+        {"so does a non-fiscal one", COMPROVANTE_NAO_FISCAL, ACRESCIMO, VALOR,
+         "UPDATE cupom_nf SET valor_canc_acrescimo = valor_acrescimo, valor_acrescimo = 234.50 WHERE cont_coo = 90",
+         "a|11|234.5|12|d|14|15"},
+        {"a fiscal discount is what is left of it", CUPOM_FISCAL, DESCONTO, VALOR,
+         "UPDATE cupom_fiscal SET valor_desconto = 234.50 WHERE cont_coo = 90",
+         "a|11|12|13|d|14|234.5"},
+        {"so is a non-fiscal one", COMPROVANTE_NAO_FISCAL, DESCONTO, VALOR,
+         "UPDATE cupom_nf SET valor_desconto = 234.50 WHERE cont_coo = 90",
+         "a|11|12|13|d|14|234.5"},
+    };
+    for (const SubtotalCase& one : cases) {
+        Set(one.receiptType, one.operation);
+        ExpectCase(command, one,
+                   {"Cupom_GetSTValorDescAcr()", "Cupom_GetSTValorCanceladoDescAcr()"});
+    }
 }
 
 TEST_F(CancelamentoDescAcresSubtotal, SurchargeCancelledWholeLeavesZero)
@@ -303,22 +304,6 @@ TEST_F(CancelamentoDescAcresSubtotal, SurchargeCancelledWholeLeavesZero)
         Cancel(CUPOM_FISCAL, ACRESCIMO),
         "UPDATE cupom_fiscal SET valor_canc_acrescimo = valor_acrescimo, valor_acrescimo = 0.00 WHERE cont_coo = 90");
     EXPECT_THAT(Receipt("cupom_fiscal"), ElementsAre("a|11|0|12|d|14|15"));
-}
-
-TEST_F(CancelamentoDescAcresSubtotal, FiscalDiscountIsWhatIsLeftOfIt)
-{
-    EXPECT_EQ(Cancel(CUPOM_FISCAL, DESCONTO),
-              "UPDATE cupom_fiscal SET valor_desconto = 234.50 WHERE cont_coo = 90");
-    EXPECT_THAT(Receipt("cupom_fiscal"), ElementsAre("a|11|12|13|d|14|234.5"));
-    ExpectOtherRowsUntouched("cupom_fiscal");
-}
-
-TEST_F(CancelamentoDescAcresSubtotal, NonFiscalDiscountIsWhatIsLeftOfIt)
-{
-    EXPECT_EQ(Cancel(COMPROVANTE_NAO_FISCAL, DESCONTO),
-              "UPDATE cupom_nf SET valor_desconto = 234.50 WHERE cont_coo = 90");
-    EXPECT_THAT(Receipt("cupom_nf"), ElementsAre("a|11|12|13|d|14|234.5"));
-    ExpectOtherRowsUntouched("cupom_nf");
 }
 
 TEST_F(CancelamentoDescAcresSubtotal, MoreCancelledThanAppliedIsNegative)
@@ -343,14 +328,6 @@ TEST_F(CancelamentoDescAcresSubtotal, ValuesAreAskedBeforeTheOperationIsLookedAt
                     ElementsAre("Cupom_GetTipoCupom()", "Cupom_GetTipoCupom()",
                                 "Cupom_GetSTValorDescAcr()", "Cupom_GetSTValorCanceladoDescAcr()",
                                 "Contador_Get(COUNTER_COO)"));
-    }
-}
-
-TEST_F(CancelamentoDescAcresSubtotal, MoneyIsAskedForAsEverywhere)
-{
-    for (const int operation : {0, 1}) {
-        Cancel(CUPOM_FISCAL, operation);
-        EXPECT_THAT(MoneyRequests(), ElementsAre("500,0,0,0"));
     }
 }
 
