@@ -222,7 +222,7 @@ bool IsBlank(std::string_view text)
 
 std::string FormatCpfCnpj(std::string_view text)
 {
-    const std::string t(text);
+    std::string t(text);
     if (HasPattern(t, "99999999999")) {
         return t.substr(0, 3) + '.' + t.substr(3, 3) + '.' + t.substr(6, 3) + '-' + t.substr(9);
     }
@@ -235,7 +235,7 @@ std::string FormatCpfCnpj(std::string_view text)
 
 std::string FormatDateTime(std::string_view text)
 {
-    const std::string t(text);
+    std::string t(text);
     if (HasPattern(t, "9999-99-99") || HasPattern(t, "9999-99-99 99:99:99")) {
         return t.substr(8, 2) + '/' + t.substr(5, 2) + '/' + t.substr(0, 4) + t.substr(10);
     }

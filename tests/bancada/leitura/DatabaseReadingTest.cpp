@@ -8,9 +8,7 @@
 #include <csignal>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <gmock/gmock.h>
-#include <map>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -29,17 +27,6 @@ constexpr uid_t ORDINARY_USER = 65534;
 class Opening : public leitura_test::Sample
 {
   protected:
-    // Every file of the folder with its bytes.
-    std::map<std::string, std::string> Files() const
-    {
-        std::map<std::string, std::string> files;
-        for (const auto& entry : std::filesystem::directory_iterator(Folder().File("."))) {
-            const std::string name = entry.path().filename().string();
-            files[name] = Folder().Read(name);
-        }
-        return files;
-    }
-
     // Runs a register in a process of its own: it writes `documents` one by one with a write-ahead
     // log, tells when it is done and waits. The caller ends it.
     pid_t StartRegister(int documents) const
@@ -87,7 +74,7 @@ class Opening : public leitura_test::Sample
     {
         const std::string folder = Folder().File(".");
         chmod(folder.c_str(), 0555);
-        for (const auto& [name, bytes] : Files()) {
+        for (const auto& [name, digest] : Files()) {
             chmod(Folder().File(name).c_str(), 0444);
         }
         int result[2];

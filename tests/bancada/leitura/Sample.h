@@ -1,10 +1,13 @@
 // A logging database that a test fills with rows of its own.
 #pragma once
 
+#include "bancada/Sha256.h"
 #include "bancada/banco/LogSchema.h"
 #include "tests/support/Files.h"
 
+#include <filesystem>
 #include <gtest/gtest.h>
+#include <map>
 #include <sqlite3.h>
 #include <string>
 
@@ -28,6 +31,17 @@ class Sample : public ::testing::Test
         EXPECT_EQ(sqlite3_exec(db, all.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)
             << sqlite3_errmsg(db);
         sqlite3_close(db);
+    }
+
+    // Every file of the folder by its name, with its digest.
+    std::map<std::string, std::string> Files() const
+    {
+        std::map<std::string, std::string> files;
+        for (const auto& entry : std::filesystem::directory_iterator(Folder().File("."))) {
+            const std::string name = entry.path().filename().string();
+            files[name] = Sha256Hex(Folder().Read(name));
+        }
+        return files;
     }
 
     const test_support::TempFolder& Folder() const { return m_folder; }
