@@ -24,7 +24,7 @@ class Tools : public leitura_test::Sample, public ::testing::WithParamInterface<
   protected:
     bancada_test::ProgramResult Read(const std::string& path) const
     {
-        return RunBancada(m_place, std::string(GetParam()) + ' ' + path);
+        return bancada_test::RunBancada(m_place, std::string(GetParam()) + ' ' + path);
     }
 
     // As a user who may write nothing: the system's own, where the test runs as root.
@@ -32,8 +32,8 @@ class Tools : public leitura_test::Sample, public ::testing::WithParamInterface<
     {
         const std::string user =
             geteuid() == 0 ? "setpriv --reuid 65534 --regid 65534 --clear-groups " : "";
-        return RunShell(m_place,
-                        user + bancada_test::ProgramInShell() + ' ' + GetParam() + ' ' + Path());
+        return bancada_test::RunShell(m_place, user + bancada_test::ProgramInShell() + ' ' +
+                                                   GetParam() + ' ' + Path());
     }
 
     // A receipt that is whole: one item, paid, closed and filed under a Z that is open.
