@@ -1,5 +1,6 @@
 // Technical interventions: entering the modes L and T.
 #include "FiscalCommands.h"
+#include "tests/CmdDBLogger/DelegatingTest.h"
 #include "tests/CmdDBLogger/LoggerTest.h"
 #include "tests/CmdDBLogger/ScriptedCount.h"
 
@@ -225,6 +226,24 @@ TEST_F(Intervencao, AnswerOfLIsThatOfItsDocument)
     RejectNextExecutions(1);
     EXPECT_EQ(command.DBLogger(db), 0);
     EXPECT_EQ(Statements().size(), 3u);
+}
+
+class SaidaDeIntervencao : public DelegatingTest
+{
+};
+
+TEST_F(SaidaDeIntervencao, LeavingInterventionLIsADocumentLX)
+{
+    EXPECT_EQ(
+        Logged<CmdSaidaMILInterno>(insertQuestions),
+        "INSERT INTO outros_documentos (cont_coo, num_ecf, cont_gnf, cont_grg, cont_cdc, cont_crz, data_hora_inicio_emissao, data_hora_fim_emissao, id_tipo_documento) VALUES (1234,1,56,7,8,9,'2026-03-02 08:15:30','2026-03-02 08:16:01','LX')");
+}
+
+TEST_F(SaidaDeIntervencao, LeavingInterventionTIsADocumentLX)
+{
+    EXPECT_EQ(
+        Logged<CmdSaidaMITInterno>(insertQuestions),
+        "INSERT INTO outros_documentos (cont_coo, num_ecf, cont_gnf, cont_grg, cont_cdc, cont_crz, data_hora_inicio_emissao, data_hora_fim_emissao, id_tipo_documento) VALUES (1234,1,56,7,8,9,'2026-03-02 08:15:30','2026-03-02 08:16:01','LX')");
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <sqlite3.h>
 #include <sstream>
 
@@ -161,6 +162,11 @@ std::vector<std::string> ColumnsOfCondition(const std::string& sql)
     return columns;
 }
 
+bool HasSecondCondition(const std::string& sql)
+{
+    return sql.find(" AND ") != std::string::npos || sql.find(" and ") != std::string::npos;
+}
+
 class StatementCatalogue : public LoggerTest
 {
 };
@@ -169,7 +175,7 @@ TEST_F(StatementCatalogue, EveryStatementOfTheSourcesIsListed)
 {
     const std::vector<std::string> statements = AllStatements();
     const std::vector<std::string> heads = HeadsInTheSources();
-    EXPECT_GE(heads.size(), 40u);
+    EXPECT_FALSE(heads.empty());
     for (const std::string& head : heads) {
         EXPECT_TRUE(std::any_of(statements.begin(), statements.end(), [&](const std::string& sql) {
             return BeginsWith(sql, head);
@@ -233,15 +239,13 @@ TEST_F(StatementCatalogue, EveryCountIsZeroOnAnEmptyDatabase)
 
 TEST_F(StatementCatalogue, EveryColumnThatFindsRowsIsSearchedByAnIndex)
 {
-    std::size_t conditions = 0;
     std::vector<std::string> statements(std::begin(UPDATES), std::end(UPDATES));
-    statements.insert(statements.end(), std::begin(COUNTS), std::end(COUNTS));
+    // Some counts are of a whole table; an update never is.
+    std::copy_if(std::begin(COUNTS), std::end(COUNTS), std::back_inserter(statements),
+                 [](const std::string& sql) { return sql.find("WHERE") != std::string::npos; });
     for (const std::string& sql : statements) {
         const std::vector<std::string> columns = ColumnsOfCondition(sql);
-        conditions += columns.size();
-        if (columns.empty()) {
-            continue; // a count of the whole table
-        }
+        EXPECT_EQ(columns.size(), HasSecondCondition(sql) ? 2u : 1u) << sql;
         const std::vector<std::string> plan = Rows("EXPLAIN QUERY PLAN " + sql);
         ASSERT_EQ(plan.size(), 1u) << sql;
         EXPECT_THAT(plan[0], HasSubstr("SEARCH")) << sql;
@@ -251,7 +255,6 @@ TEST_F(StatementCatalogue, EveryColumnThatFindsRowsIsSearchedByAnIndex)
             EXPECT_THAT(plan[0], HasSubstr((column == "num_ecf" ? "rowid" : column) + "=?")) << sql;
         }
     }
-    EXPECT_EQ(conditions, 44u);
 }
 
 TEST_F(StatementCatalogue, CurrencyStatementIsRejected)
