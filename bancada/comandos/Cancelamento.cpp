@@ -57,7 +57,7 @@ class CancelaCupom final : public ComandoOf<CmdCancelaCupom>
 
     void Fields(FieldVisitor& fields) override
     {
-        fields.Integer("coo", m_iCOOCancelado, 1, 999999, Presence::OPTIONAL,
+        fields.Integer("coo", m_iCOOCancelado, 1, MAX_CONTADOR, Presence::OPTIONAL,
                        "document number of the receipt; the receipt issued last when absent",
                        "120");
     }

@@ -28,6 +28,6 @@ struct CatalogueEntry {
 const std::vector<CatalogueEntry>& Catalogue();
 
 // The command of that tape name, or null.
-const CatalogueEntry* FindComando(std::string_view name);
+[[nodiscard]] const CatalogueEntry* FindComando(std::string_view name);
 
 } // namespace bancada

@@ -57,7 +57,8 @@ void MeioPagamentoField(FieldVisitor& fields, const char* name, int& numero, con
 
 void ParcelasField(FieldVisitor& fields, int& parcelas)
 {
-    fields.Integer("parcelas", parcelas, 1, 99, Presence::OPTIONAL, "number of instalments", "3");
+    fields.Integer("parcelas", parcelas, 1, MAX_PARCELAS, Presence::OPTIONAL,
+                   "number of instalments", "3");
 }
 
 void InfoAdicionalField(FieldVisitor& fields, char (&info)[85])

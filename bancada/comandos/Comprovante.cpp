@@ -17,7 +17,7 @@ class AbreCCD final : public ComandoOf<CmdAbreCCD>
     {
         MeioPagamentoField(fields, "meio", m_iMeioPagamento,
                            "number of the payment means that the voucher is tied to");
-        fields.Integer("coo", m_iCOO, 1, 999999, Presence::OPTIONAL,
+        fields.Integer("coo", m_iCOO, 1, MAX_CONTADOR, Presence::OPTIONAL,
                        "document number of the receipt; the receipt issued last when absent",
                        "120");
     }

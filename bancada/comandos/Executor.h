@@ -13,7 +13,7 @@ namespace bancada
 class LogDatabase;
 
 // What became of a command.
-struct Outcome {
+struct [[nodiscard]] Outcome {
     bool executed = false; // its fiscal effects were applied
     Refusal refusal;       // why it was refused; empty when it was executed
     bool kept = true;      // its rows, if it has any, are in the database for good

@@ -15,9 +15,9 @@ class ReimprimeMFD final : public ComandoOf<CmdReimprimeMFD>
 
     void Fields(FieldVisitor& fields) override
     {
-        fields.Integer("coo_inicial", m_iCooInicial, 1, 999999, Presence::REQUIRED,
+        fields.Integer("coo_inicial", m_iCooInicial, 1, MAX_CONTADOR, Presence::REQUIRED,
                        "document number of the first document", "10");
-        fields.Integer("coo_final", m_iCooFinal, 1, 999999, Presence::REQUIRED,
+        fields.Integer("coo_final", m_iCooFinal, 1, MAX_CONTADOR, Presence::REQUIRED,
                        "document number of the last document", "12");
     }
 

@@ -15,7 +15,8 @@ class ProgramaLoja final : public ComandoOf<CmdProgramaLoja>
 
     void Fields(FieldVisitor& fields) override
     {
-        fields.Integer("numero", m_iNumero, 1, 9999, Presence::REQUIRED, "number of the shop", "1");
+        fields.Integer("numero", m_iNumero, 1, MAX_NUMERO_LOJA, Presence::REQUIRED,
+                       "number of the shop", "1");
     }
 
     BOOL FiscalCheck() override { return Accept(m_registro.CheckProgramaLoja(m_iNumero)); }
@@ -37,7 +38,8 @@ class ProgramaSequenciaECF final : public ComandoOf<CmdProgramaSequenciaECF>
 
     void Fields(FieldVisitor& fields) override
     {
-        fields.Integer("numero", m_iNumCaixa, 1, 999, Presence::REQUIRED, "till number", "2");
+        fields.Integer("numero", m_iNumCaixa, 1, MAX_SEQUENCIA_ECF, Presence::REQUIRED,
+                       "till number", "2");
     }
 
     BOOL FiscalCheck() override

@@ -15,11 +15,11 @@ class ProgramaUsuario final : public ComandoOf<CmdProgramaUsuario>
 
     void Fields(FieldVisitor& fields) override
     {
-        fields.Text("razao_social", m_razaoSocial, MAX_TEXT, Presence::REQUIRED, "company name",
-                    "MERCEARIA DO BAIRRO LTDA");
-        fields.Text("nome_fantasia", m_nomeFantasia, MAX_TEXT, Presence::REQUIRED, "trade name",
-                    "MERCEARIA DO BAIRRO");
-        fields.Text("endereco", m_endereco, MAX_TEXT, Presence::REQUIRED, "address",
+        fields.Text("razao_social", m_razaoSocial, MAX_CONTRIBUINTE_TEXT, Presence::REQUIRED,
+                    "company name", "MERCEARIA DO BAIRRO LTDA");
+        fields.Text("nome_fantasia", m_nomeFantasia, MAX_CONTRIBUINTE_TEXT, Presence::REQUIRED,
+                    "trade name", "MERCEARIA DO BAIRRO");
+        fields.Text("endereco", m_endereco, MAX_CONTRIBUINTE_TEXT, Presence::REQUIRED, "address",
                     "RUA DAS ACACIAS, 100 - CENTRO");
     }
 
@@ -35,8 +35,6 @@ class ProgramaUsuario final : public ComandoOf<CmdProgramaUsuario>
     }
 
   private:
-    static constexpr int MAX_TEXT = 120;
-
     std::string m_razaoSocial;
     std::string m_nomeFantasia;
     std::string m_endereco;

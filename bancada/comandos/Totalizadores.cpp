@@ -50,7 +50,8 @@ class Habilitacao final : public ComandoOf<Cmd>
         SiglaField(fields, "codigo", m_sCodigo,
                    {{"F", 0}, {"I", 1}, {"N", 2}, {"FS", 3}, {"IS", 4}, {"NS", 5}},
                    "code of the special totalizer", "F");
-        fields.Integer("numero", m_iNumero, 1, 3, Presence::REQUIRED, "its number", "1");
+        fields.Integer("numero", m_iNumero, 1, MAX_ESPECIAIS_POR_CODIGO, Presence::REQUIRED,
+                       "its number", "1");
     }
 
     BOOL FiscalCheck() override

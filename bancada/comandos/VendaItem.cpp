@@ -27,11 +27,11 @@ class Venda : public ComandoOf<Cmd>
                     "7891000100103");
         fields.Text("descricao", this->m_sDescricao, Presence::REQUIRED, "item description",
                     "ARROZ TIPO 1 5KG");
-        fields.Quantity("quantidade", m_quantidade, 3, Presence::REQUIRED,
+        fields.Quantity("quantidade", m_quantidade, MAX_DECIMALS, Presence::REQUIRED,
                         "quantity, 0 to 3 decimals; the decimals written are those of the sale",
                         "1.500");
         fields.Text("unidade", this->m_sUnidadeMedida, Presence::OPTIONAL, "unit of measure", "KG");
-        fields.Quantity("valor_unitario", m_valorUnitario, 3, Presence::REQUIRED,
+        fields.Quantity("valor_unitario", m_valorUnitario, MAX_DECIMALS, Presence::REQUIRED,
                         "unit price, 0 to 3 decimals; the decimals written are those of the sale",
                         "2.999");
         SiglaField(

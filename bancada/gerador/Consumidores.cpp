@@ -18,69 +18,69 @@ const char* const SOBRENOMES[] = {"ALMEIDA",  "BARBOSA",  "CARDOSO", "COSTA",   
 const char* const RUAS[] = {"RUA DAS LARANJEIRAS",  "RUA DO COMERCIO",     "AV. BRASIL",
                             "RUA SETE DE SETEMBRO", "TRAVESSA DAS FLORES", "RUA XV DE NOVEMBRO"};
 
-template <std::size_t tamanho>
-const char* Um(Draw& sorteio, const char* const (&lista)[tamanho])
+template <std::size_t SIZE>
+const char* OneOf(Draw& draw, const char* const (&list)[SIZE])
 {
-    return lista[sorteio.Ate(tamanho)];
+    return list[draw.Below(SIZE)];
 }
 
-std::string Digitos(Draw& sorteio, int quantos)
+std::string DrawDigits(Draw& draw, int count)
 {
-    std::string digitos;
-    for (int i = 0; i < quantos; ++i) {
-        digitos += static_cast<char>('0' + sorteio.Ate(10));
+    std::string digits;
+    for (int i = 0; i < count; ++i) {
+        digits += static_cast<char>('0' + draw.Below(10));
     }
-    return digitos;
+    return digits;
 }
 
 // The next check digit, modulo 11. The weights rise from 2 at the last digit and begin anew after
-// `maiorPeso`.
-char DigitoModulo11(const std::string& digitos, int maiorPeso)
+// `maxWeight`.
+char CheckDigit(const std::string& digits, int maxWeight)
 {
-    int soma = 0;
-    int peso = 2;
-    for (std::size_t i = digitos.size(); i-- > 0;) {
-        soma += (digitos[i] - '0') * peso;
-        peso = peso == maiorPeso ? 2 : peso + 1;
+    int sum = 0;
+    int weight = 2;
+    for (std::size_t i = digits.size(); i-- > 0;) {
+        sum += (digits[i] - '0') * weight;
+        weight = weight == maxWeight ? 2 : weight + 1;
     }
-    const int resto = soma % 11;
-    return static_cast<char>(resto < 2 ? '0' : '0' + 11 - resto);
+    const int remainder = sum % 11;
+    return static_cast<char>(remainder < 2 ? '0' : '0' + 11 - remainder);
 }
 
-std::string ComDigitos(std::string digitos, int maiorPeso)
+std::string WithCheckDigits(std::string digits, int maxWeight)
 {
-    digitos += DigitoModulo11(digitos, maiorPeso);
-    digitos += DigitoModulo11(digitos, maiorPeso);
-    return digitos;
+    digits += CheckDigit(digits, maxWeight);
+    digits += CheckDigit(digits, maxWeight);
+    return digits;
 }
 
 } // namespace
 
-std::string DrawCpf(Draw& sorteio)
+std::string DrawCpf(Draw& draw)
 {
     // A CPF of one repeated digit has right check digits and is none.
-    std::string digitos = Digitos(sorteio, 9);
-    while (digitos.find_first_not_of(digitos[0]) == std::string::npos) {
-        digitos = Digitos(sorteio, 9);
+    std::string digits = DrawDigits(draw, 9);
+    while (digits.find_first_not_of(digits[0]) == std::string::npos) {
+        digits = DrawDigits(draw, 9);
     }
-    return ComDigitos(digitos, 11);
+    return WithCheckDigits(digits, 11);
 }
 
-std::string DrawCnpj(Draw& sorteio)
+std::string DrawCnpj(Draw& draw)
 {
-    return ComDigitos(Digitos(sorteio, 8) + "0001", 9);
+    return WithCheckDigits(DrawDigits(draw, 8) + "0001", 9);
 }
 
-std::string DrawNome(Draw& sorteio)
+std::string DrawNome(Draw& draw)
 {
-    const std::string nome = Um(sorteio, NOMES);
-    return nome + " " + Um(sorteio, SOBRENOMES);
+    const std::string nome = OneOf(draw, NOMES);
+    return nome + " " + OneOf(draw, SOBRENOMES);
 }
 
-std::string DrawEndereco(Draw& sorteio)
+std::string DrawEndereco(Draw& draw)
 {
-    const std::string rua = Um(sorteio, RUAS);
-    return rua + ", " + std::to_string(sorteio.Entre(1, 1999));
+    const std::string rua = OneOf(draw, RUAS);
+    return rua + ", " + std::to_string(draw.Between(1, 1999));
 }
 
 std::string PunctuatedCpf(const std::string& cpf)

@@ -9,12 +9,12 @@ namespace bancada
 {
 
 // Bare digits, the check digits right. All of them are invented.
-std::string DrawCpf(Draw& sorteio);
-std::string DrawCnpj(Draw& sorteio);
+std::string DrawCpf(Draw& draw);
+std::string DrawCnpj(Draw& draw);
 
 // A first and a last name, within 30 characters.
-std::string DrawNome(Draw& sorteio);
-std::string DrawEndereco(Draw& sorteio);
+std::string DrawNome(Draw& draw);
+std::string DrawEndereco(Draw& draw);
 
 // As it is printed: 123.456.789-09.
 std::string PunctuatedCpf(const std::string& cpf);

@@ -5,40 +5,40 @@
 namespace bancada
 {
 
-std::uint64_t Draw::Ate(std::uint64_t quantos)
+std::uint64_t Draw::Below(std::uint64_t count)
 {
     // The draws above the last whole multiple would favour the first results.
-    const std::uint64_t maximo = std::numeric_limits<std::uint64_t>::max();
-    const std::uint64_t limite = maximo - maximo % quantos;
-    std::uint64_t sorteado = m_gerador();
-    while (sorteado >= limite) {
-        sorteado = m_gerador();
+    const std::uint64_t maximum = std::numeric_limits<std::uint64_t>::max();
+    const std::uint64_t limit = maximum - maximum % count;
+    std::uint64_t drawn = m_engine();
+    while (drawn >= limit) {
+        drawn = m_engine();
     }
-    return sorteado % quantos;
+    return drawn % count;
 }
 
-std::int64_t Draw::Entre(std::int64_t deste, std::int64_t ateEste)
+std::int64_t Draw::Between(std::int64_t low, std::int64_t high)
 {
-    return deste + static_cast<std::int64_t>(Ate(static_cast<std::uint64_t>(ateEste - deste) + 1));
+    return low + static_cast<std::int64_t>(Below(static_cast<std::uint64_t>(high - low) + 1));
 }
 
-std::size_t Draw::Pesado(std::initializer_list<int> pesos)
+std::size_t Draw::Weighted(std::initializer_list<int> weights)
 {
-    std::uint64_t soma = 0;
-    for (const int peso : pesos) {
-        soma += static_cast<std::uint64_t>(peso);
+    std::uint64_t sum = 0;
+    for (const int weight : weights) {
+        sum += static_cast<std::uint64_t>(weight);
     }
-    std::uint64_t sorteado = Ate(soma);
-    std::size_t posicao = 0;
-    for (const int peso : pesos) {
-        const auto este = static_cast<std::uint64_t>(peso);
-        if (sorteado < este) {
+    std::uint64_t drawn = Below(sum);
+    std::size_t position = 0;
+    for (const int weight : weights) {
+        const auto share = static_cast<std::uint64_t>(weight);
+        if (drawn < share) {
             break;
         }
-        sorteado -= este;
-        ++posicao;
+        drawn -= share;
+        ++position;
     }
-    return posicao;
+    return position;
 }
 
 } // namespace bancada

@@ -14,20 +14,20 @@ namespace bancada
 class Draw
 {
   public:
-    explicit Draw(std::uint64_t semente) : m_gerador(semente) {}
+    explicit Draw(std::uint64_t seed) : m_engine(seed) {}
 
-    // 0 to quantos - 1, each as likely. REQUIRES: quantos > 0.
-    std::uint64_t Ate(std::uint64_t quantos);
-    // `deste` to `ateEste`, both included. REQUIRES: deste <= ateEste.
-    std::int64_t Entre(std::int64_t deste, std::int64_t ateEste);
-    // True `vezes` times in a thousand.
-    bool PorMil(int vezes) { return Ate(1000) < static_cast<std::uint64_t>(vezes); }
+    // 0 to count - 1, each as likely. REQUIRES: count > 0.
+    std::uint64_t Below(std::uint64_t count);
+    // `low` to `high`, both included. REQUIRES: low <= high.
+    std::int64_t Between(std::int64_t low, std::int64_t high);
+    // True `times` times in a thousand.
+    bool PerMille(int times) { return Below(1000) < static_cast<std::uint64_t>(times); }
     // A position of the list, each as likely as its weight says. REQUIRES: the weights are not all
     // 0.
-    std::size_t Pesado(std::initializer_list<int> pesos);
+    std::size_t Weighted(std::initializer_list<int> weights);
 
   private:
-    std::mt19937_64 m_gerador;
+    std::mt19937_64 m_engine;
 };
 
 } // namespace bancada

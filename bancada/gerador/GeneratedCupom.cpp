@@ -3,49 +3,50 @@
 namespace bancada
 {
 
-int GeneratedCupom::Vende(std::int64_t quantidade, int casas, std::int64_t preco, bool arredonda)
+int GeneratedCupom::VendeItem(std::int64_t quantidade, int decimals, std::int64_t preco,
+                              bool arredonda)
 {
-    std::int64_t escala = 10; // thousandths to cents
-    for (int i = 0; i < casas; ++i) {
-        escala *= 10;
+    std::int64_t scale = 10; // thousandths to cents
+    for (int i = 0; i < decimals; ++i) {
+        scale *= 10;
     }
     GeneratedItem item;
-    item.bruto = (quantidade * preco + (arredonda ? escala / 2 : 0)) / escala;
+    item.bruto = (quantidade * preco + (arredonda ? scale / 2 : 0)) / scale;
     m_itens.push_back(item);
-    return Quantos();
+    return Count();
 }
 
-void GeneratedCupom::Cancela(int numero)
+void GeneratedCupom::CancelaItem(int numero)
 {
-    DoNumero(numero).cancelado = true;
+    At(numero).cancelado = true;
 }
 
-void GeneratedCupom::Ajusta(int numero, bool desconto, std::int64_t valor)
+void GeneratedCupom::AjustaItem(int numero, bool desconto, std::int64_t valor)
 {
-    (desconto ? DoNumero(numero).desconto : DoNumero(numero).acrescimo) = valor;
+    (desconto ? At(numero).desconto : At(numero).acrescimo) = valor;
 }
 
-void GeneratedCupom::CancelaAjuste(int numero, bool desconto)
+void GeneratedCupom::CancelaAjusteItem(int numero, bool desconto)
 {
-    Ajusta(numero, desconto, 0);
+    AjustaItem(numero, desconto, 0);
 }
 
-int GeneratedCupom::Vivos() const
+int GeneratedCupom::LiveCount() const
 {
-    int vivos = 0;
+    int live = 0;
     for (const GeneratedItem& item : m_itens) {
-        vivos += item.cancelado ? 0 : 1;
+        live += item.cancelado ? 0 : 1;
     }
-    return vivos;
+    return live;
 }
 
 std::int64_t GeneratedCupom::Subtotal() const
 {
-    std::int64_t soma = 0;
+    std::int64_t sum = 0;
     for (const GeneratedItem& item : m_itens) {
-        soma += item.cancelado ? 0 : item.Liquido();
+        sum += item.cancelado ? 0 : item.Liquido();
     }
-    return soma;
+    return sum;
 }
 
 } // namespace bancada

@@ -23,11 +23,12 @@ struct GeneratedItem {
 class GeneratedCupom
 {
   public:
-    // Quantity (in units of 10^-casas) by unit price (in thousandths); answers the item's number.
-    int Vende(std::int64_t quantidade, int casas, std::int64_t preco, bool arredonda);
-    void Cancela(int numero);
-    void Ajusta(int numero, bool desconto, std::int64_t valor);
-    void CancelaAjuste(int numero, bool desconto);
+    // Quantity (in units of 10^-decimals) by unit price (in thousandths); answers the item's
+    // number, from 1.
+    int VendeItem(std::int64_t quantidade, int decimals, std::int64_t preco, bool arredonda);
+    void CancelaItem(int numero);
+    void AjustaItem(int numero, bool desconto, std::int64_t valor);
+    void CancelaAjusteItem(int numero, bool desconto);
     void AjustaSubtotal(bool desconto, std::int64_t valor) { m_ajuste = desconto ? -valor : valor; }
     void CancelaAjusteSubtotal() { m_ajuste = 0; }
 
@@ -35,8 +36,8 @@ class GeneratedCupom
     {
         return m_itens[static_cast<std::size_t>(numero) - 1];
     }
-    int Quantos() const { return static_cast<int>(m_itens.size()); }
-    int Vivos() const;
+    int Count() const { return static_cast<int>(m_itens.size()); }
+    int LiveCount() const;
     std::int64_t Subtotal() const;
     std::int64_t Total() const { return Subtotal() + m_ajuste; }
 
@@ -47,7 +48,7 @@ class GeneratedCupom
     }
 
   private:
-    GeneratedItem& DoNumero(int numero) { return m_itens[static_cast<std::size_t>(numero) - 1]; }
+    GeneratedItem& At(int numero) { return m_itens[static_cast<std::size_t>(numero) - 1]; }
 
     std::vector<GeneratedItem> m_itens;
     std::int64_t m_ajuste = 0;

@@ -15,14 +15,14 @@ constexpr int MAX_JORNADAS = 20000;
 
 struct GeneratorOptions {
     int jornadas = 1; // 1 to MAX_JORNADAS
-    int cuponsPorJornada =
-        60; // 0 to MAX_CUPONS_POR_JORNADA; fiscal receipts, cancelled ones included
+    // 0 to MAX_CUPONS_POR_JORNADA: fiscal receipts, cancelled ones included.
+    int cuponsPorJornada = 60;
     std::uint64_t seed = 1;
 };
 
 // Writes the tape. The same options give the same bytes everywhere. The register runs it without
-// refusing a command, and the engine rejects no statement of it. Stops early when `saida` fails.
+// refusing a command, and the engine rejects no statement of it. Stops early when `out` fails.
 // REQUIRES: the options are within their bounds.
-void GenerateTape(const GeneratorOptions& opcoes, std::ostream& saida);
+void GenerateTape(const GeneratorOptions& options, std::ostream& out);
 
 } // namespace bancada

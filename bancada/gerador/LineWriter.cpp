@@ -6,82 +6,82 @@ namespace bancada
 namespace
 {
 
-std::string DoisDigitos(std::int64_t numero)
+std::string TwoDigits(std::int64_t number)
 {
-    return (numero < 10 ? "0" : "") + std::to_string(numero);
+    return (number < 10 ? "0" : "") + std::to_string(number);
 }
 
 // The civil date of a day counted from 1970-01-01, years beginning in March so that the leap day
 // comes last.
-std::string Data(std::int64_t dia)
+std::string Date(std::int64_t day)
 {
-    const std::int64_t z = dia + 719468;
+    const std::int64_t z = day + 719468;
     const std::int64_t era = z / 146097;
-    const std::int64_t diaDaEra = z % 146097;
-    const std::int64_t anoDaEra =
-        (diaDaEra - diaDaEra / 1460 + diaDaEra / 36524 - diaDaEra / 146096) / 365;
-    const std::int64_t diaDoAno = diaDaEra - (365 * anoDaEra + anoDaEra / 4 - anoDaEra / 100);
-    const std::int64_t mesDeMarco = (5 * diaDoAno + 2) / 153;
-    const std::int64_t diaDoMes = diaDoAno - (153 * mesDeMarco + 2) / 5 + 1;
-    const std::int64_t mes = mesDeMarco < 10 ? mesDeMarco + 3 : mesDeMarco - 9;
-    const std::int64_t ano = anoDaEra + era * 400 + (mes <= 2 ? 1 : 0);
-    return std::to_string(ano) + "-" + DoisDigitos(mes) + "-" + DoisDigitos(diaDoMes);
+    const std::int64_t dayOfEra = z % 146097;
+    const std::int64_t yearOfEra =
+        (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
+    const std::int64_t dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
+    const std::int64_t monthFromMarch = (5 * dayOfYear + 2) / 153;
+    const std::int64_t dayOfMonth = dayOfYear - (153 * monthFromMarch + 2) / 5 + 1;
+    const std::int64_t month = monthFromMarch < 10 ? monthFromMarch + 3 : monthFromMarch - 9;
+    const std::int64_t year = yearOfEra + era * 400 + (month <= 2 ? 1 : 0);
+    return std::to_string(year) + "-" + TwoDigits(month) + "-" + TwoDigits(dayOfMonth);
 }
 
 } // namespace
 
-LineWriter::LineWriter(std::ostream& saida, const char* comando) : m_saida(saida)
+LineWriter::LineWriter(std::ostream& out, const char* command) : m_out(out)
 {
-    m_saida << "{\"cmd\":\"" << comando << '"';
+    m_out << "{\"cmd\":\"" << command << '"';
 }
 
 LineWriter::~LineWriter()
 {
-    m_saida << "}\n";
+    m_out << "}\n";
 }
 
-LineWriter& LineWriter::Texto(const char* campo, const std::string& valor)
+LineWriter& LineWriter::Text(const char* field, const std::string& value)
 {
-    m_saida << ",\"" << campo << "\":\"" << valor << '"';
+    m_out << ",\"" << field << "\":\"" << value << '"';
     return *this;
 }
 
-LineWriter& LineWriter::Numero(const char* campo, std::int64_t valor)
+LineWriter& LineWriter::Number(const char* field, std::int64_t value)
 {
     // By to_string: a stream may group the digits of a number.
-    m_saida << ",\"" << campo << "\":" << std::to_string(valor);
+    m_out << ",\"" << field << "\":" << std::to_string(value);
     return *this;
 }
 
-LineWriter& LineWriter::Sim(const char* campo)
+LineWriter& LineWriter::True(const char* field)
 {
-    m_saida << ",\"" << campo << "\":true";
+    m_out << ",\"" << field << "\":true";
     return *this;
 }
 
-LineWriter& LineWriter::Dinheiro(const char* campo, std::int64_t centavos)
+LineWriter& LineWriter::Money(const char* field, std::int64_t cents)
 {
-    return Decimal(campo, centavos, 2);
+    return Decimal(field, cents, 2);
 }
 
-LineWriter& LineWriter::Decimal(const char* campo, std::int64_t unidades, int casas)
+LineWriter& LineWriter::Decimal(const char* field, std::int64_t units, int decimals)
 {
-    std::string texto = std::to_string(unidades);
-    const auto decimais = static_cast<std::size_t>(casas);
-    if (decimais > 0) {
-        if (texto.size() <= decimais) {
-            texto.insert(0, decimais + 1 - texto.size(), '0');
+    std::string text = std::to_string(units);
+    const auto digits = static_cast<std::size_t>(decimals);
+    if (digits > 0) {
+        if (text.size() <= digits) {
+            text.insert(0, digits + 1 - text.size(), '0');
         }
-        texto.insert(texto.size() - decimais, ".");
+        text.insert(text.size() - digits, ".");
     }
-    return Texto(campo, texto);
+    return Text(field, text);
 }
 
-LineWriter& LineWriter::Em(std::int64_t segundos)
+LineWriter& LineWriter::Em(std::int64_t seconds)
 {
-    const std::int64_t noDia = segundos % 86400;
-    return Texto("em", Data(segundos / 86400) + " " + DoisDigitos(noDia / 3600) + ":" +
-                           DoisDigitos(noDia / 60 % 60) + ":" + DoisDigitos(noDia % 60));
+    const std::int64_t inDay = seconds % 86400;
+    return Text("em", Date(seconds / 86400) + " " + TwoDigits(inDay / 3600) + ":" +
+                          TwoDigits(inDay / 60 % 60) + ":" + TwoDigits(inDay % 60));
 }
 
 } // namespace bancada

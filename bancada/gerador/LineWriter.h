@@ -13,23 +13,23 @@ namespace bancada
 class LineWriter
 {
   public:
-    LineWriter(std::ostream& saida, const char* comando);
+    LineWriter(std::ostream& out, const char* command);
     ~LineWriter();
     LineWriter(const LineWriter&) = delete;
     LineWriter& operator=(const LineWriter&) = delete;
 
-    LineWriter& Texto(const char* campo, const std::string& valor);
-    LineWriter& Numero(const char* campo, std::int64_t valor);
-    LineWriter& Sim(const char* campo);
+    LineWriter& Text(const char* field, const std::string& value);
+    LineWriter& Number(const char* field, std::int64_t value);
+    LineWriter& True(const char* field);
     // Cents, as "12.50".
-    LineWriter& Dinheiro(const char* campo, std::int64_t centavos);
+    LineWriter& Money(const char* field, std::int64_t cents);
     // A decimal of so many decimals (0 to 3), as "1.500".
-    LineWriter& Decimal(const char* campo, std::int64_t unidades, int casas);
+    LineWriter& Decimal(const char* field, std::int64_t units, int decimals);
     // When the command starts, in seconds since 1970.
-    LineWriter& Em(std::int64_t segundos);
+    LineWriter& Em(std::int64_t seconds);
 
   private:
-    std::ostream& m_saida;
+    std::ostream& m_out;
 };
 
 } // namespace bancada

@@ -1,11 +1,13 @@
 #include "bancada/gerador/Mercadorias.h"
 
+#include <numeric>
+
 namespace bancada
 {
 
 const std::vector<Mercadoria>& Mercadorias()
 {
-    static const std::vector<Mercadoria> lista = {
+    static const std::vector<Mercadoria> list = {
         {"101", "PAO FRANCES", "KG", 15900, false, true, "I", 1, 60},
         {"102", "BANANA NANICA", "KG", 5490, false, true, "I", 1, 45},
         {"103", "TOMATE ITALIANO", "KG", 7990, false, true, "I", 1, 35},
@@ -56,7 +58,24 @@ const std::vector<Mercadoria>& Mercadorias()
         {"789600050024", "JORNAL DO DIA", "UN", 5000, false, false, "N", 1, 8},
         {"201", "ENTREGA EM DOMICILIO", "UN", 8000, false, false, "S", 1, 4},
     };
-    return lista;
+    return list;
+}
+
+const Mercadoria& DrawMercadoria(Draw& draw)
+{
+    static const auto total =
+        std::accumulate(Mercadorias().begin(), Mercadorias().end(), std::uint64_t{0},
+                        [](std::uint64_t sum, const Mercadoria& mercadoria) {
+                            return sum + static_cast<std::uint64_t>(mercadoria.weight);
+                        });
+    auto drawn = static_cast<std::int64_t>(draw.Below(total));
+    for (const Mercadoria& mercadoria : Mercadorias()) {
+        if (drawn < mercadoria.weight) {
+            return mercadoria;
+        }
+        drawn -= mercadoria.weight;
+    }
+    return Mercadorias().back();
 }
 
 std::string CodigoDeBarras(const std::string& codigo)
@@ -64,11 +83,11 @@ std::string CodigoDeBarras(const std::string& codigo)
     if (codigo.size() != 12) {
         return codigo;
     }
-    int soma = 0;
+    int sum = 0;
     for (std::size_t i = 0; i < codigo.size(); ++i) {
-        soma += (codigo[i] - '0') * (i % 2 == 0 ? 1 : 3);
+        sum += (codigo[i] - '0') * (i % 2 == 0 ? 1 : 3);
     }
-    return codigo + static_cast<char>('0' + (10 - soma % 10) % 10);
+    return codigo + static_cast<char>('0' + (10 - sum % 10) % 10);
 }
 
 } // namespace bancada

@@ -1,6 +1,8 @@
 // What the grocer sells.
 #pragma once
 
+#include "bancada/gerador/Draw.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -15,14 +17,18 @@ struct Mercadoria {
     const char* descricao;
     const char* unidade;
     std::int64_t preco; // of a unit, in thousandths
-    bool milesimos;     // the price has three decimals
-    bool pesada;        // the quantity is a weight in grams
+    bool thousandths;   // the price has three decimals
+    bool weighed;       // the quantity is a weight in grams
     const char* tributacao;
     int indice; // number of the rate or totalizer
-    int peso;   // how often it is bought
+    int weight; // how often it is bought
 };
 
+// The same list for as long as the program runs.
 const std::vector<Mercadoria>& Mercadorias();
+
+// One of them, each as often as its weight says.
+const Mercadoria& DrawMercadoria(Draw& draw);
 
 // The 13 digits of the bar code, check digit included; a short code as it is.
 std::string CodigoDeBarras(const std::string& codigo);

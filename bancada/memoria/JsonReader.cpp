@@ -94,7 +94,7 @@ void JsonReader::Number(const char* name, Decimal& number)
 
 void JsonReader::Text(const char* name, std::string& text)
 {
-    Read(name, text, [](const auto& json) { return TextFromJson(json, MAX_TEXT); });
+    Read(name, text, [](const auto& json) { return TextFromJson(json, MAX_TEXT_BYTES); });
 }
 
 void JsonReader::Flag(const char* name, bool& flag)

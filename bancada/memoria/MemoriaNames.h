@@ -13,11 +13,6 @@
 namespace bancada
 {
 
-inline constexpr int MAX_CONTADOR = 999999;   // six digits
-inline constexpr int MAX_SEQUENCIA_ECF = 999; // what can be programmed
-inline constexpr int MAX_NUMERO_LOJA = 9999;  // likewise
-inline constexpr std::size_t MAX_TEXT = 1499; // bytes; the longest text of the tape
-
 // Each table in the order of its enumeration's values, which count from 0.
 inline constexpr std::array<const char*, 5> SITUACAO_NAMES = {"nenhum", "em_itens", "em_pagamento",
                                                               "fechado", "cancelado"};

@@ -14,7 +14,6 @@ namespace
 {
 
 constexpr int HUNDRED_PERCENT = 10000; // hundredths of a percent
-constexpr int MAX_PERCENTUAL = 99999;  // 999.99 %
 
 const char* OperacaoName(EOperacao operacao)
 {

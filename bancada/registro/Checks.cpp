@@ -10,12 +10,12 @@ namespace bancada
 
 Financial MaxLancamento()
 {
-    return Financial::FromCents(99'999'999'999);
+    return Financial::FromCents(MAX_LANCAMENTO_CENTS);
 }
 
 Financial MaxPagamento()
 {
-    return Financial::FromCents(99'999'999'999'999);
+    return Financial::FromCents(MAX_PAGAMENTO_CENTS);
 }
 
 Refusal CheckValor(const char* what, const Financial& valor, const Financial& maximum)

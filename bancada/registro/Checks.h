@@ -10,9 +10,10 @@
 namespace bancada
 {
 
-// The largest amounts the register takes, so that no sum or product leaves its integers.
-Financial MaxLancamento(); // an item, an adjustment, a cash movement: 999,999,999.99
-Financial MaxPagamento();  // more than 999 of those: 999,999,999,999.99
+// The largest amounts that the register takes, see Limits.h: of an item, an adjustment or a cash
+// movement, and of a payment.
+Financial MaxLancamento(); // 999,999,999.99
+Financial MaxPagamento();  // 999,999,999,999.99
 
 // `valor` is whole cents, above zero and at most `maximum`. `what` begins the message.
 Refusal CheckValor(const char* what, const Financial& valor, const Financial& maximum);
@@ -20,7 +21,7 @@ Refusal CheckValor(const char* what, const Financial& valor, const Financial& ma
 // A CPF or CNPJ, when one is given, has its digits and its check digits.
 Refusal CheckConsumidor(const Consumidor& consumidor);
 
-bool IsCupomOpen(const Memoria& memoria);
+[[nodiscard]] bool IsCupomOpen(const Memoria& memoria);
 
 // No receipt, voucher or report is open.
 Refusal CheckNothingOpen(const Memoria& memoria);

@@ -6,10 +6,7 @@
 namespace bancada
 {
 
-// Counters have six digits: after the last number they start over at 1.
-constexpr int LAST_CONTADOR = 999999;
-
-// Adds 1 to a counter and answers it.
+// Adds 1 to a counter, which starts over at 1 after MAX_CONTADOR, and answers it.
 int AdvanceContador(Memoria& memoria, FISCALDATA_COUNTER_INDEX contador);
 
 } // namespace bancada

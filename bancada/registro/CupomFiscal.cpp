@@ -12,11 +12,6 @@ namespace bancada
 namespace
 {
 
-constexpr int MAX_DECIMALS = 3;
-constexpr int QUANTIDADE_INTEGER_DIGITS = 7;
-constexpr int PRECO_INTEGER_DIGITS = 9;
-// Their product in cents stays within BigInt: 10^(7+3) x 10^(9+3) x 100 < 2^95.
-
 std::int64_t PowerOfTen(int exponent)
 {
     std::int64_t power = 1;

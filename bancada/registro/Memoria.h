@@ -9,6 +9,7 @@
 #include "FiscalData/FiscalDataTypes.h"
 #include "RtcClasses.h"
 #include "bancada/registro/Decimal.h"
+#include "bancada/registro/Limits.h"
 #include "libs/Financial.h"
 
 #include <array>
@@ -18,18 +19,6 @@
 
 namespace bancada
 {
-
-// The capacities of the register.
-constexpr int BASES_DE_IMPOSTO = 2;   // ICMS and ISSQN
-constexpr int MAX_ALIQUOTAS = 30;     // rates of a tax base: positions 0 to 29
-constexpr int MAX_ESPECIAIS = 9;      // F, I, N of a tax base, three each: positions 30 to 38
-constexpr int MAX_TOTALIZADORES = 39; // positions of a tax base
-constexpr int MAX_TOTALIZADORES_NF = 39;
-constexpr int MAX_MEIOS_PAGAMENTO = 20;
-constexpr int MAX_ITENS_CUPOM = Cupom::MAX_ITENS;
-constexpr int MAX_PAGAMENTOS_CUPOM = Cupom::MAX_PAGAMENTOS;
-static_assert(MAX_ALIQUOTAS + MAX_ESPECIAIS == MAX_TOTALIZADORES,
-              "a tax base is its rates and its special totalizers");
 
 constexpr int NUMERO_NF_FUNDO_TROCO = 1; // the non-fiscal totalizer of the till float
 constexpr int NUMERO_NF_SANGRIA = 2;     // and that of the cash withdrawal

@@ -15,10 +15,6 @@ namespace bancada
 namespace
 {
 
-constexpr int MAX_ALIQUOTA = 9999; // 99.99 %
-constexpr int MAX_LOJA = 9999;
-constexpr int MAX_SEQUENCIA = 999;
-
 constexpr std::array<std::string_view, 27> UNIDADES_DA_FEDERACAO = {
     "AC", "AL", "AM", "AP", "BA", "CE", "DF", "ES", "GO", "MA", "MG", "MS", "MT", "PA",
     "PB", "PE", "PI", "PR", "RJ", "RN", "RO", "RR", "RS", "SC", "SE", "SP", "TO"};
@@ -165,7 +161,7 @@ Refusal Registro::CheckProgramaLoja(int numero) const
     if (Refusal refusal = CheckNothingOpen(m_memoria)) {
         return refusal;
     }
-    return CheckRange("the shop's number", numero, MAX_LOJA);
+    return CheckRange("the shop's number", numero, MAX_NUMERO_LOJA);
 }
 
 void Registro::ProgramaLoja(int numero)
@@ -178,7 +174,7 @@ Refusal Registro::CheckProgramaSequenciaECF(int numero) const
     if (Refusal refusal = CheckNothingOpen(m_memoria)) {
         return refusal;
     }
-    return CheckRange("the till number", numero, MAX_SEQUENCIA);
+    return CheckRange("the till number", numero, MAX_SEQUENCIA_ECF);
 }
 
 void Registro::ProgramaSequenciaECF(int numero)

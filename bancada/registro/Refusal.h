@@ -7,7 +7,12 @@
 namespace bancada
 {
 
-// Why the register refuses an operation, in words for the operator; empty when it does not.
-using Refusal = std::optional<std::string>;
+// Why the register refuses an operation, in words for the operator; empty when it does not. Whoever
+// asks must look: the type itself is [[nodiscard]], so that no function can forget to be.
+class [[nodiscard]] Refusal : public std::optional<std::string>
+{
+  public:
+    using std::optional<std::string>::optional;
+};
 
 } // namespace bancada

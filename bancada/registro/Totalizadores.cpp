@@ -1,6 +1,7 @@
 #include "bancada/registro/Totalizadores.h"
 
-#include "bancada/registro/Memoria.h"
+#include "FiscalData/FiscalDataTypes.h"
+#include "bancada/registro/Limits.h"
 
 namespace bancada
 {
@@ -15,21 +16,19 @@ struct Range {
     int count; // numbers from 1 to this
 };
 
-constexpr int PER_CODIGO = 3; // special totalizers of a code
 constexpr int ICMS = BC_IND_FISCAL_BI_IND_ICMS;
 constexpr int ISSQN = BC_IND_FISCAL_BI_IND_ISSQN;
 
 constexpr Range RANGES[] = {
     {"T", ICMS, 0, MAX_ALIQUOTAS},
-    {"F", ICMS, MAX_ALIQUOTAS, PER_CODIGO},
-    {"I", ICMS, MAX_ALIQUOTAS + PER_CODIGO, PER_CODIGO},
-    {"N", ICMS, MAX_ALIQUOTAS + 2 * PER_CODIGO, PER_CODIGO},
+    {"F", ICMS, MAX_ALIQUOTAS, MAX_ESPECIAIS_POR_CODIGO},
+    {"I", ICMS, MAX_ALIQUOTAS + MAX_ESPECIAIS_POR_CODIGO, MAX_ESPECIAIS_POR_CODIGO},
+    {"N", ICMS, MAX_ALIQUOTAS + 2 * MAX_ESPECIAIS_POR_CODIGO, MAX_ESPECIAIS_POR_CODIGO},
     {"S", ISSQN, 0, MAX_ALIQUOTAS},
-    {"FS", ISSQN, MAX_ALIQUOTAS, PER_CODIGO},
-    {"IS", ISSQN, MAX_ALIQUOTAS + PER_CODIGO, PER_CODIGO},
-    {"NS", ISSQN, MAX_ALIQUOTAS + 2 * PER_CODIGO, PER_CODIGO},
+    {"FS", ISSQN, MAX_ALIQUOTAS, MAX_ESPECIAIS_POR_CODIGO},
+    {"IS", ISSQN, MAX_ALIQUOTAS + MAX_ESPECIAIS_POR_CODIGO, MAX_ESPECIAIS_POR_CODIGO},
+    {"NS", ISSQN, MAX_ALIQUOTAS + 2 * MAX_ESPECIAIS_POR_CODIGO, MAX_ESPECIAIS_POR_CODIGO},
 };
-static_assert(3 * PER_CODIGO == MAX_ESPECIAIS, "three codes of special totalizers a tax base");
 
 } // namespace
 

@@ -40,7 +40,7 @@ BENCH = {
     "leitura": [],
     "relatorio": ["log", "leitura"],
     "conferencia": ["log", "leitura"],
-    "gerador": [],
+    "gerador": ["registro"],
 }
 BENCH["cli"] = list(BENCH)
 

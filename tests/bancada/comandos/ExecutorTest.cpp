@@ -70,7 +70,7 @@ TEST_F(ComandoExecutor, RunsTheStepsInTheOrderOfTheirSlots)
 TEST_F(ComandoExecutor, LoggerRunsInsideATransactionWithItsEndStillUnset)
 {
     Spy spy;
-    executor.Execute(spy, RtcAbsoluteTime(EIGHT));
+    EXPECT_TRUE(executor.Execute(spy, RtcAbsoluteTime(EIGHT)).executed);
     EXPECT_TRUE(spy.inTransaction);
     EXPECT_TRUE(sqlite3_get_autocommit(database.Handle()) != 0);
     EXPECT_EQ(spy.endInLogger.s, matlong[0]);

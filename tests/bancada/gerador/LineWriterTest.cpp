@@ -18,12 +18,12 @@ TEST(GeradorLineWriter, FieldsAsTheTapeHasThem)
         line.Em(1709164799) // the last second of 28 February of a leap year
             .Em(1709251199)
             .Em(951868800) // 2000-03-01
-            .Dinheiro("a", 5)
-            .Dinheiro("b", 123456)
+            .Money("a", 5)
+            .Money("b", 123456)
             .Decimal("c", 12, 0)
             .Decimal("d", 80, 3)
-            .Sim("e")
-            .Numero("f", 1234567);
+            .True("e")
+            .Number("f", 1234567);
     }
     EXPECT_EQ(out.str(),
               R"({"cmd":"x","em":"2024-02-28 23:59:59","em":"2024-02-29 23:59:59",)"

@@ -2,8 +2,7 @@
 #include "bancada/leitura/Limits.h"
 
 #include "FiscalData/Cupom.h"
-#include "bancada/registro/Contadores.h"
-#include "bancada/registro/Memoria.h"
+#include "bancada/registro/Limits.h"
 
 #include <gtest/gtest.h>
 
@@ -14,7 +13,7 @@ namespace
 
 TEST(Limits, AreThoseOfTheRegister)
 {
-    EXPECT_EQ(leitura::LAST_COUNTER, LAST_CONTADOR);
+    EXPECT_EQ(leitura::LAST_COUNTER, MAX_CONTADOR);
     EXPECT_EQ(leitura::MAX_ITENS, Cupom::MAX_ITENS);
     EXPECT_EQ(leitura::MAX_PAGAMENTOS, Cupom::MAX_PAGAMENTOS);
     EXPECT_EQ(leitura::MAX_MEIOS_PAGAMENTO, MAX_MEIOS_PAGAMENTO);
