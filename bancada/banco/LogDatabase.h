@@ -1,23 +1,20 @@
-// The logging database as its owner keeps it.
+// The logging database of the bench: its owner, and what is counted of it.
 #pragma once
 
+#include "LogDatabase/LogDatabase.h"
+
 #include <cstdint>
+#include <exception>
 #include <functional>
 #include <map>
 #include <string>
 #include <string_view>
 #include <vector>
 
-struct sqlite3;
-struct sqlite3_stmt;
-
 namespace bancada
 {
 
 class FirmwareLog;
-
-// How the firmware log's entry about a lost command begins; the reason follows.
-inline constexpr char LOST_COMMAND_ENTRY[] = "LogDatabase: the rows of this command are lost: ";
 
 // What the database was asked and what it holds of it.
 struct LogDatabaseCounts {
@@ -35,35 +32,30 @@ struct LogDatabaseCounts {
     std::map<std::string, Rows> rows; // kept rows, by table; every logging table has its entry
 };
 
-// Owns the connection that the command loggers write through, and each command's transaction.
-//
-// A command's rows are kept whole or not at all. A statement that the engine refuses for itself
-// (its syntax, a constraint, a missing column, something that the module has no business with)
-// costs its own row alone. Anything else that fails (no room, no memory, a damaged file, an error
-// of the disk) loses the command: the engine may have rolled the whole transaction back without a
-// word, so from then on every statement of that command is refused, and what is left open is rolled
-// back. A transaction that cannot begin (locked, read-only) refuses the command's statements too.
-// None of this stops the register: it is counted and told to the firmware log.
+// The library's owner of the logging database (LogDatabase/LogDatabase.h), which holds each
+// command's transaction, and an observer that counts its statements and rows. Its entries go to the
+// firmware log that is on duty (FirmwareDuty).
 //
 // Not for more than one thread.
 class LogDatabase
 {
   public:
     struct Options {
-        bool append = false;      // accept a database that already holds rows
-        int busyTimeoutMs = 1000; // how long to wait for a lock of another connection
-        std::string vfs;          // the engine's file layer; empty is its default
+        bool append = false;              // accept a database that already holds rows
+        int busyTimeoutMs = 1000;         // how long to wait for a lock of another connection
+        std::string vfs;                  // the engine's file layer; empty is its default
+        int pageSize = 0;                 // of a new database; 0 is the library's own
+        std::int64_t checkpointBytes = 0; // 0 is the library's own
 
         // Told the number that the database carries before anything is written to it; throws to
         // refuse it.
         std::function<void(std::int32_t)> accept;
     };
 
-    // Opens the file `path` (":memory:" is a database in memory), makes it with the schema if it is
-    // missing or empty, and sets the connection up. `log` gets what goes wrong and must outlive
-    // this object, which becomes the observer of its rejected statements. Throws Unusable when the
-    // file cannot be opened or made, is no database or not a logging database, or holds rows and
-    // `append` is not set; an existing file is then as it was.
+    // Opens the file `path` (":memory:" is a database in memory), as the library does. This object
+    // becomes the observer of the rejected statements of `log`, which must outlive it. Throws
+    // Unusable when the file cannot be opened or made, is no database or not a logging database, or
+    // holds rows and `append` is not set; an existing file is then as it was.
     LogDatabase(const std::string& path, FirmwareLog& log);
     LogDatabase(const std::string& path, FirmwareLog& log, const Options& options);
     // Rolls back what is open and closes the file.
@@ -71,28 +63,13 @@ class LogDatabase
     LogDatabase(const LogDatabase&) = delete;
     LogDatabase& operator=(const LogDatabase&) = delete;
 
-    // The handle for Command::DBLogger. Between BeginCommand and CommitCommand the module's
-    // statements run on it (SELECT, INSERT and UPDATE on the logging tables); outside, SELECT
-    // alone.
-    sqlite3* Handle() const { return m_db; }
-
-    // Begins the transaction of a command. REQUIRES: none is begun. If the engine cannot begin it,
-    // the statements that follow are refused and the command goes on.
+    // As those of the library's owner (Begin, Commit). CommitCommand answers whether the command is kept.
+    bool IsOpen() const { return m_owner.IsOpen(); }
+    sqlite3* Handle() const { return m_owner.Handle(); }
     void BeginCommand();
-
-    // Releases the statements that the loggers left open and ends the transaction. Answers true
-    // when everything of the command that was not refused for itself is durable; false when the
-    // command is lost, and nothing of it is in the file. A command that begins no statement loses
-    // nothing. REQUIRES: a command is begun.
-    bool CommitCommand();
-
-    // Numbers the command that is begun: the database carries `number` exactly if it holds the
-    // command's transaction, which then is not empty. REQUIRES: a command is begun, 0 < number.
-    void NumberCommand(std::int32_t number);
-
-    // The number that the database carries: of the last numbered command that was committed; 0 if
-    // none was.
-    std::int32_t CommandNumber() const { return m_number; }
+    [[nodiscard]] bool CommitCommand();
+    void NumberCommand(std::int32_t number) { m_owner.NumberCommand(number); }
+    std::int32_t CommandNumber() const { return m_owner.CommandNumber(); }
 
     // Why the command committed last was lost; empty when it was not.
     const std::string& LastLoss() const { return m_loss; }
@@ -100,73 +77,41 @@ class LogDatabase
     const LogDatabaseCounts& Counts() const { return m_counts; }
 
   private:
-    void ListTables();
-    void Open(const std::string& path, const Options& options);
-    std::int32_t ReadNumber(const std::string& path) const;
-    bool IsFresh(const std::string& path) const;
-    void CreateSchema(const std::string& path);
-    void CheckSchema(const std::string& path) const;
-    void CheckEmpty(const std::string& path) const;
-    std::string SetWriteAheadLog();
-    void Configure();
-    void LimitStatements();
-    bool ExecuteOwn(const char* sql);
+    // What one statement changed: a logging table's place, and its rows.
+    struct Change {
+        int table = -1;
+        LogDatabaseCounts::Rows rows;
+    };
 
     void ForgetStatement();
     void KeepStatement();
     void StatementRejected(std::string_view statement);
-    void CheckTransaction();
-    void Lose(const std::string& reason);
-    void TellLoss();
-    bool PrepareRollback();
-    void RollBack();
-    void ReleaseOpenStatements();
-    void OverwriteFailedCommit();
     void SettleCounts(bool kept);
 
-    int Authorize(int action, const char* first, const char* second, const char* database,
-                  const char* trigger);
-    bool IsAllowed(int action, const char* first, const char* second);
-    // The position of a logging table in m_tables, or its size for any other name.
-    std::size_t TableIndex(std::string_view name) const;
-
-    static int OnAuthorize(void* self, int action, const char* first, const char* second,
-                           const char* database, const char* trigger);
-    static int OnTrace(unsigned type, void* self, void* statement, void* text);
+    static bool OnAccept(void* self, std::int32_t number);
+    static void OnConnected(void* self, sqlite3* db);
+    static void OnPreparing(void* self);
+    static void OnStarting(void* self, sqlite3_stmt* statement);
     static void OnUpdate(void* self, int operation, const char* database, const char* table,
                          long long rowid);
 
-    sqlite3* m_db = nullptr;
     FirmwareLog& m_log;
-    std::vector<std::string> m_tables; // the logging tables, sorted
-
-    std::string m_notice; // about the file, for the firmware log
-    bool m_own = false;   // a statement of this class itself is at work
-
-    std::int32_t m_number = 0;
-
-    // The command.
-    bool m_inCommand = false;
-    std::int32_t m_ownNumber = 0;       // 0: it has none
-    sqlite3_stmt* m_rollback = nullptr; // ends its transaction
-    bool m_began = false;               // its transaction was begun
-    bool m_asked = false;               // it has asked for a statement
-    std::int64_t m_recordsAtBegin = 0;  // of the engine's log
-    std::int64_t m_failuresAtBegin = 0;
-    bool m_lost = false;     // nothing more of it may reach the file
-    bool m_lossTold = false; // the firmware log has the reason
+    std::string m_vfs; // lent to the owner
+    std::function<void(std::int32_t)> m_accept;
+    std::exception_ptr m_refusal; // thrown by it
     std::string m_loss;
+    LogDatabaseCounts m_counts;
+    std::vector<LogDatabaseCounts::Rows*> m_rows; // of m_counts, by the table's place
 
-    // Its statement. What one changed is known to stay only when the next begins: until then it may
-    // be reported as rejected.
-    bool m_accessing = false; // the one being prepared reads or writes a table
-    std::string m_started;    // text of the one started last
+    // What a statement changed is known to stay only when the next one begins: until then it may be
+    // reported as rejected.
+    std::string m_started; // text of the one started last
     bool m_startedWrites = false;
-    std::vector<LogDatabaseCounts::Rows> m_statementRows; // as m_tables
-    std::vector<LogDatabaseCounts::Rows> m_commandRows;   // as m_tables
+    Change m_change;                                    // its own
+    std::vector<LogDatabaseCounts::Rows> m_commandRows; // by the table's place
     std::int64_t m_commandStatements = 0;
 
-    LogDatabaseCounts m_counts;
+    ::LogDatabase m_owner;
 };
 
 } // namespace bancada

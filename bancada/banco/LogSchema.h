@@ -1,6 +1,8 @@
 // The schema of the logging database.
 #pragma once
 
+#include "LogDatabase/Schema.h"
+
 #include <string>
 #include <utility>
 #include <vector>
@@ -8,8 +10,8 @@
 namespace bancada
 {
 
-// The text of sqlite/schema.sql, taken from there by the build.
-extern const char LOG_SCHEMA[];
+// The text of sqlite/schema.sql.
+using log_database::LOG_SCHEMA;
 
 // Every column of every table of the schema (table, column), by table name and column position.
 using SchemaColumns = std::vector<std::pair<std::string, std::string>>;

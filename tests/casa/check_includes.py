@@ -10,7 +10,8 @@ import sys
 from pathlib import Path
 
 # A layer is a folder, or a header and source of one name in the root. The order is the house's,
-# lowest first. The firmware half ends with CmdDBLogger and never includes what stands below it here.
+# lowest first. The firmware half ends with CmdDBLogger and LogDatabase, which do not know each
+# other, and never includes what stands below it here.
 FIRMWARE = {
     "libs": [],
     "RtcClasses": ["libs"],
@@ -20,6 +21,7 @@ FIRMWARE = {
     "FiscalCommands": ["libs", "RtcClasses", "FiscalData", "Interpreter"],
     "CmdDBLogger": ["libs", "RtcClasses", "MfdServices", "FiscalData", "Interpreter",
                     "FiscalCommands"],
+    "LogDatabase": ["libs", "MfdServices"],
 }
 LAYERS = {
     **FIRMWARE,
@@ -49,7 +51,7 @@ CLI = "bancada/cli/"
 TESTS_OF_CLI = ("tests/bancada/cli/", "tests/bancada/check_Comando.cpp")
 
 # The layers of the firmware half that talk to the engine.
-SEES_SQLITE = {"CmdDBLogger"}
+SEES_SQLITE = {"CmdDBLogger", "LogDatabase"}
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*(?P<open>[<"])(?P<path>[^>"]*)[>"]')
 STANDARD_HEADER = re.compile(r"[a-z_]+")

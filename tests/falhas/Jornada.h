@@ -39,7 +39,8 @@ class Bancada
 {
   public:
     // Throws bancada::Unusable as LogDatabase does.
-    Bancada(const SimulatedDisk& disk, const std::string& logPath, bool append = false);
+    Bancada(const SimulatedDisk& disk, const std::string& logPath, bool append = false,
+            int pageSize = 0);
 
     // Executes the command on the register; the answer is LogDatabase's about its rows. Fails the
     // test if the register refuses it.

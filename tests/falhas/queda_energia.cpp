@@ -29,7 +29,6 @@ Cut RunUntilDark(SimulatedDisk& disk)
     cut.acknowledged.assign(tape.size(), false);
     try {
         Bancada bancada(disk, log.Path());
-        sqlite3_wal_autocheckpoint(bancada.Handle(), 40);
         for (std::size_t i = 0; i < tape.size() && !disk.IsDark(); ++i) {
             cut.acknowledged[i] = bancada.Roda(tape[i]);
             cut.command = tape[i].name;

@@ -15,10 +15,10 @@ using namespace falhas;
 
 // Small pages and no room for them in memory: a logger of several statements writes to the disk
 // before its command is committed, and a full disk then fails a statement within the logger.
+constexpr int SMALL_PAGE = 512;
 int MakeSmall(sqlite3* db, char**, const sqlite3_api_routines*)
 {
-    return sqlite3_exec(db, "PRAGMA page_size = 512; PRAGMA cache_size = 1", nullptr, nullptr,
-                        nullptr);
+    return sqlite3_exec(db, "PRAGMA cache_size = 1", nullptr, nullptr, nullptr);
 }
 
 // The engine's way of setting up connections that others open.
@@ -46,7 +46,7 @@ TEST_F(LostTransaction, NothingMoreOfTheCommandReachesTheFileAndTheNextIsLoggedW
     for (int at = 1;; ++at) {
         SCOPED_TRACE("write " + std::to_string(at) + " of the Z");
         SimulatedDisk disk;
-        Bancada bancada(disk, log.Path());
+        Bancada bancada(disk, log.Path(), false, SMALL_PAGE);
         for (std::size_t i = 0; i < BeforeZ(); ++i) {
             ASSERT_TRUE(bancada.Roda(Fita()[i]));
         }
@@ -92,12 +92,12 @@ TEST_F(LostTransaction, CallerThatDoesNotLookKeepsHalfADocument)
     for (int at = 1;; ++at) {
         SimulatedDisk disk;
         SimulatedDisk whole;
-        Bancada bancada(whole, log.Path());
+        Bancada bancada(whole, log.Path(), false, SMALL_PAGE);
         for (std::size_t i = 0; i < BeforeZ(); ++i) {
             ASSERT_TRUE(bancada.Roda(Fita()[i]));
         }
         {
-            const Bancada schema(disk, log.Path());
+            const Bancada schema(disk, log.Path(), false, SMALL_PAGE);
         }
         const auto comando = bancada.caixa.Read(Z());
         ASSERT_TRUE(bancada.caixa.Execute(*comando, RtcAbsoluteTime(1709539300)).Executed());

@@ -1,13 +1,16 @@
-#include "bancada/banco/EngineLog.h"
+#include "LogDatabase/EngineLog.h"
+
+#include "LogDatabase/LogDatabase.h"
 
 #include <sqlite3.h>
 
-namespace bancada
+namespace log_database
 {
 namespace
 {
 
 thread_local EngineLogCounts counts;
+bool taken = false;
 
 // What is no failure, or the mere consequence of one.
 bool IsRemark(int result)
@@ -26,22 +29,27 @@ bool IsRemark(int result)
 void OnRecord(void*, int result, const char*)
 {
     ++counts.records;
-    if (IsStatementsOwn(result) || IsRemark(result)) {
+    if (IsRemark(result)) {
+        return;
+    }
+    ++counts.errors;
+    if (IsStatementsOwn(result)) {
         return;
     }
     ++counts.failures;
     counts.lastFailure = result;
 }
 
-const bool installed =
-    sqlite3_config(SQLITE_CONFIG_LOG, OnRecord, static_cast<void*>(nullptr)) == SQLITE_OK;
-
 } // namespace
 
 const EngineLogCounts& EngineLog()
 {
-    static_cast<void>(installed);
     return counts;
+}
+
+bool HasEngineLog()
+{
+    return taken;
 }
 
 bool IsStatementsOwn(int result)
@@ -62,4 +70,15 @@ bool IsStatementsOwn(int result)
     }
 }
 
-} // namespace bancada
+} // namespace log_database
+
+bool LogDatabase::PrepareEngine()
+{
+    using namespace log_database;
+    if (!taken) {
+        taken =
+            sqlite3_config(SQLITE_CONFIG_LOG, OnRecord, static_cast<void*>(nullptr)) == SQLITE_OK &&
+            sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0) == SQLITE_OK;
+    }
+    return taken;
+}

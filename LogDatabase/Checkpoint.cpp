@@ -1,0 +1,71 @@
+// The write-ahead log's size, and how it comes back into the database.
+#include "LogDatabase/Fault.h"
+#include "LogDatabase/LogDatabase.h"
+#include "LogDatabase/Query.h"
+
+#include <cstdio>
+#include <sqlite3.h>
+
+using namespace log_database;
+
+namespace
+{
+
+// The engine's write-ahead log: a header, and each page with one of its own.
+constexpr std::int64_t LOG_HEADER_BYTES = 32;
+constexpr std::int64_t FRAME_HEADER_BYTES = 24;
+
+} // namespace
+
+// In place of the engine's own checkpoint within COMMIT: when the log is copied is decided here.
+void LogDatabase::WatchLog()
+{
+    sqlite3_wal_hook(m_db, OnLog, this);
+}
+
+int LogDatabase::OnLog(void* self, sqlite3*, const char*, int pages)
+{
+    auto& owner = *static_cast<LogDatabase*>(self);
+    owner.m_logBytes = LOG_HEADER_BYTES + pages * (FRAME_HEADER_BYTES + owner.m_pageBytes);
+    return SQLITE_OK;
+}
+
+bool LogDatabase::ReadPage()
+{
+    Query size(m_db, "PRAGMA page_size");
+    if (!size.Next()) {
+        return false;
+    }
+    m_pageBytes = size.Integer(0);
+    // A log that had to grow gives its room back when it begins anew.
+    char sql[60];
+    std::snprintf(sql, sizeof sql, "PRAGMA journal_size_limit = %lld",
+                  static_cast<long long>(m_options.checkpointBytes));
+    return ExecuteOwn(sql);
+}
+
+// Answers LOCKED when a reader still needs some of the log.
+LogFault LogDatabase::Checkpoint(int mode)
+{
+    int pages = 0;
+    int copied = 0;
+    m_own = true;
+    const int result = sqlite3_wal_checkpoint_v2(m_db, "main", mode, &pages, &copied);
+    m_own = false;
+    if (result != SQLITE_OK) {
+        return FaultOf(result);
+    }
+    return copied < pages ? LogFault::LOCKED : LogFault::NONE;
+}
+
+LogFault LogDatabase::Rest()
+{
+    if (!IsOpen() || m_inCommand || !m_writeAheadLog) {
+        return LogFault::NONE;
+    }
+    const LogFault fault = Checkpoint(SQLITE_CHECKPOINT_RESTART);
+    if (fault == LogFault::NONE) {
+        m_logBytes = 0;
+    }
+    return fault;
+}

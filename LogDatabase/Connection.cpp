@@ -1,0 +1,280 @@
+// The connection: opened on the right file and on no other, set up, and opened anew when it does
+// not do its work any more.
+#include "LogDatabase/EngineLog.h"
+#include "LogDatabase/Guard.h"
+#include "LogDatabase/LogDatabase.h"
+#include "LogDatabase/Look.h"
+#include "LogDatabase/Query.h"
+#include "LogDatabase/Schema.h"
+
+#include <cstdio>
+#include <cstring>
+#include <sqlite3.h>
+
+using namespace log_database;
+
+namespace
+{
+
+constexpr char IN_MEMORY[] = ":memory:";
+
+// Whether a file that could not be opened may be one that can be opened later, as it is.
+bool MayPass(LogFault fault)
+{
+    switch (fault) {
+    case LogFault::CANNOT_OPEN:
+    case LogFault::LOCKED:
+    case LogFault::READ_ONLY:
+    case LogFault::FULL:
+    case LogFault::NO_MEMORY:
+    case LogFault::DISK:
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+LogFault LogDatabase::Fail(LogFault fault, const char* reason)
+{
+    CopyText(m_text, reason);
+    return fault;
+}
+
+// What the engine said last, with the operating system's word where it has one.
+LogFault LogDatabase::FailByEngine()
+{
+    const int number = sqlite3_system_errno(m_db);
+    if (number == 0) {
+        CopyText(m_text, sqlite3_errmsg(m_db));
+    } else {
+        std::snprintf(m_text, sizeof m_text, "%s (%s)", sqlite3_errmsg(m_db),
+                      std::strerror(number));
+    }
+    const LogFault fault = FaultOf(sqlite3_extended_errcode(m_db));
+    return fault == LogFault::NONE ? LogFault::OTHER : fault;
+}
+
+LogFault LogDatabase::Open(const char* path, const LogDatabaseOptions& options)
+{
+    Close();
+    m_options = options;
+    m_text[0] = '\0';
+    m_wasOpen = false;
+    m_path[0] = '\0';
+    if (path == nullptr || path[0] == '\0') {
+        m_fault = Fail(LogFault::CANNOT_OPEN, "it has no name");
+    } else if (std::strlen(path) >= sizeof m_path) {
+        m_fault = Fail(LogFault::CANNOT_OPEN, "its name is too long");
+    } else {
+        std::strcpy(m_path, path);
+        m_inMemory = std::strcmp(path, IN_MEMORY) == 0;
+        m_engineTooLate = !PrepareEngine();
+        m_fault = OpenFile();
+    }
+    if (!IsOpen()) {
+        RefuseEverything();
+    }
+    return m_fault;
+}
+
+LogFault LogDatabase::OpenFile()
+{
+    if (!m_inMemory) {
+        SchemaIdentity identity;
+        Reason reason;
+        const LogFault fault = Look(m_path, m_options, identity, reason);
+        // Where the engine cannot open the file, Connect asks again and says more of it.
+        if (fault != LogFault::NONE && fault != LogFault::CANNOT_OPEN) {
+            return Fail(fault, reason.text);
+        }
+    }
+    return Connect();
+}
+
+LogFault LogDatabase::Connect()
+{
+    const int create = m_wasOpen ? 0 : SQLITE_OPEN_CREATE;
+    LogFault fault = LogFault::NONE;
+    if (sqlite3_open_v2(m_path, &m_db,
+                        SQLITE_OPEN_READWRITE | create | SQLITE_OPEN_NOMUTEX |
+                            SQLITE_OPEN_EXRESCODE,
+                        m_options.vfs) != SQLITE_OK) {
+        fault = FailByEngine();
+    } else {
+        fault = SetUp();
+    }
+    if (fault != LogFault::NONE && fault != LogFault::READ_ONLY) {
+        Disconnect(LogAtEnd::STAYS);
+        return fault;
+    }
+    m_wasOpen = true;
+    if (m_options.connected != nullptr) {
+        m_options.connected(m_options.context, m_db);
+    }
+    return fault;
+}
+
+LogFault LogDatabase::SetUp()
+{
+    sqlite3_busy_timeout(m_db, m_options.busyTimeoutMs);
+    DistrustFile(m_db);
+
+    SchemaIdentity identity;
+    Reason reason;
+    const LogFault fault = ReadIdentity(m_db, identity, reason);
+    if (fault != LogFault::NONE) {
+        return Fail(fault, reason.text);
+    }
+    if (identity.fresh && m_wasOpen) {
+        return Fail(LogFault::NOT_A_LOG, "it was emptied while it was in use");
+    }
+    const bool readOnly = sqlite3_db_readonly(m_db, "main") == 1;
+    if (readOnly && identity.fresh) {
+        return Fail(LogFault::READ_ONLY, sqlite3_errstr(SQLITE_READONLY));
+    }
+    m_number = identity.number;
+    if (identity.fresh) {
+        char sql[40];
+        std::snprintf(sql, sizeof sql, "PRAGMA page_size = %d", m_options.pageSize);
+        ExecuteOwn(sql);
+    }
+    WatchLog();
+    if (!SetJournal() || (!readOnly && identity.version < SCHEMA_VERSION && !WriteSchema()) ||
+        !ReadPage()) {
+        return FailByEngine();
+    }
+    Guard();
+    if (!PrepareOwn()) {
+        return FailByEngine();
+    }
+    return readOnly ? Fail(LogFault::READ_ONLY, sqlite3_errstr(SQLITE_READONLY)) : LogFault::NONE;
+}
+
+bool LogDatabase::WriteSchema()
+{
+    m_own = true;
+    bool written = sqlite3_exec(m_db, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr) == SQLITE_OK;
+    // Whoever came first has done it.
+    SchemaIdentity now;
+    Reason reason;
+    written = written && ReadIdentity(m_db, now, reason) == LogFault::NONE;
+    if (written && now.fresh) {
+        written = MakeSchema(m_db) == SQLITE_OK;
+    } else if (written) {
+        written = UpgradeSchema(m_db, now.version) == SQLITE_OK;
+    }
+    written = written && sqlite3_exec(m_db, "COMMIT", nullptr, nullptr, nullptr) == SQLITE_OK;
+    m_own = false;
+    return written;
+}
+
+bool LogDatabase::PrepareOwn()
+{
+    const struct {
+        sqlite3_stmt*& statement;
+        const char* sql;
+    } all[] = {{m_begin, "BEGIN IMMEDIATE"},
+               {m_commit, "COMMIT"},
+               {m_rollback, "ROLLBACK"},
+               {m_readNumber, "PRAGMA user_version"}};
+    m_own = true;
+    bool prepared = true;
+    for (const auto& one : all) {
+        prepared = prepared && sqlite3_prepare_v3(m_db, one.sql, -1, SQLITE_PREPARE_PERSISTENT,
+                                                  &one.statement, nullptr) == SQLITE_OK;
+    }
+    m_own = false;
+    return prepared;
+}
+
+bool LogDatabase::ExecuteOwn(const char* sql)
+{
+    m_own = true;
+    const int result = sqlite3_exec(m_db, sql, nullptr, nullptr, nullptr);
+    m_own = false;
+    return result == SQLITE_OK;
+}
+
+bool LogDatabase::StepOwn(sqlite3_stmt* statement)
+{
+    m_own = true;
+    sqlite3_step(statement);
+    const int result = sqlite3_reset(statement);
+    m_own = false;
+    return result == SQLITE_OK;
+}
+
+void LogDatabase::Disconnect(LogAtEnd log)
+{
+    if (m_db == nullptr) {
+        return;
+    }
+    m_own = true;
+    while (sqlite3_stmt* open = sqlite3_next_stmt(m_db, nullptr)) {
+        sqlite3_finalize(open);
+    }
+    m_begin = m_commit = m_rollback = m_readNumber = nullptr;
+    if (log == LogAtEnd::STAYS) {
+        sqlite3_db_config(m_db, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+    }
+    sqlite3_close(m_db);
+    m_own = false;
+    m_db = nullptr;
+    m_refuses = false;
+    m_writeAheadLog = m_synced = false;
+    m_logBytes = 0;
+}
+
+void LogDatabase::Close()
+{
+    Disconnect(LogAtEnd::IS_COPIED);
+    m_inCommand = false;
+}
+
+// Stands in for the connection that could not be had: whatever runs on it is refused and named in
+// the firmware log.
+void LogDatabase::RefuseEverything()
+{
+    if (sqlite3_open_v2(IN_MEMORY, &m_db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr) !=
+        SQLITE_OK) {
+        sqlite3_close(m_db);
+        m_db = nullptr;
+        return;
+    }
+    m_refuses = true;
+    Guard();
+}
+
+// Whether what keeps a command from beginning may be the connection's own: a lock that it could not
+// give back, a file that is not the one that it has open any more.
+bool LogDatabase::NewConnectionMayHelp() const
+{
+    if (m_inMemory || m_path[0] == '\0') {
+        return false;
+    }
+    if (!IsOpen()) {
+        return m_wasOpen || MayPass(m_fault);
+    }
+    switch (FaultOf(sqlite3_extended_errcode(m_db))) {
+    case LogFault::LOCKED:
+    case LogFault::DISK:
+    case LogFault::CANNOT_OPEN:
+    case LogFault::READ_ONLY:
+        return true;
+    default:
+        return false;
+    }
+}
+
+// Answers whether there is a connection again. Without one, whatever runs is refused.
+bool LogDatabase::Reconnect()
+{
+    Disconnect(LogAtEnd::STAYS);
+    m_fault = m_wasOpen ? Connect() : OpenFile();
+    if (!IsOpen()) {
+        RefuseEverything();
+    }
+    return IsOpen();
+}

@@ -1,0 +1,76 @@
+// How commits are made durable.
+#include "LogDatabase/Fault.h"
+#include "LogDatabase/LogDatabase.h"
+#include "LogDatabase/Query.h"
+
+#include "MfdServices/GravaLog.h"
+
+#include <cstdio>
+#include <cstring>
+#include <sqlite3.h>
+
+using namespace log_database;
+
+// The write-ahead log, synced at every commit: of all the engine's modes the one that keeps each
+// command that was acknowledged through a power cut, with one sync. How the statement ends counts,
+// not what its row says: its own commit comes after it. So the mode is asked again.
+bool LogDatabase::SetWriteAheadLog()
+{
+    char reason[sizeof m_notice] = "";
+    m_own = true;
+    {
+        Query set(m_db, "PRAGMA journal_mode = WAL");
+        while (set.Next()) {
+            CopyText(reason, set.Text(0));
+        }
+        if (set.Result() != SQLITE_DONE) {
+            CopyText(reason, sqlite3_errmsg(m_db));
+        }
+    }
+    bool isSet = false;
+    {
+        Query mode(m_db, "PRAGMA journal_mode");
+        isSet = mode.Next() && std::strcmp(mode.Text(0), "wal") == 0;
+    }
+    m_own = false;
+    if (!isSet && !m_journalTold) {
+        std::snprintf(m_notice, sizeof m_notice, "LogDatabase: no write-ahead log: %.180s", reason);
+        m_journalTold = true;
+    } else if (isSet && m_journalTold) {
+        CopyText(m_notice, "LogDatabase: the write-ahead log is in use again");
+        m_journalTold = false;
+    }
+    return isSet;
+}
+
+// Without the write-ahead log a command that was acknowledged is kept only if the folder is synced
+// too when the journal is gone: that is EXTRA.
+bool LogDatabase::SetJournal()
+{
+    if (m_synced && (m_writeAheadLog || m_inMemory)) {
+        return true;
+    }
+    if (!m_inMemory && SetWriteAheadLog() != m_writeAheadLog) {
+        m_writeAheadLog = !m_writeAheadLog;
+        m_synced = false;
+    }
+    if (!m_synced) {
+        m_synced = ExecuteOwn(m_writeAheadLog ? "PRAGMA synchronous = FULL"
+                                              : "PRAGMA synchronous = EXTRA");
+    }
+    return m_synced;
+}
+
+void LogDatabase::TellNotice()
+{
+    if (m_engineTooLate) {
+        m_engineTooLate = false;
+        char late[] = "LogDatabase: the engine was in use before PrepareEngine: some failures "
+                      "cannot be seen";
+        Vindral_GravaLog(late);
+    }
+    if (m_notice[0] != '\0') {
+        Vindral_GravaLog(m_notice);
+        m_notice[0] = '\0';
+    }
+}
