@@ -30,7 +30,9 @@ bool LogDatabase::Begin()
         sqlite3_busy_timeout(m_db, m_options.busyTimeoutMs);
     }
     if (!m_began) {
-        if (m_db == nullptr || m_refuses) {
+        if (m_path[0] == '\0' && m_fault == LogFault::NONE) {
+            Lose(LogFault::CANNOT_OPEN, "no database is open");
+        } else if (!IsOpen()) {
             Lose(m_fault, m_text);
         } else {
             LoseByEngine();
@@ -44,7 +46,7 @@ bool LogDatabase::Begin()
 
 bool LogDatabase::BeginTransaction(int waitMs)
 {
-    if (m_db == nullptr || m_refuses) {
+    if (!IsOpen()) {
         return false;
     }
     // Nothing should be open here; a transaction that a failed rollback left behind would swallow
