@@ -91,8 +91,8 @@ LogOutcome LogDatabase::Commit()
         m_lastAttempt = 0;
     }
 
-    // A command that could not begin, but asked for nothing, has lost nothing.
-    if (m_lost && (m_began || m_asked)) {
+    // A command that asked for nothing has lost nothing.
+    if (m_lost && (m_asked || (m_began && m_ownNumber > 0))) {
         TellLoss();
         SyncLog();
         outcome.state = m_began ? LogState::LOST : LogState::NOT_BEGUN;

@@ -130,16 +130,16 @@ TEST_F(Opening, RefusesADatabaseWithoutTheTables)
 TEST_F(Opening, LeavesTheLogOfAnotherApplicationWhereItIs)
 {
     Plain("PRAGMA journal_mode = WAL; CREATE TABLE notes (text)");
-    std::string database;
+    std::string content;
     std::string log;
     {
         Other writer(Path());
         writer.Run("INSERT INTO notes VALUES ('kept')");
-        database = folder.Read("db");
+        content = folder.Read("db");
         log = folder.Read("db-wal");
     }
     ASSERT_FALSE(log.empty());
-    folder.Write("db", database);
+    folder.Write("db", content);
     folder.Write("db-wal", log);
     ExpectRefused(LogFault::NOT_A_LOG,
                   "it is not a logging database: it has no column cupom_fiscal.cont_coo");
@@ -149,7 +149,7 @@ TEST_F(Opening, LeavesTheLogOfAnotherApplicationWhereItIs)
 TEST_F(Opening, LeavesTheJournalOfAnotherApplicationWhereItIs)
 {
     Plain("CREATE TABLE notes (text); INSERT INTO notes VALUES ('kept')");
-    std::string database;
+    std::string content;
     std::string journal;
     {
         Other writer(Path());
@@ -157,11 +157,11 @@ TEST_F(Opening, LeavesTheJournalOfAnotherApplicationWhereItIs)
         for (int i = 0; i < 50; ++i) {
             writer.Run("INSERT INTO notes VALUES ('" + std::string(3000, 'x') + "')");
         }
-        database = folder.Read("db");
+        content = folder.Read("db");
         journal = folder.Read("db-journal");
     }
     ASSERT_FALSE(journal.empty());
-    folder.Write("db", database);
+    folder.Write("db", content);
     folder.Write("db-journal", journal);
     ExpectRefused(LogFault::NOT_A_LOG,
                   "it is not a logging database: it has no column cupom_fiscal.cont_coo");

@@ -52,7 +52,7 @@ TEST_F(Journal, AReaderAtTheStartDelaysItAndNoCommandIsWithoutASecondSyncUntilTh
                   std::vector<std::string>{"LogDatabase: no write-ahead log: database is locked"});
         database.Commit();
         database.Begin();
-        EXPECT_EQ(Entries().size(), 1U) << "told once";
+        EXPECT_EQ(Entries().size(), 1U) << "told once, and nothing is lost";
         database.Commit();
     }
     EXPECT_EQ(Command({"INSERT INTO versao_sb VALUES (1, 'v')"}).state, LogState::KEPT);
