@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Checks what the library's archive needs from whoever links it.
 
-Usage: check_symbols.py --cxx COMPILER --nm NM ARCHIVE
+Usage: check_symbols.py --cxx COMPILER --nm NM [--no-runtime] ARCHIVE
+With --no-runtime it may not need the C++ runtime's support of the language either.
 Names every symbol that it may not need and the object that does; exit code 1 when there is one.
 """
 
@@ -70,7 +71,7 @@ def runtime_symbols(cxx, nm):
     return symbols
 
 
-def fault(symbol, member, runtime):
+def fault(symbol, member, runtime, support):
     """Why `member` may not need `symbol`, or None."""
     if ALLOCATION.fullmatch(symbol):
         if symbol in ALLOWED_ALLOCATIONS and member in ALLOCATES:
@@ -78,8 +79,10 @@ def fault(symbol, member, runtime):
         return "allocates"
     if symbol in LEFT_TO_THE_USER or symbol in LINKER:
         return None
-    if SQLITE.fullmatch(symbol) or LANGUAGE_SUPPORT.fullmatch(symbol) or symbol in runtime:
+    if SQLITE.fullmatch(symbol) or symbol in runtime:
         return None
+    if LANGUAGE_SUPPORT.fullmatch(symbol):
+        return None if support else "is the C++ runtime's"
     return "is neither SQLite's, nor the runtimes', nor one that the library leaves to its user"
 
 
@@ -87,6 +90,7 @@ def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--cxx", required=True)
     parser.add_argument("--nm", required=True)
+    parser.add_argument("--no-runtime", action="store_true")
     parser.add_argument("archive")
     arguments = parser.parse_args()
 
@@ -94,7 +98,7 @@ def main():
     runtime = runtime_symbols(arguments.cxx, arguments.nm)
     faults = [f"{symbol}, needed by {member}, {reason}"
               for symbol, members in sorted(undefined.items()) for member in sorted(members)
-              if (reason := fault(symbol, member, runtime)) is not None]
+              if (reason := fault(symbol, member, runtime, not arguments.no_runtime)) is not None]
     faults += [f"{symbol} is the user's to define, not the library's"
                for symbol in sorted(LEFT_TO_THE_USER & defined)]
     if not defined:

@@ -102,7 +102,8 @@ class Installed(unittest.TestCase):
             with self.subTest(door=door):
                 source = tools.work / "door.cpp"
                 source.write_text(f'#include "{door}"\n')
-                run(tools.cxx, "-std=c++17", "-fsyntax-only", "-I", self.prefix / HEADERS, source)
+                run(tools.cxx, "-std=c++17", "-Wall", "-Wextra", "-Wnon-virtual-dtor", "-Werror",
+                    "-fsyntax-only", "-I", self.prefix / HEADERS, source)
 
     def test_another_major_version_is_refused(self):
         build = tools.work / "other-version"

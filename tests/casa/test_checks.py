@@ -329,7 +329,7 @@ class Documents(unittest.TestCase):
 
 
 class Symbols(unittest.TestCase):
-    def check(self, sources):
+    def check(self, sources, *options):
         with tempfile.TemporaryDirectory() as folder:
             objects = []
             for name, text in sources.items():
@@ -342,10 +342,10 @@ class Symbols(unittest.TestCase):
             code, output = run(tools.ar, "rcs", archive, *objects)
             self.assertEqual(code, 0, output)
             return run(sys.executable, HERE / "check_symbols.py",
-                       "--cxx", tools.cxx, "--nm", tools.nm, archive)
+                       "--cxx", tools.cxx, "--nm", tools.nm, *options, archive)
 
-    def assert_fault(self, sources, expected):
-        code, output = self.check(sources)
+    def assert_fault(self, sources, expected, *options):
+        code, output = self.check(sources, *options)
         self.assertEqual(code, 1, output)
         self.assertIn(expected, output)
 
@@ -401,6 +401,12 @@ class Symbols(unittest.TestCase):
 
     def test_throw(self):
         self.assert_fault({"a.cpp": "void a() { throw 1; }\n"}, "__cxa_throw")
+
+    def test_type_information_without_the_runtime(self):
+        sources = {"a.cpp": "struct A { virtual void F(); };\nvoid A::F() {}\n"}
+        self.assertEqual(self.check(sources)[0], 0)
+        self.assert_fault(sources, "vtable for __cxxabiv1::__class_type_info, needed by a.cpp.o, "
+                                   "is the C++ runtime's", "--no-runtime")
 
     def test_empty_archive(self):
         self.assert_fault({"a.cpp": ""}, "defines nothing")
