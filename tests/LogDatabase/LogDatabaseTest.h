@@ -2,7 +2,7 @@
 #pragma once
 
 #include "LogDatabase/LogDatabase.h"
-#include "tests/bancada/TempFolder.h"
+#include "tests/support/Files.h"
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
@@ -40,7 +40,7 @@ class LogDatabaseTest : public testing::Test
     // The entries that contain `text`.
     static int CountEntries(const std::string& text);
 
-    bancada_test::TempFolder folder;
+    test_support::TempFolder folder;
     LogDatabase database;
 };
 
