@@ -119,16 +119,16 @@ TEST_F(ComandoExecutor, StatementsThatALoggerLeavesOpenAreReleased)
         }
         return count;
     };
-    EXPECT_EQ(open(), 0);
+    const int ofTheOwner = open(); // which it keeps from command to command
     database.BeginCommand();
-    const int ofTheCaller = open(); // the caller's own
+    EXPECT_EQ(open(), ofTheOwner);
     comando.DBLogger(database.Handle());
-    EXPECT_EQ(open(), ofTheCaller + 1);
+    EXPECT_EQ(open(), ofTheOwner + 1);
     EXPECT_TRUE(database.CommitCommand());
-    EXPECT_EQ(open(), 0);
+    EXPECT_EQ(open(), ofTheOwner);
 
     Run(R"({"cmd":"insere_reg_ope_nf","indice":4,"descricao":"LUZ"})");
-    EXPECT_EQ(open(), 0);
+    EXPECT_EQ(open(), ofTheOwner);
 }
 
 } // namespace
