@@ -1,12 +1,47 @@
 // ecf-bancada: the register that one can run on a desk.
 #include "bancada/Unusable.h"
+#include "bancada/cli/Interruption.h"
 #include "bancada/cli/StandardFiles.h"
 #include "bancada/cli/Subcommands.h"
 #include "bancada/tape/Place.h"
 
 #include <CLI/CLI.hpp>
+#include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <iostream>
+#include <new>
+
+namespace
+{
+
+constexpr char OUT_OF_MEMORY[] = "ecf-bancada: out of memory\n";
+
+// Where an exception finds no way out: in what must not throw, and while another is on its way.
+// For want of memory the program ends there as it may at any moment, by exit code; what is not
+// committed is undone by whoever opens the files next. Anything else is a fault of the program.
+[[noreturn]] void EndWithoutUnwinding()
+{
+    if (const std::exception_ptr thrown = std::current_exception()) {
+        try {
+            std::rethrow_exception(thrown);
+        } catch (const std::bad_alloc&) {
+            std::fputs(OUT_OF_MEMORY, stderr); // which has no buffer to allocate
+            std::_Exit(bancada::EXIT_UNUSABLE);
+        } catch (...) {
+            std::abort();
+        }
+    }
+    std::abort();
+}
+
+// Before the program's own constants are made, for these allocate too.
+[[gnu::constructor(101)]] void TakeCharge()
+{
+    std::set_terminate(EndWithoutUnwinding);
+}
+
+} // namespace
 
 int main(int argc, char** argv)
 {
@@ -38,10 +73,20 @@ int main(int argc, char** argv)
         std::cout.flush();
         std::cerr << error.what() << "\n";
         exitCode = EXIT_UNUSABLE;
+    } catch (const std::bad_alloc&) {
+        std::cout.flush();
+        std::cerr << OUT_OF_MEMORY;
+        exitCode = EXIT_UNUSABLE;
     } catch (const std::exception& error) {
         std::cout.flush();
         std::cerr << "ecf-bancada: " << error.what() << "\n";
         exitCode = EXIT_UNUSABLE;
     }
-    return FlushStandardOutput() ? exitCode : EXIT_UNUSABLE;
+    if (!FlushStandardOutput()) {
+        return EXIT_UNUSABLE;
+    }
+    if (exitCode > EXIT_SIGNAL) {
+        EndBySignal(exitCode - EXIT_SIGNAL);
+    }
+    return exitCode;
 }

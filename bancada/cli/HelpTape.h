@@ -12,7 +12,7 @@ namespace bancada
 std::string DescribeTape();
 
 // The section of one command. Throws Unusable if there is none of that name.
-std::string DescribeCommand(std::string_view command);
+[[nodiscard]] std::string DescribeCommand(std::string_view command);
 
 // `document` with what stands between its two markers replaced by DescribeTape(). Throws
 // std::invalid_argument if it has not both, in their order.

@@ -1,10 +1,14 @@
 // ecf-bancada run: executes a tape.
 #include "bancada/Unusable.h"
 #include "bancada/caixa/Caixa.h"
+#include "bancada/cli/FileLock.h"
+#include "bancada/cli/Interruption.h"
 #include "bancada/cli/Progress.h"
+#include "bancada/cli/RunFiles.h"
 #include "bancada/cli/RunSummary.h"
 #include "bancada/cli/Subcommands.h"
 #include "bancada/memoria/MemoriaFile.h"
+#include "bancada/memoria/WholeFile.h"
 #include "bancada/tape/TapeClock.h"
 #include "bancada/tape/TapeReader.h"
 
@@ -21,44 +25,40 @@ namespace
 {
 
 struct RunOptions {
-    std::string tape;
-    std::string database;
-    std::string log;
-    std::string memory; // empty: none is kept
+    RunFiles files;
     bool replies = false;
     bool strict = false;
     bool append = false;
 };
 
-// The files that the run writes grow while the tape is read: none of them may be another one.
-void RequireDistinct(const RunOptions& options)
+std::unique_ptr<FileLock> LockDatabase(const RunFiles& files)
 {
-    std::vector<const std::string*> paths = {&options.tape, &options.database, &options.log};
-    if (!options.memory.empty()) {
-        paths.push_back(&options.memory);
+    return files.DatabaseIsFile() ? std::make_unique<FileLock>(FollowLinks(files.database),
+                                                               "the database " + files.database)
+                                  : nullptr;
+}
+
+std::unique_ptr<FileLock> LockMemory(const RunFiles& files)
+{
+    if (!files.HasMemory()) {
+        return nullptr;
     }
-    for (const std::string* one : paths) {
-        for (const std::string* other : paths) {
-            std::error_code none;
-            if (one != other &&
-                (*one == *other || std::filesystem::equivalent(*one, *other, none))) {
-                throw Unusable(*one + " cannot be two of tape, database, firmware log and memory");
-            }
-        }
-    }
+    auto lock = std::make_unique<FileLock>(FollowLinks(files.memory), "the memory " + files.memory);
+    lock->Require(); // it could not be written either
+    return lock;
 }
 
 // Reads the memory, if one is kept.
-std::unique_ptr<MemoriaFile> OpenMemory(const RunOptions& options)
+std::unique_ptr<MemoriaFile> OpenMemory(const RunFiles& files)
 {
-    if (options.memory.empty()) {
+    if (!files.HasMemory()) {
         return nullptr;
     }
-    auto memory = std::make_unique<MemoriaFile>(options.memory);
+    auto memory = std::make_unique<MemoriaFile>(files.memory);
     // Said before the missing database would be made.
     std::error_code none;
-    if (!std::filesystem::exists(options.database, none)) {
-        memory->CheckNumber(0, options.database);
+    if (!std::filesystem::exists(files.database, none)) {
+        memory->CheckNumber(0, files.database);
     }
     return memory;
 }
@@ -68,24 +68,30 @@ class Run
 {
   public:
     explicit Run(const RunOptions& options)
-        : m_tape(options.tape), m_memory(OpenMemory(options)),
-          m_caixa(options.database, DatabaseOptions(options, m_memory.get())),
+        : m_tape(options.files.tape, [this](int file) { return m_interruption.WaitToRead(file); }),
+          m_databaseLock(LockDatabase(options.files)), m_memoryLock(LockMemory(options.files)),
+          m_memory(OpenMemory(options.files)),
+          m_caixa(options.files.database, DatabaseOptions(options, m_memory.get())),
           m_replies(options.replies)
     {
+        // Behind the database's own reasons not to be used, which tell more.
+        if (m_databaseLock != nullptr) {
+            m_databaseLock->Require();
+        }
         // Last, so that a database that is refused leaves no log behind.
-        m_caixa.OpenLog(options.log);
+        m_caixa.OpenLog(options.files.log);
         if (m_memory != nullptr) {
             TakeUpMemory();
         }
     }
 
-    // Runs the tape to its end. Throws TapeError where it cannot be read further; what came before
-    // is logged.
+    // Runs the tape to its end, or until it is interrupted between two lines. Throws TapeError
+    // where it cannot be read further; what came before is logged.
     void ToTheEnd()
     {
         Progress progress(m_tape);
         TapeCommand line;
-        for (std::int64_t commands = 0; m_tape.Next(line); ++commands) {
+        for (std::int64_t commands = 0; Signal() == 0 && m_tape.Next(line); ++commands) {
             Execute(line);
             progress.Show(commands);
         }
@@ -113,6 +119,8 @@ class Run
     }
 
     bool HasFindings() const { return m_summary.HasFindings(); }
+    // The signal that ended the run, or 0.
+    int Signal() const { return m_interruption.Signal(); }
 
   private:
     static LogDatabase::Options DatabaseOptions(const RunOptions& options,
@@ -122,7 +130,7 @@ class Run
         result.append = options.append;
         if (memory != nullptr) {
             result.append = options.append || memory->HasProgress();
-            result.accept = [memory, path = options.database](std::int32_t number) {
+            result.accept = [memory, path = options.files.database](std::int32_t number) {
                 memory->CheckNumber(number, path);
             };
         }
@@ -223,8 +231,12 @@ class Run
         }
     }
 
+    Interruption m_interruption;
     TapeReader m_tape;
     TapeClock m_clock;
+    // Held until all that they guard is closed; null for what is no file.
+    std::unique_ptr<FileLock> m_databaseLock;
+    std::unique_ptr<FileLock> m_memoryLock;
     std::unique_ptr<MemoriaFile> m_memory; // null: none is kept
     Caixa m_caixa;
     RunSummary m_summary;
@@ -234,11 +246,7 @@ class Run
 
 int RunTape(RunOptions options)
 {
-    if (options.log.empty()) {
-        options.log = options.database + ".log";
-    }
-    RequireDistinct(options);
-
+    options.files = CheckRunFiles(options.files);
     Run run(options);
     try {
         run.ToTheEnd();
@@ -247,6 +255,11 @@ int RunTape(RunOptions options)
         throw;
     }
     run.PrintSummary(std::cout);
+    if (run.Signal() != 0) {
+        std::cerr << "ecf-bancada: ended by signal " << run.Signal()
+                  << "; the tape was not run to its end\n";
+        return EXIT_SIGNAL + run.Signal();
+    }
     return options.strict && run.HasFindings() ? EXIT_FINDINGS : EXIT_OK;
 }
 
@@ -257,18 +270,18 @@ void AddRun(CLI::App& app, int& exitCode)
     const auto options = std::make_shared<RunOptions>();
     CLI::App* run = app.add_subcommand(
         "run", "Execute a command tape on a register, log it into a database and print a summary");
-    run->add_option("TAPE", options->tape,
+    run->add_option("TAPE", options->files.tape,
                     "The tape, JSON Lines as docs/tape.md describes; - is "
                     "standard input")
         ->required();
-    run->add_option("--db", options->database, "The logging database; made if it is missing")
+    run->add_option("--db", options->files.database, "The logging database; made if it is missing")
         ->required()
         ->type_name("FILE");
-    run->add_option("--log", options->log,
+    run->add_option("--log", options->files.log,
                     "The firmware log, which gets the rejected statements; records are added to "
                     "one that exists [the database's name with .log]")
         ->type_name("FILE");
-    run->add_option("--memory", options->memory,
+    run->add_option("--memory", options->files.memory,
                     "Keep the register's state in this file, and go on from it, behind the part of "
                     "the tape that was carried out before (docs/memory.md); without it the "
                     "register begins as it leaves the factory")
@@ -279,13 +292,15 @@ void AddRun(CLI::App& app, int& exitCode)
     run->add_flag("--strict", options->strict,
                   "Exit with 1 if a command was refused, a statement rejected or a command's rows "
                   "lost");
-    run->footer("The summary counts commands and statements, names the commands that were refused, "
-                "had statements\nrejected or lost their rows with their line on the tape, and "
-                "counts the rows of each table. A database\nthat is locked, read-only, full or "
-                "damaged does not stop the run.\n\nExit codes: 0 the tape was executed to its end; "
-                "1 it was, and --strict found something; 2 the tape\ncannot be read (the fault is "
-                "told as file:line:column: message, everything before it stays logged), or\n"
-                "another file cannot be used.");
+    run->footer(
+        "The summary counts commands and statements, names the commands that were refused, "
+        "had statements\nrejected or lost their rows with their line on the tape, and "
+        "counts the rows of each table. A database\nthat is locked, read-only, full or "
+        "damaged does not stop the run. INT and TERM end it behind the command\nat hand, with "
+        "the summary.\n\nExit codes: 0 the tape was executed to its end; "
+        "1 it was, and --strict found something; 2 the tape\ncannot be read (the fault is "
+        "told as file:line:column: message, everything before it stays logged), or\n"
+        "another file cannot be used. A run that INT or TERM ended ends by that signal.");
     run->callback([options, &exitCode] { exitCode = RunTape(*options); });
 }
 

@@ -32,6 +32,7 @@ void OpenStandardFiles()
         close(file);
     }
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
 }
 
 bool FlushStandardOutput()

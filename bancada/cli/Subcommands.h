@@ -13,6 +13,8 @@ namespace bancada
 inline constexpr int EXIT_OK = 0;
 inline constexpr int EXIT_FINDINGS = 1; // it did its work, and found what the user asked to be told
 inline constexpr int EXIT_UNUSABLE = 2; // an input or an output cannot be used
+// Above it, the number of the signal that asked it to end is added; main ends the program by it.
+inline constexpr int EXIT_SIGNAL = 128;
 
 // Each of these adds one subcommand to `app`, with its options, help and exit codes. When the user
 // asks for it, it runs within app.parse and sets `exitCode`; what it cannot use it throws as

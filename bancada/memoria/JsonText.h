@@ -9,6 +9,6 @@ namespace bancada
 
 // Throws std::runtime_error for a text that is not JSON, with its line and column, and for an
 // object that names a field twice.
-nlohmann::json ParseJson(const std::string& text);
+[[nodiscard]] nlohmann::json ParseJson(const std::string& text);
 
 } // namespace bancada

@@ -28,13 +28,16 @@ std::string InstantToJson(RtcAbsoluteTime instant); // "2024-01-31 08:00:00"; ""
 std::string BytesToJson(const std::array<std::uint8_t, 32>& bytes); // hexadecimal
 
 // Each reads the form above, and throws InvalidValue for anything else.
-Financial MoneyFromJson(const nlohmann::json& json); // not negative, up to 15 digits and 2 decimals
-Decimal DecimalFromJson(const nlohmann::json& json, int maxDigits, int maxDecimals);
-RtcAbsoluteTime InstantFromJson(const nlohmann::json& json);
-std::array<std::uint8_t, 32> BytesFromJson(const nlohmann::json& json);
+[[nodiscard]] Financial
+MoneyFromJson(const nlohmann::json& json); // not negative, up to 15 digits and 2 decimals
+[[nodiscard]] Decimal DecimalFromJson(const nlohmann::json& json, int maxDigits, int maxDecimals);
+[[nodiscard]] RtcAbsoluteTime InstantFromJson(const nlohmann::json& json);
+[[nodiscard]] std::array<std::uint8_t, 32> BytesFromJson(const nlohmann::json& json);
 
-std::int64_t IntegerFromJson(const nlohmann::json& json, std::int64_t min, std::int64_t max);
-std::string TextFromJson(const nlohmann::json& json, std::size_t maxBytes); // without NUL
-bool FlagFromJson(const nlohmann::json& json);
+[[nodiscard]] std::int64_t IntegerFromJson(const nlohmann::json& json, std::int64_t min,
+                                           std::int64_t max);
+[[nodiscard]] std::string TextFromJson(const nlohmann::json& json,
+                                       std::size_t maxBytes); // without NUL
+[[nodiscard]] bool FlagFromJson(const nlohmann::json& json);
 
 } // namespace bancada

@@ -21,7 +21,7 @@ namespace bancada
 class JsonWriter
 {
   public:
-    nlohmann::json Finish() { return std::move(m_object); }
+    [[nodiscard]] nlohmann::json Finish() { return std::move(m_object); }
 
     void Integer(const char* name, std::int64_t value, std::int64_t, std::int64_t)
     {

@@ -9,7 +9,6 @@
 #include "bancada/memoria/WholeFile.h"
 
 #include <cassert>
-#include <filesystem>
 #include <limits>
 #include <nlohmann/json.hpp>
 #include <utility>
@@ -74,15 +73,9 @@ std::string Digest(nlohmann::json root)
 
 } // namespace
 
-MemoriaFile::MemoriaFile(const std::string& path) : m_path(path)
+// The file itself, where a link names it: a link is not to be replaced.
+MemoriaFile::MemoriaFile(const std::string& path) : m_path(FollowLinks(path))
 {
-    // The file itself, where a link names it: a link is not to be replaced.
-    std::error_code missing;
-    const std::filesystem::path resolved = std::filesystem::canonical(path, missing);
-    if (!missing) {
-        m_path = resolved.string();
-    }
-
     const std::optional<std::string> content = ReadWholeFile(m_path, MAX_BYTES);
     if (!content) {
         return;

@@ -7,12 +7,16 @@
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace bancada
 {
 namespace
 {
+
+constexpr mode_t ALL_PERMISSIONS = 07777;
+constexpr mode_t NEW_FILE = 0666; // what the process's mask leaves of it
 
 class Descriptor
 {
@@ -68,6 +72,23 @@ void SyncFolder(const std::string& path)
 
 } // namespace
 
+std::string FollowLinks(const std::string& path)
+{
+    std::error_code none;
+    const std::filesystem::path file = std::filesystem::canonical(path, none);
+    if (!none) {
+        return file.string();
+    }
+    // Links that go round in a circle end nowhere, and opening one says so.
+    constexpr int MAX_LINKS = 40;
+    std::filesystem::path followed = path;
+    for (int links = 0; links < MAX_LINKS && std::filesystem::is_symlink(followed, none); ++links) {
+        const std::filesystem::path target = std::filesystem::read_symlink(followed, none);
+        followed = followed.parent_path() / target;
+    }
+    return followed.string();
+}
+
 std::optional<std::string> ReadWholeFile(const std::string& path, std::size_t maxBytes)
 {
     const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
@@ -102,8 +123,14 @@ void ReplaceFile(const std::string& path, std::string_view content)
 {
     const std::string fresh = path + ".tmp";
     {
-        const Descriptor file(open(fresh.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
-        if (!file.IsOpen() || !WriteAll(file.Number(), content) || fsync(file.Number()) != 0) {
+        struct stat old = {};
+        const bool replaces = stat(path.c_str(), &old) == 0;
+        const mode_t mode = replaces ? old.st_mode & ALL_PERMISSIONS : NEW_FILE;
+        unlink(fresh.c_str()); // what a crash has left
+        const Descriptor file(open(fresh.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+        // The process's mask took some of the old file's permissions away.
+        const bool permitted = file.IsOpen() && (!replaces || fchmod(file.Number(), mode) == 0);
+        if (!permitted || !WriteAll(file.Number(), content) || fsync(file.Number()) != 0) {
             Fail("write", fresh);
         }
     }

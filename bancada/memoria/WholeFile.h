@@ -9,13 +9,20 @@
 namespace bancada
 {
 
+// The file that `path` names in the end, where it is a link; the link may name a file that is yet
+// to be made. Any other path, a missing file's too, comes back as it is, or with its folders' links
+// followed.
+[[nodiscard]] std::string FollowLinks(const std::string& path);
+
 // The content of the file, or nothing if there is none. Throws Unusable if it cannot be read or has
 // more than `maxBytes`.
-std::optional<std::string> ReadWholeFile(const std::string& path, std::size_t maxBytes);
+[[nodiscard]] std::optional<std::string> ReadWholeFile(const std::string& path,
+                                                       std::size_t maxBytes);
 
 // Replaces the file, or makes it: written beside it (with .tmp added to its name), synced and
 // renamed, so that a crash or a power cut leaves the old content or the new one. It is durable when
-// this returns. Throws Unusable, the file then holding either.
+// this returns; who may read and write the file stays. Throws Unusable, the file then holding
+// either. REQUIRES: `path` is no link (FollowLinks), which would be replaced itself.
 void ReplaceFile(const std::string& path, std::string_view content);
 
 } // namespace bancada

@@ -12,6 +12,7 @@ namespace bancada
 // other form. REQUIRES: `maxDigits`, the most before the point, and `maxDecimals`, the most after
 // it, are together at most 18. The decimals as written are kept. Answers false, and leaves `out`
 // unchanged, for any other text.
-bool ParseDecimal(std::string_view text, int maxDigits, int maxDecimals, Decimal& out);
+[[nodiscard]] bool ParseDecimal(std::string_view text, int maxDigits, int maxDecimals,
+                                Decimal& out);
 
 } // namespace bancada

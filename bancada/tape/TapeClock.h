@@ -14,7 +14,7 @@ class TapeClock
   public:
     // The instant of the next command. Throws TapeError if it is the first and does not say, or if
     // the clock has no further second.
-    RtcAbsoluteTime Next(const TapeCommand& command);
+    [[nodiscard]] RtcAbsoluteTime Next(const TapeCommand& command);
 
     // When the last command started; unset before the first.
     RtcAbsoluteTime Last() const { return m_last.value_or(RtcAbsoluteTime(matlong[0])); }

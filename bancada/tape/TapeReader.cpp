@@ -63,7 +63,8 @@ TapeCommand CommandOf(TapeLine line)
 
 } // namespace
 
-TapeReader::TapeReader(const std::string& path) : m_path(path), m_buffer(BUFFER_BYTES)
+TapeReader::TapeReader(const std::string& path, Wait wait)
+    : m_path(path), m_wait(std::move(wait)), m_buffer(BUFFER_BYTES)
 {
     m_file = path == "-" ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC);
     struct stat status = {};
@@ -84,6 +85,10 @@ TapeReader::~TapeReader()
 
 bool TapeReader::FillBuffer()
 {
+    m_ended = m_ended || (m_wait && !m_wait(m_file));
+    if (m_ended) {
+        return false;
+    }
     ssize_t count = 0;
     do {
         count = read(m_file, m_buffer.data(), m_buffer.size());
@@ -143,6 +148,9 @@ bool TapeReader::Continue(const TapePosition& position)
         m_line = m_last == '\n' ? position.line : position.line - 1;
         return true;
     }
+    if (m_ended) {
+        return false; // it was not read so far
+    }
     if (lseek(m_file, 0, SEEK_SET) != 0) {
         throw Unusable("cannot read the tape " + m_path +
                        " from its first line: it is not the one that was read before, and a pipe "
@@ -178,6 +186,9 @@ bool TapeReader::ReadLine(std::string& line)
             break;
         }
     } while (FillBuffer());
+    if (m_ended) {
+        return false; // within the line
+    }
     if (!line.empty() && line.back() == '\r') {
         line.pop_back();
     }

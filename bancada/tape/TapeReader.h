@@ -6,6 +6,7 @@
 #include "bancada/tape/TapePosition.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -20,8 +21,12 @@ inline constexpr std::size_t MAX_LINE_BYTES = 1024 * 1024;
 class TapeReader
 {
   public:
-    // "-" is standard input. Throws Unusable if the file cannot be opened.
-    explicit TapeReader(const std::string& path);
+    // Waits until the descriptor can be read, or answers false: the tape then ends there.
+    using Wait = std::function<bool(int file)>;
+
+    // "-" is standard input. Throws Unusable if the file cannot be opened. `wait`, where it is
+    // given, is asked before each reading of the file.
+    explicit TapeReader(const std::string& path, Wait wait = nullptr);
     ~TapeReader();
     TapeReader(const TapeReader&) = delete;
     TapeReader& operator=(const TapeReader&) = delete;
@@ -29,7 +34,7 @@ class TapeReader
     // Reads the next command into `command`. Answers false, and leaves it unchanged, at the end of
     // the tape. Throws TapeError for a line that is no command, after which the tape cannot be read
     // further, and Unusable if the file cannot be read.
-    bool Next(TapeCommand& command);
+    [[nodiscard]] bool Next(TapeCommand& command);
 
     // Behind the line that was read last.
     TapePosition Position() const;
@@ -37,7 +42,7 @@ class TapeReader
     // Goes on behind `position` and answers true if the tape begins with the bytes that were read
     // until then. If not, answers false and the tape is read from its first line; throws Unusable
     // if that cannot be, because it is a pipe. REQUIRES: nothing was read.
-    bool Continue(const TapePosition& position);
+    [[nodiscard]] bool Continue(const TapePosition& position);
 
     std::int64_t BytesRead() const { return m_bytes; }
     // Of the file, or 0 where that is not known (a pipe).
@@ -50,6 +55,8 @@ class TapeReader
     void Take(std::size_t bytes);
 
     std::string m_path;
+    Wait m_wait;
+    bool m_ended = false; // as m_wait has it
     int m_file = -1;
     int m_line = 0;
     std::int64_t m_bytes = 0;

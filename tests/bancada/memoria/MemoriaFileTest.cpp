@@ -277,6 +277,24 @@ TEST_F(MemoriaFileTest, MemoryAndDatabaseThatDoNotBelongTogetherAreRefused)
     EXPECT_EQ(folder.Read("memory"), memory);
 }
 
+TEST_F(MemoriaFileTest, ALinkStaysALinkAndTheModeStays)
+{
+    std::filesystem::create_directory(folder.File("kept"));
+    std::filesystem::create_symlink("kept/m", folder.File("memory")); // to none so far
+    EXPECT_EQ(RunTape(PROGRAMMING).exitCode, 0);
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.File("memory")));
+    EXPECT_TRUE(folder.Has("kept/m"));
+    EXPECT_FALSE(folder.Has("memory.tmp"));
+
+    using std::filesystem::perms;
+    const perms owner = perms::owner_read | perms::owner_write;
+    std::filesystem::permissions(folder.File("kept/m"), owner);
+    EXPECT_EQ(RunTape(PROGRAMMING + OPENING).exitCode, 0);
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.File("memory")));
+    EXPECT_EQ(std::filesystem::status(folder.File("kept/m")).permissions(), owner);
+    EXPECT_EQ(Memory()["registro"]["cupom"]["situacao"], "em_itens");
+}
+
 TEST_F(MemoriaFileTest, ANewMemoryTakesADatabaseWithRowsOnlyToAppend)
 {
     EXPECT_EQ(RunTape(PROGRAMMING).exitCode, 0);
@@ -342,10 +360,9 @@ TEST_F(MemoriaFileTest, ALostCommandIsRememberedAsDone)
 
     result = RunTape(PROGRAMMING + x + rate + x, "--replies");
     EXPECT_EQ(result.out.substr(0, 22), "5 leitura_x: executed\n");
-    EXPECT_NE(
-        result.out.find("commands lost since the memory began: 1; the last: "
-                        "line 3, leitura_x: database is locked\n"),
-        std::string::npos)
+    EXPECT_NE(result.out.find("commands lost since the memory began: 1; the last: "
+                              "line 3, leitura_x: database is locked\n"),
+              std::string::npos)
         << result.out;
     EXPECT_EQ(Rows("SELECT cont_coo FROM outros_documentos"), "2");
     EXPECT_EQ(Rows("PRAGMA user_version"), "5");

@@ -16,7 +16,7 @@ namespace
 std::string ErrorOf(const std::string& text)
 {
     try {
-        ParseLine(text, "t", 7);
+        static_cast<void>(ParseLine(text, "t", 7));
     } catch (const TapeError& error) {
         return error.what();
     }

@@ -122,7 +122,41 @@ TEST_F(TapeReaderTest, WhatCannotBeOpenedOrReadIsUnusable)
     }
     TapeReader reader(folder.File(""));
     TapeCommand command;
-    EXPECT_THROW(reader.Next(command), Unusable);
+    EXPECT_THROW(static_cast<void>(reader.Next(command)), Unusable);
+}
+
+TEST_F(TapeReaderTest, ATapeEndsWhereItsReaderIsToldNotToWait)
+{
+    const std::string note(200000, 'x'); // more than is read at once
+    const std::string path = folder.Write("t", "{\"cmd\":\"a\"}\n{\"cmd\":\"b\",\"obs\":\"" + note +
+                                                   "\"}\n{\"cmd\":\"c\"}\n");
+    int asked = 0;
+    TapeReader reader(path, [&](int file) {
+        EXPECT_GE(file, 0);
+        return ++asked < 3;
+    });
+    TapeCommand command;
+    ASSERT_TRUE(reader.Next(command));
+    EXPECT_EQ(command.name, "a");
+    EXPECT_EQ(asked, 1);
+    // Within the second line, of which nothing is taken for one.
+    EXPECT_FALSE(reader.Next(command));
+    EXPECT_EQ(command.name, "a");
+    EXPECT_EQ(asked, 3);
+    EXPECT_FALSE(reader.Next(command));
+    EXPECT_EQ(asked, 3);
+}
+
+TEST_F(TapeReaderTest, ATapeThatEndsBeforeItsPlaceIsNotBegunAgain)
+{
+    TapePosition position;
+    position.line = 1;
+    position.bytes = 12;
+    position.digest = "none";
+    TapeReader reader(folder.Write("t", "{\"cmd\":\"a\"}\n"), [](int) { return false; });
+    EXPECT_FALSE(reader.Continue(position));
+    TapeCommand command;
+    EXPECT_FALSE(reader.Next(command));
 }
 
 TEST_F(TapeReaderTest, CountsWhatItHasRead)
