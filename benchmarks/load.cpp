@@ -242,7 +242,7 @@ class Load
     {
         m_young.reset(); // closed, so that nothing but the file itself is left
         std::filesystem::remove(m_folder.Path(YOUNG));
-        m_young.emplace(m_folder.Path(YOUNG), LogDatabase::Options(),
+        m_young.emplace(m_folder.Path(YOUNG), bancada::LogDatabase::Options(),
                         m_old.GetRegistro().GetMemoria());
     }
 
