@@ -1,10 +1,10 @@
 #include "tests/CmdDBLogger/LoggerTest.h"
 
+#include "tests/support/Files.h"
+
 #include <cstdint>
 #include <cstdlib>
-#include <fstream>
 #include <sqlite3.h>
-#include <sstream>
 
 extern "C" {
 int __real_sqlite3_exec(sqlite3* db, const char* sql, int (*callback)(void*, int, char**, char**),
@@ -25,15 +25,6 @@ int DaysOfMonth(int year, int month)
 {
     const int days[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
     return month == 2 && IsLeapYear(year) ? 29 : days[month - 1];
-}
-
-std::string ReadFile(const std::string& path)
-{
-    std::ifstream file(path);
-    EXPECT_TRUE(file) << path;
-    std::ostringstream text;
-    text << file.rdbuf();
-    return text.str();
 }
 
 } // namespace
@@ -78,7 +69,7 @@ LoggerTest::LoggerTest()
     seam = EngineSeam();
     seam.calls = &fiscal.calls;
     EXPECT_EQ(sqlite3_open(":memory:", &db), SQLITE_OK);
-    Execute(ReadFile(ECF_SOURCE_DIR "/sqlite/schema.sql"));
+    Execute(test_support::ReadFile(ECF_SOURCE_DIR "/sqlite/schema.sql"));
 }
 
 LoggerTest::~LoggerTest()

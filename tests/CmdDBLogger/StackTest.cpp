@@ -4,12 +4,12 @@
 #include "FiscalCommands.h"
 #include "tests/CmdDBLogger/EmptyRegister.h"
 #include "tests/CmdDBLogger/LoggerTest.h"
+#include "tests/support/Files.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <pthread.h>
@@ -137,10 +137,8 @@ class StackUse : public LoggerTest
     void SetUp() override
     {
         LoggerTest::SetUp();
-        m_folder = ::testing::TempDir() + "ecf-stack-XXXXXX";
-        ASSERT_NE(mkdtemp(m_folder.data()), nullptr);
-        Execute("VACUUM INTO '" + m_folder + "/log.db'");
-        Reopen(m_folder + "/log.db");
+        Execute("VACUUM INTO '" + m_folder.File("log.db") + "'");
+        Reopen(m_folder.File("log.db"));
         EXPECT_EQ(Rows("PRAGMA journal_mode = WAL"), std::vector<std::string>{"wal"});
     }
 
@@ -148,7 +146,6 @@ class StackUse : public LoggerTest
     {
         LoggerTest::TearDown();
         Reopen(":memory:");
-        std::filesystem::remove_all(m_folder);
     }
 
     void Reopen(const std::string& path)
@@ -186,7 +183,7 @@ class StackUse : public LoggerTest
     std::set<std::string> m_measured;
 
   private:
-    std::string m_folder;
+    test_support::TempFolder m_folder;
 };
 
 #define MEASURE(CommandClass) Measure<CommandClass>(#CommandClass)

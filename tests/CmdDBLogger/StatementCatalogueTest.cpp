@@ -1,13 +1,12 @@
 // Every statement of the module against the tables, and the module's sources against this list.
 #include "tests/CmdDBLogger/Documento.h"
 #include "tests/CmdDBLogger/LoggerTest.h"
+#include "tests/support/Files.h"
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <sqlite3.h>
-#include <sstream>
 
 namespace
 {
@@ -133,10 +132,7 @@ std::vector<std::string> HeadsInTheSources()
 {
     std::vector<std::string> heads;
     for (const auto& entry : std::filesystem::directory_iterator(ECF_SOURCE_DIR "/CmdDBLogger")) {
-        std::ifstream file(entry.path());
-        std::ostringstream text;
-        text << file.rdbuf();
-        const std::string source = text.str();
+        const std::string source = test_support::ReadFile(entry.path());
         for (const std::string keyword : {"INSERT ", "UPDATE ", "SELECT ", "DELETE ", "REPLACE "}) {
             for (std::size_t quote = source.find('"' + keyword); quote != std::string::npos;
                  quote = source.find('"' + keyword, quote + 1)) {
