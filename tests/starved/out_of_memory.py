@@ -31,9 +31,7 @@ TAPE = """\
 """
 
 EXIT_UNUSABLE = 2
-# The second is what the owner of the database makes of it while it opens the file.
-OUT_OF_MEMORY = ("ecf-bancada: out of memory\n",
-                 "ecf-bancada: cannot use the database db: std::bad_alloc\n")
+OUT_OF_MEMORY = "ecf-bancada: out of memory\n"
 
 TABLES = ("meio_pagamento", "cupom_fiscal", "item_cupom_fiscal", "pagamento_cupom", "reducao_z",
           "totalizador_reducao", "meio_pagamento_reducao", "outros_documentos")
