@@ -16,6 +16,8 @@ namespace bancada
 namespace
 {
 
+using namespace conferencia;
+
 struct CheckOptions {
     std::string database;
     std::string log;
@@ -27,49 +29,52 @@ std::string Count(std::int64_t number, const char* one, const char* several)
     return std::to_string(number) + " " + (number == 1 ? one : several);
 }
 
-void PrintText(const Achado& finding)
+void PrintText(const Finding& finding)
 {
-    std::cout << (finding.tipo->peso == Peso::AVISO ? "note: " : "") << finding.tipo->nome << ": "
-              << finding.chave << ": " << finding.texto
-              << (finding.explicado ? " [a lost row in the log explains it]" : "") << "\n";
+    std::cout << (InfoOf(finding.kind).weight == Weight::NOTE ? "note: " : "")
+              << InfoOf(finding.kind).name << ": " << finding.key << ": " << finding.text
+              << (finding.explained ? " [a lost row in the log explains it]" : "") << "\n";
 }
 
-void PrintSummary(const ResumoConferencia& summary)
+void PrintSummary(const CheckSummary& summary)
 {
-    std::cout << Count(summary.cupons, "fiscal receipt", "fiscal receipts") << ", "
-              << Count(summary.cuponsNf, "non-fiscal receipt", "non-fiscal receipts") << ", "
-              << Count(summary.reducoes, "Z reduction", "Z reductions") << ": "
-              << Count(summary.faltas, "finding", "findings");
-    if (summary.explicadas > 0) {
-        std::cout << " (" << summary.explicadas << " explained by lost rows in the log)";
+    std::cout << Count(summary.rows.cupons, "fiscal receipt", "fiscal receipts") << ", "
+              << Count(summary.rows.cuponsNf, "non-fiscal receipt", "non-fiscal receipts") << ", "
+              << Count(summary.rows.reducoes, "Z reduction", "Z reductions") << ": "
+              << Count(summary.faults, "finding", "findings");
+    if (summary.explained > 0) {
+        std::cout << " (" << summary.explained << " explained by lost rows in the log)";
     }
-    std::cout << ", " << Count(summary.avisos, "note", "notes") << "\n";
+    std::cout << ", " << Count(summary.notes, "note", "notes") << "\n";
 }
 
-// One member of the array a line, so that findings are never held together.
+// One member of the array a line, so that findings are never held together. Nothing is printed of a
+// database that cannot be read.
 class JsonPrinter
 {
   public:
-    JsonPrinter() { std::cout << "{\"findings\": ["; }
-
-    void Print(const Achado& finding)
+    void Print(const Finding& finding)
     {
         const nlohmann::ordered_json json = {
-            {"kind", finding.tipo->nome},
-            {"weight", finding.tipo->peso == Peso::AVISO ? "note" : "finding"},
-            {"key", finding.chave},
-            {"text", finding.texto},
-            {"explained", finding.explicado}};
+            {"kind", InfoOf(finding.kind).name},
+            {"weight", InfoOf(finding.kind).weight == Weight::NOTE ? "note" : "finding"},
+            {"key", finding.key},
+            {"text", finding.text},
+            {"explained", finding.explained}};
+        Begin();
         std::cout << (m_first ? "\n" : ",\n") << Dump(json);
         m_first = false;
     }
 
-    void Finish(const ResumoConferencia& summary)
+    void Finish(const CheckSummary& summary)
     {
-        const nlohmann::ordered_json json = {
-            {"fiscal_receipts", summary.cupons}, {"non_fiscal_receipts", summary.cuponsNf},
-            {"z_reductions", summary.reducoes},  {"findings", summary.faltas},
-            {"explained", summary.explicadas},   {"notes", summary.avisos}};
+        const nlohmann::ordered_json json = {{"fiscal_receipts", summary.rows.cupons},
+                                             {"non_fiscal_receipts", summary.rows.cuponsNf},
+                                             {"z_reductions", summary.rows.reducoes},
+                                             {"findings", summary.faults},
+                                             {"explained", summary.explained},
+                                             {"notes", summary.notes}};
+        Begin();
         std::cout << "\n],\n\"summary\": " << Dump(json) << "}\n";
     }
 
@@ -79,6 +84,15 @@ class JsonPrinter
         return json.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
     }
 
+    void Begin()
+    {
+        if (!m_begun) {
+            std::cout << "{\"findings\": [";
+            m_begun = true;
+        }
+    }
+
+    bool m_begun = false;
     bool m_first = true;
 };
 
@@ -88,18 +102,19 @@ int Check(const CheckOptions& options)
     if (!options.log.empty()) {
         losses = ReadLosses(options.log);
     }
-    const BancoLeitura database(options.database);
+    const leitura::DatabaseReading database(options.database);
     const Losses* given = losses ? &*losses : nullptr;
-    ResumoConferencia summary;
+    CheckSummary summary;
     if (options.json) {
         JsonPrinter printer;
-        summary = Confere(database, given, [&](const Achado& finding) { printer.Print(finding); });
+        summary =
+            CheckDatabase(database, given, [&](const Finding& finding) { printer.Print(finding); });
         printer.Finish(summary);
     } else {
-        summary = Confere(database, given, PrintText);
+        summary = CheckDatabase(database, given, PrintText);
         PrintSummary(summary);
     }
-    return summary.faltas > 0 ? EXIT_FINDINGS : EXIT_OK;
+    return summary.faults > 0 ? EXIT_FINDINGS : EXIT_OK;
 }
 
 std::string Footer()
@@ -109,10 +124,10 @@ std::string Footer()
         "keeps its\nopening values is taken for an additional receipt; with it, only when the log "
         "names its closing. A\nfinding that a lost row in the log explains is marked and still "
         "counts: the row is missing.\n\nKinds of findings:\n";
-    for (const TipoAchado& kind : TiposDeAchado()) {
-        std::string name = kind.nome;
+    for (const FindingKindInfo& kind : FindingKinds()) {
+        std::string name = kind.name;
         name.resize(std::max<std::size_t>(name.size(), 24), ' ');
-        text += "  " + name + (kind.peso == Peso::AVISO ? "(note) " : "") + kind.significado + "\n";
+        text += "  " + name + (kind.weight == Weight::NOTE ? "(note) " : "") + kind.meaning + "\n";
     }
     return text + "\nExit codes: 0 nothing found (notes are no findings); 1 something was found; 2 "
                   "the database or the log\ncannot be read.";

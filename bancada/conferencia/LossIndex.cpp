@@ -1,6 +1,6 @@
 #include "bancada/conferencia/LossIndex.h"
 
-namespace bancada
+namespace bancada::conferencia
 {
 
 LossIndex::LossIndex(const Losses& losses) : m_losses(losses)
@@ -23,4 +23,4 @@ LossIndex::LossIndex(const Losses& losses) : m_losses(losses)
     }
 }
 
-} // namespace bancada
+} // namespace bancada::conferencia

@@ -8,7 +8,7 @@
 #include <set>
 #include <vector>
 
-namespace bancada
+namespace bancada::conferencia
 {
 
 class LossIndex
@@ -40,4 +40,4 @@ class LossIndex
     std::set<std::int64_t> m_coos, m_ccfs, m_gnfs, m_crzs, m_cuponsAdicionais;
 };
 
-} // namespace bancada
+} // namespace bancada::conferencia

@@ -3,15 +3,14 @@
 
 #include "bancada/banco/LogSchema.h"
 #include "bancada/conferencia/Conferencia.h"
+#include "tests/support/Files.h"
 
-#include <cstdio>
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 #include <string>
-#include <unistd.h>
 #include <vector>
 
-namespace bancada
+namespace bancada::conferencia_test
 {
 
 // Two closed days and the beginning of a third, with everything that the loggers leave on purpose:
@@ -22,7 +21,7 @@ namespace bancada
 // that leaves the payment's value as it was (COO 15, the reversal is COO 16), a cancelled
 // non-fiscal receipt (COO 17, the cancellation is COO 18), the two times of the Z crossed, and a
 // receipt that is still open (COO 21).
-const char DIAS_LIMPOS[] = R"sql(
+inline constexpr char CLEAN_DAYS[] = R"sql(
 INSERT INTO outros_documentos VALUES
  ( 1,1,1,0,0,1,'2024-03-01 08:00:00','2024-03-01 08:00:00','CN'),
  ( 2,1,1,0,0,1,'2024-03-01 08:01:00','2024-03-01 08:01:00','LX'),
@@ -122,50 +121,54 @@ INSERT INTO versao_sb VALUES (1,'01.00.00');
 INSERT INTO intervencao VALUES (1,1,'2024-03-01 07:00:00','L','N');
 )sql";
 
-class BancoConferido : public testing::Test
+class CheckedDatabase : public testing::Test
 {
   protected:
-    BancoConferido()
-    {
-        m_caminho = testing::TempDir() + "check_XXXXXX";
-        const int arquivo = mkstemp(m_caminho.data());
-        EXPECT_GE(arquivo, 0);
-        close(arquivo);
-        Escreve(LOG_SCHEMA);
-    }
-    ~BancoConferido() override { std::remove(m_caminho.c_str()); }
+    CheckedDatabase() { Execute(LOG_SCHEMA); }
 
-    void Escreve(const std::string& sql)
+    std::string Path() const { return folder.File("registro.db"); }
+
+    void Execute(const std::string& sql) const
     {
         sqlite3* db = nullptr;
-        ASSERT_EQ(sqlite3_open(m_caminho.c_str(), &db), SQLITE_OK);
+        ASSERT_EQ(sqlite3_open(Path().c_str(), &db), SQLITE_OK);
         // Nothing here needs to survive a power cut.
         sqlite3_exec(db, "PRAGMA synchronous = OFF; PRAGMA journal_mode = MEMORY", nullptr, nullptr,
                      nullptr);
-        char* erro = nullptr;
-        EXPECT_EQ(sqlite3_exec(db, sql.c_str(), nullptr, nullptr, &erro), SQLITE_OK)
-            << (erro == nullptr ? "" : erro);
-        sqlite3_free(erro);
+        char* error = nullptr;
+        EXPECT_EQ(sqlite3_exec(db, sql.c_str(), nullptr, nullptr, &error), SQLITE_OK)
+            << (error == nullptr ? "" : error);
+        sqlite3_free(error);
         sqlite3_close(db);
     }
 
-    // Every finding of the kind, or every fault when none is given, as "kind: key: text", with
-    // " (explained)" behind one that the log explains.
-    std::vector<std::string> Confere(const Losses* losses = nullptr, const std::string& tipo = "")
+    // Reconciles the database: its faults and its notes, each as "kind: key: text", with
+    // " (explained)" behind one that the log explains, and the summary.
+    void Check(const Losses* losses = nullptr)
     {
-        std::vector<std::string> linhas;
-        const BancoLeitura banco(m_caminho);
-        m_resumo = bancada::Confere(banco, losses, [&](const Achado& achado) {
-            if (tipo.empty() ? achado.tipo->peso == Peso::FALTA : tipo == achado.tipo->nome) {
-                linhas.push_back(std::string(achado.tipo->nome) + ": " + achado.chave + ": " +
-                                 achado.texto + (achado.explicado ? " (explained)" : ""));
-            }
-        });
-        return linhas;
+        faults.clear();
+        notes.clear();
+        const leitura::DatabaseReading database(Path());
+        summary = conferencia::CheckDatabase(
+            database, losses, [this](const conferencia::Finding& finding) {
+                const conferencia::FindingKindInfo& kind = conferencia::InfoOf(finding.kind);
+                const bool fault = kind.weight == conferencia::Weight::FAULT;
+                (fault ? faults : notes)
+                    .push_back(std::string(kind.name) + ": " + finding.key + ": " + finding.text +
+                               (finding.explained ? " (explained)" : ""));
+            });
     }
 
-    std::string m_caminho;
-    ResumoConferencia m_resumo;
+    // The faults alone.
+    std::vector<std::string> Faults(const Losses* losses = nullptr)
+    {
+        Check(losses);
+        return faults;
+    }
+
+    test_support::TempFolder folder;
+    std::vector<std::string> faults, notes;
+    conferencia::CheckSummary summary;
 };
 
-} // namespace bancada
+} // namespace bancada::conferencia_test

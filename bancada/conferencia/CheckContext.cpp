@@ -1,0 +1,72 @@
+#include "bancada/conferencia/CheckContext.h"
+
+#include "bancada/conferencia/Texts.h"
+#include "bancada/leitura/Counter.h"
+#include "bancada/leitura/Limits.h"
+#include "bancada/leitura/Tables.h"
+
+namespace bancada::conferencia
+{
+namespace
+{
+
+// The last of each table, the later of the two; of the same second, the one further on.
+UltimoDocumento ReadUltimo(const leitura::DatabaseReading& database)
+{
+    leitura::CupomFiscalRow fiscal;
+    const bool hasFiscal =
+        leitura::Rows(database, leitura::CupomFiscalTable(), "ORDER BY rowid DESC LIMIT 1")
+            .Next(fiscal);
+    leitura::OutroDocumentoRow outro;
+    const bool hasOutro =
+        leitura::Rows(database, leitura::OutroDocumentoTable(), "ORDER BY rowid DESC LIMIT 1")
+            .Next(outro);
+    if (!hasFiscal && !hasOutro) {
+        return {};
+    }
+    bool isFiscal = hasFiscal;
+    if (hasFiscal && hasOutro) {
+        const std::string& fiscalTime = fiscal.dataHoraEmissao.Value();
+        const std::string& outroTime = outro.dataHoraInicioEmissao.Value();
+        isFiscal = fiscalTime != outroTime ? fiscalTime > outroTime
+                                           : leitura::Steps(outro.coo.Value(), fiscal.coo.Value()) <
+                                                 leitura::LAST_COUNTER / 2;
+    }
+    return {isFiscal ? fiscal.coo : outro.coo, isFiscal};
+}
+
+} // namespace
+
+CheckContext::CheckContext(const leitura::DatabaseReading& database, const LossIndex* losses,
+                           const FindingSink& sink)
+    : findings(losses, sink), m_database(database), m_losses(losses), m_repeated(database),
+      m_ultimo(ReadUltimo(database)), m_pagamentos(database)
+{
+}
+
+bool CheckContext::IsUltimo(const leitura::Integer& coo, bool fiscal) const
+{
+    return m_ultimo.fiscal == fiscal && m_ultimo.coo.Value() == coo.Value();
+}
+
+Pagamentos CheckContext::ReadPagamentos(std::int64_t coo)
+{
+    Pagamentos pagamentos = m_pagamentos.Read(coo);
+    m_gnfsDeEstorno.insert(pagamentos.gnfsDeEstorno.begin(), pagamentos.gnfsDeEstorno.end());
+    return pagamentos;
+}
+
+void ReportMissingItens(CheckContext& context, std::int64_t coo, std::int64_t previous,
+                        std::int64_t item)
+{
+    if (item <= previous || item - 1 == previous) {
+        return;
+    }
+    const std::string first = std::to_string(previous + 1);
+    const std::string last = std::to_string(item - 1);
+    context.findings.Report(FindingKind::ITEM_AUSENTE, Coo(coo),
+                            "no row of item " + first + (first == last ? "" : " to " + last),
+                            DocumentOf(coo));
+}
+
+} // namespace bancada::conferencia

@@ -1,0 +1,71 @@
+// What the checks share while they run, and the checks.
+#pragma once
+
+#include "bancada/conferencia/Conferencia.h"
+#include "bancada/conferencia/FindingReport.h"
+#include "bancada/conferencia/Jornada.h"
+#include "bancada/conferencia/LossIndex.h"
+#include "bancada/conferencia/Pagamentos.h"
+#include "bancada/conferencia/RepeatedCoos.h"
+#include "bancada/leitura/DatabaseReading.h"
+
+#include <cstdint>
+#include <map>
+#include <set>
+#include <string>
+
+namespace bancada::conferencia
+{
+
+// The document issued last: nothing follows it, so it may still be open.
+struct UltimoDocumento {
+    leitura::Integer coo;
+    bool fiscal = false;
+};
+
+class CheckContext
+{
+  public:
+    // All three outlive this object; `losses` is null when no firmware log was given.
+    CheckContext(const leitura::DatabaseReading& database, const LossIndex* losses,
+                 const FindingSink& sink);
+
+    const leitura::DatabaseReading& Database() const { return m_database; }
+    // What the firmware log names; null when none was given.
+    const LossIndex* Losses() const { return m_losses; }
+    const RepeatedCoos& Repeated() const { return m_repeated; }
+    // Whether it is the document issued last.
+    bool IsUltimo(const leitura::Integer& coo, bool fiscal) const;
+
+    // The payments of a receipt. Their reversals are known from then on.
+    Pagamentos ReadPagamentos(std::int64_t coo);
+    // Whether this GNF was taken by the reversal of a payment, as the payments that it made show;
+    // certain once every receipt was asked for its payments.
+    bool IsGnfDeEstorno(std::int64_t gnf) const { return m_gnfsDeEstorno.count(gnf) != 0; }
+
+    FindingReport findings;
+    // The days by their Z, as the checks of the receipts gather them.
+    std::map<std::int64_t, Jornada> jornadas;
+    RowCounts rows;
+
+  private:
+    const leitura::DatabaseReading& m_database;
+    const LossIndex* m_losses;
+    RepeatedCoos m_repeated;
+    UltimoDocumento m_ultimo;
+    PagamentosReader m_pagamentos;
+    std::set<std::int64_t> m_gnfsDeEstorno;
+};
+
+// Reports the items without a row between `previous` and `item`, two rows of a receipt.
+void ReportMissingItens(CheckContext& context, std::int64_t coo, std::int64_t previous,
+                        std::int64_t item);
+
+// The checks. CheckReducoes and CheckSequencias need what the two before them gather.
+void CheckCupons(CheckContext& context);
+void CheckCuponsNf(CheckContext& context);
+void CheckReducoes(CheckContext& context);
+void CheckSequencias(CheckContext& context);
+void CheckLinks(CheckContext& context);
+
+} // namespace bancada::conferencia

@@ -1,0 +1,91 @@
+// A Z reduction against the receipts of the day that it closes: its date, its time, its payment
+// means.
+#include "bancada/conferencia/CheckReducao.h"
+#include "bancada/conferencia/Texts.h"
+
+#include <map>
+#include <utility>
+
+namespace bancada::conferencia
+{
+
+using leitura::Amount;
+using leitura::MeioPagamentoReducaoRow;
+using leitura::ReducaoZRow;
+
+namespace
+{
+
+// "2024-03-01" of "2024-03-01 08:00:00".
+constexpr std::size_t DATE_SIZE = 10;
+
+} // namespace
+
+void CheckHoras(CheckContext& context, const ReducaoZRow& z, const std::string& horaAnterior)
+{
+    const Jornada& jornada = context.jornadas[z.crz.Value()];
+    const std::string& hora = z.dataHoraEmissao.Value();
+    const std::string movimento = z.dataMovimento.Shown().substr(0, DATE_SIZE);
+    if (jornada.ultimaHora > hora) {
+        context.findings.Report(FindingKind::CUPOM_FORA_DO_DIA, Coo(jornada.ultimoCoo),
+                                "issued " + jornada.ultimaHora + ", after " + Crz(z.crz) + " of " +
+                                    z.dataHoraEmissao.Shown(),
+                                DocumentOf(jornada.ultimoCoo));
+    }
+    if (jornada.primeiraHora.empty()) {
+        return;
+    }
+    if (jornada.primeiraHora < horaAnterior) {
+        context.findings.Report(FindingKind::CUPOM_FORA_DO_DIA, Coo(jornada.primeiroCoo),
+                                "issued " + jornada.primeiraHora + ", filed under " + Crz(z.crz) +
+                                    ", before the Z of " + horaAnterior,
+                                DocumentOf(jornada.primeiroCoo));
+    }
+    if (jornada.primeiraHora.substr(0, DATE_SIZE) != movimento) {
+        context.findings.Report(FindingKind::Z_DATA, Crz(z.crz),
+                                "day of " + movimento + ", first receipt " +
+                                    Coo(jornada.primeiroCoo) + " of " + jornada.primeiraHora,
+                                SubjectOf(z));
+    }
+}
+
+void CheckMeios(CheckContext& context, const ReducaoZRow& z, const ReducaoParts& parts)
+{
+    const Jornada& jornada = context.jornadas[z.crz.Value()];
+    // What the Z says of a means, and what its payments say.
+    std::map<std::int64_t, std::pair<Amount, Amount>> meios;
+    Amount soma;
+    for (const MeioPagamentoReducaoRow& row : parts.meios) {
+        Amount& acumulado = meios[row.indiceMeioPagamento.Value()].first;
+        acumulado = acumulado + row.valorAcumulado;
+        soma = soma + row.valorAcumulado;
+    }
+    for (const auto& [meio, valor] : jornada.meios) {
+        meios[meio].second = valor;
+    }
+    if (jornada.meiosIncertos.empty()) {
+        for (const auto& [meio, valores] : meios) {
+            const auto& [acumulado, pagamentos] = valores;
+            if (!IsSame(acumulado, pagamentos)) {
+                context.findings.Report(
+                    FindingKind::Z_MEIO, Crz(z.crz) + " means " + std::to_string(meio),
+                    "took in " + Money(acumulado) + ", payments " + Money(pagamentos),
+                    SubjectOf(z));
+            }
+        }
+    }
+    if (!parts.troco) {
+        context.findings.Report(FindingKind::REDUCAO_INCOMPLETA, Crz(z.crz), "no row of the change",
+                                SubjectOf(z));
+        return;
+    }
+    const Amount& troco = parts.troco->valorAcumulado;
+    if (!jornada.recebido.Contains(soma - troco)) {
+        context.findings.Report(FindingKind::Z_TROCO, Crz(z.crz),
+                                "payment means " + Money(soma) + " less change " + Money(troco) +
+                                    ", valid receipts " + jornada.recebido.Text(),
+                                SubjectOf(z));
+    }
+}
+
+} // namespace bancada::conferencia

@@ -1,0 +1,120 @@
+// Z reductions: each after the one before it, each against its own rows and its day, and the days
+// that have none.
+#include "bancada/conferencia/CheckContext.h"
+#include "bancada/conferencia/CheckReducao.h"
+#include "bancada/conferencia/ReducaoParts.h"
+#include "bancada/conferencia/Texts.h"
+#include "bancada/leitura/Tables.h"
+
+#include <algorithm>
+#include <optional>
+#include <set>
+
+namespace bancada::conferencia
+{
+
+using leitura::ReducaoZRow;
+
+namespace
+{
+
+void CheckNext(CheckContext& context, const ReducaoZRow& previous, const ReducaoZRow& z)
+{
+    const std::int64_t last = previous.crz.Value();
+    const std::int64_t crz = z.crz.Value();
+    if (crz <= last) {
+        context.findings.Report(FindingKind::CRZ_REPETIDO, Crz(z.crz),
+                                "comes after " + Crz(previous.crz), SubjectOf(z));
+    } else if (crz - 1 > last) {
+        // Through unsigned, as two hostile numbers may be further apart than one holds.
+        const std::uint64_t missing =
+            static_cast<std::uint64_t>(crz) - static_cast<std::uint64_t>(last) - 1;
+        context.findings.Report(FindingKind::CRZ_AUSENTE, Crz(last + 1),
+                                std::to_string(missing) + " without a row before " + Crz(z.crz),
+                                JornadaOf(last + 1));
+    } else if (!IsSame(z.valorGt - previous.valorGt, z.valorVb)) {
+        context.findings.Report(FindingKind::Z_GT, Crz(z.crz),
+                                "grand total from " + Money(previous.valorGt) + " to " +
+                                    Money(z.valorGt) + ", gross sales " + Money(z.valorVb),
+                                SubjectOf(z));
+    }
+}
+
+void CheckTempos(CheckContext& context, const ReducaoZRow& z)
+{
+    const bool known = z.segundosEmitindo.IsKnown() && z.segundosOperacional.IsKnown();
+    if (!known || z.segundosEmitindo.Value() > z.segundosOperacional.Value()) {
+        context.findings.Report(FindingKind::Z_TEMPOS, Crz(z.crz),
+                                "issuing documents " + Number(z.segundosEmitindo) +
+                                    " s, operating " + Number(z.segundosOperacional) + " s",
+                                SubjectOf(z));
+    }
+}
+
+// Rows of a Z, and receipts of a day, without their Z.
+void CheckOrphans(CheckContext& context, const std::map<std::int64_t, ReducaoParts>& parts,
+                  const std::set<std::int64_t>& reducoes)
+{
+    for (const auto& [crz, part] : parts) {
+        if (reducoes.count(crz) == 0 && !part.totalizadores.empty()) {
+            context.findings.Report(
+                FindingKind::TOTALIZADOR_SEM_REDUCAO, Crz(part.totalizadores.front().crz),
+                std::to_string(part.totalizadores.size()) + " totalizers", JornadaOf(crz));
+        }
+    }
+    for (const auto& [crz, part] : parts) {
+        if (reducoes.count(crz) == 0 && !part.meios.empty()) {
+            context.findings.Report(FindingKind::MEIO_SEM_REDUCAO, Crz(part.meios.front().crz),
+                                    std::to_string(part.meios.size()) + " payment means",
+                                    JornadaOf(crz));
+        }
+    }
+    std::int64_t last = reducoes.empty() ? 0 : *reducoes.rbegin();
+    for (const auto& [crz, jornada] : context.jornadas) {
+        last = std::max(last, jornada.primeiraHora.empty() ? 0 : crz);
+    }
+    for (const auto& [crz, jornada] : context.jornadas) {
+        if (crz < last && !jornada.primeiraHora.empty() && reducoes.count(crz) == 0) {
+            context.findings.Report(FindingKind::CUPOM_SEM_REDUCAO, Crz(crz),
+                                    "receipts from " + Coo(jornada.primeiroCoo) + " to " +
+                                        Coo(jornada.ultimoCoo) + " and no Z",
+                                    JornadaOf(crz));
+        }
+    }
+}
+
+} // namespace
+
+Subject SubjectOf(const ReducaoZRow& z)
+{
+    return {z.coo.Value(), z.crz.Value()};
+}
+
+void CheckReducoes(CheckContext& context)
+{
+    std::map<std::int64_t, ReducaoParts> parts = ReadReducaoParts(context.Database());
+    leitura::Rows<ReducaoZRow> rows(context.Database(), leitura::ReducaoZTable(), "ORDER BY rowid");
+    std::set<std::int64_t> seen;
+    // The one of the highest number so far.
+    std::optional<ReducaoZRow> previous;
+    ReducaoZRow z;
+    while (rows.Next(z)) {
+        ++context.rows.reducoes;
+        const std::int64_t crz = z.crz.Value();
+        if (previous) {
+            CheckNext(context, *previous, z);
+        }
+        if (seen.insert(crz).second) {
+            CheckTotalizadores(context, z, parts[crz]);
+            CheckHoras(context, z, previous ? previous->dataHoraEmissao.Value() : std::string());
+            CheckMeios(context, z, parts[crz]);
+        }
+        CheckTempos(context, z);
+        if (!previous || crz > previous->crz.Value()) {
+            previous = z;
+        }
+    }
+    CheckOrphans(context, parts, seen);
+}
+
+} // namespace bancada::conferencia

@@ -1,0 +1,73 @@
+#include "bancada/conferencia/Sequencias.h"
+#include "bancada/conferencia/Texts.h"
+#include "bancada/leitura/Counter.h"
+#include "bancada/leitura/Limits.h"
+
+#include <algorithm>
+
+namespace bancada::conferencia
+{
+
+CooSequence::CooSequence(CheckContext& context, Gaps& gaps)
+    : m_context(context), m_gaps(gaps), m_reimpressoes(context.Database())
+{
+}
+
+void CooSequence::Check(const Documento& documento)
+{
+    const std::int64_t reimpressoes = m_reimpressoes.CountUntil(documento.hora);
+    const std::int64_t coo = documento.coo.Value();
+    if (!m_last) {
+        m_last = coo;
+        return;
+    }
+    const std::int64_t steps = leitura::Steps(*m_last, coo);
+    if (steps == 0 || steps > leitura::LAST_COUNTER / 2) {
+        m_context.findings.Report(FindingKind::COO_REPETIDO, Coo(documento.coo),
+                                  "comes after " + Coo(*m_last), DocumentOf(coo));
+        return;
+    }
+    std::int64_t missing = steps - 1;
+    const std::int64_t reprinted = std::min(missing, reimpressoes);
+    m_reimpressoes.Consume(reprinted);
+    missing -= reprinted;
+    if (missing > 0 && m_awaitsCancelamento) {
+        --missing;
+        m_awaitsCancelamento = false;
+    }
+    if (missing > 0) {
+        const std::int64_t maybeEstornos = std::min(missing, m_comprovantes);
+        m_comprovantes -= maybeEstornos;
+        m_gaps.Add(Following(*m_last, 1), missing, maybeEstornos);
+    }
+    m_last = coo;
+}
+
+void CooSequence::Follow(const Documento& documento)
+{
+    const bool ends = documento.tipo == "CN" || documento.tipo == "RZ";
+    // Only the receipt issued last can be cancelled, and only on its day.
+    if (documento.fiscal) {
+        m_awaitsCancelamento = documento.canceladoFechado;
+    } else if (ends) {
+        m_awaitsCancelamento = false;
+    }
+    if (documento.fiscal || ends) {
+        m_comprovantes = 0;
+    } else if (documento.tipo == "CC") {
+        ++m_comprovantes;
+    }
+}
+
+void CooSequence::ReportMissing(const Gap& gap)
+{
+    bool explained = m_context.Losses() != nullptr;
+    for (std::int64_t i = 0; explained && i < gap.count; ++i) {
+        explained = m_context.Losses()->HasCoo(Following(gap.first, i));
+    }
+    m_context.findings.ReportExplained(
+        FindingKind::COO_AUSENTE, "COO " + NumbersText(gap.first, gap.count),
+        "no document, and nothing logged that took the number", explained);
+}
+
+} // namespace bancada::conferencia

@@ -1,0 +1,99 @@
+#include "bancada/conferencia/DocumentStream.h"
+
+#include "bancada/leitura/Counter.h"
+
+#include <utility>
+
+namespace bancada::conferencia
+{
+
+DocumentStream::DocumentStream(const leitura::DatabaseReading& database)
+    : m_fiscais(database, leitura::CupomFiscalTable(), "ORDER BY rowid"),
+      m_outros(database, leitura::OutroDocumentoTable(), "ORDER BY rowid"),
+      m_pagamento(database, "SELECT 1 AS found FROM pagamento_cupom WHERE cont_coo = ?1 LIMIT 1")
+{
+    ReadFiscal();
+    ReadOutro();
+}
+
+std::optional<Documento> DocumentStream::Next(const std::optional<std::int64_t>& last)
+{
+    std::optional<Documento> documento;
+    if (IsNextFiscal(last)) {
+        documento = std::move(m_fiscal);
+        ReadFiscal();
+    } else {
+        documento = std::move(m_outro);
+        ReadOutro();
+    }
+    return documento;
+}
+
+// Each table holds its documents in the order of issue. Of the two next ones the successor comes
+// first; where neither is, or both are, the earlier one.
+bool DocumentStream::IsNextFiscal(const std::optional<std::int64_t>& last) const
+{
+    if (!m_fiscal || !m_outro) {
+        return m_fiscal.has_value();
+    }
+    if (last) {
+        const bool fiscalFollows = leitura::Steps(*last, m_fiscal->coo.Value()) == 1;
+        const bool outroFollows = leitura::Steps(*last, m_outro->coo.Value()) == 1;
+        if (fiscalFollows != outroFollows) {
+            return fiscalFollows;
+        }
+    }
+    if (m_fiscal->hora != m_outro->hora) {
+        return m_fiscal->hora < m_outro->hora;
+    }
+    if (last) {
+        return leitura::Steps(*last, m_fiscal->coo.Value()) <
+               leitura::Steps(*last, m_outro->coo.Value());
+    }
+    return m_fiscal->coo.Value() < m_outro->coo.Value();
+}
+
+void DocumentStream::ReadFiscal()
+{
+    leitura::CupomFiscalRow row;
+    if (!m_fiscais.Next(row)) {
+        m_fiscal.reset();
+        return;
+    }
+    m_fiscal = Documento{true,
+                         row.coo,
+                         row.ccf,
+                         row.crz,
+                         row.dataHoraEmissao.Value(),
+                         std::string(),
+                         row.cancelado.IsSet() && WasFechado(row)};
+}
+
+void DocumentStream::ReadOutro()
+{
+    leitura::OutroDocumentoRow row;
+    if (!m_outros.Next(row)) {
+        m_outro.reset();
+        return;
+    }
+    m_outro = Documento{false,
+                        row.coo,
+                        row.gnf,
+                        row.crz,
+                        row.dataHoraInicioEmissao.Value(),
+                        row.tipoDocumento.Value(),
+                        false};
+}
+
+// A closing signs the receipt; that of an additional receipt is rejected, and its payments stand.
+bool DocumentStream::WasFechado(const leitura::CupomFiscalRow& cupom)
+{
+    if (cupom.assinaturaDocumento.Value().find_first_not_of(' ') != std::string::npos) {
+        return true;
+    }
+    const bool paid = m_pagamento.With(cupom.coo.Value()).Next();
+    m_pagamento.End();
+    return paid;
+}
+
+} // namespace bancada::conferencia

@@ -1,0 +1,138 @@
+#include "bancada/conferencia/FindingKind.h"
+
+namespace bancada::conferencia
+{
+namespace
+{
+
+constexpr FindingKindTable KINDS = {{
+    // The counters of the documents.
+    {FindingKind::COO_AUSENTE, "coo-ausente", Weight::FAULT,
+     "document numbers without a row, and nothing logged that explains them"},
+    {FindingKind::COO_REPETIDO, "coo-repetido", Weight::FAULT,
+     "a document number that comes again, or goes back"},
+    {FindingKind::CCF_AUSENTE, "ccf-ausente", Weight::FAULT, "fiscal receipts without a row"},
+    {FindingKind::CCF_REPETIDO, "ccf-repetido", Weight::FAULT,
+     "a fiscal receipt number that comes again, or goes back"},
+    {FindingKind::GNF_AUSENTE, "gnf-ausente", Weight::FAULT,
+     "non-fiscal documents without a row that no voucher reversal explains"},
+    {FindingKind::GNF_REPETIDO, "gnf-repetido", Weight::FAULT,
+     "a non-fiscal document number that comes again, or goes back"},
+    {FindingKind::CRZ_AUSENTE, "crz-ausente", Weight::FAULT, "Z reductions without a row"},
+    {FindingKind::CRZ_REPETIDO, "crz-repetido", Weight::FAULT,
+     "a Z reduction number that comes again, or goes back"},
+    {FindingKind::CRZ_DOCUMENTO, "crz-documento", Weight::FAULT,
+     "a document that is not a fiscal receipt, filed under another Z than the last one made"},
+    {FindingKind::DOCUMENTO_SEM_LINHA, "documento-sem-linha", Weight::NOTE,
+     "a document that leaves no row on purpose: the reversal of a voucher"},
+    {FindingKind::COO_REUTILIZADO, "coo-reutilizado", Weight::NOTE,
+     "a document number that names several receipts: their items and payments cannot be told "
+     "apart"},
+    // Rows whose document is missing.
+    {FindingKind::ITEM_SEM_CUPOM, "item-sem-cupom", Weight::FAULT,
+     "items of a fiscal receipt that has no row"},
+    {FindingKind::ITEM_NF_SEM_CUPOM, "item-nf-sem-cupom", Weight::FAULT,
+     "items of a non-fiscal receipt that has no row"},
+    {FindingKind::PAGAMENTO_SEM_CUPOM, "pagamento-sem-cupom", Weight::FAULT,
+     "payments of a receipt that has no row"},
+    {FindingKind::ITEM_AUSENTE, "item-ausente", Weight::FAULT,
+     "item numbers of a receipt without a row"},
+    {FindingKind::NF_SEM_DOCUMENTO, "nf-sem-documento", Weight::FAULT,
+     "a non-fiscal receipt without its document row"},
+    {FindingKind::DOCUMENTO_SEM_NF, "documento-sem-nf", Weight::FAULT,
+     "a document row of a non-fiscal receipt that has no row"},
+    {FindingKind::REDUCAO_SEM_DOCUMENTO, "reducao-sem-documento", Weight::FAULT,
+     "a Z reduction without its document row"},
+    {FindingKind::DOCUMENTO_SEM_REDUCAO, "documento-sem-reducao", Weight::FAULT,
+     "a document row of a Z reduction that has no row"},
+    {FindingKind::TOTALIZADOR_SEM_REDUCAO, "totalizador-sem-reducao", Weight::FAULT,
+     "totalizers of a Z reduction that has no row"},
+    {FindingKind::MEIO_SEM_REDUCAO, "meio-sem-reducao", Weight::FAULT,
+     "payment means of a Z reduction that has no row"},
+    {FindingKind::REDUCAO_INCOMPLETA, "reducao-incompleta", Weight::FAULT,
+     "a Z reduction without a row that every Z writes"},
+    {FindingKind::CUPOM_SEM_REDUCAO, "cupom-sem-reducao", Weight::FAULT,
+     "receipts of a day that no Z closes, though later ones do"},
+    // Rows that come twice.
+    {FindingKind::CHAVE_REPETIDA, "chave-repetida", Weight::FAULT,
+     "a key that should name one row and names several"},
+    // Receipts.
+    {FindingKind::CUPOM_ABERTO, "cupom-aberto", Weight::FAULT,
+     "a fiscal receipt never closed, though documents follow it"},
+    {FindingKind::CUPOM_ADICIONAL, "cupom-adicional", Weight::NOTE,
+     "a fiscal receipt paid in full that keeps its opening values: an additional receipt, whose "
+     "closing is always rejected"},
+    {FindingKind::CUPOM_TOTAL, "cupom-total", Weight::FAULT,
+     "a fiscal receipt whose total is not its subtotal with the subtotal adjustment"},
+    {FindingKind::CUPOM_ITENS, "cupom-itens", Weight::FAULT,
+     "a fiscal receipt that its live items do not add up to"},
+    {FindingKind::CUPOM_PAGAMENTOS, "cupom-pagamentos", Weight::FAULT,
+     "a fiscal receipt whose payments less the change are not its total"},
+    {FindingKind::ITEM_TOTAL, "item-total", Weight::FAULT,
+     "an item whose total is not quantity by price with its adjustments"},
+    {FindingKind::NF_ABERTO, "nf-aberto", Weight::FAULT,
+     "a non-fiscal receipt never closed, though documents follow it"},
+    {FindingKind::NF_TOTAL, "nf-total", Weight::FAULT,
+     "a non-fiscal receipt whose total is not its subtotal with the subtotal adjustment"},
+    {FindingKind::NF_ITENS, "nf-itens", Weight::FAULT,
+     "a non-fiscal receipt that its live items do not add up to"},
+    {FindingKind::NF_PAGAMENTOS, "nf-pagamentos", Weight::FAULT,
+     "a non-fiscal receipt whose payments do not cover its total"},
+    {FindingKind::ITEM_NF_TOTAL, "item-nf-total", Weight::FAULT,
+     "a non-fiscal item whose net value is not its value with its adjustments"},
+    // Z reductions.
+    {FindingKind::CUPOM_FORA_DO_DIA, "cupom-fora-do-dia", Weight::FAULT,
+     "a receipt issued before the previous Z or after the Z that it is filed under"},
+    {FindingKind::Z_TOTALIZADORES, "z-totalizadores", Weight::FAULT,
+     "a sum of the Z that its totalizer rows do not add up to"},
+    {FindingKind::Z_VB, "z-vb", Weight::FAULT,
+     "gross sales that are not net totalizers, discounts and cancellations together"},
+    {FindingKind::Z_GT, "z-gt", Weight::FAULT,
+     "a grand total that did not grow by the gross sales of the day"},
+    {FindingKind::Z_VENDAS, "z-vendas", Weight::FAULT,
+     "tax totalizers that are not the valid fiscal receipts of the day"},
+    {FindingKind::Z_NAO_FISCAIS, "z-nao-fiscais", Weight::FAULT,
+     "non-fiscal totalizers that are not the valid non-fiscal receipts of the day"},
+    {FindingKind::Z_MEIO, "z-meio", Weight::FAULT,
+     "a payment means that is not the payments of the day"},
+    {FindingKind::Z_TROCO, "z-troco", Weight::FAULT,
+     "payment means less the change that are not the valid receipts of the day"},
+    {FindingKind::Z_DATA, "z-data", Weight::FAULT,
+     "a fiscal day that is not the date of its first receipt"},
+    {FindingKind::Z_TEMPOS, "z-tempos", Weight::FAULT,
+     "more time issuing documents than operating (the two columns are crossed on purpose)"},
+    // The firmware log.
+    {FindingKind::LINHA_PERDIDA, "linha-perdida", Weight::FAULT,
+     "a statement that the engine rejected: the row is missing"},
+    {FindingKind::COMANDO_PERDIDO, "comando-perdido", Weight::FAULT,
+     "a command whose rows the caller of the loggers lost"},
+    {FindingKind::PERDA_PREVISTA, "perda-prevista", Weight::NOTE,
+     "a statement that the engine always rejects: the closing of an additional receipt, a "
+     "currency symbol"},
+}};
+
+// Each kind stands at its place, so that none is missing and none stands twice.
+constexpr bool IsComplete()
+{
+    for (std::size_t i = 0; i < KINDS.size(); ++i) {
+        if (KINDS[i].name == nullptr || KINDS[i].kind != static_cast<FindingKind>(i)) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(IsComplete());
+
+} // namespace
+
+const FindingKindTable& FindingKinds()
+{
+    return KINDS;
+}
+
+const FindingKindInfo& InfoOf(FindingKind kind)
+{
+    return KINDS[static_cast<std::size_t>(kind)];
+}
+
+} // namespace bancada::conferencia

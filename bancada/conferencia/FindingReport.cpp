@@ -1,0 +1,46 @@
+#include "bancada/conferencia/FindingReport.h"
+
+namespace bancada::conferencia
+{
+namespace
+{
+
+std::string OneLine(std::string text)
+{
+    for (char& c : text) {
+        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f) {
+            c = '?';
+        }
+    }
+    return text;
+}
+
+} // namespace
+
+void FindingReport::Report(FindingKind kind, const std::string& key, const std::string& text,
+                           const Subject& subject)
+{
+    const bool explained =
+        m_losses != nullptr && ((subject.coo != 0 && m_losses->HasCoo(subject.coo)) ||
+                                (subject.crz != 0 && m_losses->HasCrz(subject.crz)));
+    HandOut({kind, subject, OneLine(key), OneLine(text), explained});
+}
+
+void FindingReport::ReportExplained(FindingKind kind, const std::string& key,
+                                    const std::string& text, bool explained)
+{
+    HandOut({kind, {}, OneLine(key), OneLine(text), explained});
+}
+
+void FindingReport::HandOut(const Finding& finding)
+{
+    if (InfoOf(finding.kind).weight == Weight::NOTE) {
+        ++m_notes;
+    } else {
+        ++m_faults;
+        m_explained += finding.explained ? 1 : 0;
+    }
+    m_sink(finding);
+}
+
+} // namespace bancada::conferencia

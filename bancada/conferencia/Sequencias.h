@@ -1,0 +1,92 @@
+// The counters of the documents, one class each: what the next document's number must be.
+#pragma once
+
+#include "bancada/conferencia/CheckContext.h"
+#include "bancada/conferencia/DocumentStream.h"
+#include "bancada/conferencia/Gaps.h"
+#include "bancada/conferencia/Reimpressoes.h"
+
+#include <cstdint>
+#include <optional>
+
+namespace bancada::conferencia
+{
+
+// Every document takes the next COO. Numbers without a row that neither a reprint nor a
+// cancellation explains become gaps, which the other counters may explain.
+class CooSequence
+{
+  public:
+    CooSequence(CheckContext& context, Gaps& gaps);
+
+    void Check(const Documento& documento);
+    // What the documents behind this one may take without leaving a row. Called when the
+    // document's other counters were checked.
+    void Follow(const Documento& documento);
+    // Reports numbers that nothing explained.
+    void ReportMissing(const Gap& gap);
+
+    // The number taken last; nothing before the first document.
+    const std::optional<std::int64_t>& Last() const { return m_last; }
+
+  private:
+    CheckContext& m_context;
+    Gaps& m_gaps;
+    Reimpressoes m_reimpressoes;
+    std::optional<std::int64_t> m_last;
+    // A closed receipt was cancelled and its cancellation document is still to come.
+    bool m_awaitsCancelamento = false;
+    // Vouchers of the receipt issued last that may still be reversed.
+    std::int64_t m_comprovantes = 0;
+};
+
+// Every fiscal receipt takes the next CCF.
+class CcfSequence
+{
+  public:
+    CcfSequence(CheckContext& context, Gaps& gaps) : m_context(context), m_gaps(gaps) {}
+
+    void Check(const Documento& documento);
+
+  private:
+    void ReportMissing(const Documento& documento, std::int64_t count);
+
+    CheckContext& m_context;
+    Gaps& m_gaps;
+    std::optional<std::int64_t> m_last;
+};
+
+// Every non-fiscal document takes the next GNF; readings and Z reductions show the last one.
+class GnfSequence
+{
+  public:
+    GnfSequence(CheckContext& context, Gaps& gaps) : m_context(context), m_gaps(gaps) {}
+
+    void Check(const Documento& documento);
+    // Behind the last document: no later GNF tells what took the numbers of a gap. Explains the
+    // first gap or one number of it, and answers whether it could.
+    bool ExplainAtEnd();
+
+  private:
+    void CheckAbsent(const Documento& documento, std::int64_t count);
+    bool IsExplained(std::int64_t first, std::int64_t count) const;
+
+    CheckContext& m_context;
+    Gaps& m_gaps;
+    std::optional<std::int64_t> m_last;
+};
+
+// Documents other than fiscal receipts are filed under the last Z made; before the first, under 1.
+class CrzSequence
+{
+  public:
+    explicit CrzSequence(CheckContext& context) : m_context(context) {}
+
+    void Check(const Documento& documento);
+
+  private:
+    CheckContext& m_context;
+    std::optional<leitura::Integer> m_last;
+};
+
+} // namespace bancada::conferencia

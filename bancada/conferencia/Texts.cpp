@@ -1,0 +1,26 @@
+#include "bancada/conferencia/Texts.h"
+
+namespace bancada::conferencia
+{
+
+std::string Money(const leitura::Amount& amount)
+{
+    return amount.IsKnown() ? PointText(amount) : amount.Raw();
+}
+
+std::string Number(const leitura::Integer& integer)
+{
+    return integer.IsKnown() ? std::to_string(integer.Value()) : integer.Raw();
+}
+
+std::string Coo(const leitura::Integer& coo)
+{
+    return "COO " + Number(coo);
+}
+
+std::string Crz(const leitura::Integer& crz)
+{
+    return "CRZ " + Number(crz);
+}
+
+} // namespace bancada::conferencia

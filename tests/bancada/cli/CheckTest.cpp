@@ -1,0 +1,242 @@
+// ecf-bancada check as a user calls it: output, exit codes, what it cannot read.
+#include "bancada/Unusable.h"
+#include "bancada/cli/Subcommands.h"
+#include "bancada/conferencia/FindingKind.h"
+#include "tests/bancada/conferencia/CheckedDatabase.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <iostream>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+namespace bancada
+{
+namespace
+{
+
+using testing::AnyOf;
+using testing::Each;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::SizeIs;
+using testing::StartsWith;
+
+class CheckCommand : public conferencia_test::CheckedDatabase
+{
+  protected:
+    // Runs the subcommand; its output goes to `output`. Answers the exit code.
+    int Run(std::vector<std::string> arguments)
+    {
+        int code = EXIT_OK;
+        CLI::App app;
+        AddRun(app, code);
+        AddCheck(app, code);
+        std::reverse(arguments.begin(), arguments.end());
+        testing::internal::CaptureStdout();
+        try {
+            app.parse(arguments);
+        } catch (...) {
+            std::cout.flush();
+            output = testing::internal::GetCapturedStdout();
+            throw;
+        }
+        std::cout.flush();
+        output = testing::internal::GetCapturedStdout();
+        return code;
+    }
+
+    // What the subcommand says that it cannot use. Nothing is printed then.
+    std::string WhyUnusable(const std::vector<std::string>& arguments)
+    {
+        try {
+            Run(arguments);
+        } catch (const Unusable& error) {
+            return error.what();
+        }
+        return "accepted";
+    }
+
+    std::vector<std::string> Lines() const
+    {
+        std::vector<std::string> lines;
+        std::istringstream in(output);
+        for (std::string line; std::getline(in, line);) {
+            lines.push_back(line);
+        }
+        return lines;
+    }
+
+    std::string output;
+};
+
+TEST_F(CheckCommand, ACleanDatabaseExitsWithZeroAndKeepsItsNotes)
+{
+    Execute(conferencia_test::CLEAN_DAYS);
+    EXPECT_EQ(Run({"check", Path()}), 0);
+    EXPECT_EQ(output,
+              "note: cupom-adicional: COO 11: paid 10.00, closing never written\n"
+              "note: documento-sem-linha: GNF 3: reversal of a voucher (COO 6) before COO 10\n"
+              "7 fiscal receipts, 4 non-fiscal receipts, 2 Z reductions: 0 findings, 2 notes\n");
+}
+
+TEST_F(CheckCommand, AFindingExitsWithOne)
+{
+    Execute(conferencia_test::CLEAN_DAYS);
+    Execute("UPDATE reducao_z SET valor_gt = 75.47 WHERE cont_crz = 2");
+    EXPECT_EQ(Run({"check", Path()}), 1);
+    EXPECT_THAT(output, HasSubstr("\nz-gt: CRZ 2: "));
+    EXPECT_THAT(output, EndsWith("2 Z reductions: 1 finding, 2 notes\n"));
+}
+
+TEST_F(CheckCommand, JsonForPrograms)
+{
+    Execute(conferencia_test::CLEAN_DAYS);
+    Execute("UPDATE reducao_z SET valor_gt = 75.47 WHERE cont_crz = 2");
+    EXPECT_EQ(Run({"check", "--json", Path()}), 1);
+    const nlohmann::json json = nlohmann::json::parse(output);
+    EXPECT_THAT(json["findings"], SizeIs(3));
+    EXPECT_EQ(json["findings"][1],
+              nlohmann::json::parse(R"({"kind": "z-gt", "weight": "finding", "key": "CRZ 2",
+                "text": "grand total from 68.48 to 75.47, gross sales 7.00", "explained": false})"));
+    EXPECT_EQ(json["summary"],
+              nlohmann::json::parse(R"({"fiscal_receipts": 7, "non_fiscal_receipts": 4,
+                "z_reductions": 2, "findings": 1, "explained": 0, "notes": 2})"));
+}
+
+TEST_F(CheckCommand, JsonOfNothingFound)
+{
+    EXPECT_EQ(Run({"check", "--json", Path()}), 0);
+    EXPECT_EQ(output, "{\"findings\": [\n],\n\"summary\": {\"fiscal_receipts\":0,"
+                      "\"non_fiscal_receipts\":0,\"z_reductions\":0,\"findings\":0,"
+                      "\"explained\":0,\"notes\":0}}\n");
+}
+
+TEST_F(CheckCommand, TheLogListsTheLostRows)
+{
+    const std::string log = folder.Write(
+        "log",
+        "2024-03-01 08:00:00\tDBLoggerExecuteSQL: Erro executando SQL Code. Comando:'3', "
+        "Erro:'no such table'\n"
+        "2024-03-01 08:00:00\tUPDATE item_cupom_fiscal SET id_cancelado = 'S' where cont_coo "
+        "= '5' and seq_item = '2'\n"
+        "2024-03-01 08:00:01\tLogDatabase: the rows of this command are lost: disk I/O "
+        "error\n");
+    EXPECT_EQ(Run({"check", Path(), "--log", log}), 1);
+    EXPECT_EQ(output,
+              "linha-perdida: item_cupom_fiscal cont_coo 5, seq_item 2: UPDATE of "
+              "item_cupom_fiscal by command 3 was rejected: no such table\n"
+              "comando-perdido: 2024-03-01 08:00:01: the rows of a command are lost: disk I/O "
+              "error\n"
+              "0 fiscal receipts, 0 non-fiscal receipts, 0 Z reductions: 2 findings, 0 notes\n");
+}
+
+TEST_F(CheckCommand, ATextOfTheDatabaseStaysOnOneLine)
+{
+    Execute("INSERT INTO reducao_z (cont_crz, cont_coo, data_hora_emissao, data_movimento) VALUES"
+            " (1, 1, '2024-03-01 09:00:00', '2024' || char(10, 7, 27) || 'x');"
+            "INSERT INTO cupom_nf (cont_coo, cont_crz, data_hora_emissao) VALUES (2, 1, 'a')");
+    EXPECT_EQ(Run({"check", Path()}), 1);
+    EXPECT_THAT(output, HasSubstr("day of 2024???x, first receipt COO 2"));
+}
+
+TEST_F(CheckCommand, TheDatabaseIsLeftAsItWas)
+{
+    Execute(conferencia_test::CLEAN_DAYS);
+    const auto content = [this] {
+        std::ostringstream text;
+        text << std::ifstream(Path(), std::ios::binary).rdbuf();
+        return text.str();
+    };
+    const std::string before = content();
+    Run({"check", Path()});
+    EXPECT_EQ(content(), before);
+}
+
+TEST_F(CheckCommand, SaysWhatItCannotRead)
+{
+    EXPECT_EQ(WhyUnusable({"check", folder.File("none.db")}),
+              folder.File("none.db") + ": no such file");
+    EXPECT_EQ(WhyUnusable({"check", folder.File("")}), folder.File("") + ": is a directory");
+    EXPECT_THAT(WhyUnusable({"check", folder.Write("empty", "")}),
+                EndsWith("empty: not a logging database (no such table: cupom_fiscal)"));
+    EXPECT_THAT(WhyUnusable({"check", folder.Write("text", std::string(5000, 'x'))}),
+                EndsWith(": file is not a database"));
+    EXPECT_THAT(WhyUnusable({"check", Path(), "--log", folder.File("none.log")}),
+                StartsWith("cannot read the firmware log "));
+}
+
+TEST_F(CheckCommand, SaysWhichTableAnotherProgramsDatabaseLacks)
+{
+    Execute("DROP TABLE moeda");
+    EXPECT_THAT(WhyUnusable({"check", Path()}),
+                EndsWith(": not a logging database (no such table: moeda)"));
+    Execute("CREATE TABLE moeda (x)");
+    EXPECT_THAT(WhyUnusable({"check", Path()}),
+                EndsWith(": not a logging database (no such column: num_ecf)"));
+}
+
+TEST_F(CheckCommand, NothingIsPrintedOfAnotherProgramsDatabase)
+{
+    Execute("DROP TABLE moeda");
+    EXPECT_NE(WhyUnusable({"check", "--json", Path()}), "accepted");
+    EXPECT_EQ(output, "");
+}
+
+TEST_F(CheckCommand, ADamagedDatabaseIsUnusable)
+{
+    Execute(conferencia_test::CLEAN_DAYS);
+    std::ostringstream text;
+    text << std::ifstream(Path(), std::ios::binary).rdbuf();
+    std::string bytes = text.str();
+    // The header and the schema stand; every other page is noise.
+    const std::size_t begin = 4096 * 6;
+    ASSERT_GT(bytes.size(), begin);
+    for (std::size_t i = begin; i < bytes.size(); ++i) {
+        bytes[i] = static_cast<char>(i * 37 + i / 256);
+    }
+    EXPECT_THAT(WhyUnusable({"check", folder.Write("damaged.db", bytes)}),
+                HasSubstr("database disk image is malformed"));
+}
+
+TEST_F(CheckCommand, TheHelpNamesEveryKind)
+{
+    int code = EXIT_OK;
+    CLI::App app;
+    AddCheck(app, code);
+    const std::string help = app.get_subcommand("check")->help();
+    for (const conferencia::FindingKindInfo& kind : conferencia::FindingKinds()) {
+        EXPECT_THAT(help, HasSubstr(std::string("  ") + kind.name + " "));
+    }
+}
+
+class CheckedExample : public CheckCommand, public testing::WithParamInterface<const char*>
+{
+};
+
+// The examples are clean but for the rows that their log says are lost, and what follows of those.
+TEST_P(CheckedExample, IsCleanButForWhatItsLogNames)
+{
+    const std::string database = folder.File("example.db");
+    const std::string log = folder.File("example.log");
+    ASSERT_EQ(Run({"run", std::string(ECF_SOURCE_DIR "/examples/") + GetParam() + ".jsonl", "--db",
+                   database, "--log", log}),
+              0);
+    Run({"check", database, "--log", log});
+    std::vector<std::string> lines = Lines();
+    ASSERT_GE(lines.size(), 1U);
+    EXPECT_THAT(lines.back(), HasSubstr(" fiscal receipts, "));
+    lines.pop_back();
+    EXPECT_THAT(lines, Each(AnyOf(StartsWith("note: "), StartsWith("linha-perdida: "),
+                                  EndsWith(" [a lost row in the log explains it]"))));
+}
+
+INSTANTIATE_TEST_SUITE_P(Check, CheckedExample,
+                         testing::Values("mercearia", "oficina", "primeira_semana"),
+                         [](const auto& example) { return std::string(example.param); });
+
+} // namespace
+} // namespace bancada

@@ -1,0 +1,53 @@
+// A Z reduction against the receipts of its day.
+#include "tests/bancada/conferencia/PlantedFault.h"
+
+namespace bancada::conferencia_test
+{
+namespace
+{
+
+const PlantedFaults PLANTED({
+    {"ReductionWithoutChange",
+     "DELETE FROM meio_pagamento_reducao WHERE descricao_meio_pagamento = 'TROCO'",
+     {"reducao-incompleta: CRZ 1: no row of the change",
+      "reducao-incompleta: CRZ 2: no row of the change"}},
+    {"ReceiptAfterItsReduction",
+     "UPDATE cupom_fiscal SET data_hora_emissao = '2024-03-01 18:00:01' WHERE cont_coo = 11",
+     {"cupom-fora-do-dia: COO 11: issued 2024-03-01 18:00:01, after CRZ 1 of "
+      "2024-03-01 18:00:00",
+      "coo-ausente: COO 12: no document, and nothing logged that took the number"}},
+    {"ReceiptBeforeThePreviousReduction",
+     "UPDATE cupom_fiscal SET cont_crz = 2 WHERE cont_coo = 4",
+     {"z-vendas: CRZ 1: net tax totalizers 36.98, valid fiscal receipts 23.48",
+      "z-meio: CRZ 1 means 2: took in 13.50, payments 0.00",
+      "z-troco: CRZ 1: payment means 93.50 less change 26.52, valid receipts 53.48",
+      "z-vendas: CRZ 2: net tax totalizers 7.00, valid fiscal receipts 20.50",
+      "cupom-fora-do-dia: COO 4: issued 2024-03-01 09:00:00, filed under CRZ 2, "
+      "before the Z of 2024-03-01 18:00:00",
+      "z-data: CRZ 2: day of 2024-03-02, first receipt COO 4 of 2024-03-01 09:00:00",
+      "z-meio: CRZ 2 means 2: took in 7.00, payments 20.50",
+      "z-troco: CRZ 2: payment means 7.00 less change 0.00, valid receipts 20.50"}},
+    {"MeansIsNotItsPayments",
+     "UPDATE meio_pagamento_reducao SET valor_acumulado = 13.49 WHERE cont_crz = 1"
+     " AND indice_meio_pagamento = 2",
+     {"z-meio: CRZ 1 means 2: took in 13.49, payments 13.50",
+      "z-troco: CRZ 1: payment means 93.49 less change 26.52, valid receipts 66.98"}},
+    {"PaymentInAMeansWithoutRow",
+     "UPDATE pagamento_cupom SET indice_meio_pagamento = 9 WHERE cont_coo = 4",
+     {"z-meio: CRZ 1 means 2: took in 13.50, payments 0.00",
+      "z-meio: CRZ 1 means 9: took in 0.00, payments 13.50"}},
+    {"ChangeIsWrong",
+     "UPDATE meio_pagamento_reducao SET valor_acumulado = 26.53 WHERE cont_crz = 1"
+     " AND descricao_meio_pagamento = 'TROCO'",
+     {"z-troco: CRZ 1: payment means 93.50 less change 26.53, valid receipts 66.98"}},
+    {"DayOfAnotherDate",
+     "UPDATE reducao_z SET data_movimento = '2024-03-03 00:00:00' WHERE cont_crz = 2",
+     {"z-data: CRZ 2: day of 2024-03-03, first receipt COO 15 of 2024-03-02 "
+      "08:00:00"}},
+});
+
+INSTANTIATE_TEST_SUITE_P(CheckJornada, Planted, testing::ValuesIn(PLANTED.Begin(), PLANTED.End()),
+                         NameOf);
+
+} // namespace
+} // namespace bancada::conferencia_test

@@ -1,0 +1,130 @@
+// The losses of a firmware log: which findings they are and which they explain.
+#include "bancada/conferencia/LossIndex.h"
+
+#include "tests/bancada/conferencia/CheckedDatabase.h"
+
+#include <gmock/gmock.h>
+
+namespace bancada::conferencia_test
+{
+namespace
+{
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class LossIndexTest : public CheckedDatabase
+{
+};
+
+void AddRejected(Losses& losses, int command, const std::string& error,
+                 const std::string& statement)
+{
+    losses.rejected.push_back({1, "2024-03-01 08:00:00", command, error, statement});
+}
+
+const char CURRENCY[] = "INSERT INTO moeda (num_ecf, data_hora_gravacao, simbolo_moeda) VALUES "
+                        "(1,2024-03-01 08:00:00'R$')";
+const char ADDITIONAL[] =
+    "UPDATE cupom_fiscal SET assinatura_documento = 'c2ln', valor_subtotal = 8.00, valor_total = "
+    "8.00, valor_troco = 2.00, texto_suplementar = 'Obrigado', texto_complementar = '', chave_cupom "
+    "= '1' id_cupom_adicional = 'S' WHERE cont_coo = 11";
+
+TEST_F(LossIndexTest, TheClosingOfAnAdditionalReceiptAndACurrencyAreNoFaults)
+{
+    Execute(CLEAN_DAYS);
+    Losses losses;
+    AddRejected(losses, 5, "near \"id_cupom_adicional\": syntax error", ADDITIONAL);
+    AddRejected(losses, 98, "near \"08\": syntax error", CURRENCY);
+    Check(&losses);
+    EXPECT_THAT(faults, IsEmpty());
+    EXPECT_THAT(
+        notes,
+        ElementsAre("perda-prevista: cupom_fiscal cont_coo 11: UPDATE of cupom_fiscal by "
+                    "command 5 was rejected: near \"id_cupom_adicional\": syntax error",
+                    "perda-prevista: moeda ?: INSERT of moeda by command 98 was rejected: "
+                    "near \"08\": syntax error",
+                    "cupom-adicional: COO 11: paid 10.00, closing rejected as that of an "
+                    "additional receipt",
+                    "documento-sem-linha: GNF 3: reversal of a voucher (COO 6) before COO 10"));
+}
+
+TEST_F(LossIndexTest, WithALogAClosingThatItDoesNotNameWasNone)
+{
+    Execute(CLEAN_DAYS);
+    const Losses losses;
+    EXPECT_THAT(Faults(&losses), ElementsAre("cupom-aberto: COO 11: paid 10.00, closing neither in "
+                                             "the row nor in the log"));
+}
+
+TEST_F(LossIndexTest, ALostItemExplainsWhatItLeaves)
+{
+    Execute(CLEAN_DAYS);
+    Execute("DELETE FROM item_cupom_fiscal WHERE cont_coo = 3 AND seq_item = 1");
+    Losses losses;
+    AddRejected(losses, 5, "syntax error", ADDITIONAL);
+    AddRejected(losses, 157, "near \"AGUA\": syntax error",
+                "INSERT INTO item_cupom_fiscal (seq_item, cont_coo, cod_item, descricao) VALUES "
+                "(1,3,'789','PAO D'AGUA')");
+    EXPECT_THAT(
+        Faults(&losses),
+        ElementsAre(
+            "linha-perdida: item_cupom_fiscal cont_coo 3, seq_item 1: INSERT of "
+            "item_cupom_fiscal by command 157 was rejected: near \"AGUA\": syntax error",
+            "item-ausente: COO 3: no row of item 1 (explained)",
+            "cupom-itens: COO 3: live items 5.48, subtotal 15.48, total 15.48 (explained)"));
+    EXPECT_EQ(summary.faults, 3);
+    EXPECT_EQ(summary.explained, 2);
+}
+
+TEST_F(LossIndexTest, ALostReceiptExplainsItsDay)
+{
+    Execute(CLEAN_DAYS);
+    Execute("DELETE FROM cupom_fiscal WHERE cont_coo = 4");
+    Losses losses;
+    AddRejected(losses, 5, "syntax error", ADDITIONAL);
+    AddRejected(losses, 1, "near \"AGUA\": syntax error",
+                "INSERT INTO cupom_fiscal (cont_coo, cont_ccf, cont_crz, data_hora_emissao, "
+                "cpf_cnpj_consumidor, nome_consumidor, chave_cupom) VALUES (4,2,1,'2024-03-01 "
+                "09:00:00','','JOANA D'ARC',' ')");
+    EXPECT_THAT(
+        Faults(&losses),
+        ElementsAre("linha-perdida: cupom_fiscal cont_coo 4, cont_ccf 2, cont_crz 1: INSERT of "
+                    "cupom_fiscal by command 1 was rejected: near \"AGUA\": syntax error",
+                    "z-vendas: CRZ 1: net tax totalizers 36.98, valid fiscal receipts 23.48 "
+                    "(explained)",
+                    "z-meio: CRZ 1 means 2: took in 13.50, payments 0.00 (explained)",
+                    "z-troco: CRZ 1: payment means 93.50 less change 26.52, valid receipts 53.48 "
+                    "(explained)",
+                    "ccf-ausente: CCF 2: no fiscal receipt (COO 4) before COO 7 (explained)",
+                    "item-sem-cupom: COO 4: 3 items without their receipt (explained)",
+                    "pagamento-sem-cupom: COO 4: 1 payments without their receipt (explained)"));
+}
+
+TEST_F(LossIndexTest, ALostRowOfAnotherDocumentExplainsNothing)
+{
+    Execute(CLEAN_DAYS);
+    Execute("UPDATE cupom_fiscal SET valor_troco = 4.51 WHERE cont_coo = 3");
+    Losses losses;
+    AddRejected(losses, 5, "syntax error", ADDITIONAL);
+    AddRejected(losses, 4, "syntax error",
+                "INSERT INTO pagamento_cupom (cont_coo, cont_gnf) VALUES (15,'D'AGUA')");
+    EXPECT_THAT(
+        Faults(&losses),
+        ElementsAre("linha-perdida: pagamento_cupom cont_coo 15: INSERT of pagamento_cupom by "
+                    "command 4 was rejected: syntax error",
+                    "cupom-pagamentos: COO 3: payments 20.00 less change 4.51, total 15.48"));
+}
+
+TEST_F(LossIndexTest, ALostCommandIsAFault)
+{
+    Execute(CLEAN_DAYS);
+    Losses losses;
+    AddRejected(losses, 5, "syntax error", ADDITIONAL);
+    losses.lost.push_back({1, "2024-03-01 09:00:00", "disk I/O error"});
+    EXPECT_THAT(Faults(&losses), ElementsAre("comando-perdido: 2024-03-01 09:00:00: the rows of a "
+                                             "command are lost: disk I/O error"));
+}
+
+} // namespace
+} // namespace bancada::conferencia_test
