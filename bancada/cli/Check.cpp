@@ -29,10 +29,21 @@ std::string Count(std::int64_t number, const char* one, const char* several)
     return std::to_string(number) + " " + (number == 1 ? one : several);
 }
 
+// A byte that is no UTF-8 becomes U+FFFD, in text as in JSON.
+std::string Dump(const nlohmann::ordered_json& json)
+{
+    return json.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
+}
+
+std::string Utf8(const std::string& text)
+{
+    return nlohmann::ordered_json::parse(Dump(text)).get<std::string>();
+}
+
 void PrintText(const Finding& finding)
 {
     std::cout << (InfoOf(finding.kind).weight == Weight::NOTE ? "note: " : "")
-              << InfoOf(finding.kind).name << ": " << finding.key << ": " << finding.text
+              << InfoOf(finding.kind).name << ": " << Utf8(finding.key + ": " + finding.text)
               << (finding.explained ? " [a lost row in the log explains it]" : "") << "\n";
 }
 
@@ -79,11 +90,6 @@ class JsonPrinter
     }
 
   private:
-    static std::string Dump(const nlohmann::ordered_json& json)
-    {
-        return json.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
-    }
-
     void Begin()
     {
         if (!m_begun) {

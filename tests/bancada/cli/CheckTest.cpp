@@ -143,6 +143,16 @@ TEST_F(CheckCommand, ATextOfTheDatabaseStaysOnOneLine)
     EXPECT_THAT(output, HasSubstr("day of 2024???x, first receipt COO 2"));
 }
 
+TEST_F(CheckCommand, BytesThatAreNoUtf8AreReplaced)
+{
+    Execute("INSERT INTO reducao_z (cont_crz, cont_coo, data_hora_emissao, data_movimento) VALUES"
+            " (1, 1, '2024-03-01 09:00:00', CAST(x'32FF30C3A3' AS TEXT));"
+            "INSERT INTO cupom_nf (cont_coo, cont_crz, data_hora_emissao) VALUES (2, 1, 'a')");
+    EXPECT_EQ(Run({"check", Path()}), 1);
+    EXPECT_THAT(output, HasSubstr("day of 2\xEF\xBF\xBD"
+                                  "0ã, first receipt COO 2"));
+}
+
 TEST_F(CheckCommand, TheDatabaseIsLeftAsItWas)
 {
     Execute(conferencia_test::CLEAN_DAYS);

@@ -91,6 +91,12 @@ constexpr HostileValue HOSTILE[] = {
      "b"},
 };
 
+// A reconciliation tells of the values that disagree with others: here of the total alone.
+bool Tells(const std::string& tool, const HostileValue& value)
+{
+    return tool == "show" || std::string(value.column) == "valor_total";
+}
+
 TEST_P(Tools, AHostileValueIsToldAsWhatItIs)
 {
     for (const HostileValue& value : HOSTILE) {
@@ -102,7 +108,9 @@ TEST_P(Tools, AHostileValueIsToldAsWhatItIs)
         const bancada_test::ProgramResult read = Read(Path());
         EXPECT_THAT(read.exitCode, AnyOf(0, 1));
         EXPECT_EQ(read.err, "");
-        EXPECT_THAT(read.out, HasSubstr(value.shown));
+        if (Tells(GetParam(), value)) {
+            EXPECT_THAT(read.out, HasSubstr(value.shown));
+        }
         EXPECT_THAT(read.out, Not(HasSubstr(std::string(1, '\0'))));
     }
 }
@@ -142,7 +150,7 @@ TEST_P(Tools, WhatCannotBeReadIsNamed)
               "ecf-bancada: " + Path() + ": not a logging database (no such table: versao_sb)\n");
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, Tools, ::testing::Values("show"),
+INSTANTIATE_TEST_SUITE_P(Each, Tools, ::testing::Values("show", "check"),
                          [](const auto& tool) { return std::string(tool.param); });
 
 } // namespace
