@@ -43,6 +43,8 @@ constexpr char OUT_OF_MEMORY[] = "ecf-bancada: out of memory\n";
 
 } // namespace
 
+// What is thrown before the parsing ends in EndWithoutUnwinding.
+// NOLINTNEXTLINE(bugprone-exception-escape)
 int main(int argc, char** argv)
 {
     using namespace bancada;

@@ -18,7 +18,7 @@ using log_database::LOG_TABLES;
 constexpr std::size_t MAX_STATEMENT_BYTES = 8000;
 
 // Before anything else of the program uses the engine.
-[[maybe_unused]] const bool enginePrepared = ::LogDatabase::PrepareEngine();
+[[maybe_unused]] const bool ENGINE_PREPARED = ::LogDatabase::PrepareEngine();
 
 } // namespace
 

@@ -115,9 +115,9 @@ void MemoriaFile::Parse(const std::string& content)
     }
 
     for (const auto& field : root.items()) {
-        static const std::set<std::string> KNOWN = {"formato",  "versao",   "digest",
+        static const std::set<std::string> known = {"formato",  "versao",   "digest",
                                                     "registro", "execucao", "antes"};
-        if (KNOWN.count(field.key()) == 0) {
+        if (known.count(field.key()) == 0) {
             throw InvalidField(field.key(), "there is no such field");
         }
     }

@@ -31,8 +31,8 @@ Names MakeNames()
 
 const std::vector<std::string>& TotalizadorNames(std::size_t baseImposto)
 {
-    static const Names NAMES = MakeNames();
-    return NAMES[baseImposto];
+    static const Names names = MakeNames();
+    return names[baseImposto];
 }
 
 std::vector<std::string> NumbersFromOne(int count)
