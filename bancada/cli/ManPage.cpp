@@ -129,7 +129,7 @@ void Subcommand(std::ostream& page, const CLI::App& app, const CLI::App& sub)
 std::string ManPage(const CLI::App& app)
 {
     std::ostringstream page;
-    const std::string name = app.get_name();
+    const std::string& name = app.get_name();
     page << ".TH " << Plain(Upper(name)) << " 1 \"\" \"" << Plain(app.version())
          << "\" \"User Commands\"\n"
          << ".SH NAME\n"
@@ -148,6 +148,12 @@ std::string ManPage(const CLI::App& app)
     }
     page << ".SH NOTES\n";
     Paragraphs(page, app.get_footer());
+    page << ".SH FILES\n.TP\n"
+         << Bold("docs/") << "\n"
+         << Plain("Lies in share/doc/" + name +
+                  " below the folder that the program was installed into, /usr for the Debian "
+                  "package")
+         << "\n";
     return page.str();
 }
 

@@ -28,7 +28,11 @@ LAYERS = {
     "bancada": list(FIRMWARE),
     "tests": [*FIRMWARE, "bancada"],
     "benchmarks": [*FIRMWARE, "bancada"],
+    "examples": list(FIRMWARE),
 }
+
+# Projects of their own below the root, whose files include one another by their bare names.
+PROJECTS = ("examples/firmware/",)
 
 # The folders of the bench, likewise. What stands in bancada/ itself is everyone's, main.cpp aside.
 BENCH = {
@@ -101,6 +105,8 @@ def fault(root, name, opening, included):
             return None if layer in SEES_SQLITE else "this layer does not talk to the engine"
         if not STANDARD_HEADER.fullmatch(included):
             return "the firmware half needs SQLite and the C++ runtime alone"
+        return None
+    if name.startswith(PROJECTS) and (root / name).parent.joinpath(included).is_file():
         return None
     if not (root / included).is_file():
         return "no such file below the project's root"

@@ -24,7 +24,7 @@ HEADERS = "include/ecf_dblogger"
 DOORS = {
     "FiscalCommands.h", "Interpreter.h", "RtcClasses.h",
     "FiscalData/Cupom.h", "FiscalData/FiscalDataController.h", "FiscalData/FiscalDataTypes.h",
-    "FiscalData/RateioSubtotal.h", "MfdServices/GravaLog.h",
+    "FiscalData/RateioSubtotal.h", "LogDatabase/LogDatabase.h", "MfdServices/GravaLog.h",
     "libs/BigInt.h", "libs/CharTools.h", "libs/Financial.h", "libs/FirmwareTypes.h",
 }
 
@@ -131,7 +131,19 @@ class Installed(unittest.TestCase):
             self.assertFalse(bench.exists() or page.exists())
             return
         self.assertRegex(start(bench, "--version"), r"\Aecf-bancada \d+\.\d+\.\d+\n\Z")
-        self.assertIn(".SH NAME\necf\\-bancada \\- ", page.read_text(encoding="utf-8"))
+        text = page.read_text(encoding="utf-8")
+        self.assertIn(".SH NAME\necf\\-bancada \\- ", text)
+        # What it points to is there.
+        named = set(re.findall(r"docs/\w+\.md", text))
+        self.assertIn("docs/tape.md", named)
+        documents = self.prefix / "share/doc/ecf-bancada"
+        self.assertEqual([name for name in sorted(named) if not (documents / name).is_file()], [])
+        self.assertIn("Lies in share/doc/ecf\\-bancada below", text)
+
+    def test_the_documents_of_the_library(self):
+        documents = self.prefix / "share/doc/libecf-dblogger-dev"
+        self.assertTrue((documents / "docs/integration.md").is_file())
+        self.assertTrue((documents / "examples/firmware/CMakeLists.txt").is_file())
 
 
 if __name__ == "__main__":

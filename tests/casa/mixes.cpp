@@ -1,6 +1,6 @@
 // A caller that programs a non-fiscal totalizer into the logging database that it makes, for every
-// mix of its own flags with the library's. WITH_DERIVED: it derives from a command class, as a command
-// layer does. Nothing of the C++ runtime is used here.
+// mix of its own flags with the library's. WITH_DERIVED: it derives from a command class, as a
+// command layer does. Nothing of the C++ runtime is used here.
 #include "FiscalCommands.h"
 #include "FiscalData/RateioSubtotal.h"
 #include "MfdServices/GravaLog.h"

@@ -48,6 +48,13 @@ class Includes(unittest.TestCase):
             {"bancada/A.h": "", "CmdDBLogger/B.cpp": '#include "bancada/A.h"\n'},
             'CmdDBLogger/B.cpp:1: #include "bancada/A.h": CmdDBLogger may not include bancada')
 
+    def test_example_is_a_project_of_its_own(self):
+        files = {"examples/firmware/A.h": "", "bancada/A.h": "",
+                 "examples/firmware/B.cpp": '#include "A.h"\n'}
+        self.assertEqual(self.check(files)[0], 0)
+        files["examples/firmware/B.cpp"] = '#include "bancada/A.h"\n'
+        self.assert_fault(files, "examples may not include bancada")
+
     def test_upward_include(self):
         self.assert_fault(
             {"RtcClasses.h": "", "libs/A.h": '\n  #  include "RtcClasses.h"\n'},

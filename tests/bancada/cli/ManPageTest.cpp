@@ -70,6 +70,10 @@ The \(ha\(ga\(ti\e end.
 .SH NOTES
 .PP
 Ends well.
+.SH FILES
+.TP
+\fBdocs/\fR
+Lies in share/doc/some\-tool below the folder that the program was installed into, /usr for the Debian package
 )");
 }
 
