@@ -24,10 +24,10 @@ class AbreCCD final : public ComandoOf<CmdAbreCCD>
 
     BOOL FiscalCheck() override
     {
-        const int ultimo = m_registro.GetMemoria().cupom.coo;
-        if (m_iCOO != 0 && m_iCOO != ultimo) {
+        const int last = m_registro.GetMemoria().cupom.coo;
+        if (m_iCOO != 0 && m_iCOO != last) {
             return Accept("document " + std::to_string(m_iCOO) +
-                          " is not the receipt issued last, which is " + std::to_string(ultimo));
+                          " is not the receipt issued last, which is " + std::to_string(last));
         }
         return Accept(m_registro.CheckAbreCCD(m_iMeioPagamento, m_dtExecStart));
     }

@@ -110,9 +110,8 @@ class InsereRegOpeNF final : public ComandoOf<CmdInsereRegOpeNF>
 
     void Fields(FieldVisitor& fields) override
     {
-        fields.Integer("indice", m_iIndice, NUMERO_NF_SANGRIA + 1, MAX_TOTALIZADORES_NF,
-                       Presence::REQUIRED,
-                       "number of the totalizer; 1 and 2 are the register's own", "3");
+        fields.Integer("indice", m_iIndice, 1, MAX_TOTALIZADORES_NF, Presence::REQUIRED,
+                       "number of the totalizer; 1 takes the floats and 2 the withdrawals", "3");
         fields.Text("descricao", m_sDescricao, Presence::REQUIRED, "its name", "RECARGA CELULAR");
     }
 

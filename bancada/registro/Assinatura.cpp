@@ -21,7 +21,7 @@ namespace
 class Line
 {
   public:
-    explicit Line(const char* nome) : m_text(nome) {}
+    explicit Line(const char* name) : m_text(name) {}
 
     Line& Number(long long valor)
     {

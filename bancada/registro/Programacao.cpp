@@ -142,9 +142,6 @@ Refusal Registro::CheckProgramaTotalizadorNF(int indice, const std::string& desc
     if (Refusal refusal = CheckNothingOpen(m_memoria)) {
         return refusal;
     }
-    if (indice == NUMERO_NF_FUNDO_TROCO || indice == NUMERO_NF_SANGRIA) {
-        return "the non-fiscal totalizers 1 and 2 are the till's and stand as they are";
-    }
     if (Refusal refusal = CheckRange("a non-fiscal totalizer", indice, MAX_TOTALIZADORES_NF)) {
         return refusal;
     }

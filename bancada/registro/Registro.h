@@ -204,7 +204,8 @@ class Registro final : public FiscalDataController
                                        EVinculacaoCCD vinculacao) const;
     void ProgramaMeioPagamento(int indice, const std::string& descricao, EVinculacaoCCD vinculacao);
 
-    // Non-fiscal totalizer 3 to 39, anew or over the one there.
+    // Name of the non-fiscal totalizer 1 to 39, anew or over the one there. 1 and 2 stay those of
+    // the till's floats and withdrawals under any name.
     Refusal CheckProgramaTotalizadorNF(int indice, const std::string& descricao) const;
     void ProgramaTotalizadorNF(int indice, const std::string& descricao);
 

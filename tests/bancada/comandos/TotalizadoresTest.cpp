@@ -22,6 +22,19 @@ TEST_F(ComandoTotalizadores, ProgrammingMeansAndTotalizersAgainRenamesThem)
                 ElementsAre("3|CELULAR"));
 }
 
+TEST_F(ComandoTotalizadores, TheTillsTotalizersAreNamedLikeAnyOther)
+{
+    Run(R"({"cmd":"insere_reg_ope_nf","indice":1,"descricao":"SUPRIMENTO"})");
+    Run(R"({"cmd":"insere_reg_ope_nf","indice":2,"descricao":"RETIRADA"})");
+    EXPECT_THAT(Rows("SELECT num_indice, descricao FROM totalizador_nao_fiscal"),
+                ElementsAre("3|RECARGA", "1|SUPRIMENTO", "2|RETIRADA"));
+    Run(R"({"cmd":"sangria","operacao":"fundo_troco","valor":"100.00"})");
+    Run(R"({"cmd":"reducao_z"})");
+    EXPECT_THAT(Rows("SELECT totalizador, valor_base_calculo FROM totalizador_reducao WHERE "
+                     "id_fiscal = 'N'"),
+                ElementsAre("SUPRIMENTO|100", "RETIRADA|0", "RECARGA|0"));
+}
+
 TEST_F(ComandoTotalizadores, CommandsThatLogNothingStillProgramTheRegister)
 {
     Run(R"({"cmd":"insere_aliquota","tributacao":"S","percentual":"2.00"})");

@@ -102,8 +102,31 @@ TEST_F(RegistroProgramacao, PaymentMeansAndTotalizersHaveTheirNames)
     ExpectAccepted(registro.CheckProgramaTotalizadorNF(39, "OUTROS"));
     EXPECT_EQ(Reason(registro.CheckProgramaTotalizadorNF(40, "OUTROS")),
               "a non-fiscal totalizer goes from 1 to 39");
-    EXPECT_EQ(Reason(registro.CheckProgramaTotalizadorNF(2, "OUTROS")),
-              "the non-fiscal totalizers 1 and 2 are the till's and stand as they are");
+    EXPECT_EQ(Reason(registro.CheckProgramaTotalizadorNF(0, "OUTROS")),
+              "a non-fiscal totalizer goes from 1 to 39");
+    EXPECT_EQ(Reason(registro.CheckProgramaTotalizadorNF(1, "")), "the description is missing");
+}
+
+TEST_F(RegistroProgramacao, TheTillsTotalizersKeepTheirUseUnderAnotherName)
+{
+    for (const int numero : {NUMERO_NF_FUNDO_TROCO, NUMERO_NF_SANGRIA}) {
+        ExpectAccepted(registro.CheckProgramaTotalizadorNF(numero, "X"));
+    }
+    registro.ProgramaTotalizadorNF(NUMERO_NF_FUNDO_TROCO, "SUPRIMENTO");
+    registro.ProgramaTotalizadorNF(NUMERO_NF_SANGRIA, "RETIRADA");
+    char nome[32];
+    EXPECT_STREQ(registro.Totalizador_GetNomeNF(BC_IND_NAO_FISCAL, 0, nome, sizeof nome),
+                 "SUPRIMENTO");
+    EXPECT_STREQ(registro.Totalizador_GetNomeNF(BC_IND_NAO_FISCAL, 1, nome, sizeof nome),
+                 "RETIRADA");
+    MovimentaCaixa(FUNDO_TROCO, "100.00");
+    MovimentaCaixa(SANGRIA, "30.00");
+    EXPECT_EQ(TotalNF(1), "100.00");
+    EXPECT_EQ(TotalNF(2), "30.00");
+    EXPECT_EQ(registro.GetMemoria().cupom.itens[0].descricao, "RETIRADA");
+    AbreCNF();
+    EXPECT_EQ(Reason(registro.CheckVendeItemNF(1, Money("1.00"), Now())),
+              "the non-fiscal totalizer 1 is reserved for the till's floats and withdrawals");
 }
 
 TEST_F(RegistroProgramacao, OwnerIsReadBack)
