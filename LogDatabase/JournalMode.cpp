@@ -11,13 +11,26 @@
 
 using namespace log_database;
 
+namespace
+{
+
+void ReadFile(sqlite3* db)
+{
+    Query(db, "PRAGMA user_version").Next();
+}
+
+} // namespace
+
 // The write-ahead log, synced at every commit: of all the engine's modes the one that keeps each
 // command that was acknowledged through a power cut, with one sync. How the statement ends counts,
-// not what its row says: its own commit comes after it. So the mode is asked again.
+// not what its row says: its own commit comes after it. So the mode is asked again, and before
+// each the file is read: after a failure the engine remembers the mode that it was to have until it
+// reads the one that it has.
 bool LogDatabase::SetWriteAheadLog()
 {
     char reason[sizeof m_notice] = "";
     m_own = true;
+    ReadFile(m_db);
     {
         Query set(m_db, "PRAGMA journal_mode = WAL");
         while (set.Next()) {
@@ -27,6 +40,7 @@ bool LogDatabase::SetWriteAheadLog()
             CopyText(reason, sqlite3_errmsg(m_db));
         }
     }
+    ReadFile(m_db);
     bool isSet = false;
     {
         Query mode(m_db, "PRAGMA journal_mode");

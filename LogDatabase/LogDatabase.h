@@ -229,6 +229,7 @@ class LogDatabase
     sqlite3* m_db = nullptr;
     bool m_refuses = false;  // it stands in for one that could not be opened
     bool m_inMemory = false; // nothing of it is in a file
+    bool m_suspect = false;  // it is to be opened anew before the next command
     bool m_own = false;      // a statement of this object itself is at work
     bool m_writeAheadLog = false;
     bool m_synced = false;              // as the journal needs it

@@ -19,6 +19,10 @@ bool LogDatabase::Begin()
     m_loss[0] = '\0';
 
     TellNotice();
+    if (m_suspect) {
+        m_suspect = false;
+        Reconnect();
+    }
     m_began = BeginTransaction(m_options.busyTimeoutMs);
     if (!m_began && NewConnectionMayHelp() && Reconnect()) {
         // The first attempt has waited.
@@ -78,6 +82,9 @@ LogOutcome LogDatabase::Commit()
         SyncLog();
         if (!StepOwn(m_commit)) {
             LoseByEngine();
+            // A lock that it could not give back would cost the commands to come, too.
+            m_suspect =
+                !m_inMemory && (m_lossFault == LogFault::LOCKED || m_lossFault == LogFault::DISK);
             m_lastAttempt = m_ownNumber;
             EndTransaction();
             OverwriteFailedCommit();
@@ -117,11 +124,19 @@ void LogDatabase::EndTransaction()
 // A commit that failed in its last step, the sync, has left the whole command in the write-ahead
 // log, and whoever reads the log anew takes it for committed, though it was told as lost. The next
 // transaction overwrites it; as that of a next command may never come, one that changes nothing
-// does. It may fail for the same reason, but not before it has overwritten.
+// does. It asks for no sync at first: at the log's beginning a sync comes before what overwrites,
+// and may fail for the same reason. Then it is made durable, as far as the disk does it.
 void LogDatabase::OverwriteFailedCommit()
 {
     std::int32_t unchanged = 0;
-    if (ReadNumber(unchanged)) {
+    if (!ReadNumber(unchanged)) {
+        return;
+    }
+    if (m_writeAheadLog && ExecuteOwn("PRAGMA synchronous = OFF")) {
+        m_synced = false;
+        ExecuteNumber(unchanged);
+    }
+    if (SetJournal()) {
         ExecuteNumber(unchanged);
     }
 }

@@ -46,6 +46,7 @@ LogDatabase::LogDatabase(const std::string& path, FirmwareLog& log, const Option
         options.checkpointBytes > 0 ? options.checkpointBytes : own.checkpointBytes;
     own.context = this;
     own.accepts = OnAccept;
+    own.syncLog = OnSyncLog;
     own.connected = OnConnected;
     own.preparing = OnPreparing;
     own.starting = OnStarting;
@@ -146,6 +147,11 @@ bool LogDatabase::OnAccept(void* self, std::int32_t number)
         database.m_refusal = std::current_exception();
         return false;
     }
+}
+
+void LogDatabase::OnSyncLog(void* self)
+{
+    static_cast<LogDatabase*>(self)->m_log.Sync();
 }
 
 void LogDatabase::OnConnected(void* self, sqlite3* db)

@@ -63,8 +63,10 @@ class LogDatabase
     LogDatabase(const LogDatabase&) = delete;
     LogDatabase& operator=(const LogDatabase&) = delete;
 
-    // As those of the library's owner (Begin, Commit). CommitCommand answers whether the command is kept.
+    // As those of the library's owner (Begin, Commit). CommitCommand answers whether the command is
+    // kept.
     bool IsOpen() const { return m_owner.IsOpen(); }
+    bool HasWriteAheadLog() const { return m_owner.HasWriteAheadLog(); }
     sqlite3* Handle() const { return m_owner.Handle(); }
     void BeginCommand();
     [[nodiscard]] bool CommitCommand();
@@ -88,6 +90,7 @@ class LogDatabase
     void StatementRejected(std::string_view statement);
     void SettleCounts(bool kept);
 
+    static void OnSyncLog(void* self);
     static bool OnAccept(void* self, std::int32_t number);
     static void OnConnected(void* self, sqlite3* db);
     static void OnPreparing(void* self);

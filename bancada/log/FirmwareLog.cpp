@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <filesystem>
 #include <new>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -38,6 +39,19 @@ bool EndsWithinLine(const std::string& path)
     return last != '\n';
 }
 
+// A new file is durable with the entry in its folder. Where the folder cannot be synced, the
+// records are as safe as the file is.
+void SyncFolder(const std::string& path)
+{
+    const std::filesystem::path folder = std::filesystem::path(path).parent_path();
+    const int file =
+        open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (file >= 0) {
+        fsync(file);
+        close(file);
+    }
+}
+
 } // namespace
 
 FirmwareLog::FirmwareLog() = default;
@@ -55,6 +69,10 @@ void FirmwareLog::Open(const std::string& path)
         throw Unusable("cannot write the firmware log " + path + ": " + std::strerror(errno));
     }
     m_lineOpen = EndsWithinLine(path);
+    struct stat status = {};
+    if (fstat(m_file, &status) == 0 && S_ISREG(status.st_mode) && status.st_size == 0) {
+        SyncFolder(path);
+    }
 }
 
 FirmwareLog::~FirmwareLog()
@@ -89,8 +107,25 @@ void FirmwareLog::Write(std::string_view text)
     }
 }
 
+void FirmwareLog::Sync()
+{
+    if (m_unsynced == 0) {
+        return;
+    }
+    int result = 0;
+    do {
+        result = fdatasync(m_file);
+    } while (result != 0 && errno == EINTR);
+    // A pipe or a device has nothing to be synced.
+    if (result != 0 && errno != EINVAL && errno != ENOTSUP && errno != EROFS) {
+        m_writeErrors += m_unsynced;
+    }
+    m_unsynced = 0;
+}
+
 void FirmwareLog::Append(const std::string& line)
 {
+    ++m_unsynced;
     std::size_t written = 0;
     while (written < line.size()) {
         const ssize_t result = write(m_file, line.data() + written, line.size() - written);

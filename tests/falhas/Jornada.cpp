@@ -321,8 +321,7 @@ int RodaComFalhas(SimulatedDisk& disk, const std::function<void()>& disarm,
     } else {
         EXPECT_EQ(retrato, unharmed.retrato);
         std::vector<std::string> reported;
-        for (const bancada::RejectedStatement& one :
-             bancada::ReadLosses(logFile.Path()).rejected) {
+        for (const bancada::RejectedStatement& one : bancada::ReadLosses(logFile.Path()).rejected) {
             reported.push_back(one.statement);
         }
         EXPECT_EQ(reported, RefusedStatements());

@@ -59,7 +59,7 @@ int FileSize(sqlite3_file* file, sqlite3_int64* size)
     return SQLITE_OK;
 }
 
-// One connection at a time: it gets every lock.
+// One connection at a time: it gets every lock that it could give back before.
 int LockFile(sqlite3_file*, int)
 {
     return SQLITE_OK;
@@ -91,9 +91,9 @@ int ShareMap(sqlite3_file* file, int region, int size, int extend, void volatile
     return Of(file).disk->Share(**Of(file).file, region, size, extend != 0, memory);
 }
 
-int ShareLock(sqlite3_file*, int, int, int)
+int ShareLock(sqlite3_file* file, int first, int count, int flags)
 {
-    return SQLITE_OK;
+    return Of(file).disk->Lock(**Of(file).file, first, count, flags);
 }
 
 void ShareBarrier(sqlite3_file*) {}
@@ -101,6 +101,7 @@ void ShareBarrier(sqlite3_file*) {}
 int ShareUnmap(sqlite3_file* file, int)
 {
     (*Of(file).file)->shared.clear();
+    (*Of(file).file)->stuckShared = (*Of(file).file)->stuckExclusive = 0;
     return SQLITE_OK;
 }
 
@@ -596,6 +597,22 @@ int SimulatedDisk::Share(File& file, int region, int size, bool extend, void vol
         *memory = file.shared[count - 1]->data();
     }
     return SQLITE_OK;
+}
+
+// As the engine's own layers: a connection that has a shared lock gets it again.
+int SimulatedDisk::Lock(File& file, int first, int count, int flags)
+{
+    const unsigned locks = ((1U << count) - 1U) << first;
+    const bool shared = (flags & SQLITE_SHM_SHARED) != 0;
+    if ((flags & SQLITE_SHM_LOCK) != 0) {
+        const unsigned inTheWay = file.stuckExclusive | (shared ? 0U : file.stuckShared);
+        return (inTheWay & locks) != 0 ? SQLITE_BUSY : SQLITE_OK;
+    }
+    const int failure = Fails(Io::UNLOCK, SQLITE_OK);
+    if (failure != SQLITE_OK) {
+        (shared ? file.stuckShared : file.stuckExclusive) |= locks;
+    }
+    return failure;
 }
 
 void SimulatedDisk::SyncNames()

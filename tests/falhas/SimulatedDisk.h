@@ -25,7 +25,9 @@ enum class Io {
     TRUNCATE,
     DELETE,
     OPEN,
-    SHARE, // memory shared between the connections to a write-ahead log
+    SHARE,  // memory shared between the connections to a write-ahead log
+    UNLOCK, // the end of a lock on that memory; one that fails leaves the lock until the file
+            // closes
 };
 
 struct Fault {
@@ -103,6 +105,9 @@ class SimulatedDisk
         std::vector<Call> unsynced;
         bool entryDurable = false; // its name is
         std::vector<std::unique_ptr<Bytes>> shared;
+        // Locks that their connection could not give back, a bit each.
+        unsigned stuckShared = 0;
+        unsigned stuckExclusive = 0;
     };
 
     // For the file layer alone.
@@ -114,6 +119,7 @@ class SimulatedDisk
     int Truncate(File& file, std::int64_t length);
     int Sync(File& file, bool syncsNames);
     int Share(File& file, int region, int size, bool extend, void volatile** memory);
+    int Lock(File& file, int first, int count, int flags);
     bool PowersafeOverwrite() const { return m_powersafe; }
 
   private:

@@ -52,6 +52,29 @@ TEST_P(DiskFaults, EveryCallFailsOnceAndForEver)
     std::cout << kind.name << ": " << runs << " faults, " << lost << " commands lost and named\n";
 }
 
+// A lock that its connection could not give back stands in the way of every later command, until
+// the connection is opened anew.
+TEST(UnlockFault, CostsNoCommand)
+{
+    int runs = 0;
+    for (int at = 1;; at += Step()) {
+        SimulatedDisk disk;
+        disk.FailAt(at, {Io::UNLOCK, SQLITE_IOERR_UNLOCK, false, false});
+        EXPECT_LE(RodaComFalhas(
+                      disk, [&] { disk.Heal(); }, "unlock " + std::to_string(at)),
+                  1);
+        if (!disk.HasFailed()) {
+            break;
+        }
+        ++runs;
+        if (HasFailure()) {
+            return;
+        }
+    }
+    EXPECT_GT(runs, 0);
+    std::cout << runs << " unlocks failing once\n";
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Calls, DiskFaults,
     ::testing::Values(Kind{"WriteError", Io::WRITE, SQLITE_IOERR_WRITE, false},
@@ -63,7 +86,8 @@ INSTANTIATE_TEST_SUITE_P(
                       Kind{"ReadError", Io::READ, SQLITE_IOERR_READ, false},
                       Kind{"DeleteError", Io::DELETE, SQLITE_IOERR_DELETE, false},
                       Kind{"OpenError", Io::OPEN, SQLITE_CANTOPEN, false},
-                      Kind{"SharedMemoryError", Io::SHARE, SQLITE_IOERR_SHMMAP, false}),
+                      Kind{"SharedMemoryError", Io::SHARE, SQLITE_IOERR_SHMMAP, false},
+                      Kind{"UnlockError", Io::UNLOCK, SQLITE_IOERR_UNLOCK, false}),
     NameOf);
 
 } // namespace

@@ -1,11 +1,11 @@
 // The power goes at every call that changes something, and what was not synced is damaged.
 #include "bancada/Unusable.h"
-#include "tests/falhas/Jornada.h"
+#include "tests/falhas/Cut.h"
 
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <iostream>
+#include <optional>
 #include <set>
 #include <string>
 
@@ -14,68 +14,21 @@ namespace
 
 using namespace falhas;
 
-// A run until the power went.
-struct Cut {
-    bool went = false;                 // the run ended before
-    std::vector<bool> acknowledged;    // by command
-    std::string command = "the start"; // at which it went
-};
-
+// A run from the opening on.
 Cut RunUntilDark(SimulatedDisk& disk)
 {
     static const ScratchFile log;
-    const std::vector<bancada::TapeCommand>& tape = Fita();
-    Cut cut;
-    cut.acknowledged.assign(tape.size(), false);
+    std::optional<Bancada> bancada;
     try {
-        Bancada bancada(disk, log.Path());
-        for (std::size_t i = 0; i < tape.size() && !disk.IsDark(); ++i) {
-            cut.acknowledged[i] = bancada.Roda(tape[i]);
-            cut.command = tape[i].name;
-        }
+        bancada.emplace(disk, log.Path());
     } catch (const bancada::Unusable&) {
         // Dark while it opened.
+        Cut cut;
+        cut.acknowledged.assign(Fita().size(), false);
+        cut.went = disk.IsDark();
+        return cut;
     }
-    cut.went = disk.IsDark();
-    return cut;
-}
-
-// What the database may hold afterwards: what was acknowledged, and, whole or not at all, the
-// command that was at work.
-bool IsAllowed(const std::string& dump, const Cut& cut)
-{
-    std::vector<bool> lost = cut.acknowledged;
-    lost.flip();
-    if (dump == SemFalhas(lost.size(), lost).linhas) {
-        return true;
-    }
-    for (std::size_t i = 0; i < lost.size(); ++i) {
-        if (lost[i]) {
-            lost[i] = false;
-            return dump == SemFalhas(lost.size(), lost).linhas;
-        }
-    }
-    return false;
-}
-
-// A register that starts again on the damaged disk: it opens the database, finds it as it should
-// be, and logs another document.
-void CheckAfter(const Image& image, bool powersafe, const Cut& cut)
-{
-    static const ScratchFile log;
-    SimulatedDisk disk(image, powersafe);
-    try {
-        Bancada again(disk, log.Path(), true);
-        const std::string dump = Dump(again.Handle());
-        EXPECT_TRUE(IsAllowed(dump, cut)) << dump;
-        static const bancada::TapeCommand leituraX = ParseTape({R"({"cmd":"leitura_x"})"}).front();
-        EXPECT_TRUE(again.Roda(leituraX));
-    } catch (const std::exception& error) {
-        ADD_FAILURE() << "cannot be opened afterwards: " << error.what();
-        return;
-    }
-    const Leitura leitura(disk);
-    EXPECT_EQ(leitura.Integrity(), "ok");
+    return RunUntilDark(*bancada, disk);
 }
 
 class PowerCut : public ::testing::TestWithParam<bool>
