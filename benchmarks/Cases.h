@@ -1,46 +1,58 @@
-// What is measured: for each case a command whose logger is run, and the statements that it hands
-// to the engine, which are run again as they stand.
+// What is measured: a case of the catalogue with all it needs, and the texts that its logger hands
+// to the engine, which can be executed again as they stand.
 #pragma once
 
-#include "FiscalData/Cupom.h"
+#include "tests/catalogue/FixedModel.h"
+#include "tests/catalogue/LoggerCases.h"
 
 #include <memory>
 #include <sqlite3.h>
 #include <string>
 #include <vector>
 
-class Command;
-
-// One logger with all it needs: a command, a fiscal data model with fixed answers and an in-memory
-// logging database. All runs of a case happen within one open transaction, so that a statement
-// costs the engine as little as it can and composing it weighs as much as it can.
+// All runs of a case happen within one open transaction of an in-memory database, where a statement
+// costs the engine as little as it can and composing it weighs as much as it can. A new case has
+// run once, so that what is done only the first time is behind it.
 class Case
 {
   public:
-    // REQUIRES: `name` is one of Names().
-    explicit Case(const std::string& name);
+    explicit Case(const LoggerCase& logger);
     ~Case();
     Case(const Case&) = delete;
     Case& operator=(const Case&) = delete;
 
-    static std::vector<std::string> Names();
-
     // Runs the logger once.
     void Log();
 
-    // Executes the statements of one run of the logger, already composed.
+    // Hands the engine the texts of one run of the logger, already composed: statements to be
+    // executed, counting queries to be prepared, stepped and released.
     void Execute();
 
-    // Takes back what has been written since the last call, so that the tables do not grow.
+    // Takes back what would make the next run another; to be called after each of them.
+    void Undo();
+
+    // Takes back all that has been written, so that the tables do not grow.
     void Reset();
 
-    const std::vector<std::string>& Statements() const { return m_statements; }
+    // The texts of one run, and whether the engine rejects one of them, as some are required to be.
+    std::size_t Texts() const { return m_texts.size(); }
+    bool IsRejected() const { return m_rejected; }
 
   private:
-    struct Model;
+    struct Text {
+        std::string sql;
+        bool isQuery;
+    };
 
+    void MakeRows();
+
+    std::vector<std::string> m_rows;
+    std::vector<std::string> m_undo;
     sqlite3* m_db = nullptr;
-    std::unique_ptr<Model> m_model;
-    Command& m_command; // one of the model's
-    std::vector<std::string> m_statements;
+    FixedModel m_model;
+    std::shared_ptr<Command> m_command;
+    std::vector<Text> m_texts;
+    bool m_rejected = false;
+
+    friend struct Seam;
 };

@@ -1,32 +1,46 @@
-// Runs one side of a case a given number of times, to be counted from outside by callgrind. Without
-// arguments, lists the cases.
+// Runs the logger of every case once between two marks, to be counted from outside: by callgrind on
+// the processor of this machine, by the emulator of another. instructions.py says what is counted.
+//
+// Prints a line a case: its class, its variant, how many texts it hands to the engine and whether
+// one of them is rejected, separated by tabs.
 #include "benchmarks/Cases.h"
 
 #include <cstdio>
-#include <cstdlib>
-#include <cstring>
 
-int main(int argc, char** argv)
+#if defined(__x86_64__)
+#include <valgrind/callgrind.h>
+#else
+#define CALLGRIND_ZERO_STATS
+#define CALLGRIND_DUMP_STATS_AT(name)
+#endif
+
+// The two marks. What runs within the first, less the functions that instructions.py names, is the
+// module; the second ends a case.
+extern "C" {
+
+__attribute__((noinline)) void CountedRun(Case& measured)
 {
-    if (argc == 1) {
-        for (const std::string& name : Case::Names()) {
-            std::printf("%s\n", name.c_str());
-        }
-        return 0;
-    }
-    const bool logger = argc == 4 && std::strcmp(argv[2], "logger") == 0;
-    const bool engine = argc == 4 && std::strcmp(argv[2], "engine") == 0;
-    if (!logger && !engine) {
-        std::fprintf(stderr, "usage: %s [CASE logger|engine RUNS]\n", argv[0]);
-        return 2;
-    }
-    Case measured(argv[1]);
-    for (int run = std::atoi(argv[3]); run > 0; --run) {
-        if (logger) {
-            measured.Log();
-        } else {
-            measured.Execute();
-        }
+    measured.Log();
+    // Keeps the call from becoming a jump, and the function a function.
+    asm volatile("" ::: "memory");
+}
+
+__attribute__((noinline)) void CountedCase([[maybe_unused]] const char* name)
+{
+    CALLGRIND_DUMP_STATS_AT(name);
+    asm volatile("" ::: "memory");
+}
+}
+
+int main()
+{
+    for (const LoggerCase& logger : LoggerCases()) {
+        Case measured(logger);
+        CALLGRIND_ZERO_STATS;
+        CountedRun(measured);
+        CountedCase(logger.Name().c_str());
+        std::printf("%s\t%s\t%zu\t%s\n", logger.commandClass.c_str(), logger.variant.c_str(),
+                    measured.Texts(), measured.IsRejected() ? "rejected" : "executed");
     }
     return 0;
 }

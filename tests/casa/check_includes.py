@@ -27,7 +27,7 @@ LAYERS = {
     **FIRMWARE,
     "bancada": list(FIRMWARE),
     "tests": [*FIRMWARE, "bancada"],
-    "benchmarks": [*FIRMWARE, "bancada"],
+    "benchmarks": [*FIRMWARE, "bancada", "tests"],
     "examples": list(FIRMWARE),
 }
 
