@@ -1,5 +1,10 @@
 #include "RtcClasses.h"
 
+#include "libs/Digits.h"
+
+#include <cstddef>
+#include <cstring>
+
 const UINT32 matlong[1] = {0};
 
 namespace
@@ -29,65 +34,79 @@ CivilDate ToCivilDate(UINT32 daysSince1970)
     return {yearOfEra + era * 400 + (month <= 2 ? 1u : 0u), month, day};
 }
 
-// What one run of letters in a pattern stands for.
-struct PatternField {
+// What a run of letters in a pattern stands for: so many digits of the ISO text.
+struct Field {
     char letter;
-    int digits;
-    UINT32 value;
+    unsigned char at;
+    unsigned char digits;
 };
 
-// Writes `pattern` with its three fields filled in, terminates the text and answers its end.
-char* WritePattern(const char* pattern, const PatternField (&fields)[3], char* out)
+constexpr Field DATE_FIELDS[] = {{'y', 0, 4}, {'m', 5, 2}, {'d', 8, 2}};
+constexpr Field TIME_FIELDS[] = {{'h', 11, 2}, {'m', 14, 2}, {'s', 17, 2}};
+
+// Whether `pattern` has the whole run of letters of `field` here.
+bool HasRun(const char* pattern, const Field& field)
+{
+    for (int i = 0; i < field.digits; ++i) {
+        if (pattern[i] != field.letter) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// Writes `pattern` with its three fields filled in from the ISO text, terminates the text and
+// answers its end.
+char* WritePattern(const char* pattern, const Field (&fields)[3], const char* iso, char* out)
 {
     while (*pattern != '\0') {
-        const PatternField* found = nullptr;
-        for (const PatternField& field : fields) {
-            int letters = 0;
-            while (letters < field.digits && pattern[letters] == field.letter) {
-                ++letters;
-            }
-            if (letters == field.digits) {
-                found = &field;
+        const char* from = pattern;
+        std::size_t length = 1;
+        for (const Field& field : fields) {
+            if (HasRun(pattern, field)) {
+                from = iso + field.at;
+                length = field.digits;
             }
         }
-        if (found == nullptr) {
-            *out++ = *pattern++;
-            continue;
-        }
-        UINT32 value = found->value;
-        for (int digit = found->digits - 1; digit >= 0; --digit) {
-            out[digit] = static_cast<char>('0' + value % 10);
-            value /= 10;
-        }
-        out += found->digits;
-        pattern += found->digits;
+        std::memcpy(out, from, length);
+        out += length;
+        pattern += length;
     }
     *out = '\0';
     return out;
 }
 
-char* WriteDate(UINT32 seconds, const char* pattern, char* out)
-{
-    const CivilDate date = ToCivilDate(seconds / SECONDS_A_DAY);
-    return WritePattern(pattern, {{'y', 4, date.year}, {'m', 2, date.month}, {'d', 2, date.day}},
-                        out);
-}
-
 } // namespace
+
+void RtcAbsoluteTime::WriteIso(char* out) const
+{
+    const CivilDate date = ToCivilDate(s / SECONDS_A_DAY);
+    const UINT32 second = s % SECONDS_A_DAY;
+    std::memcpy(out, "yyyy-mm-dd hh:mm:ss", ISO_SIZE);
+    WritePair(out, date.year / 100);
+    WritePair(out + 2, date.year % 100);
+    WritePair(out + 5, date.month);
+    WritePair(out + 8, date.day);
+    WritePair(out + 11, second / 3600);
+    WritePair(out + 14, second / 60 % 60);
+    WritePair(out + 17, second % 60);
+}
 
 char* RtcAbsoluteTime::ToStrDateTime(const char* dateFormat, const char* timeFormat,
                                      char* out) const
 {
-    char* end = WriteDate(s, dateFormat, out);
-    *end++ = ' ';
-    const UINT32 second = s % SECONDS_A_DAY;
-    WritePattern(timeFormat,
-                 {{'h', 2, second / 3600}, {'m', 2, second / 60 % 60}, {'s', 2, second % 60}}, end);
+    char iso[ISO_SIZE];
+    WriteIso(iso);
+    char* const end = WritePattern(dateFormat, DATE_FIELDS, iso, out);
+    *end = ' ';
+    WritePattern(timeFormat, TIME_FIELDS, iso, end + 1);
     return out;
 }
 
 char* RtcAbsoluteTime::ToStrDate(const char* dateFormat, char* out) const
 {
-    WriteDate(s, dateFormat, out);
+    char iso[ISO_SIZE];
+    WriteIso(iso);
+    WritePattern(dateFormat, DATE_FIELDS, iso, out);
     return out;
 }

@@ -41,6 +41,12 @@ class RtcAbsoluteTime : public RtcTime
 
     // The same for the date alone. `out` needs the bytes of the pattern and one more.
     char* ToStrDate(const char* dateFormat, char* out) const;
+
+    // Writes this instant as yyyy-mm-dd hh:mm:ss, ISO_SIZE bytes of which the first ISO_DATE_SIZE
+    // are the date, without a terminator.
+    static constexpr int ISO_SIZE = 19;
+    static constexpr int ISO_DATE_SIZE = 10;
+    void WriteIso(char* out) const;
 };
 
 static_assert(sizeof(RtcRelativeTime) == 4 && sizeof(RtcAbsoluteTime) == 4,

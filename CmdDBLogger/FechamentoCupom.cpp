@@ -3,7 +3,6 @@
 #include "FiscalCommands.h"
 #include "FiscalData/FiscalDataController.h"
 #include "FiscalData/RateioSubtotal.h"
-#include "libs/CharTools.h"
 
 #include <cstring>
 
@@ -26,59 +25,61 @@ bool FindConsumer(const char* message, char (&cpfFormated)[CNPJ_DIGITS + 1])
         return false;
     }
 
-    std::size_t i = sizeof LABEL - 1;
-    const std::size_t j = std::strlen(text);
-    int k = 0;
-    if (text[i] == ' ') {
-        ++i;
+    text += sizeof LABEL - 1;
+    if (*text == ' ') {
+        ++text;
     }
-    while (text[i] != ' ' && i < j && k < CNPJ_DIGITS) {
-        if (text[i] >= '0' && text[i] <= '9') {
-            cpfFormated[k++] = text[i];
+    int k = 0;
+    for (; *text != ' ' && *text != '\0' && k < CNPJ_DIGITS; ++text) {
+        if (*text >= '0' && *text <= '9') {
+            cpfFormated[k++] = *text;
         }
-        ++i;
     }
     cpfFormated[k] = '\0';
     return k == CPF_DIGITS || k == CNPJ_DIGITS;
+}
+
+// Stays a function of its own, so that its arrays no longer stand beneath the apportionment, which
+// holds a whole receipt record.
+[[gnu::noinline]] BOOL UpdateCupom(CmdFechaCupom& fecha, sqlite3* db)
+{
+    Statement<SQL_SIZE_CUPOM, AUX_SIZE_FECHAMENTO> update;
+    char cpfFormated[CNPJ_DIGITS + 1] = {};
+
+    update.Begin("UPDATE cupom_fiscal SET ");
+    fecha.FDController->AssinaturaDigital_GetBase64(update.aux2,
+                                                    fecha.m_sAssinaturaDigitalDocumento);
+    update.Text("assinatura_documento = '%s', ", update.aux2);
+    update.MoneyText("valor_subtotal = %s, ", fecha.FDController->Cupom_GetSubTotal());
+    update.MoneyText("valor_total = %s, ", fecha.FDController->Cupom_GetTotal());
+    update.MoneyText("valor_troco = %s, ", fecha.FDController->Cupom_GetTroco());
+
+    update.CopyToAux(fecha.m_sMsgPromocional, "");
+    if (FindConsumer(update.aux, cpfFormated)) {
+        update.Text("cpf_cnpj_consumidor = '%s', ", cpfFormated);
+    }
+    update.TextReplacing("texto_suplementar = '%s', ", update.aux, '\'', ' ');
+
+    fecha.FDController->DadosPDV_GetIdAplicativo(update.aux, AUX_SIZE_FECHAMENTO);
+    update.TextReplacing("texto_complementar = '%s', ", update.aux, '\'', ' ');
+
+    fecha.FDController->CFe_GetChaveDeBusca(update.aux, AUX_SIZE_FECHAMENTO);
+    update.TextReplacing("chave_cupom = '%s' ", update.aux, '\'', ' ');
+
+    // Required text: no comma before this piece. The engine rejects the statement, and an
+    // additional receipt keeps the values that its opening wrote.
+    if (fecha.m_bCupomAdicional == TRUE) {
+        update.Piece("id_cupom_adicional = 'S' ");
+    }
+    update.Integer("WHERE cont_coo = %d", fecha.FDController->Contador_Get(COUNTER_COO));
+    return update.Execute(fecha, db);
 }
 
 } // namespace
 
 BOOL CmdFechaCupom::DBLogger(sqlite3* db)
 {
-    Statement<SQL_SIZE_CUPOM, AUX_SIZE_FECHAMENTO> update;
-    char assinatura[AUX_SIZE] = {};
-    char cpfFormated[CNPJ_DIGITS + 1] = {};
-
-    update.Begin("UPDATE cupom_fiscal SET ");
-    FDController->AssinaturaDigital_GetBase64(assinatura, m_sAssinaturaDigitalDocumento);
-    update.Text("assinatura_documento = '%s', ", assinatura);
-    update.MoneyText("valor_subtotal = %s, ", FDController->Cupom_GetSubTotal());
-    update.MoneyText("valor_total = %s, ", FDController->Cupom_GetTotal());
-    update.MoneyText("valor_troco = %s, ", FDController->Cupom_GetTroco());
-
-    update.CopyToAux(m_sMsgPromocional, "");
-    if (FindConsumer(update.aux, cpfFormated)) {
-        update.Text("cpf_cnpj_consumidor = '%s', ", cpfFormated);
-    }
-    CharReplace(update.aux, '\'', ' ');
-    update.Text("texto_suplementar = '%s', ", update.aux);
-
-    FDController->DadosPDV_GetIdAplicativo(update.aux, AUX_SIZE_FECHAMENTO);
-    CharReplace(update.aux, '\'', ' ');
-    update.Text("texto_complementar = '%s', ", update.aux);
-
-    FDController->CFe_GetChaveDeBusca(update.aux, AUX_SIZE_FECHAMENTO);
-    CharReplace(update.aux, '\'', ' ');
-    update.Text("chave_cupom = '%s' ", update.aux);
-
-    // Required text: no comma before this piece. The engine rejects the statement, and an
-    // additional receipt keeps the values that its opening wrote.
-    if (m_bCupomAdicional == TRUE) {
-        update.Piece("id_cupom_adicional = 'S' ");
-    }
-    update.Integer("WHERE cont_coo = %d", FDController->Contador_Get(COUNTER_COO));
-    if (update.Execute(*this, db) == FALSE) {
+    if (UpdateCupom(*this, db) == FALSE) {
         return FALSE;
     }
 

@@ -32,9 +32,9 @@ struct ReducaoZRows {
     // A sum over a tax base.
     using SomaDaBase = Financial (FiscalDataController::*)(int base, int taxBase);
 
-    BOOL Aliquota(const char* codePattern, int taxBase, int i);
+    BOOL Aliquota(const TaxCodePattern& codePattern, int taxBase, int i);
     BOOL Especial(const char* code, BASE_CONTABIL_FISCAL_BASE_IMPOSTO_INDEXES taxBase, int i);
-    BOOL Soma(const char* pattern, SomaDaBase soma, int taxBase);
+    BOOL Soma(const IntegerPattern& pattern, SomaDaBase soma, int taxBase);
     BOOL NaoFiscal(int i);
     BOOL MeioDePagamento(int i);
 

@@ -15,7 +15,7 @@ constexpr int NAO_FISCAIS = 39; // positions of non-fiscal totalizers
 
 } // namespace
 
-BOOL ReducaoZRows::Aliquota(const char* codePattern, int taxBase, int i)
+BOOL ReducaoZRows::Aliquota(const TaxCodePattern& codePattern, int taxBase, int i)
 {
     if (FDController->Totalizador_GetTotProgramado(RZ, taxBase, i) == FALSE) {
         return TRUE;
@@ -96,7 +96,7 @@ BOOL ReducaoZRows::EspeciaisISSQN()
     return TRUE;
 }
 
-BOOL ReducaoZRows::Soma(const char* pattern, SomaDaBase soma, int taxBase)
+BOOL ReducaoZRows::Soma(const IntegerPattern& pattern, SomaDaBase soma, int taxBase)
 {
     sql.Begin("INSERT INTO totalizador_reducao(totalizador, cont_crz, valor_base_calculo, "
               "id_fiscal, valor_imposto) VALUES(");
@@ -109,24 +109,13 @@ BOOL ReducaoZRows::Soma(const char* pattern, SomaDaBase soma, int taxBase)
 
 BOOL ReducaoZRows::DescontosAcrescimosCancelamentos()
 {
-    static constexpr struct {
-        const char* pattern;
-        SomaDaBase soma;
-        int taxBase;
-    } SOMAS[] = {
-        {"'DT',%d,", &FiscalDataController::Totalizador_GetSoma_Tot_Desc, ICMS},
-        {"'DS',%d,", &FiscalDataController::Totalizador_GetSoma_Tot_Desc, ISSQN},
-        {"'AT',%d,", &FiscalDataController::Totalizador_GetSoma_Tot_Acr, ICMS},
-        {"'AS',%d,", &FiscalDataController::Totalizador_GetSoma_Tot_Acr, ISSQN},
-        {"'Can-T',%d,", &FiscalDataController::Totalizador_GetSoma_Tot_Canc, ICMS},
-        {"'Can-S',%d,", &FiscalDataController::Totalizador_GetSoma_Tot_Canc, ISSQN},
-    };
-    for (const auto& row : SOMAS) {
-        if (Soma(row.pattern, row.soma, row.taxBase) == FALSE) {
-            return FALSE;
-        }
-    }
-    return TRUE;
+    constexpr SomaDaBase desc = &FiscalDataController::Totalizador_GetSoma_Tot_Desc;
+    constexpr SomaDaBase acr = &FiscalDataController::Totalizador_GetSoma_Tot_Acr;
+    constexpr SomaDaBase canc = &FiscalDataController::Totalizador_GetSoma_Tot_Canc;
+
+    return Soma("'DT',%d,", desc, ICMS) != FALSE && Soma("'DS',%d,", desc, ISSQN) != FALSE &&
+           Soma("'AT',%d,", acr, ICMS) != FALSE && Soma("'AS',%d,", acr, ISSQN) != FALSE &&
+           Soma("'Can-T',%d,", canc, ICMS) != FALSE && Soma("'Can-S',%d,", canc, ISSQN) != FALSE;
 }
 
 BOOL ReducaoZRows::NaoFiscal(int i)

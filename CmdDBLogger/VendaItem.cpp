@@ -2,17 +2,38 @@
 #include "CmdDBLogger/StatementComposer.h"
 #include "FiscalCommands.h"
 #include "FiscalData/FiscalDataController.h"
-
-#include <algorithm>
-#include <cstring>
+#include "libs/CharTools.h"
 
 namespace
 {
 
+// The parameters of a sale, under the names that they have in both commands.
+struct Venda {
+    template <class CmdVenda>
+    explicit Venda(CmdVenda& cmd)
+        : command(cmd), FDController(cmd.FDController), m_sCodigoItem(cmd.m_sCodigoItem),
+          m_sDescricao(cmd.m_sDescricao), m_sTributacao(cmd.m_sTributacao),
+          m_iIndiceTributacao(cmd.m_iIndiceTributacao), m_sUnidadeMedida(cmd.m_sUnidadeMedida),
+          m_iCasasDecimaisQtde(cmd.m_iCasasDecimaisQtde),
+          m_iCasasDecimaisValor(cmd.m_iCasasDecimaisValor), m_cArredTrunc(cmd.m_cArredTrunc)
+    {
+    }
+
+    Command& command;
+    FiscalDataController* const FDController;
+    const char (&m_sCodigoItem)[15];
+    const char (&m_sDescricao)[235];
+    const char (&m_sTributacao)[4];
+    const int m_iIndiceTributacao;
+    const char (&m_sUnidadeMedida)[11];
+    const int m_iCasasDecimaisQtde;
+    const int m_iCasasDecimaisValor;
+    const char m_cArredTrunc;
+};
+
 // The two commands differ in what is done before and in the text of an ISSQN rate; the statement is
 // the same.
-template <typename Venda>
-BOOL LogVenda(Venda& venda, const char* issqnPattern, sqlite3* db)
+BOOL LogVenda(const Venda& venda, const TaxCodePattern& issqnPattern, sqlite3* db)
 {
     Statement<SQL_SIZE_CUPOM> insert;
 
@@ -68,7 +89,7 @@ BOOL LogVenda(Venda& venda, const char* issqnPattern, sqlite3* db)
     insert.Piece("'N',");                               // id_cancelado
     insert.Piece("0,");                                 // perc_acrescimo
     insert.Piece("0)");                                 // perc_desconto
-    return insert.Execute(venda, db);
+    return insert.Execute(venda.command, db);
 }
 
 } // namespace
@@ -76,14 +97,13 @@ BOOL LogVenda(Venda& venda, const char* issqnPattern, sqlite3* db)
 BOOL CmdVendeItem::DBLogger(sqlite3* db)
 {
     // Required to be done in the command's own description, which keeps the backquotes.
-    char* const end = m_sDescricao + strnlen(m_sDescricao, sizeof m_sDescricao);
-    std::replace(m_sDescricao, end, '\'', '`');
-    return LogVenda(*this, "'%02dS%02d.%02d',", db);
+    CharReplace(m_sDescricao, sizeof m_sDescricao, '\'', '`');
+    return LogVenda(Venda(*this), "'%02dS%02d.%02d',", db);
 }
 
 BOOL CmdVendeItemDetalhado::DBLogger(sqlite3* db)
 {
     // Required text: the detailed command writes an ISSQN rate with the letter of an ICMS rate, and
     // takes its description as it is.
-    return LogVenda(*this, "'%02dT%02d.%02d',", db);
+    return LogVenda(Venda(*this), "'%02dT%02d.%02d',", db);
 }

@@ -55,13 +55,12 @@ void FillInQuarters(char* array, std::size_t size)
 void MeasureFill(benchmark::State& state, void (*fill)(char*, std::size_t))
 {
     alignas(64) char array[LARGEST_STATEMENT];
-    std::size_t size = static_cast<std::size_t>(state.range(0));
-    benchmark::DoNotOptimize(size);
+    const std::size_t size = static_cast<std::size_t>(state.range(0));
     unsigned long long cycles = 0;
     for (auto _ : state) {
         const unsigned long long start = __rdtsc();
         fill(array, size);
-        benchmark::DoNotOptimize(array);
+        benchmark::ClobberMemory();
         cycles += __rdtsc() - start;
     }
     state.counters["cycles"] =

@@ -1,5 +1,6 @@
 #include "libs/Financial.h"
 
+#include "libs/Digits.h"
 #include "libs/Magnitude.h"
 
 #include <cstddef>
@@ -39,23 +40,6 @@ Style StyleOf(FINANCIAL_STR_TIPO tipo)
         break;
     }
     return {true, ','};
-}
-
-// The two digits of every number below 100: a pair is copied where two digits would be divided.
-constexpr char DIGIT_PAIRS[] = "00010203040506070809"
-                               "10111213141516171819"
-                               "20212223242526272829"
-                               "30313233343536373839"
-                               "40414243444546474849"
-                               "50515253545556575859"
-                               "60616263646566676869"
-                               "70717273747576777879"
-                               "80818283848586878889"
-                               "90919293949596979899";
-
-void WritePair(char* out, UINT32 number)
-{
-    std::memcpy(out, &DIGIT_PAIRS[2 * number], 2);
 }
 
 char* WriteThreeDigitsBefore(char* end, UINT32 group)

@@ -22,6 +22,14 @@ bool IsMessageWithoutMemory(std::size_t size)
     return seam.messageOutOfMemory;
 }
 
+// Notes where the library stands: a function that the linker put in between has its frame there.
+void NoteCall(const void* frame)
+{
+    if (seam.lowestCall == nullptr || frame < seam.lowestCall) {
+        seam.lowestCall = frame;
+    }
+}
+
 } // namespace
 
 void Vindral_GravaLog(char* text)
@@ -47,6 +55,7 @@ int __real_sqlite3_exec(sqlite3* db, const char* sql, ExecCallback callback, voi
 int __wrap_sqlite3_exec(sqlite3* db, const char* sql, ExecCallback callback, void* argument,
                         char** errorText)
 {
+    NoteCall(__builtin_frame_address(0));
     seam.statements.emplace_back(sql);
     if (seam.engineOutOfMemory) {
         seam.nextMallocIsTheMessages = true;
@@ -63,6 +72,7 @@ int __real_sqlite3_prepare_v2(sqlite3* db, const char* sql, int bytes, sqlite3_s
 int __wrap_sqlite3_prepare_v2(sqlite3* db, const char* sql, int bytes, sqlite3_stmt** statement,
                               const char** tail)
 {
+    NoteCall(__builtin_frame_address(0));
     seam.queries.push_back({sql, bytes});
     return __real_sqlite3_prepare_v2(db, sql, bytes, statement, tail);
 }

@@ -31,6 +31,9 @@ struct EngineSeam {
     std::vector<std::string> log;        // every entry of the firmware log, in order
     std::vector<MoneyRequest> money;     // every money text asked for, in order
 
+    // The lowest stack address at which the library stood when it called the engine, if not null.
+    const void* lowestCall = nullptr;
+
     // What GetRatearSubtotal answers, and where it notes that it was asked, if not null.
     int ratearSubtotal = 0;
     std::vector<std::string>* calls = nullptr;

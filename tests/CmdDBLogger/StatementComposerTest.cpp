@@ -48,7 +48,7 @@ class GuardedComposer : public StatementComposer
 
     struct {
         char before[64];
-        char sql[sqlSize];
+        alignas(ARRAY_ALIGNMENT) char sql[sqlSize];
         char after[64];
     } m_bytes;
     char m_work[AUX_SIZE];
@@ -224,6 +224,45 @@ TEST_F(Composer, ArrayWithoutATerminatorEndsTheText)
     EXPECT_EQ(Composed([&](StatementComposer& s) { s.Text("'%s',", fields.text); }), "'ABCD',");
 }
 
+TEST_F(Composer, TextReplacingChangesTheArrayAndWritesWhatItThenHolds)
+{
+    char text[12] = "D'Oeste 'A'";
+    EXPECT_EQ(Composed([&](StatementComposer& s) { s.TextReplacing("'%s',", text, '\'', ' '); }),
+              "'D Oeste  A ',");
+    EXPECT_STREQ(text, "D Oeste  A ");
+    char empty[4] = "";
+    EXPECT_EQ(Composed([&](StatementComposer& s) { s.TextReplacing("'%s',", empty, '\'', ' '); }),
+              "'',");
+}
+
+TEST_F(Composer, TextReplacingOfAnArrayWithoutATerminatorStaysWithinIt)
+{
+    struct {
+        char text[4];
+        char behind[4];
+    } fields = {{'A', '\'', 'C', '\''}, {'\'', 'x', 'x', '\0'}};
+    EXPECT_EQ(
+        Composed([&](StatementComposer& s) { s.TextReplacing("'%s',", fields.text, '\'', ' '); }),
+        "'A C ',");
+    EXPECT_EQ(fields.behind[0], '\'');
+}
+
+// Lengths around those at which short pieces are copied another way.
+TEST_F(Composer, PiecesOfEveryShortLengthAreCopiedWhole)
+{
+    const std::string letters = "abcdefghijklmnopqrstuvwxyz";
+    for (std::size_t length = 0; length <= letters.size(); ++length) {
+        const std::string piece = letters.substr(0, length);
+        EXPECT_EQ(Composed([&](StatementComposer& s) {
+                      s.Piece(piece.c_str());
+                      s.Piece("|");
+                      s.TextAt("'%s'", piece.c_str());
+                  }),
+                  piece + "|'" + piece + "'");
+        EXPECT_TRUE(statement.IsClearFrom(2 * length + 3)) << length;
+    }
+}
+
 TEST_F(Composer, CharacterStandsBetweenItsQuotes)
 {
     EXPECT_EQ(Composed([](StatementComposer& s) { s.Character("'%c',", 'A'); }), "'A',");
@@ -388,9 +427,13 @@ TEST_F(Composer, ArraysOfAStatementAreClearedWhenItIsMade)
 
     Made* made = new (memory) Made;
 
-    const unsigned char* arrays = reinterpret_cast<const unsigned char*>(made->aux);
-    EXPECT_TRUE(std::all_of(arrays, arrays + 100 + 60 + 70, [](int byte) { return byte == 0; }));
-    EXPECT_EQ(static_cast<const void*>(made->Sql()), static_cast<const void*>(arrays + 60));
+    const auto isClear = [](const char* array, int size) {
+        return std::all_of(array, array + size, [](char byte) { return byte == '\0'; });
+    };
+    EXPECT_TRUE(isClear(made->Sql(), 100));
+    EXPECT_TRUE(isClear(made->aux, 60));
+    EXPECT_TRUE(isClear(made->aux2, 70));
+    EXPECT_EQ(static_cast<const void*>(made->Sql()), static_cast<const void*>(memory));
     made->~Made();
 }
 

@@ -101,4 +101,33 @@ TEST(CharTools, MoneyTextLosesItsGroupingAndGetsAPoint)
     EXPECT_STREQ(work, "-1234567.89");
 }
 
+TEST(CharLength, EndsWithTheTextOrWithTheArray)
+{
+    const char text[6] = {'a', 'b', 'c', '\0', 'd', 'e'};
+    EXPECT_EQ(CharLength(text, 6), 3u);
+    EXPECT_EQ(CharLength(text, 4), 3u);
+    EXPECT_EQ(CharLength(text, 3), 3u);
+    EXPECT_EQ(CharLength(text, 2), 2u);
+    EXPECT_EQ(CharLength(text, 0), 0u);
+    EXPECT_EQ(CharLength(text + 3, 3), 0u);
+}
+
+TEST(CharReplaceInAnArray, ReplacesUpToTheEndOfTheTextAndAnswersItsLength)
+{
+    char text[8] = "'a''b'";
+    EXPECT_EQ(CharReplace(text, sizeof text, '\'', ' '), 6u);
+    EXPECT_STREQ(text, " a  b ");
+
+    char behind[6] = {'\'', 'b', '\0', '\'', '\'', '\''};
+    EXPECT_EQ(CharReplace(behind, sizeof behind, '\'', '`'), 2u);
+    EXPECT_EQ(std::string(behind, 6), std::string("`b\0'''", 6));
+}
+
+TEST(CharReplaceInAnArray, WithoutATerminatorTheTextEndsWithTheArray)
+{
+    char bytes[4] = {'\'', 'b', '\'', '\''};
+    EXPECT_EQ(CharReplace(bytes, 3, '\'', '`'), 3u);
+    EXPECT_EQ(std::string(bytes, 4), "`b`'");
+}
+
 } // namespace
