@@ -25,7 +25,7 @@ bool IsFechado(const CupomFiscalRow& cupom)
 // Quantity by unit price, cut or rounded to cents; not known where it does not fit.
 Amount Bruto(const Amount& quantidade, const Amount& valorUnitario, bool rounds)
 {
-    const Amount unknown(leitura::CellState::TOO_LARGE, "?", CENTS);
+    Amount unknown(leitura::CellState::TOO_LARGE, "?", CENTS);
     const Amount quantity = quantidade.WithDecimals(THOUSANDTHS);
     const Amount price = valorUnitario.WithDecimals(THOUSANDTHS);
     if (!quantity.IsKnown() || !price.IsKnown()) {
@@ -76,7 +76,7 @@ class Itens
     // Answers the item's total.
     Amount CheckTotal(std::int64_t coo, const ItemCupomFiscalRow& item)
     {
-        const Amount total = item.valorTotal.WithDecimals(CENTS);
+        Amount total = item.valorTotal.WithDecimals(CENTS);
         const Amount reckoned =
             Bruto(item.quantidade, item.valorUnitario, item.arredTruncValor.Value() == "A") +
             item.valorAcrescimo.WithDecimals(CENTS) - item.valorDesconto.WithDecimals(CENTS);

@@ -57,7 +57,7 @@ class ItensNf
     // Answers the item's net value.
     Amount CheckLiquido(std::int64_t coo, const ItemCupomNfRow& item)
     {
-        const Amount liquido = item.valorTotalLiquido.WithDecimals(CENTS);
+        Amount liquido = item.valorTotalLiquido.WithDecimals(CENTS);
         const Amount reckoned = item.valorTotal.WithDecimals(CENTS) +
                                 item.valorAcrescimo.WithDecimals(CENTS) -
                                 item.valorDesconto.WithDecimals(CENTS);

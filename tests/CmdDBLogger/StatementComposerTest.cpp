@@ -253,12 +253,14 @@ TEST_F(Composer, PiecesOfEveryShortLengthAreCopiedWhole)
     const std::string letters = "abcdefghijklmnopqrstuvwxyz";
     for (std::size_t length = 0; length <= letters.size(); ++length) {
         const std::string piece = letters.substr(0, length);
+        std::string expected = piece;
+        expected.append("|'").append(piece).append("'");
         EXPECT_EQ(Composed([&](StatementComposer& s) {
                       s.Piece(piece.c_str());
                       s.Piece("|");
                       s.TextAt("'%s'", piece.c_str());
                   }),
-                  piece + "|'" + piece + "'");
+                  expected);
         EXPECT_TRUE(statement.IsClearFrom(2 * length + 3)) << length;
     }
 }

@@ -56,7 +56,7 @@ class TextWriter final : public bancada::FieldVisitor
               const char*, const char*) override
     {
         if (m_text != nullptr && m_names.size() == m_which) {
-            out = std::string(m_text->substr(0, maxBytes).c_str());
+            out = m_text->substr(0, std::min(maxBytes, m_text->find('\0')));
         }
         m_names.emplace_back(name);
     }

@@ -16,6 +16,7 @@ namespace
 std::vector<std::string> Shares(const char* ajuste, const std::vector<const char*>& liquidos)
 {
     std::vector<Financial> valores;
+    valores.reserve(liquidos.size());
     for (const char* liquido : liquidos) {
         valores.push_back(Money(liquido));
     }
@@ -95,6 +96,7 @@ TEST(RegistroRateio, PropertiesOverRandomReceipts)
         }
         const std::int64_t ajuste = between(1, sum);
         std::vector<Financial> liquidos;
+        liquidos.reserve(cents.size());
         for (const std::int64_t valor : cents) {
             liquidos.push_back(Financial::FromCents(valor));
         }

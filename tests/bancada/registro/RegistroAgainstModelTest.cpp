@@ -96,8 +96,8 @@ class RegistroAgainstModel : public RegistroTest
             ++accepted[operacao];
             return true;
         }
-        static const std::regex NUMBER("[0-9]+([.][0-9]+)?");
-        ++refused[operacao][std::regex_replace(*refusal, NUMBER, "#")];
+        static const std::regex number("[0-9]+([.][0-9]+)?");
+        ++refused[operacao][std::regex_replace(*refusal, number, "#")];
         return false;
     }
 
@@ -108,9 +108,9 @@ class RegistroAgainstModel : public RegistroTest
             int numero;
             int imposto;
             int posicao;
-        } PLACES[] = {{"T", 1, 0, 0},  {"T", 2, 0, 1},  {"S", 1, 1, 0},   {"F", 1, 0, 30},
+        } places[] = {{"T", 1, 0, 0},  {"T", 2, 0, 1},  {"S", 1, 1, 0},   {"F", 1, 0, 30},
                       {"I", 1, 0, 33}, {"N", 1, 0, 36}, {"FS", 1, 1, 30}, {"T", 9, 0, 8}};
-        const auto& place = PLACES[Between(0, 7)];
+        const auto& place = places[Between(0, 7)];
         const int quantidadeDecimals = static_cast<int>(Between(0, 3));
         const int precoDecimals = static_cast<int>(Between(2, 3));
         const std::int64_t quantidade = Between(0, quantidadeDecimals == 0 ? 12 : 5000);
