@@ -5,8 +5,7 @@ the rules changed.
 
 Usage: tidy.py ROOT BUILD [FILE...]
 BUILD is a build folder with its compile_commands.json. Without FILE: every source of the project that
-the build knows, tests and benchmarks by the rules of their own folders. Exit code 1 when there is a
-finding.
+the build knows. Exit code 1 when there is a finding.
 """
 
 import hashlib

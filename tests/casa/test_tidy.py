@@ -56,18 +56,25 @@ class Tidy(unittest.TestCase):
         self.assertEqual((code, found), (0, []), last)
 
     def test_names(self):
-        name = "readability-identifier-naming"
-        for text in ("void soma() {}", "class soma {};", "int Total = 0;", "namespace Soma {}",
-                     "enum Kind { one };", "const int soma = 1;", "constexpr int soma = 1;",
-                     "class A { int total; };", "struct A { int m_total; };"):
-            for folder in ("bancada", "libs"):
-                with self.subTest(text=text, folder=folder):
-                    self.assert_found({f"{folder}/A.cpp": text + "\n"}, (f"{folder}/A.cpp", name))
-                    (self.root / folder / "A.cpp").unlink()
+        lines = ["void soma() {}", "class item {};", "int Total = 0;", "namespace Bancada {}",
+                 "enum Kind { one };", "const int fixo = 1;", "constexpr int limite = 1;",
+                 "class A { int total; };", "struct B { int m_total; };"]
+        files = {f"{folder}/A.cpp": "\n".join(lines) + "\n" for folder in ("bancada", "libs")}
+        code, found, last = self.tidy(files)
+        self.assertEqual(code, 1, last)
+        for name in files:
+            self.assertEqual([check for file, check in found if file == name],
+                             ["readability-identifier-naming"] * len(lines))
 
     def test_braces(self):
         self.assert_found({"libs/A.cpp": "int F(int a) { if (a > 1) return 1; return 0; }\n"},
                           ("libs/A.cpp", "readability-braces-around-statements"))
+
+    def test_tests_are_held_to_names_and_braces_alone(self):
+        self.assert_found(
+            {"tests/A.cpp": "int Sum(int* a) { if (a == 0) return 1; return 0; }\nvoid soma();\n"},
+            ("tests/A.cpp", "readability-braces-around-statements"),
+            ("tests/A.cpp", "readability-identifier-naming"))
 
     def test_required_names(self):
         self.assert_clean({
