@@ -35,7 +35,8 @@ struct TaxCodeConversion {
 // A literal with the conversion of its form, once or as often as the form has it, and no other '%'.
 // It is made by the call that it is written in, and lives as long as the literal, for ever. Where
 // its first conversion stands is known when that call is compiled. A build with optimization does
-// not compile a literal that does not fit its form; one without NDEBUG asserts that it fits.
+// not compile a literal that does not fit its form (of the tax code's three conversions only where
+// the compiler follows them to the end); one without NDEBUG asserts that it fits.
 template <class Conversion>
 class Pattern
 {
