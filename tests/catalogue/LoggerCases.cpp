@@ -57,12 +57,16 @@ class Catalogue
         added.commandClass = NameOf<CommandClass>();
         added.variant = variant;
         added.make = [set](FixedModel& model) -> std::shared_ptr<Command> {
-            auto command = std::make_shared<CommandClass>();
-            command->FDController = &model;
-            command->m_dtExecStart = START;
-            command->m_dtExecEnd = END;
-            set(*command, model);
-            return command;
+            // By value within: a command has no virtual destructor to be deleted by.
+            struct Held {
+                CommandClass command;
+            };
+            const auto held = std::make_shared<Held>();
+            held->command.FDController = &model;
+            held->command.m_dtExecStart = START;
+            held->command.m_dtExecEnd = END;
+            set(held->command, model);
+            return {held, &held->command};
         };
         cases.push_back(added);
         return cases.back();
