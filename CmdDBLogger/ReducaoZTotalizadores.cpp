@@ -109,13 +109,13 @@ BOOL ReducaoZRows::Soma(const IntegerPattern& pattern, SomaDaBase soma, int taxB
 
 BOOL ReducaoZRows::DescontosAcrescimosCancelamentos()
 {
-    constexpr SomaDaBase desc = &FiscalDataController::Totalizador_GetSoma_Tot_Desc;
-    constexpr SomaDaBase acr = &FiscalDataController::Totalizador_GetSoma_Tot_Acr;
-    constexpr SomaDaBase canc = &FiscalDataController::Totalizador_GetSoma_Tot_Canc;
+    constexpr SomaDaBase DESC = &FiscalDataController::Totalizador_GetSoma_Tot_Desc;
+    constexpr SomaDaBase ACR = &FiscalDataController::Totalizador_GetSoma_Tot_Acr;
+    constexpr SomaDaBase CANC = &FiscalDataController::Totalizador_GetSoma_Tot_Canc;
 
-    return Soma("'DT',%d,", desc, ICMS) != FALSE && Soma("'DS',%d,", desc, ISSQN) != FALSE &&
-           Soma("'AT',%d,", acr, ICMS) != FALSE && Soma("'AS',%d,", acr, ISSQN) != FALSE &&
-           Soma("'Can-T',%d,", canc, ICMS) != FALSE && Soma("'Can-S',%d,", canc, ISSQN) != FALSE;
+    return Soma("'DT',%d,", DESC, ICMS) != FALSE && Soma("'DS',%d,", DESC, ISSQN) != FALSE &&
+           Soma("'AT',%d,", ACR, ICMS) != FALSE && Soma("'AS',%d,", ACR, ISSQN) != FALSE &&
+           Soma("'Can-T',%d,", CANC, ICMS) != FALSE && Soma("'Can-S',%d,", CANC, ISSQN) != FALSE;
 }
 
 BOOL ReducaoZRows::NaoFiscal(int i)
