@@ -294,7 +294,8 @@ TEST_F(Opening, ADamagedPageIsNamed)
     Execute("INSERT INTO cupom_fiscal (cont_coo) VALUES (1)");
     std::fstream file(Path(), std::ios::in | std::ios::out | std::ios::binary);
     file.seekp(4096);
-    file << std::string(std::filesystem::file_size(Path()) - 4096, '\xFF');
+    file << std::string(static_cast<std::size_t>(std::filesystem::file_size(Path())) - 4096,
+                        '\xFF');
     file.close();
     EXPECT_THAT(Refusal(Path()), AllOf(StartsWith(Path() + ": "), HasSubstr("malformed")));
 }
