@@ -29,7 +29,7 @@ class Tidy(unittest.TestCase):
                 copy.parent.mkdir(parents=True, exist_ok=True)
                 shutil.copy(rules, copy)
 
-    def tidy(self, files):
+    def tidy(self, files, named=()):
         """(exit code, what was found as [(file, check)], the last line)"""
         commands = []
         for name, text in files.items():
@@ -43,7 +43,8 @@ class Tidy(unittest.TestCase):
         build.mkdir(exist_ok=True)
         (build / "compile_commands.json").write_text(json.dumps(commands))
         done = subprocess.run([sys.executable, str(ROOT / "cmake/tidy.py"), str(self.root),
-                               str(build)], capture_output=True, text=True)
+                               str(build), *(str(self.root / name) for name in named)],
+                              capture_output=True, text=True)
         found = re.findall(r"^([^\s:]+):\d+:\d+: error: .*\[([\w.-]+),", done.stdout, re.MULTILINE)
         return done.returncode, found, (done.stdout + done.stderr).splitlines()[-1]
 
@@ -70,11 +71,14 @@ class Tidy(unittest.TestCase):
         self.assert_found({"libs/A.cpp": "int F(int a) { if (a > 1) return 1; return 0; }\n"},
                           ("libs/A.cpp", "readability-braces-around-statements"))
 
-    def test_tests_are_held_to_names_and_braces_alone(self):
-        self.assert_found(
-            {"tests/A.cpp": "int Sum(int* a) { if (a == 0) return 1; return 0; }\nvoid soma();\n"},
-            ("tests/A.cpp", "readability-braces-around-statements"),
-            ("tests/A.cpp", "readability-identifier-naming"))
+    def test_tests_are_held_to_names_and_braces_alone_where_they_are_named(self):
+        files = {"tests/A.cpp":
+                 "int Sum(int* a) { if (a == 0) return 1; return 0; }\nvoid soma();\n"}
+        code, found, last = self.tidy(files, named=["tests/A.cpp"])
+        self.assertEqual((code, found), (1, [("tests/A.cpp", check) for check in
+                                             ("readability-braces-around-statements",
+                                              "readability-identifier-naming")]), last)
+        self.assert_clean(files)
 
     def test_required_names(self):
         self.assert_clean({
