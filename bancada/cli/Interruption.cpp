@@ -12,11 +12,11 @@ namespace
 
 constexpr int SIGNALS[] = {SIGINT, SIGTERM};
 
-volatile std::sig_atomic_t s_signal = 0;
+volatile std::sig_atomic_t received = 0;
 
 void TakeDown(int signal)
 {
-    s_signal = signal;
+    received = signal;
 }
 
 sigset_t BlockSignals()
@@ -35,7 +35,7 @@ sigset_t BlockSignals()
 
 Interruption::Interruption()
 {
-    s_signal = 0;
+    received = 0;
     for (const int signal : SIGNALS) {
         struct sigaction before = {};
         sigaction(signal, nullptr, &before);
@@ -64,7 +64,7 @@ Interruption::~Interruption()
 
 int Interruption::Signal() const
 {
-    return s_signal;
+    return received;
 }
 
 bool Interruption::WaitToRead(int file) const
@@ -74,11 +74,12 @@ bool Interruption::WaitToRead(int file) const
     pollfd readable = {};
     readable.fd = file;
     readable.events = POLLIN;
-    while (s_signal == 0 && ppoll(&readable, 1, nullptr, &before) < 0 && errno == EINTR) {
-        continue; // another signal
-    }
+    int ready = 0;
+    do {
+        ready = ppoll(&readable, 1, nullptr, &before);
+    } while (received == 0 && ready < 0 && errno == EINTR); // EINTR: another signal
     sigprocmask(SIG_SETMASK, &before, nullptr);
-    return s_signal == 0;
+    return received == 0;
 }
 
 void EndBySignal(int signal)
