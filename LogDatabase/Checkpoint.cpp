@@ -3,6 +3,8 @@
 #include "LogDatabase/LogDatabase.h"
 #include "LogDatabase/Query.h"
 
+#include "MfdServices/GravaLog.h"
+
 #include <cstdio>
 #include <sqlite3.h>
 
@@ -41,7 +43,31 @@ bool LogDatabase::ReadPage()
     char sql[60];
     std::snprintf(sql, sizeof sql, "PRAGMA journal_size_limit = %lld",
                   static_cast<long long>(m_options.checkpointBytes));
+    if (!ExecuteOwn(sql) || m_options.maxBytes <= 0) {
+        return m_options.maxBytes <= 0;
+    }
+    std::snprintf(sql, sizeof sql, "PRAGMA max_page_count = %lld",
+                  static_cast<long long>(m_options.maxBytes / m_pageBytes));
     return ExecuteOwn(sql);
+}
+
+// After a commit: what no reader needs of a log that is long enough is copied into the database.
+void LogDatabase::BoundLog()
+{
+    if (m_logBytes <= m_options.checkpointBytes) {
+        return;
+    }
+    Checkpoint(SQLITE_CHECKPOINT_PASSIVE);
+    if (m_logBytes <= m_options.tellLogBytes) {
+        m_logTold = false;
+    } else if (!m_logTold) {
+        m_logTold = true;
+        char entry[120];
+        std::snprintf(entry, sizeof entry,
+                      "LogDatabase: the write-ahead log has %lld bytes: a reader stays",
+                      static_cast<long long>(m_logBytes));
+        Vindral_GravaLog(entry);
+    }
 }
 
 // Answers LOCKED when a reader still needs some of the log.

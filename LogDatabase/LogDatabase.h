@@ -57,6 +57,12 @@ struct LogDatabaseOptions {
     // database as far as no reader needs it. Rest does the same at a better moment.
     std::int64_t checkpointBytes = 4 * 1024 * 1024;
 
+    // Past this size of the write-ahead log, which a reader keeps from coming back, the firmware
+    // log gets an entry, once until it is below it again.
+    std::int64_t tellLogBytes = 64 * 1024 * 1024;
+
+    std::int64_t maxBytes = 0; // of the database; 0 is the engine's own limit
+
     void* context = nullptr; // given to each of the functions
 
     // Whether the database that carries this command number (0: none) is the right one. Asked
@@ -66,6 +72,10 @@ struct LogDatabaseOptions {
     // Makes the entries durable that Vindral_GravaLog has taken so far. Called before each COMMIT,
     // and after a loss is told: whoever finds a row missing then finds the reason too.
     void (*syncLog)(void* context) = nullptr;
+
+    // Gives a file another name in the same folder, answering whether it has it now; for BeginAnew
+    // on a file layer whose files the C library's rename does not reach.
+    bool (*moveFile)(void* context, const char* from, const char* to) = nullptr;
 
     // A connection was opened, the handle of the commands from now on.
     void (*connected)(void* context, sqlite3* db) = nullptr;
@@ -158,6 +168,22 @@ class LogDatabase
     // command is begun.
     LogFault Rest();
 
+    // Sets the file of the last Open aside under `asideName`, in the same folder, whole and with
+    // its log, and opens a new one in its place: after an Open that found it damaged or of another
+    // kind, or in good order, at a Z reduction, so that no document is split. The firmware log gets
+    // one entry. Answers what became of the new one. If the old one cannot be set aside (LOCKED: a
+    // reader needs its log; CANNOT_OPEN: a file of that name is there), nothing is changed and Text
+    // says why; a call that the power cut short is finished by the same call. REQUIRES: no command
+    // is begun, nobody else has the file open.
+    LogFault BeginAnew(const char* asideName);
+
+    // What a service menu shows: the versions of this library and of the schema that it keeps, and
+    // how many bytes the database may still grow, -1 when that cannot be told. What room the disk
+    // has is not asked.
+    static const char* Version();
+    static int SchemaVersion();
+    std::int64_t RoomBytes();
+
     // Whether a statement of this object itself is at work, for who looks on.
     bool IsAtWork() const { return m_own; }
 
@@ -216,7 +242,14 @@ class LogDatabase
     // Checkpoint.cpp
     void WatchLog();
     bool ReadPage();
+    void BoundLog();
     LogFault Checkpoint(int mode);
+
+    // Renewal.cpp
+    LogFault MoveAside(const char* asideName);
+
+    // Status.cpp
+    bool ReadOwn(const char* sql, std::int64_t& value);
     static int OnLog(void* self, sqlite3* db, const char* name, int pages);
 
     LogDatabaseOptions m_options;
@@ -239,6 +272,7 @@ class LogDatabase
     std::int32_t m_number = 0;
     std::int64_t m_pageBytes = 0;
     std::int64_t m_logBytes = 0;
+    bool m_logTold = false; // that it is large
     // Prepared as long as the connection lives.
     sqlite3_stmt* m_begin = nullptr;
     sqlite3_stmt* m_commit = nullptr;

@@ -1,5 +1,6 @@
 #include "LogDatabase/Look.h"
 
+#include "LogDatabase/Files.h"
 #include "LogDatabase/Guard.h"
 
 #include <cstdio>
@@ -20,29 +21,16 @@ struct Files {
     bool log = false;
 };
 
-bool Exists(sqlite3_vfs* vfs, const char* name)
-{
-    int exists = 0;
-    return vfs->xAccess(vfs, name, SQLITE_ACCESS_EXISTS, &exists) == SQLITE_OK && exists != 0;
-}
-
 // Asked of the file layer, for the engine does not look without recovering.
-Files FindFiles(const char* path, const char* vfsName)
+Files FindFiles(const char* path, const char* vfs)
 {
     Files files;
-    sqlite3_vfs* vfs = sqlite3_vfs_find(vfsName);
     char name[MAX_NAME_BYTES];
-    if (vfs == nullptr ||
-        vfs->xFullPathname(vfs, path, static_cast<int>(sizeof name - sizeof "-journal"), name) !=
-            SQLITE_OK) {
-        return files; // the engine will tell
-    }
-    files.database = Exists(vfs, name);
-    char* const end = name + std::strlen(name);
-    std::strcpy(end, "-journal");
-    files.journal = Exists(vfs, name);
-    std::strcpy(end, "-wal");
-    files.log = Exists(vfs, name);
+    files.database = FileExists(path, vfs);
+    std::snprintf(name, sizeof name, "%s-journal", path);
+    files.journal = FileExists(name, vfs);
+    std::snprintf(name, sizeof name, "%s-wal", path);
+    files.log = FileExists(name, vfs);
     return files;
 }
 

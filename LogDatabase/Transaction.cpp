@@ -108,9 +108,7 @@ LogOutcome LogDatabase::Commit()
     } else {
         m_loss[0] = '\0';
     }
-    if (m_logBytes > m_options.checkpointBytes) {
-        Checkpoint(SQLITE_CHECKPOINT_PASSIVE);
-    }
+    BoundLog();
     return outcome;
 }
 

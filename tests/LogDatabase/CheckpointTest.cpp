@@ -23,6 +23,7 @@ class Checkpoint : public LogDatabaseTest
     {
         LogDatabaseOptions options = Brief();
         options.checkpointBytes = 20 * 4096;
+        options.tellLogBytes = 60 * 4096;
         return options;
     }
 };
@@ -65,6 +66,7 @@ TEST_F(Checkpoint, AReaderThatStaysMakesItGrowAndLetsItBackAfterwards)
         Commands(100);
         EXPECT_EQ(database.LogBytes(), FileBytes());
         EXPECT_GT(database.LogBytes(), 100 * 4096);
+        EXPECT_EQ(CountEntries("LogDatabase: the write-ahead log has "), 1) << "told once";
         EXPECT_EQ(database.Rest(), LogFault::LOCKED);
         EXPECT_EQ(reader.Run("SELECT count(*) FROM versao_sb"), "1");
     }
