@@ -1,5 +1,6 @@
 // ecf-bancada check: reconciles a logging database by itself.
 #include "bancada/cli/Subcommands.h"
+#include "bancada/cli/UsedFiles.h"
 #include "bancada/conferencia/Conferencia.h"
 #include "bancada/log/Losses.h"
 
@@ -10,6 +11,7 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace bancada
 {
@@ -104,6 +106,11 @@ class JsonPrinter
 
 int Check(const CheckOptions& options)
 {
+    std::vector<UsedFile> inputs = {EvidenceDatabase(options.database)};
+    if (!options.log.empty()) {
+        inputs.push_back({options.log, "firmware log"});
+    }
+    RequireApart("", inputs);
     std::optional<Losses> losses;
     if (!options.log.empty()) {
         losses = ReadLosses(options.log);

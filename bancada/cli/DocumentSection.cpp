@@ -1,6 +1,7 @@
 #include "bancada/cli/DocumentSection.h"
 
 #include "bancada/Unusable.h"
+#include "bancada/cli/OutputFile.h"
 
 #include <cerrno>
 #include <cstring>
@@ -38,10 +39,9 @@ void RewriteDocument(const std::string& path, std::string (*rewritten)(const std
     } catch (const std::invalid_argument& error) {
         throw Unusable(path + ": " + error.what());
     }
-    std::ofstream out(path, std::ios::binary);
-    if (!(out << text << std::flush)) {
-        throw Unusable("cannot write " + path + ": " + std::strerror(errno));
-    }
+    OutputFile out(path);
+    out.Stream() << text;
+    out.Commit();
 }
 
 } // namespace bancada

@@ -14,8 +14,7 @@ std::string WithSection(const std::string& document, std::string_view name,
                         const std::string& section);
 
 // Replaces a file by what `rewritten` makes of its text. Throws Unusable, which names the file,
-// also for the std::invalid_argument of `rewritten`; then it is as it was, unless it was the
-// writing that failed.
+// also for the std::invalid_argument of `rewritten`; then it is as it was.
 void RewriteDocument(const std::string& path, std::string (*rewritten)(const std::string&));
 
 } // namespace bancada

@@ -1,10 +1,9 @@
 #include "bancada/cli/RunFiles.h"
 
 #include "bancada/Unusable.h"
-#include "bancada/memoria/WholeFile.h"
+#include "bancada/cli/UsedFiles.h"
 
 #include <filesystem>
-#include <utility>
 #include <vector>
 
 namespace bancada
@@ -14,32 +13,7 @@ namespace
 
 namespace fs = std::filesystem;
 
-// One of the files, with those that it needs.
-struct Used {
-    std::string path; // as the user named it
-    const char* what; // "database"
-    std::vector<const char*> suffixes;
-
-    std::vector<std::string> Names() const
-    {
-        const std::string file = FollowLinks(path);
-        std::vector<std::string> names = {file};
-        for (const char* suffix : suffixes) {
-            names.push_back(file + suffix);
-        }
-        return names;
-    }
-};
-
-bool AreOne(const std::string& one, const std::string& other)
-{
-    std::error_code none;
-    return one == other || fs::equivalent(one, other, none) ||
-           fs::weakly_canonical(fs::absolute(one), none) ==
-               fs::weakly_canonical(fs::absolute(other), none);
-}
-
-void RequireDistinct(const Used& one, const Used& other)
+void RequireDistinct(const UsedFile& one, const UsedFile& other)
 {
     const std::vector<std::string> names = one.Names();
     const std::vector<std::string> others = other.Names();
@@ -74,19 +48,20 @@ RunFiles CheckRunFiles(RunFiles files)
         files.log = files.database + ".log";
     }
 
-    std::vector<Used> used;
+    std::vector<UsedFile> used;
     if (files.tape != "-") {
         used.push_back({files.tape, "tape", {}});
     } else if (std::error_code none; fs::is_regular_file("/dev/stdin", none)) {
         used.push_back({"/dev/stdin", "tape", {}});
     }
     if (files.DatabaseIsFile()) {
-        used.push_back({files.database, "database", {"-wal", "-shm", "-journal", ".lock"}});
+        used.push_back(UsedDatabase(files.database));
     }
-    used.push_back({files.log, "firmware log", {}});
     if (files.HasMemory()) {
         used.push_back({files.memory, "memory", {".tmp", ".lock"}});
     }
+    RequireApart("", used); // the log may go to standard output
+    used.push_back({files.log, "firmware log", {}});
     for (std::size_t i = 0; i < used.size(); ++i) {
         for (std::size_t j = 0; j < i; ++j) {
             RequireDistinct(used[j], used[i]);

@@ -21,7 +21,8 @@ struct RunFiles {
 // empty, and a database is a file also where the engine would take its name for an address. Throws
 // Unusable if two of tape, database, firmware log, memory and the files that they need beside them
 // (of the database -wal, -shm, -journal, of the memory .tmp, of both .lock) are one, whatever links
-// name them, and for a database that nothing would be kept of.
+// name them, if standard output is redirected to one that is not the log,
+// and for a database that nothing would be kept of.
 [[nodiscard]] RunFiles CheckRunFiles(RunFiles files);
 
 } // namespace bancada

@@ -1,17 +1,50 @@
 // ecf-bancada show: a logging database as a person would look at it.
 #include "bancada/relatorio/Show.h"
+#include "bancada/cli/OutputFile.h"
 #include "bancada/cli/Subcommands.h"
+#include "bancada/cli/UsedFiles.h"
 
 #include <CLI/CLI.hpp>
 #include <iostream>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace bancada
 {
+namespace
+{
+
+std::vector<UsedFile> Inputs(const ShowOptions& options)
+{
+    std::vector<UsedFile> inputs = {EvidenceDatabase(options.database)};
+    if (!options.log.empty()) {
+        inputs.push_back({options.log, "firmware log"});
+    }
+    return inputs;
+}
+
+int ExitCode(bool shown)
+{
+    return shown ? EXIT_OK : EXIT_FINDINGS;
+}
+
+int ShowInto(const std::string& page, const ShowOptions& options)
+{
+    OutputFile file(page);
+    const bool shown = Show(options, file.Stream(), std::cerr);
+    if (shown) {
+        file.Commit();
+    }
+    return ExitCode(shown);
+}
+
+} // namespace
 
 void AddShow(CLI::App& app, int& exitCode)
 {
     const auto options = std::make_shared<ShowOptions>();
+    const auto page = std::make_shared<std::string>();
     CLI::App* show = app.add_subcommand(
         "show", "Show what a logging database holds: its days and documents, one document as on "
                 "paper, or a page for the browser");
@@ -23,9 +56,10 @@ void AddShow(CLI::App& app, int& exitCode)
                                         "The Z reduction of this number; with --html the page of "
                                         "the day that it closes, open or closed");
     CLI::Option* html =
-        show->add_option("--html", options->html,
-                         "Write one page that needs nothing else: days, receipts, sales by hour "
-                         "and by payment means, rejected statements and lost commands")
+        show->add_option(
+                "--html", *page,
+                "Write one page that needs nothing else: days, receipts, sales by hour "
+                "and by payment means, rejected statements and lost commands; - is standard output")
             ->type_name("FILE");
     CLI::Option* log = show->add_option("--log", options->log,
                                         "The firmware log, whose rejected statements and lost "
@@ -39,11 +73,14 @@ void AddShow(CLI::App& app, int& exitCode)
                  "closes each, and their documents.\n\nExit codes: 0 shown; 1 the document, the Z "
                  "reduction or the day is not in the database; 2 a file cannot be\nread or "
                  "written, or is no logging database.");
-    show->callback([options, crz, html, log, &exitCode] {
+    show->callback([options, page, crz, html, log, &exitCode] {
         if (*log && *crz && !*html) {
             throw CLI::ExcludesError("--log", "--crz without --html");
         }
-        exitCode = Show(*options, std::cout, std::cerr) ? EXIT_OK : EXIT_FINDINGS;
+        RequireApart(*page, Inputs(*options));
+        options->html = static_cast<bool>(*html);
+        exitCode = options->html ? ShowInto(*page, *options)
+                                 : ExitCode(Show(*options, std::cout, std::cerr));
     });
 }
 

@@ -57,19 +57,6 @@ bool WriteAll(int file, std::string_view content)
     return true;
 }
 
-// The entry of the folder is durable with the folder.
-void SyncFolder(const std::string& path)
-{
-    std::string folder = std::filesystem::path(path).parent_path().string();
-    if (folder.empty()) {
-        folder = ".";
-    }
-    const Descriptor opened(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!opened.IsOpen() || fsync(opened.Number()) != 0) {
-        Fail("sync the folder", folder);
-    }
-}
-
 } // namespace
 
 std::string FollowLinks(const std::string& path)
@@ -87,6 +74,14 @@ std::string FollowLinks(const std::string& path)
         followed = followed.parent_path() / target;
     }
     return followed.string();
+}
+
+bool SyncFolderOf(const std::string& path)
+{
+    const std::string folder = std::filesystem::path(path).parent_path().string();
+    const Descriptor opened(
+        open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    return opened.IsOpen() && fsync(opened.Number()) == 0;
 }
 
 std::optional<std::string> ReadWholeFile(const std::string& path, std::size_t maxBytes)
@@ -137,7 +132,9 @@ void ReplaceFile(const std::string& path, std::string_view content)
     if (std::rename(fresh.c_str(), path.c_str()) != 0) {
         Fail("replace", path);
     }
-    SyncFolder(path);
+    if (!SyncFolderOf(path)) {
+        Fail("sync the folder of", path);
+    }
 }
 
 } // namespace bancada

@@ -14,6 +14,10 @@ namespace bancada
 // followed.
 [[nodiscard]] std::string FollowLinks(const std::string& path);
 
+// Makes the file's entry in its folder durable. Answers false if the folder cannot be opened or
+// synced.
+[[nodiscard]] bool SyncFolderOf(const std::string& path);
+
 // The content of the file, or nothing if there is none. Throws Unusable if it cannot be read or has
 // more than `maxBytes`.
 [[nodiscard]] std::optional<std::string> ReadWholeFile(const std::string& path,

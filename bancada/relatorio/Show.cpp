@@ -1,6 +1,5 @@
 #include "bancada/relatorio/Show.h"
 
-#include "bancada/Unusable.h"
 #include "bancada/log/Losses.h"
 #include "bancada/relatorio/DisplayText.h"
 #include "bancada/relatorio/DocumentoPrint.h"
@@ -11,7 +10,6 @@
 #include "bancada/relatorio/Report.h"
 
 #include <filesystem>
-#include <fstream>
 
 namespace bancada
 {
@@ -71,7 +69,7 @@ bool ShowCrz(Report& report, const ShowOptions& options, std::ostream& out, std:
     return true;
 }
 
-bool ShowPage(Report& report, const ShowOptions& options, const Losses* losses,
+bool ShowPage(Report& report, const ShowOptions& options, const Losses* losses, std::ostream& out,
               std::ostream& errors)
 {
     if (options.crz && report.Reducoes().WithCrz(*options.crz).empty() &&
@@ -80,15 +78,8 @@ bool ShowPage(Report& report, const ShowOptions& options, const Losses* losses,
                << '\n';
         return false;
     }
-    std::ofstream file(options.html, std::ios::binary | std::ios::trunc);
-    if (file) {
-        const std::string name = std::filesystem::path(options.database).filename().string();
-        WriteHtmlPage(report, {name, options.crz, losses}, file);
-        file.close();
-    }
-    if (!file) {
-        throw Unusable(options.html + ": cannot be written");
-    }
+    const std::string name = std::filesystem::path(options.database).filename().string();
+    WriteHtmlPage(report, {name, options.crz, losses}, out);
     return true;
 }
 
@@ -110,7 +101,7 @@ bool ShowFrom(Report& report, const ShowOptions& options, std::ostream& out, std
     if (options.coo) {
         return ShowCoo(report, options, out, errors);
     }
-    if (options.crz && options.html.empty()) {
+    if (options.crz && !options.html) {
         return ShowCrz(report, options, out, errors);
     }
     Losses read;
@@ -119,8 +110,8 @@ bool ShowFrom(Report& report, const ShowOptions& options, std::ostream& out, std
         read = ReadLosses(options.log);
         losses = &read;
     }
-    if (!options.html.empty()) {
-        return ShowPage(report, options, losses, errors);
+    if (options.html) {
+        return ShowPage(report, options, losses, out, errors);
     }
     if (options.json) {
         WriteListJson(report, losses, out);

@@ -13,9 +13,8 @@ struct ShowOptions {
     std::string database;
     std::optional<std::int64_t> coo;
     std::optional<std::int64_t> crz;
-    // A page is written to this file, of the jornada `crz` alone when that is given; "" writes
-    // text.
-    std::string html;
+    // Write a page, of the jornada `crz` alone when that is given.
+    bool html = false;
     // The firmware log whose rejected statements go with the list and the page; "" is none.
     std::string log;
     bool json = false;
@@ -24,10 +23,10 @@ struct ShowOptions {
 // Shows the logging database, which is only read: with neither `coo` nor `crz` its jornadas and
 // documents, with one of them that document or Z reduction as on paper. Answers false, after one
 // line on `errors`, where the document, reduction or jornada that was asked for is not in the
-// database. Throws Unusable where the database or the log cannot be read or the page cannot be
-// written; `out` is not flushed. Options that exclude each other are the caller's to refuse: coo
-// goes with neither crz nor html nor log, html not with json, log not with crz unless there is
-// html.
+// database. Throws Unusable where the database or the log cannot be read; `out` is not flushed,
+// and whether it takes what is written is for its owner to ask. Options that exclude each other are
+// the caller's to refuse: coo goes with neither crz nor html nor log, html not with json, log not
+// with crz unless there is html.
 bool Show(const ShowOptions& options, std::ostream& out, std::ostream& errors);
 
 } // namespace bancada

@@ -19,11 +19,9 @@ class HtmlPage : public Sample
     // Writes the page and keeps it in `page`.
     void WritePage(ShowOptions options = {})
     {
-        options.html = File("pagina.html");
+        options.html = true;
         RunShow(options);
-        if (result == SHOWN) {
-            page = ReadFile(options.html);
-        }
+        page = text;
     }
 
     std::string page;
@@ -89,7 +87,7 @@ TEST_F(HtmlPage, OfADayThatIsNotThereIsNotWritten)
     WritePage(options);
     EXPECT_EQ(result, NOT_THERE);
     EXPECT_EQ(error, Database() + ": there is no day of the Z reduction 9\n");
-    EXPECT_FALSE(std::filesystem::exists(File("pagina.html")));
+    EXPECT_EQ(page, "");
 }
 
 // Every text column of every table, and the log, with a text that breaks out of elements, quoted
