@@ -27,11 +27,11 @@ constexpr mode_t NEW_FILE = 0666; // what the process's mask leaves of it
 constexpr int ENDING_SIGNALS[] = {SIGINT, SIGTERM, SIGHUP};
 
 // The file to be removed when a signal ends the program; empty: none.
-char s_unfinished[PATH_MAX];
+char unfinished[PATH_MAX];
 
 void RemoveAndEnd(int signal)
 {
-    unlink(s_unfinished);
+    unlink(unfinished);
     std::signal(signal, SIG_DFL);
     std::raise(signal);
 }
@@ -49,18 +49,18 @@ void SetHandlers(void (*from)(int), void (*to)(int))
 
 void RemoveWhenEnded(const std::string& path)
 {
-    if (s_unfinished[0] != '\0' || path.size() >= sizeof s_unfinished) {
+    if (unfinished[0] != '\0' || path.size() >= sizeof unfinished) {
         return;
     }
-    std::memcpy(s_unfinished, path.c_str(), path.size() + 1);
+    std::memcpy(unfinished, path.c_str(), path.size() + 1);
     SetHandlers(SIG_DFL, RemoveAndEnd);
 }
 
 void LeaveWhenEnded(const std::string& path)
 {
-    if (path == s_unfinished) {
+    if (path == unfinished) {
         SetHandlers(RemoveAndEnd, SIG_DFL);
-        s_unfinished[0] = '\0';
+        unfinished[0] = '\0';
     }
 }
 
