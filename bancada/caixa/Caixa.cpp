@@ -22,7 +22,8 @@ Answer Caixa::Run(const TapeCommand& line, TapeClock& clock)
         return {Answer::Fate::CONFIGURED, "", 0};
     }
     const std::unique_ptr<ComandoBancada> command = Read(line);
-    return Execute(*command, clock.Next(line));
+    const RtcAbsoluteTime em = clock.Next(line);
+    return Execute(*command, em, line.fim.value_or(RtcAbsoluteTime(matlong[0])));
 }
 
 std::unique_ptr<ComandoBancada> Caixa::Read(const TapeCommand& line)
@@ -38,12 +39,12 @@ std::unique_ptr<ComandoBancada> Caixa::Read(const TapeCommand& line)
     return command;
 }
 
-Answer Caixa::Execute(ComandoBancada& command, RtcAbsoluteTime em)
+Answer Caixa::Execute(ComandoBancada& command, RtcAbsoluteTime em, RtcAbsoluteTime fim)
 {
     const FirmwareDuty duty(m_log, [this] { return m_registro.GetRatearSubtotal(); });
     m_log.SetTime(em);
     const std::int64_t rejectedBefore = m_database.Counts().statementsRejected;
-    const Outcome outcome = m_executor.Execute(command, em);
+    const Outcome outcome = m_executor.Execute(command, em, fim);
 
     Answer answer;
     answer.rejected = m_database.Counts().statementsRejected - rejectedBefore;

@@ -52,14 +52,16 @@ class Caixa
     // Appends the firmware log to this file from now on. Throws Unusable. REQUIRES: none is open.
     void OpenLog(const std::string& path) { m_log.Open(path); }
 
-    // Runs a line of the tape, a command at the instant that `clock` gives it. Throws TapeError for
-    // a line that is no command with its fields; then nothing has changed.
+    // Runs a line of the tape, a command from and to the instants that `clock` gives it. Throws
+    // TapeError for a line that is no command with its fields; then nothing has changed.
     [[nodiscard]] Answer Run(const TapeCommand& line, TapeClock& clock);
 
     // The two halves of Run for a command: makes it, its fields filled from the line, ...
     [[nodiscard]] std::unique_ptr<ComandoBancada> Read(const TapeCommand& line);
-    // ... and executes it, as begun at the instant `em`.
-    [[nodiscard]] Answer Execute(ComandoBancada& command, RtcAbsoluteTime em);
+    // ... and executes it, as begun at the instant `em` and ended at `fim`, unset where nobody
+    // says.
+    [[nodiscard]] Answer Execute(ComandoBancada& command, RtcAbsoluteTime em,
+                                 RtcAbsoluteTime fim = RtcAbsoluteTime(matlong[0]));
 
     // Called for each command that is executed right before its rows are committed, within their
     // transaction; what it throws comes out of Execute, and the rows are not committed.

@@ -45,7 +45,7 @@ class CancelaCupomEmEmissao final : public ComandoOf<CmdCancelaCupomFiscalNfEmEm
 
     BOOL Fiscal() override
     {
-        m_registro.CancelaCupomEmEmissao(m_dtExecStart);
+        m_registro.CancelaCupomEmEmissao(Fim());
         return TRUE;
     }
 };

@@ -46,6 +46,13 @@ class ComandoOf : public Cmd, public ComandoBancada
     Command& GetCommand() override { return *this; }
 
   protected:
+    // When execution ends, or starts where nobody said when it ends. REQUIRES: the executor has set
+    // both, and the logger has not run.
+    RtcAbsoluteTime Fim() const
+    {
+        return Cmd::m_dtExecEnd.s == matlong[0] ? Cmd::m_dtExecStart : Cmd::m_dtExecEnd;
+    }
+
     // Keeps the refusal, if there is one, and gives the answer of the check that met it.
     BOOL Accept(Refusal reason)
     {

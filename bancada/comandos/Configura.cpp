@@ -44,6 +44,9 @@ void ExecuteConfigura(const TapeCommand& line, Registro& registro)
     if (line.em) {
         throw TapeError(line.emPlace, "configura takes no time, and no field \"em\"");
     }
+    if (line.fim) {
+        throw TapeError(line.fimPlace, "configura takes no time, and no field \"fim\"");
+    }
     Configura settings(registro);
     TapeFields fields(line);
     settings.Fields(fields);

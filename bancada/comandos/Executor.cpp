@@ -7,7 +7,8 @@ namespace bancada
 namespace
 {
 
-// How long the bench says that a command took. The clock of a tape counts whole seconds.
+// How long the bench says that a command took that does not say when it ended. The clock of a tape
+// counts whole seconds.
 constexpr UINT32 DURATION_S = 1;
 
 // The reply's first byte when the command was executed.
@@ -20,7 +21,7 @@ Executor::Executor(Registro& registro, LogDatabase& database)
 {
 }
 
-Outcome Executor::Execute(ComandoBancada& comando, RtcAbsoluteTime em)
+Outcome Executor::Execute(ComandoBancada& comando, RtcAbsoluteTime em, RtcAbsoluteTime fim)
 {
     Command& command = comando.GetCommand();
     command.FDController = &m_registro;
@@ -31,7 +32,7 @@ Outcome Executor::Execute(ComandoBancada& comando, RtcAbsoluteTime em)
     command.m_eOrigem = comando.Origin();
     command.m_eInstanceType = IT_EXEC_NORMAL;
     command.m_dtExecStart = em;
-    command.m_dtExecEnd = RtcAbsoluteTime(matlong[0]);
+    command.m_dtExecEnd = fim;
     command.m_bDoFiscalCheck = command.m_bDoFiscal = command.m_bDoPrint = TRUE;
     command.m_bDoFiscalPostPrint = command.m_bDoLog = command.m_bDoFillReply = TRUE;
 
@@ -61,7 +62,9 @@ Outcome Executor::Execute(ComandoBancada& comando, RtcAbsoluteTime em)
     outcome.kept = m_database.CommitCommand();
 
     command.FillReply(REPLY_OK);
-    command.m_dtExecEnd = RtcAbsoluteTime(em.s + DURATION_S);
+    if (fim.s == matlong[0]) {
+        command.m_dtExecEnd = RtcAbsoluteTime(em.s + DURATION_S);
+    }
     command.m_eStatusCmd = CMD_END_EXEC_OK;
     command.m_State = CMD_TOREPLY;
     outcome.executed = true;

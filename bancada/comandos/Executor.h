@@ -25,11 +25,14 @@ class Executor
     // Both are borrowed and outlive the executor.
     Executor(Registro& registro, LogDatabase& database);
 
-    // Runs the steps of `comando` in the order of their slots, as begun at the instant `em`. A
+    // Runs the steps of `comando` in the order of their slots, as begun at the instant `em` and
+    // ended at `fim`, which the command keeps and its logger reads. Where `fim` is unset, the
+    // logger does not know the end, and the command is said to have taken a second afterwards. A
     // command that InitCheck or FiscalCheck refuses has no effect on register or database. The
     // logger's rows are committed together once the register is as the command leaves it, before
     // the reply is filled.
-    Outcome Execute(ComandoBancada& comando, RtcAbsoluteTime em);
+    Outcome Execute(ComandoBancada& comando, RtcAbsoluteTime em,
+                    RtcAbsoluteTime fim = RtcAbsoluteTime(matlong[0]));
 
     // Called for each command that is executed right before its rows are committed, within their
     // transaction; what it throws comes out of Execute, and the rows are not committed.

@@ -32,7 +32,7 @@ class FechaCupom final : public ComandoOf<CmdFechaCupom>
 
     BOOL Fiscal() override
     {
-        m_registro.FechaCupom(m_sMsgPromocional, m_dtExecStart);
+        m_registro.FechaCupom(m_sMsgPromocional, Fim());
         SignComando(*this, m_registro);
         return TRUE;
     }

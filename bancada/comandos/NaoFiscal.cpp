@@ -78,7 +78,7 @@ class FechaCupomNF final : public ComandoOf<CmdFechaCupomNF>
 
     BOOL Fiscal() override
     {
-        m_registro.FechaCNF(m_dtExecStart);
+        m_registro.FechaCNF(Fim());
         SignComando(*this, m_registro);
         return TRUE;
     }

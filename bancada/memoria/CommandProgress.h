@@ -15,7 +15,7 @@ namespace bancada
 struct CommandProgress {
     std::int32_t sequence = 0;  // number of the last command
     std::int32_t confirmed = 0; // number of the last one known to be committed
-    RtcAbsoluteTime clock;      // when the last command of the tape started; unset before the first
+    RtcAbsoluteTime clock;      // when the last command of the tape ended; unset before the first
     TapePosition tape;          // behind the last line that was carried out
 
     std::int64_t lost = 0; // commands whose rows were lost

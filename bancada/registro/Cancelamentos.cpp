@@ -57,11 +57,11 @@ Refusal Registro::CheckCancelaCupomEmEmissao(RtcAbsoluteTime) const
     return CheckCupomOpen(m_memoria);
 }
 
-void Registro::CancelaCupomEmEmissao(RtcAbsoluteTime em)
+void Registro::CancelaCupomEmEmissao(RtcAbsoluteTime fim)
 {
     MarkCancelado(m_memoria);
-    CountTempoDeEmissao(m_memoria, em);
-    m_memoria.cupom.fechamento = em;
+    CountTempoDeEmissao(m_memoria, fim);
+    m_memoria.cupom.fechamento = fim;
 }
 
 Refusal Registro::CheckCancelaCupom(int coo, RtcAbsoluteTime) const

@@ -121,9 +121,9 @@ Refusal Registro::CheckFechaCupom(const std::string&, RtcAbsoluteTime) const
     return CheckPago(m_memoria.cupom);
 }
 
-void Registro::FechaCupom(const std::string& mensagem, RtcAbsoluteTime em)
+void Registro::FechaCupom(const std::string& mensagem, RtcAbsoluteTime fim)
 {
-    FinishCupom(m_memoria, mensagem, em);
+    FinishCupom(m_memoria, mensagem, fim);
 }
 
 } // namespace bancada

@@ -74,9 +74,9 @@ Refusal Registro::CheckFechaCNF(RtcAbsoluteTime) const
     return CheckPago(m_memoria.cupom);
 }
 
-void Registro::FechaCNF(RtcAbsoluteTime em)
+void Registro::FechaCNF(RtcAbsoluteTime fim)
 {
-    FinishCupom(m_memoria, "", em);
+    FinishCupom(m_memoria, "", fim);
 }
 
 Refusal Registro::CheckMovimentaCaixa(ETipoOPNF, Financial valor, RtcAbsoluteTime em) const

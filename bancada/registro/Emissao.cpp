@@ -38,24 +38,24 @@ void AddItem(Memoria& memoria, ItemVendido item)
     BookVenda(memoria, cupom.itens.back());
 }
 
-void FinishCupom(Memoria& memoria, const std::string& mensagem, RtcAbsoluteTime em)
+void FinishCupom(Memoria& memoria, const std::string& mensagem, RtcAbsoluteTime fim)
 {
     CurrentCupom& cupom = memoria.cupom;
     for (const PagamentoEfetuado& pagamento : cupom.pagamentos) {
         memoria.jornada.meios[static_cast<std::size_t>(pagamento.meio)] += pagamento.valor;
     }
     memoria.jornada.troco += cupom.troco;
-    CountTempoDeEmissao(memoria, em);
+    CountTempoDeEmissao(memoria, fim);
     cupom.situacao = ESituacaoCupom::FECHADO;
-    cupom.fechamento = em;
+    cupom.fechamento = fim;
     cupom.mensagem = mensagem;
     cupom.assinatura = Sign(memoria);
 }
 
-void CountTempoDeEmissao(Memoria& memoria, RtcAbsoluteTime em)
+void CountTempoDeEmissao(Memoria& memoria, RtcAbsoluteTime fim)
 {
     if (memoria.cupom.tipo == CUPOM_FISCAL) {
-        memoria.jornada.emitindo.s += TimeBetween(memoria.cupom.abertura, em).s;
+        memoria.jornada.emitindo.s += TimeBetween(memoria.cupom.abertura, fim).s;
     }
 }
 

@@ -14,10 +14,11 @@ void BeginCupom(Memoria& memoria, FD_TIPO_CUPOM tipo, const Consumidor& consumid
 // Puts an item, whose fields are filled but the state ones, on the open receipt and books it.
 void AddItem(Memoria& memoria, ItemVendido item);
 
-// Ends the open receipt as issued: the payments are booked, the time is counted, it is signed.
-void FinishCupom(Memoria& memoria, const std::string& mensagem, RtcAbsoluteTime em);
+// Ends the open receipt as issued at `fim`: the payments are booked, the time is counted, it is
+// signed.
+void FinishCupom(Memoria& memoria, const std::string& mensagem, RtcAbsoluteTime fim);
 
-// Counts the time from the opening of a fiscal receipt to `em`.
-void CountTempoDeEmissao(Memoria& memoria, RtcAbsoluteTime em);
+// Counts the time from the opening of a fiscal receipt to `fim`.
+void CountTempoDeEmissao(Memoria& memoria, RtcAbsoluteTime fim);
 
 } // namespace bancada

@@ -38,7 +38,9 @@ struct Ajuste {
 
 // The operations come in pairs. `CheckX` changes nothing and says whether X would be refused;
 // `X`, with the same arguments, applies it. REQUIRES of X: CheckX refuses nothing.
-//  - `em` is the instant at which execution starts.
+//  - `em` is the instant at which execution starts; X takes `fim`, at which it ends, where it ends
+//  a
+//    receipt.
 //  - Items, rates, totalizers and payment means are given by number, from 1, as on the receipt.
 //  - Money is whole cents and above zero; anything else is refused.
 //  - No operation takes time that grows with what happened before the current receipt.
@@ -72,7 +74,7 @@ class Registro final : public FiscalDataController
 
     // Closes a paid receipt: the change is known, the payments are booked, the document is signed.
     Refusal CheckFechaCupom(const std::string& mensagem, RtcAbsoluteTime em) const;
-    void FechaCupom(const std::string& mensagem, RtcAbsoluteTime em);
+    void FechaCupom(const std::string& mensagem, RtcAbsoluteTime fim);
 
     // --- Either kind of receipt --------------------------------------------------------------
 
@@ -105,7 +107,7 @@ class Registro final : public FiscalDataController
 
     // Cancels the open receipt. The COO stays that of the receipt.
     Refusal CheckCancelaCupomEmEmissao(RtcAbsoluteTime em) const;
-    void CancelaCupomEmEmissao(RtcAbsoluteTime em);
+    void CancelaCupomEmEmissao(RtcAbsoluteTime fim);
 
     // Cancels the receipt issued last, `coo` (0: whatever its number), within its fiscal day. The
     // cancellation is a document of its own: COO + 1 (and GNF + 1 for a non-fiscal receipt).
@@ -131,7 +133,7 @@ class Registro final : public FiscalDataController
 
     // Closes a paid non-fiscal receipt.
     Refusal CheckFechaCNF(RtcAbsoluteTime em) const;
-    void FechaCNF(RtcAbsoluteTime em);
+    void FechaCNF(RtcAbsoluteTime fim);
 
     // A float or a withdrawal: a closed non-fiscal receipt of one item on its own totalizer, no
     // payment. COO + 1, GNF + 1. It cannot be cancelled.

@@ -103,7 +103,9 @@ struct ReducaoZ {
     Integer coo;
     Integer gnf;
     Integer cro;
+    // From when to when it was issued; the end is empty where its document's row is missing.
     Text emissao;
+    Text fim;
     // The fiscal day, at midnight.
     Text movimento;
     Amount gt;

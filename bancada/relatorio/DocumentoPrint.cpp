@@ -285,9 +285,6 @@ void PrintReducao(Bobina& papel, const ReducaoZ& z)
 
 void PrintOutro(Bobina& papel, const Documento& d)
 {
-    if (!d.fim.Shown().empty() && d.fim.Shown() != d.inicio.Shown()) {
-        papel.PrintSides("FIM", FormatDateTime(d.fim.Shown()));
-    }
     papel.PrintSides("CRZ", WithZeros(d.crz, CRZ_DIGITS));
     papel.PrintSides("GNF", WithZeros(d.gnf, COO_DIGITS));
     if (d.codigo.Value() == "RG") {
@@ -316,6 +313,9 @@ std::vector<std::string> PrintDocumento(const Documento& documento,
     papel.PrintCentered(Title(documento));
     if (const std::string mark = documento.CanceladoMark(); !mark.empty()) {
         papel.PrintCentered("*** " + mark + " ***");
+    }
+    if (!documento.fim.Shown().empty() && documento.fim.Shown() != documento.inicio.Shown()) {
+        papel.PrintSides("FIM", FormatDateTime(documento.fim.Shown()));
     }
     if (documento.IsCupom()) {
         PrintCupom(papel, documento);

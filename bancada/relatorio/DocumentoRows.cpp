@@ -125,6 +125,7 @@ Documento DocumentoOf(const ReducaoZ& reducao)
     d.crz = reducao.crz;
     d.gnf = reducao.gnf;
     d.inicio = reducao.emissao;
+    d.fim = reducao.fim;
     d.total = reducao.vb;
     d.reducao = reducao;
     return d;

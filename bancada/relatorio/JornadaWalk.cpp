@@ -107,7 +107,8 @@ void WalkJornadas(const leitura::DatabaseReading& database, DocumentoReader& doc
                      return documentos.IsDocumentoItself(row) ? Found(OutroDocumentoOf(row))
                                                               : Found();
                  }),
-        StreamOf(zs, [](const auto& row) -> Found { return DocumentoOf(ReducaoOf(row)); }),
+        StreamOf(zs,
+                 [&](const auto& row) -> Found { return DocumentoOf(reducoes.ReadReducao(row)); }),
     };
 
     Calendar calendar;

@@ -98,6 +98,9 @@ Json ToJson(const ReducaoZ& z, bool complete)
               {"issqn", ToJson(z.issqn)},
               {"segundos_operacional", ToJson(z.segundosOperacional)},
               {"segundos_emitindo_documentos", ToJson(z.segundosEmitindo)}};
+    if (!z.fim.Shown().empty()) {
+        json["fim"] = ToJson(z.fim);
+    }
     if (!complete) {
         return json;
     }

@@ -28,7 +28,10 @@ ReducaoReader::ReducaoReader(const leitura::DatabaseReading& database)
       m_meiosByCrz(database, "meio_pagamento_reducao", "cont_crz"),
       m_reducao(database, leitura::ReducaoZTable(), "WHERE rowid = ?1"),
       m_totalizador(database, leitura::TotalizadorReducaoTable(), "WHERE rowid = ?1"),
-      m_meio(database, leitura::MeioPagamentoReducaoTable(), "WHERE rowid = ?1")
+      m_meio(database, leitura::MeioPagamentoReducaoTable(), "WHERE rowid = ?1"),
+      m_fim(database,
+            "SELECT data_hora_fim_emissao AS fim FROM outros_documentos WHERE cont_coo = ?1"
+            " AND id_tipo_documento = 'RZ' AND data_hora_inicio_emissao = ?2 LIMIT 1")
 {
 }
 
@@ -37,7 +40,19 @@ ReducaoZ ReducaoReader::Read(std::int64_t rowid)
     leitura::ReducaoZRow row;
     m_reducao.With(rowid).Next(row);
     m_reducao.End();
-    return ReducaoOf(row);
+    return ReadReducao(row);
+}
+
+ReducaoZ ReducaoReader::ReadReducao(const leitura::ReducaoZRow& row)
+{
+    ReducaoZ reducao = ReducaoOf(row);
+    if (reducao.coo.IsKnown() && reducao.emissao.IsKnown()) {
+        if (m_fim.With(reducao.coo.Value(), reducao.emissao.Value()).Next()) {
+            reducao.fim = m_fim.ReadText("fim");
+        }
+        m_fim.End();
+    }
+    return reducao;
 }
 
 std::vector<ReducaoZ> ReducaoReader::WithCrz(const Integer& crz)

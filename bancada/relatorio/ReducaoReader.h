@@ -1,6 +1,7 @@
 // Z reductions with their totalizers and payment means.
 #pragma once
 
+#include "bancada/leitura/Query.h"
 #include "bancada/leitura/RowIndex.h"
 #include "bancada/leitura/Tables.h"
 #include "bancada/relatorio/Documento.h"
@@ -35,6 +36,9 @@ class ReducaoReader
     // while the jornada is open.
     std::optional<ReducaoZ> ClosingOf(const Integer& crz, const Text& desde);
 
+    // A reduction with its end, which its document's row tells, without totalizers and means.
+    ReducaoZ ReadReducao(const leitura::ReducaoZRow& row);
+
     // Reads the totalizers and the payment means.
     void Complete(ReducaoZ& reducao);
 
@@ -62,6 +66,7 @@ class ReducaoReader
     leitura::Rows<leitura::ReducaoZRow> m_reducao;
     leitura::Rows<leitura::TotalizadorReducaoRow> m_totalizador;
     leitura::Rows<leitura::MeioPagamentoReducaoRow> m_meio;
+    leitura::Query m_fim;
 };
 
 } // namespace bancada::relatorio

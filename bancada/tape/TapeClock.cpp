@@ -7,8 +7,9 @@ namespace bancada
 
 RtcAbsoluteTime TapeClock::Next(const TapeCommand& command)
 {
+    RtcAbsoluteTime inicio;
     if (command.em) {
-        m_last = command.em;
+        inicio = *command.em;
     } else {
         if (!m_last) {
             throw TapeError(command.place, "the first command of a tape needs the field \"em\"");
@@ -16,9 +17,14 @@ RtcAbsoluteTime TapeClock::Next(const TapeCommand& command)
         if (m_last->s == std::numeric_limits<UINT32>::max()) {
             throw TapeError(command.place, "the clock ends at 2106-02-07 06:28:15");
         }
-        m_last = RtcAbsoluteTime(m_last->s + 1);
+        inicio = RtcAbsoluteTime(m_last->s + 1);
     }
-    return *m_last;
+    const RtcAbsoluteTime fim = command.fim.value_or(inicio);
+    if (fim.s < inicio.s) {
+        throw TapeError(command.fimPlace, "field \"fim\": the command ends before it starts");
+    }
+    m_last = fim;
+    return inicio;
 }
 
 void TapeClock::Continue(RtcAbsoluteTime last)

@@ -45,11 +45,13 @@ struct TapeLine {
 
 struct TapeCommand {
     Place place;
-    std::string name;                  // "cmd"
-    Place namePlace;                   // of that value
-    std::optional<RtcAbsoluteTime> em; // "em": when execution starts
-    Place emPlace;                     // where there is one
-    std::vector<TapeField> fields;     // all but cmd, em and obs
+    std::string name;                   // "cmd"
+    Place namePlace;                    // of that value
+    std::optional<RtcAbsoluteTime> em;  // "em": when execution starts
+    Place emPlace;                      // where there is one
+    std::optional<RtcAbsoluteTime> fim; // "fim": when execution ends
+    Place fimPlace;                     // where there is one
+    std::vector<TapeField> fields;      // all but cmd, em, fim and obs
 };
 
 } // namespace bancada

@@ -28,6 +28,18 @@ std::string CommonText(const TapeField& field)
     return field.value.text;
 }
 
+RtcAbsoluteTime CommonInstant(const TapeField& field)
+{
+    RtcAbsoluteTime instant;
+    if (!ParseInstant(CommonText(field), instant)) {
+        throw TapeError(field.valuePlace,
+                        "field \"" + field.name +
+                            "\": an instant \"YYYY-MM-DD hh:mm:ss\" is due, after "
+                            "1970-01-01 00:00:00 and up to 2106-02-07 06:28:15");
+    }
+    return instant;
+}
+
 // Takes the fields that every command has out of the others.
 TapeCommand CommandOf(TapeLine line)
 {
@@ -41,14 +53,11 @@ TapeCommand CommandOf(TapeLine line)
                 throw TapeError(field.valuePlace, "field \"cmd\": the name of a command is due");
             }
         } else if (field.name == "em") {
-            RtcAbsoluteTime instant;
-            if (!ParseInstant(CommonText(field), instant)) {
-                throw TapeError(field.valuePlace,
-                                "field \"em\": an instant \"YYYY-MM-DD hh:mm:ss\" is due, after "
-                                "1970-01-01 00:00:00 and up to 2106-02-07 06:28:15");
-            }
-            command.em = instant;
+            command.em = CommonInstant(field);
             command.emPlace = field.namePlace;
+        } else if (field.name == "fim") {
+            command.fim = CommonInstant(field);
+            command.fimPlace = field.namePlace;
         } else if (field.name == "obs") {
             CommonText(field);
         } else {

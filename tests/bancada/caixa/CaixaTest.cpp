@@ -59,6 +59,49 @@ TEST_F(CaixaTest, ACommandThatIsExecutedIsKept)
                 ElementsAre("2026-03-02 08:00:00"));
 }
 
+// The row of what stays open ends with its opening until it is closed.
+TEST_F(CaixaTest, TheRowsOfADocumentTellWhenItsCommandsEnd)
+{
+    Caixa caixa(":memory:");
+    const std::string times =
+        "SELECT data_hora_inicio_emissao, data_hora_fim_emissao FROM outros_documentos";
+    EXPECT_TRUE(Run(caixa, R"({"cmd":"abre_gerencial","em":"2026-03-02 08:00:00",)"
+                           R"("fim":"2026-03-02 08:00:03"})")
+                    .Executed());
+    EXPECT_THAT(Rows(caixa, times), ElementsAre("2026-03-02 08:00:00|2026-03-02 08:00:03"));
+    EXPECT_TRUE(Run(caixa, R"({"cmd":"fecha_ccd_gerencial","em":"2026-03-02 08:01:00",)"
+                           R"("fim":"2026-03-02 08:01:04"})")
+                    .Executed());
+    EXPECT_THAT(Rows(caixa, times), ElementsAre("2026-03-02 08:00:00|2026-03-02 08:01:04"));
+    EXPECT_TRUE(Run(caixa, R"({"cmd":"reducao_z","fim":"2026-03-02 08:01:30"})").Executed());
+    EXPECT_THAT(Rows(caixa, times + " WHERE id_tipo_documento = 'RZ'"),
+                ElementsAre("2026-03-02 08:01:05|2026-03-02 08:01:30"));
+    EXPECT_THAT(Rows(caixa, "SELECT data_hora_emissao FROM reducao_z"),
+                ElementsAre("2026-03-02 08:01:05"));
+}
+
+// The columns of the two are crossed: the issuing time stands under tempo_operacional.
+TEST_F(CaixaTest, TheTimesOfTheDayFollowTheEndsOfItsCommands)
+{
+    Caixa caixa(":memory:");
+    for (
+        const char* line :
+        {R"({"cmd":"insere_aliquota","em":"2026-03-02 08:00:00","tributacao":"T","indice":1,"percentual":"18.00"})",
+         R"({"cmd":"insere_meio_pagamento","indice":1,"descricao":"DINHEIRO"})",
+         R"({"cmd":"abre_cupom","em":"2026-03-02 09:00:00","fim":"2026-03-02 09:00:02"})",
+         R"({"cmd":"vende_item","codigo":"1","descricao":"ARROZ","quantidade":"1","valor_unitario":"10.00","tributacao":"T","indice":1})",
+         R"({"cmd":"efetua_pagamento","meio":1,"valor":"10.00"})",
+         R"({"cmd":"fecha_cupom","em":"2026-03-02 09:01:00","fim":"2026-03-02 09:01:07"})",
+         R"({"cmd":"abre_cupom","em":"2026-03-02 09:02:00"})",
+         R"({"cmd":"cancela_cupom_em_emissao","fim":"2026-03-02 09:02:30"})",
+         R"({"cmd":"reducao_z","em":"2026-03-02 10:00:00","fim":"2026-03-02 10:00:40"})"}) {
+        ASSERT_EQ(Run(caixa, line).fate, Fate::KEPT) << line;
+    }
+    EXPECT_EQ(caixa.GetRegistro().GetMemoria().cupom.fechamento.s % 3600, 150U);
+    EXPECT_THAT(Rows(caixa, "SELECT tempo_operacional, tempo_emitindo_doc FROM reducao_z"),
+                ElementsAre("97|3600"));
+}
+
 TEST_F(CaixaTest, ARefusedCommandSaysWhyAndChangesNothing)
 {
     Caixa caixa(":memory:");

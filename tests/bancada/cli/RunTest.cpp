@@ -103,6 +103,8 @@ TEST_F(RunTest, ConfiguraTakesNoTime)
     const ProgramResult result = RunTape(R"({"cmd":"configura","em":"2026-03-02 07:50:00"})");
     EXPECT_EQ(result.exitCode, 2);
     EXPECT_EQ(result.err, "tape:1:20: configura takes no time, and no field \"em\"\n");
+    EXPECT_EQ(RunTape(R"({"cmd":"configura","fim":"2026-03-02 07:50:00"})").err,
+              "tape:1:20: configura takes no time, and no field \"fim\"\n");
 }
 
 TEST_F(RunTest, StandardInputIsATape)

@@ -80,6 +80,20 @@ TEST_F(ComandoExecutor, LoggerRunsInsideATransactionWithItsEndStillUnset)
     EXPECT_EQ(spy.m_eStatusCmd, CMD_END_EXEC_OK);
 }
 
+TEST_F(ComandoExecutor, ACommandKeepsTheEndThatItWasGiven)
+{
+    Spy spy;
+    EXPECT_TRUE(executor.Execute(spy, RtcAbsoluteTime(EIGHT), RtcAbsoluteTime(EIGHT + 9)).executed);
+    EXPECT_EQ(spy.endInLogger.s, EIGHT + 9);
+    EXPECT_EQ(spy.m_dtExecStart.s, EIGHT);
+    EXPECT_EQ(spy.m_dtExecEnd.s, EIGHT + 9);
+    Spy atOnce;
+    EXPECT_TRUE(
+        executor.Execute(atOnce, RtcAbsoluteTime(EIGHT + 9), RtcAbsoluteTime(EIGHT + 9)).executed);
+    EXPECT_EQ(atOnce.endInLogger.s, EIGHT + 9);
+    EXPECT_EQ(atOnce.m_dtExecEnd.s, EIGHT + 9);
+}
+
 TEST_F(ComandoExecutor, RefusalEndsThePipelineBeforeAnyEffect)
 {
     for (const char* step : {"InitCheck", "FiscalCheck"}) {

@@ -120,6 +120,7 @@ TEST_F(DocumentoPrint, NonFiscalReceiptWithAPercentageWhoseTypeStaysV)
     EXPECT_THAT(text, HasSubstr("15/03/2024 18:10:00       GNF:000004  COO:000108\n"
                                 "             COMPROVANTE NÃO FISCAL\n"
                                 "               *** CANCELADO ***\n"
+                                "FIM                          15/03/2024 18:11:00\n"
                                 "CNPJ/CPF consumidor: 987.654.321-00\n"
                                 "NOME: Ana Lúcia\n"
                                 "------------------------------------------------\n"
@@ -152,6 +153,21 @@ TEST_F(DocumentoPrint, UnprogrammedNamesAreNumbers)
     ShowCoo(108);
     EXPECT_THAT(text, HasSubstr("001 TOTALIZADOR 03                         20,00\n"));
     EXPECT_THAT(text, HasSubstr("MEIO DE PAGAMENTO 01                       19,00\n"));
+}
+
+// Its document's row has the end; the row of a Z of the same number, or of another document, not.
+TEST_F(DocumentoPrint, TheEndOfAReductionStandsWithItsDocument)
+{
+    ShowCoo(111);
+    EXPECT_THAT(text, Not(HasSubstr("FIM")));
+    Write("UPDATE outros_documentos SET data_hora_fim_emissao = '2024-03-15 22:10:41'"
+          " WHERE cont_coo = 111;"
+          "INSERT INTO outros_documentos SELECT cont_coo, num_ecf, cont_gnf, cont_grg, cont_cdc,"
+          " cont_crz, '2022-01-01 09:00:00', '2022-01-01 09:00:05', 'RZ' FROM outros_documentos"
+          " WHERE cont_coo = 111");
+    ShowCoo(111);
+    EXPECT_THAT(text, HasSubstr("REDUÇÃO Z\n"
+                                "FIM                          15/03/2024 22:10:41\n"));
 }
 
 TEST_F(DocumentoPrint, OtherDocuments)

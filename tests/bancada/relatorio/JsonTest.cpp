@@ -51,6 +51,7 @@ TEST_F(JsonShow, JsonOfAReductionNamesTheTimesByTheirMeaning)
     EXPECT_EQ(json["reducoes"][0]["segundos_operacional"], 50998);
     EXPECT_EQ(json["reducoes"][0]["segundos_emitindo_documentos"], 1834);
     EXPECT_EQ(json["reducoes"][0]["vb"], "1330.96");
+    EXPECT_EQ(json["reducoes"][0]["fim"], "2024-03-15 22:10:03");
 }
 
 TEST_F(JsonShow, JsonStaysJsonWhateverTheBytes)

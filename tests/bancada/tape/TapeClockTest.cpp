@@ -27,6 +27,37 @@ TEST(TapeClock, ACommandWithoutInstantComesOneSecondLater)
     EXPECT_EQ(clock.Next(unsaid).s, 501U);
 }
 
+TEST(TapeClock, ACommandWithoutInstantComesOneSecondAfterTheEndOfTheOneBefore)
+{
+    TapeCommand unsaid;
+    TapeCommand ends = At(1000);
+    ends.fim = RtcAbsoluteTime(1010);
+    TapeClock clock;
+    EXPECT_EQ(clock.Next(ends).s, 1000U);
+    EXPECT_EQ(clock.Last().s, 1010U);
+    EXPECT_EQ(clock.Next(unsaid).s, 1011U);
+    ends = unsaid;
+    ends.fim = RtcAbsoluteTime(1012); // the second at which it starts
+    EXPECT_EQ(clock.Next(ends).s, 1012U);
+    EXPECT_EQ(clock.Next(unsaid).s, 1013U);
+}
+
+TEST(TapeClock, NoCommandEndsBeforeItStarts)
+{
+    TapeCommand command = At(1000);
+    command.fim = RtcAbsoluteTime(999);
+    command.fimPlace = {"t", 4, 30};
+    TapeClock clock;
+    EXPECT_EQ(clock.Next(At(900)).s, 900U);
+    try {
+        static_cast<void>(clock.Next(command));
+        FAIL();
+    } catch (const TapeError& error) {
+        EXPECT_STREQ(error.what(), "t:4:30: field \"fim\": the command ends before it starts");
+    }
+    EXPECT_EQ(clock.Last().s, 900U);
+}
+
 TEST(TapeClock, TheFirstCommandSaysWhen)
 {
     TapeCommand unsaid;

@@ -93,17 +93,24 @@ TEST_F(TapeReaderTest, CommonFieldsAreTexts)
     EXPECT_EQ(ReadAll("{\"cmd\":\"a\",\"em\":\"2026-02-29 10:00:00\"}"),
               Read{":1:17: field \"em\": an instant \"YYYY-MM-DD hh:mm:ss\" is due, after "
                    "1970-01-01 00:00:00 and up to 2106-02-07 06:28:15"});
+    // The marker of an instant never set.
+    EXPECT_EQ(ReadAll("{\"cmd\":\"a\",\"fim\":\"1970-01-01 00:00:00\"}"),
+              Read{":1:18: field \"fim\": an instant \"YYYY-MM-DD hh:mm:ss\" is due, after "
+                   "1970-01-01 00:00:00 and up to 2106-02-07 06:28:15"});
 }
 
 TEST_F(TapeReaderTest, CommonFieldsAreTakenOutOfTheOthers)
 {
     TapeReader reader(
-        folder.Write("t", R"({"b":1,"em":"2026-03-02 08:00:00","obs":"n","cmd":"x","c":true})"));
+        folder.Write("t", R"({"b":1,"em":"2026-03-02 08:00:00","obs":"n","cmd":"x","c":true,)"
+                          R"("fim":"2026-03-02 08:00:09"})"));
     TapeCommand command;
     ASSERT_TRUE(reader.Next(command));
     EXPECT_EQ(command.name, "x");
     ASSERT_TRUE(command.em.has_value());
     EXPECT_EQ(command.em->s, 1772438400U);
+    ASSERT_TRUE(command.fim.has_value());
+    EXPECT_EQ(command.fim->s, 1772438409U);
     ASSERT_EQ(command.fields.size(), 2U);
     EXPECT_EQ(command.fields[0].name, "b");
     EXPECT_EQ(command.fields[1].name, "c");
