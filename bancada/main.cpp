@@ -61,6 +61,7 @@ int main(int argc, char** argv)
     AddRun(app, exitCode);
     AddShow(app, exitCode);
     AddCheck(app, exitCode);
+    AddCompare(app, exitCode);
     AddGenerate(app, exitCode);
     AddHelpTape(app, exitCode);
     AddCommands(app, exitCode);

@@ -46,6 +46,7 @@ BENCH = {
     "leitura": [],
     "relatorio": ["log", "leitura"],
     "conferencia": ["log", "leitura"],
+    "arquivo": ["leitura"],
     "gerador": ["registro"],
 }
 BENCH["cli"] = list(BENCH)
