@@ -18,62 +18,47 @@ struct CivilDate {
     UINT32 day;   // 1 to 31
 };
 
-// Counts in eras of 400 years that begin on 1 March, so that the leap day is a year's last; the
-// first era counted from is that of 0000-03-01, 719468 days before 1970-01-01.
+// Counts in years that begin on 1 March, so that the leap day is a year's last: from 1968-03-01 on,
+// 671 days before 1970-01-01, every fourth has one. The only year of an instant's range that breaks
+// the rule is 2100, whose leap day is passed over.
 CivilDate ToCivilDate(UINT32 daysSince1970)
 {
-    const UINT32 days = daysSince1970 + 719468;
-    const UINT32 era = days / 146097;
-    const UINT32 dayOfEra = days % 146097;
-    const UINT32 yearOfEra =
-        (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
-    const UINT32 dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
+    constexpr UINT32 LEAP_DAY_OF_2100 = 48212;
+    UINT32 days = daysSince1970 + 671;
+    if (days >= LEAP_DAY_OF_2100) {
+        ++days;
+    }
+    const UINT32 year = (4 * days + 3) / 1461;
+    const UINT32 dayOfYear = days - 1461 * year / 4;
     const UINT32 monthFromMarch = (5 * dayOfYear + 2) / 153;
     const UINT32 day = dayOfYear - (153 * monthFromMarch + 2) / 5 + 1;
-    const UINT32 month = monthFromMarch < 10 ? monthFromMarch + 3 : monthFromMarch - 9;
-    return {yearOfEra + era * 400 + (month <= 2 ? 1u : 0u), month, day};
+    if (monthFromMarch < 10) {
+        return {1968 + year, monthFromMarch + 3, day};
+    }
+    return {1969 + year, monthFromMarch - 9, day};
 }
 
-// What a run of letters in a pattern stands for: so many digits of the ISO text.
+// The letters that stand for digits in a pattern, and where those stand in the ISO text.
 struct Field {
-    char letter;
-    unsigned char at;
-    unsigned char digits;
+    char letters[5];
+    char at;
 };
 
-constexpr Field DATE_FIELDS[] = {{'y', 0, 4}, {'m', 5, 2}, {'d', 8, 2}};
-constexpr Field TIME_FIELDS[] = {{'h', 11, 2}, {'m', 14, 2}, {'s', 17, 2}};
-
-// Whether `pattern` has the whole run of letters of `field` here.
-bool HasRun(const char* pattern, const Field& field)
-{
-    for (int i = 0; i < field.digits; ++i) {
-        if (pattern[i] != field.letter) {
-            return false;
-        }
-    }
-    return true;
-}
+constexpr Field DATE_FIELDS[] = {{"yyyy", 0}, {"mm", 5}, {"dd", 8}};
+constexpr Field TIME_FIELDS[] = {{"hh", 11}, {"mm", 14}, {"ss", 17}};
 
 // Writes `pattern` with its three fields filled in from the ISO text, terminates the text and
 // answers its end.
 char* WritePattern(const char* pattern, const Field (&fields)[3], const char* iso, char* out)
 {
-    while (*pattern != '\0') {
-        const char* from = pattern;
-        std::size_t length = 1;
-        for (const Field& field : fields) {
-            if (HasRun(pattern, field)) {
-                from = iso + field.at;
-                length = field.digits;
-            }
+    const std::size_t length = std::strlen(pattern);
+    std::memcpy(out, pattern, length + 1);
+    for (const Field& field : fields) {
+        while (char* const found = std::strstr(out, field.letters)) {
+            std::memcpy(found, iso + field.at, std::strlen(field.letters));
         }
-        std::memcpy(out, from, length);
-        out += length;
-        pattern += length;
     }
-    *out = '\0';
-    return out;
+    return out + length;
 }
 
 } // namespace

@@ -25,21 +25,21 @@ BOOL CmdAbreCupom::DBLogger(sqlite3* db)
     // alone loses its apostrophes.
     CharRemove(insert.CopyToAux(m_sEnderecoConsumidor, ","), '\'');
     insert.Text("'%s',", insert.aux); // endereco_consumidor
-    insert.Piece("' ',");             // assinatura_documento
-    insert.Piece("0,");               // valor_subtotal
-    insert.Piece("0,");               // valor_total
-    insert.Piece("'V',");             // tipo_desconto
-    insert.Piece("0,");               // valor_desconto
-    insert.Piece("'V',");             // tipo_acrescimo
-    insert.Piece("0,");               // valor_acrescimo
-    insert.Piece("0,");               // valor_canc_acrescimo
-    insert.Piece("0,");               // valor_troco
-    insert.Piece("' ',");             // texto_suplementar
-    insert.Piece("'N',");             // id_cancelado
-    insert.Piece("'N',");             // id_cupom_adicional
-    insert.Piece("0,");               // perc_acrescimo
-    insert.Piece("0,");               // perc_desconto
-    insert.Piece("' ',");             // texto_complementar
-    insert.Piece("' ')");             // chave_cupom
+    insert.Piece("' ',"               // assinatura_documento
+                 "0,"                 // valor_subtotal
+                 "0,"                 // valor_total
+                 "'V',"               // tipo_desconto
+                 "0,"                 // valor_desconto
+                 "'V',"               // tipo_acrescimo
+                 "0,"                 // valor_acrescimo
+                 "0,"                 // valor_canc_acrescimo
+                 "0,"                 // valor_troco
+                 "' ',"               // texto_suplementar
+                 "'N',"               // id_cancelado
+                 "'N',"               // id_cupom_adicional
+                 "0,"                 // perc_acrescimo
+                 "0,"                 // perc_desconto
+                 "' ',"               // texto_complementar
+                 "' ')");             // chave_cupom
     return insert.Execute(*this, db);
 }

@@ -9,12 +9,10 @@ BOOL CmdCancelaCupomFiscalNfEmEmissao::DBLogger(sqlite3* db)
 {
     Statement<SQL_SIZE> update;
 
-    const ReceiptTable table = ChooseReceiptTable(*this);
+    const ReceiptTable table = BeginReceiptUpdate(update, *this);
     if (table == ReceiptTable::NONE) {
         return FALSE;
     }
-
-    BeginReceiptUpdate(update, table);
     update.Piece("id_cancelado = 'S' ");
     update.Integer("WHERE cont_coo = '%d'", FDController->Contador_Get(COUNTER_COO));
     return update.Execute(*this, db);
@@ -26,12 +24,10 @@ BOOL CmdCancelaCupom::DBLogger(sqlite3* db)
 {
     Statement<SQL_SIZE> update;
 
-    const ReceiptTable table = ChooseReceiptTable(*this);
+    const ReceiptTable table = BeginReceiptUpdate(update, *this);
     if (table == ReceiptTable::NONE) {
         return FALSE;
     }
-
-    BeginReceiptUpdate(update, table);
     update.Piece("id_cancelado = 'S' ");
     update.Integer("where cont_coo = '%d'", m_iCOOCancelado);
     const BOOL executed = update.Execute(*this, db);

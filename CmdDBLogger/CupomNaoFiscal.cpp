@@ -1,4 +1,6 @@
 // The life of a non-fiscal receipt.
+#include "CmdDBLogger/CupomNfRow.h"
+#include "CmdDBLogger/ReceiptTable.h"
 #include "CmdDBLogger/StatementComposer.h"
 #include "FiscalCommands.h"
 #include "FiscalData/FiscalDataController.h"
@@ -7,27 +9,19 @@ BOOL CmdAbreCNF::DBLogger(sqlite3* db)
 {
     Statement<SQL_SIZE> insert;
 
-    insert.Begin("INSERT INTO cupom_nf (cont_coo, cont_crz, cont_gnf, num_ecf, data_hora_emissao, "
-                 "valor_subtotal, valor_total_cupom, tipo_acrescimo, valor_acrescimo, "
-                 "tipo_desconto, valor_desconto, valor_canc_acrescimo, id_cancelado, "
-                 "nome_consumidor, cpf_cnpj_consumidor, perc_acrescimo, perc_desconto) VALUES (");
-    insert.Integer("%d,", FDController->Contador_Get(COUNTER_COO));     // cont_coo
-    insert.Integer("%d,", FDController->Contador_Get(COUNTER_CRZ) + 1); // cont_crz
-    insert.Integer("%d,", FDController->Contador_Get(COUNTER_GNF));     // cont_gnf
-    insert.Integer("%d,", 1);                                           // num_ecf
-    insert.DateTimeText("'%s',", m_dtExecStart);                        // data_hora_emissao
-    insert.Piece("0,");                                                 // valor_subtotal
-    insert.Piece("0,");                                                 // valor_total_cupom
-    insert.Piece("'V',");                                               // tipo_acrescimo
-    insert.Piece("0,");                                                 // valor_acrescimo
-    insert.Piece("'V',");                                               // tipo_desconto
-    insert.Piece("0,");                                                 // valor_desconto
-    insert.Piece("0,");                                                 // valor_canc_acrescimo
-    insert.Piece("'N',");                                               // id_cancelado
-    insert.Text("'%s',", m_sNomeConsumidor);                            // nome_consumidor
-    insert.Text("'%s',", m_sCPF_CNPJ);                                  // cpf_cnpj_consumidor
-    insert.Piece("0,");                                                 // perc_acrescimo
-    insert.Piece("0)");                                                 // perc_desconto
+    BeginCupomNf(insert, *this);
+    insert.Piece("0,"                        // valor_subtotal
+                 "0,"                        // valor_total_cupom
+                 "'V',"                      // tipo_acrescimo
+                 "0,"                        // valor_acrescimo
+                 "'V',"                      // tipo_desconto
+                 "0,"                        // valor_desconto
+                 "0,"                        // valor_canc_acrescimo
+                 "'N',");                    // id_cancelado
+    insert.Text("'%s',", m_sNomeConsumidor); // nome_consumidor
+    insert.Text("'%s',", m_sCPF_CNPJ);       // cpf_cnpj_consumidor
+    insert.Piece("0,"                        // perc_acrescimo
+                 "0)");                      // perc_desconto
     if (insert.Execute(*this, db) == FALSE) {
         return FALSE;
     }
@@ -49,12 +43,12 @@ BOOL CmdVendeItemNF::DBLogger(sqlite3* db)
     FDController->Cupom_GetItemValorUnitarioStr(item, insert.aux, AUX_SIZE);
     insert.DecimalText("%s,", insert.aux); // valor_total
     insert.DecimalText("%s,", insert.aux); // valor_total_liquido
-    insert.Piece("'V',");                  // tipo_acrescimo
-    insert.Piece("0,");                    // valor_acrescimo
-    insert.Piece("'V',");                  // tipo_desconto
-    insert.Piece("0,");                    // valor_desconto
-    insert.Piece("0,");                    // valor_canc_acrescimo
-    insert.Piece("'N')");                  // id_cancelado
+    insert.Piece("'V',"                    // tipo_acrescimo
+                 "0,"                      // valor_acrescimo
+                 "'V',"                    // tipo_desconto
+                 "0,"                      // valor_desconto
+                 "0,"                      // valor_canc_acrescimo
+                 "'N')");                  // id_cancelado
     return insert.Execute(*this, db);
 }
 
@@ -65,8 +59,7 @@ BOOL CmdFechaCupomNF::DBLogger(sqlite3* db)
     update.Begin("UPDATE cupom_nf SET ");
     update.MoneyText("valor_total_cupom = %s, ", FDController->Cupom_GetTotal());
     update.MoneyText("valor_subtotal = %s ", FDController->Cupom_GetSubTotal());
-    update.Integer("WHERE cont_coo = %d", FDController->Contador_Get(COUNTER_COO));
-    if (update.Execute(*this, db) != TRUE) {
+    if (ExecuteForReceipt(update, *this, db) != TRUE) {
         return FALSE;
     }
     return OutrosDocumentosDataFinalUpdate(db);

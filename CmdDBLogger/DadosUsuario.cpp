@@ -21,6 +21,43 @@ bool CountUsuarios(StatementComposer& sql, sqlite3* db, int& rows)
     return true;
 }
 
+using UsuarioSql = Statement<SQL_SIZE>;
+
+void InsertNames(UsuarioSql& sql, FiscalDataController& FDController)
+{
+    sql.Piece("1,"); // seq_usuario
+    const char* text = FDController.DadosContribuinte_GetEndereco(sql.aux, AUX_SIZE);
+    sql.TextAt("'%s',", text); // endereco
+    text = FDController.DadosContribuinte_GetNomeFantasia(sql.aux, AUX_SIZE);
+    sql.TextAt("'%s',", text); // nome_fantasia
+    text = FDController.DadosContribuinte_GetRazaoSocial(sql.aux, AUX_SIZE);
+    sql.TextAt("'%s',", text); // razao_social
+}
+
+void InsertProgramming(UsuarioSql& sql, const Command& command)
+{
+    sql.DateTimeText("'%s',", command.m_dtExecStart); // data_hora_gravacao
+    // A new row counts a restart before there was any.
+    const int cro = command.FDController->Contador_Get(COUNTER_CRO);
+    sql.Integer("%d,", cro == 0 ? 1 : cro);                              // cont_cro
+    sql.MoneyText("%s)", command.FDController->Totalizador_GetGTIni(0)); // valor_gt
+}
+
+void UpdateNames(UsuarioSql& sql, FiscalDataController& FDController)
+{
+    sql.TextAt("endereco = '%s',", FDController.DadosContribuinte_GetEndereco(sql.aux, AUX_SIZE));
+    sql.TextAt("nome_fantasia = '%s',",
+               FDController.DadosContribuinte_GetNomeFantasia(sql.aux, AUX_SIZE));
+    sql.TextAt("razao_social = '%s', ",
+               FDController.DadosContribuinte_GetRazaoSocial(sql.aux, AUX_SIZE));
+}
+
+void EndUpdate(UsuarioSql& sql, FiscalDataController& FDController)
+{
+    sql.MoneyText("valor_gt = %s ", FDController.Totalizador_GetGTIni(0));
+    sql.Piece("WHERE seq_usuario = 1");
+}
+
 } // namespace
 
 BOOL CmdProgramaUsuario::DBLogger(sqlite3* db)
@@ -35,29 +72,13 @@ BOOL CmdProgramaUsuario::DBLogger(sqlite3* db)
     if (rows == 0) {
         sql.Begin("INSERT INTO dados_usuario (seq_usuario, endereco, nome_fantasia, razao_social, "
                   "data_hora_gravacao, cont_cro, valor_gt) VALUES(");
-        sql.Integer("%d,", 1); // seq_usuario
-        const char* text = FDController->DadosContribuinte_GetEndereco(sql.aux, AUX_SIZE);
-        sql.TextAt("'%s',", text); // endereco
-        text = FDController->DadosContribuinte_GetNomeFantasia(sql.aux, AUX_SIZE);
-        sql.TextAt("'%s',", text); // nome_fantasia
-        text = FDController->DadosContribuinte_GetRazaoSocial(sql.aux, AUX_SIZE);
-        sql.TextAt("'%s',", text);                // razao_social
-        sql.DateTimeText("'%s',", m_dtExecStart); // data_hora_gravacao
-        // A new row counts a restart before there was any.
-        const int cro = FDController->Contador_Get(COUNTER_CRO);
-        sql.Integer("%d,", cro == 0 ? 1 : cro);                      // cont_cro
-        sql.MoneyText("%s)", FDController->Totalizador_GetGTIni(0)); // valor_gt
+        InsertNames(sql, *FDController); // seq_usuario to razao_social
+        InsertProgramming(sql, *this);   // data_hora_gravacao to valor_gt
     } else {
         sql.Begin("UPDATE dados_usuario SET ");
-        sql.TextAt("endereco = '%s',",
-                   FDController->DadosContribuinte_GetEndereco(sql.aux, AUX_SIZE));
-        sql.TextAt("nome_fantasia = '%s',",
-                   FDController->DadosContribuinte_GetNomeFantasia(sql.aux, AUX_SIZE));
-        sql.TextAt("razao_social = '%s', ",
-                   FDController->DadosContribuinte_GetRazaoSocial(sql.aux, AUX_SIZE));
+        UpdateNames(sql, *FDController);
         sql.Integer("cont_cro = %d, ", FDController->Contador_Get(COUNTER_CRO));
-        sql.MoneyText("valor_gt = %s ", FDController->Totalizador_GetGTIni(0));
-        sql.Piece("WHERE seq_usuario = 1");
+        EndUpdate(sql, *FDController);
     }
     return sql.Execute(*this, db);
 }
@@ -74,22 +95,12 @@ BOOL CmdProgramaCNPJ_IE_IM::DBLogger(sqlite3* db)
     if (rows == 0) {
         sql.Begin("INSERT INTO dados_usuario (seq_usuario, endereco, nome_fantasia, razao_social, "
                   "cnpj, ie, im, uf, data_hora_gravacao, cont_cro, valor_gt) VALUES(");
-        sql.Integer("%d,", 1); // seq_usuario
-        const char* text = FDController->DadosContribuinte_GetEndereco(sql.aux, AUX_SIZE);
-        sql.TextAt("'%s',", text); // endereco
-        text = FDController->DadosContribuinte_GetNomeFantasia(sql.aux, AUX_SIZE);
-        sql.TextAt("'%s',", text); // nome_fantasia
-        text = FDController->DadosContribuinte_GetRazaoSocial(sql.aux, AUX_SIZE);
-        sql.TextAt("'%s',", text);                // razao_social
-        sql.Text("'%s',", m_sCNPJ);               // cnpj
-        sql.Text("'%s',", m_sIE);                 // ie
-        sql.Text("'%s',", m_sIM);                 // im
-        sql.Text("'%s',", m_sUF);                 // uf
-        sql.DateTimeText("'%s',", m_dtExecStart); // data_hora_gravacao
-        // A new row counts a restart before there was any.
-        const int cro = FDController->Contador_Get(COUNTER_CRO);
-        sql.Integer("%d,", cro == 0 ? 1 : cro);                      // cont_cro
-        sql.MoneyText("%s)", FDController->Totalizador_GetGTIni(0)); // valor_gt
+        InsertNames(sql, *FDController); // seq_usuario to razao_social
+        sql.Text("'%s',", m_sCNPJ);      // cnpj
+        sql.Text("'%s',", m_sIE);        // ie
+        sql.Text("'%s',", m_sIM);        // im
+        sql.Text("'%s',", m_sUF);        // uf
+        InsertProgramming(sql, *this);   // data_hora_gravacao to valor_gt
     } else {
         // Required text: UF before IM, and the blanks around the commas as they stand.
         sql.Begin("UPDATE dados_usuario SET ");
@@ -98,14 +109,8 @@ BOOL CmdProgramaCNPJ_IE_IM::DBLogger(sqlite3* db)
         sql.Text("uf = '%s', ", m_sUF);
         sql.Text("im = '%s',", m_sIM);
         sql.Integer("cont_cro = %d ,", FDController->Contador_Get(COUNTER_CRO));
-        sql.TextAt("endereco = '%s',",
-                   FDController->DadosContribuinte_GetEndereco(sql.aux, AUX_SIZE));
-        sql.TextAt("nome_fantasia = '%s',",
-                   FDController->DadosContribuinte_GetNomeFantasia(sql.aux, AUX_SIZE));
-        sql.TextAt("razao_social = '%s', ",
-                   FDController->DadosContribuinte_GetRazaoSocial(sql.aux, AUX_SIZE));
-        sql.MoneyText("valor_gt = %s ", FDController->Totalizador_GetGTIni(0));
-        sql.Piece("WHERE seq_usuario = 1");
+        UpdateNames(sql, *FDController);
+        EndUpdate(sql, *FDController);
     }
     return sql.Execute(*this, db);
 }

@@ -20,11 +20,12 @@ BOOL RewriteTotal(StatementComposer& update, Command& command, int numeroItem, s
 {
     const Financial total = command.FDController->Cupom_GetItemValorTotal(numeroItem - 1);
 
-    update.Begin();
     if (command.FDController->Cupom_GetTipoCupom() == CUPOM_FISCAL) {
-        update.MoneyText("UPDATE item_cupom_fiscal SET valor_total = %s ", total);
+        BeginItemUpdate(update, ReceiptTable::FISCAL);
+        update.MoneyText("valor_total = %s ", total);
     } else {
-        update.MoneyText("UPDATE item_cupom_nf SET valor_total_liquido = %s ", total);
+        BeginItemUpdate(update, ReceiptTable::NAO_FISCAL);
+        update.MoneyText("valor_total_liquido = %s ", total);
     }
     return ExecuteForItem(update, command, numeroItem, db);
 }
@@ -37,20 +38,20 @@ BOOL CmdEfetuaDescAcresItem::DBLogger(sqlite3* db)
 
     const int numeroItem =
         m_iNumeroItem == 0 ? FDController->Cupom_GetQuantidadeDeItens() : m_iNumeroItem;
-    const ReceiptTable table = ChooseReceiptTable(*this);
+    const ReceiptTable table = BeginItemUpdate(update, *this);
     if (table == ReceiptTable::NONE) {
         return FALSE;
     }
 
-    BeginItemUpdate(update, table);
     if (m_eOperacao == ACRESCIMO) {
         if (m_eTipoValor != VALOR) {
             update.Piece("tipo_acrescimo = 'P', ");
             update.PercentText("perc_acrescimo = %.2f, ", m_Valor);
-        } else if (table == ReceiptTable::FISCAL) {
-            update.Piece("tipo_acrescimo = 'V', "); // required: the percentage stays
         } else {
-            update.Piece("tipo_acrescimo = 'V', perc_acrescimo = 0, ");
+            update.Piece("tipo_acrescimo = 'V', ");
+            if (table != ReceiptTable::FISCAL) { // required: there the percentage stays
+                update.Piece("perc_acrescimo = 0, ");
+            }
         }
         update.MoneyText("valor_acrescimo = %s ",
                          FDController->Cupom_GetItemValorAcr(numeroItem - 1));
@@ -75,15 +76,14 @@ BOOL CmdCancelaDescAcresItem::DBLogger(sqlite3* db)
     Statement<SQL_SIZE> update;
 
     const int numeroItem = m_iNumeroItem; // 0 has no meaning of its own here
-    const ReceiptTable table = ChooseReceiptTable(*this);
+    const ReceiptTable table = BeginItemUpdate(update, *this);
     if (table == ReceiptTable::NONE) {
         return FALSE;
     }
 
-    BeginItemUpdate(update, table);
     if (m_eOperacao == ACRESCIMO) {
-        update.Piece("valor_canc_acrescimo = valor_acrescimo, ");
-        update.Piece("valor_acrescimo = 0 ");
+        update.Piece("valor_canc_acrescimo = valor_acrescimo, "
+                     "valor_acrescimo = 0 ");
     } else if (m_eOperacao == DESCONTO) {
         update.MoneyText("valor_desconto = %s ",
                          FDController->Cupom_GetItemValorDesc(numeroItem - 1));

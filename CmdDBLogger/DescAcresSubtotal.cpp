@@ -10,49 +10,48 @@ BOOL CmdEfetuaDescAcresSubtotal::DBLogger(sqlite3* db)
 {
     Statement<SQL_SIZE> update;
 
-    const ReceiptTable table = ChooseReceiptTable(*this);
+    const ReceiptTable table = BeginReceiptUpdate(update, *this);
     if (table == ReceiptTable::NONE) {
         return FALSE;
     }
     const bool fiscal = table == ReceiptTable::FISCAL;
 
-    BeginReceiptUpdate(update, table);
     if (m_eOperacao == ACRESCIMO) {
         if (m_eTipoValor != VALOR) {
             if (fiscal) {
                 update.Piece("tipo_acrescimo = 'P', ");
             }
             update.PercentText("perc_acrescimo = %.2f, ", m_Valor);
-        } else if (fiscal) {
-            update.Piece("tipo_acrescimo = 'V', perc_acrescimo = 0, ");
         } else {
             update.Piece("tipo_acrescimo = 'V', ");
+            if (fiscal) {
+                update.Piece("perc_acrescimo = 0, ");
+            }
         }
         update.MoneyText("valor_acrescimo = %s ", FDController->Cupom_GetSTValorDescAcr());
     } else if (m_eOperacao == DESCONTO) {
         if (m_eTipoValor != VALOR) {
             update.PercentText("perc_desconto = %.2f, ", m_Valor);
-        } else if (fiscal) {
-            update.Piece("tipo_desconto = 'V', perc_desconto = 0, ");
         } else {
             update.Piece("tipo_desconto = 'V', ");
+            if (fiscal) {
+                update.Piece("perc_desconto = 0, ");
+            }
         }
         update.MoneyText("valor_desconto = %s ", FDController->Cupom_GetSTValorDescAcr());
     }
-    update.Integer("WHERE cont_coo = %d", FDController->Contador_Get(COUNTER_COO));
-    return update.Execute(*this, db);
+    return ExecuteForReceipt(update, *this, db);
 }
 
 BOOL CmdCancelaDescAcresSubtotal::DBLogger(sqlite3* db)
 {
     Statement<SQL_SIZE> update;
 
-    const ReceiptTable table = ChooseReceiptTable(*this);
+    const ReceiptTable table = BeginReceiptUpdate(update, *this);
     if (table == ReceiptTable::NONE) {
         return FALSE;
     }
 
-    BeginReceiptUpdate(update, table);
     // Required to be asked whatever the operation.
     const Financial aplicado = FDController->Cupom_GetSTValorDescAcr();
     const Financial cancelado = FDController->Cupom_GetSTValorCanceladoDescAcr();
@@ -63,6 +62,5 @@ BOOL CmdCancelaDescAcresSubtotal::DBLogger(sqlite3* db)
     } else if (m_eOperacao == DESCONTO) {
         update.MoneyText("valor_desconto = %s ", valor);
     }
-    update.Integer("WHERE cont_coo = %d", FDController->Contador_Get(COUNTER_COO));
-    return update.Execute(*this, db);
+    return ExecuteForReceipt(update, *this, db);
 }

@@ -1,4 +1,5 @@
 // The closing of a fiscal receipt.
+#include "CmdDBLogger/ReceiptTable.h"
 #include "CmdDBLogger/StatementComposer.h"
 #include "FiscalCommands.h"
 #include "FiscalData/FiscalDataController.h"
@@ -30,9 +31,11 @@ bool FindConsumer(const char* message, char (&cpfFormated)[CNPJ_DIGITS + 1])
         ++text;
     }
     int k = 0;
-    for (; *text != ' ' && *text != '\0' && k < CNPJ_DIGITS; ++text) {
+    for (; k < CNPJ_DIGITS; ++text) {
         if (*text >= '0' && *text <= '9') {
             cpfFormated[k++] = *text;
+        } else if (*text == ' ' || *text == '\0') {
+            break;
         }
     }
     cpfFormated[k] = '\0';
@@ -71,8 +74,7 @@ bool FindConsumer(const char* message, char (&cpfFormated)[CNPJ_DIGITS + 1])
     if (fecha.m_bCupomAdicional == TRUE) {
         update.Piece("id_cupom_adicional = 'S' ");
     }
-    update.Integer("WHERE cont_coo = %d", fecha.FDController->Contador_Get(COUNTER_COO));
-    return update.Execute(fecha, db);
+    return ExecuteForReceipt(update, fecha, db);
 }
 
 } // namespace

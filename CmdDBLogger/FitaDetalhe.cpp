@@ -19,7 +19,7 @@ BOOL CmdReimprimeMFD::DBLogger(sqlite3* db)
     sql.Begin("INSERT INTO fita_detalhe (cont_cfd, num_ecf, data_hora_emissao, coo_inicial, "
               "coo_final) VALUES (");
     sql.Integer("%d,", FDController->Contador_Get(COUNTER_CFD) + 1); // cont_cfd
-    sql.Integer("%d,", 1);                                           // num_ecf
+    sql.Piece("1,");                                                 // num_ecf
     sql.DateTimeText("'%s',", m_dtExecStart);                        // data_hora_emissao
     sql.Integer("%d,", m_iCooInicial);                               // coo_inicial
     sql.Integer("%d)", m_iCooFinal);                                 // coo_final

@@ -41,7 +41,7 @@ BOOL CmdProgramaNrSerie::DBLogger(sqlite3* db)
         return TRUE;
     }
     sql.Begin("INSERT INTO versao_sb(num_ecf, versao) VALUES(");
-    sql.Integer("%d,", 1);                                                      // num_ecf
+    sql.Piece("1,");                                                            // num_ecf
     sql.TextAt("'%s')", FDController->DadosECF_GetVersaoSB(sql.aux, AUX_SIZE)); // versao
     return sql.Execute(*this, db) == FALSE ? FALSE : TRUE;
 }

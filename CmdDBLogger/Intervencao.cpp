@@ -16,12 +16,12 @@ int CountIntervencoes(StatementComposer& sql, Command& command, sqlite3* db)
     return CountRows(db, sql);
 }
 
-BOOL InsertIntervencao(StatementComposer& sql, Command& command, const char* tipo, sqlite3* db)
+BOOL InsertIntervencao(StatementComposer& sql, Command& command, const char (&tipo)[5], sqlite3* db)
 {
     sql.Begin("INSERT INTO intervencao (cont_cro, num_ecf, data_hora_intervencao, "
               "id_tipo_intervencao, id_perda_dados_mt) VALUES (");
     sql.Integer("%d,", command.FDController->Contador_Get(COUNTER_CRO)); // cont_cro
-    sql.Integer("%d,", 1);                                               // num_ecf
+    sql.Piece("1,");                                                     // num_ecf
     sql.DateTimeText("'%s',", command.m_dtExecStart);                    // data_hora_intervencao
     sql.Piece(tipo);                                                     // id_tipo_intervencao
     sql.Piece("'N')");                                                   // id_perda_dados_mt

@@ -16,18 +16,18 @@ BOOL CmdInsereMeiosPagamento::DBLogger(sqlite3* db)
     const int rows = query.Count(0);
     query.Finalize();
 
+    const char vinculado = m_eVinculacaoCCD == COM_CCD ? 'S' : 'N';
     if (rows == 0) {
         sql.Begin("INSERT INTO meio_pagamento (num_indice, num_ecf, descricao, "
                   "id_vinculacao_ccd) VALUES (");
-        sql.Integer("%d,", m_iIndice);                            // num_indice
-        sql.Integer("%d,", 1);                                    // num_ecf
-        sql.Text("'%s',", m_sDescricao);                          // descricao
-        sql.Piece(m_eVinculacaoCCD == COM_CCD ? "'S')" : "'N')"); // id_vinculacao_ccd
+        sql.Integer("%d,", m_iIndice);     // num_indice
+        sql.Piece("1,");                   // num_ecf
+        sql.Text("'%s',", m_sDescricao);   // descricao
+        sql.Character("'%c')", vinculado); // id_vinculacao_ccd
     } else {
         sql.Begin("UPDATE meio_pagamento SET ");
         sql.Text("descricao = '%s',", m_sDescricao);
-        sql.Piece(m_eVinculacaoCCD == COM_CCD ? "id_vinculacao_ccd = 'S' "
-                                              : "id_vinculacao_ccd = 'N' ");
+        sql.Character("id_vinculacao_ccd = '%c' ", vinculado);
         sql.Integer("WHERE num_indice = %d", m_iIndice);
     }
     return sql.Execute(*this, db);

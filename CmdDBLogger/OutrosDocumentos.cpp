@@ -24,7 +24,7 @@ BOOL Command::OutrosDocumentosDBLogger(sqlite3* db, const char* tipoDoc)
                  "cont_crz, data_hora_inicio_emissao, data_hora_fim_emissao, "
                  "id_tipo_documento) VALUES (");
     insert.Integer("%d,", FDController->Contador_Get(COUNTER_COO)); // cont_coo
-    insert.Integer("%d,", 1);                                       // num_ecf
+    insert.Piece("1,");                                             // num_ecf
     insert.Integer("%d,", FDController->Contador_Get(COUNTER_GNF)); // cont_gnf
     insert.Integer("%d,", FDController->Contador_Get(COUNTER_GRG)); // cont_grg
     insert.Integer("%d,", FDController->Contador_Get(COUNTER_CDC)); // cont_cdc

@@ -10,6 +10,10 @@
 [[gnu::error("this literal lacks its conversion, or has another form's")]] void
 PatternDoesNotFitItsForm();
 
+// At most so many bytes stand behind a pattern's first conversion, less than two to this power:
+// both lengths of a pattern then mostly fit the short form of an instruction.
+constexpr int PATTERN_AFTER_BITS = 4;
+
 // The conversions of the forms, and how often each stands in a pattern.
 struct IntegerConversion {
     static constexpr char TEXT[] = "%d";
@@ -51,7 +55,7 @@ class Pattern
     [[gnu::always_inline]] Pattern(const char (&literal)[literalSize])
         : text(literal), before(FirstConversion(literal)), after(literalSize - 1 - before - WIDTH)
     {
-        const bool fits = Fits(literal);
+        const bool fits = Fits(literal) && after >> PATTERN_AFTER_BITS == 0;
         if (__builtin_constant_p(fits) && !fits) {
             PatternDoesNotFitItsForm();
         }

@@ -2,6 +2,7 @@
 //
 // The receipt's copy is large; this stands in a source of its own so that only the closings that
 // need it take its frame.
+#include "CmdDBLogger/ReceiptTable.h"
 #include "CmdDBLogger/StatementComposer.h"
 #include "FiscalCommands.h"
 #include "FiscalData/FiscalDataController.h"
@@ -17,7 +18,7 @@ int CmdFechaCupom::CalculaRateioItens(sqlite3* db)
 
     for (int i = 0; i < rateio.GetQuantidadeDeItens(); ++i) {
         const unsigned int index = static_cast<unsigned int>(i);
-        update.Begin("UPDATE item_cupom_fiscal SET ");
+        BeginItemUpdate(update, ReceiptTable::FISCAL);
         update.MoneyText("tipo_acrescimo = 'V', perc_acrescimo = 0, valor_acrescimo = %s, ",
                          rateio.GetItemValorAcr(index));
         update.MoneyText("tipo_desconto = 'V', perc_desconto = 0, valor_desconto = %s, ",

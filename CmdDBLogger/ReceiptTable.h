@@ -1,9 +1,11 @@
 // Which tables the open receipt's rows lie in.
 #pragma once
 
-#include "CmdDBLogger/StatementComposer.h"
-#include "FiscalData/FiscalDataController.h"
-#include "Interpreter.h"
+#include "libs/FirmwareTypes.h"
+
+class Command;
+class StatementComposer;
+struct sqlite3;
 
 enum class ReceiptTable {
     FISCAL,     // cupom_fiscal, item_cupom_fiscal
@@ -11,28 +13,15 @@ enum class ReceiptTable {
     NONE,       // a receipt of neither type: nothing is to be written
 };
 
-// Asks the receipt's type; a receipt that is not fiscal is asked once more, as required.
-inline ReceiptTable ChooseReceiptTable(Command& command)
-{
-    if (command.FDController->Cupom_GetTipoCupom() == CUPOM_FISCAL) {
-        return ReceiptTable::FISCAL;
-    }
-    if (command.FDController->Cupom_GetTipoCupom() == COMPROVANTE_NAO_FISCAL) {
-        return ReceiptTable::NAO_FISCAL;
-    }
-    return ReceiptTable::NONE;
-}
+// Begin the update of the open receipt's row, or of one of its items', and answer its table. They
+// ask the receipt's type; a receipt that is not fiscal is asked once more, as required. Where the
+// answer is NONE nothing is begun.
+ReceiptTable BeginReceiptUpdate(StatementComposer& update, Command& command);
+ReceiptTable BeginItemUpdate(StatementComposer& update, Command& command);
 
-// Begin the update of the receipt's row, or of an item's. REQUIRES: the table
-// is not NONE.
-inline void BeginReceiptUpdate(StatementComposer& update, ReceiptTable table)
-{
-    update.Begin(table == ReceiptTable::FISCAL ? "UPDATE cupom_fiscal SET "
-                                               : "UPDATE cupom_nf SET ");
-}
+// Begins the update of an item's row in that table. REQUIRES: it is not NONE.
+void BeginItemUpdate(StatementComposer& update, ReceiptTable table);
 
-inline void BeginItemUpdate(StatementComposer& update, ReceiptTable table)
-{
-    update.Begin(table == ReceiptTable::FISCAL ? "UPDATE item_cupom_fiscal SET "
-                                               : "UPDATE item_cupom_nf SET ");
-}
+// Ends the update of the open receipt's row with the condition that finds it, executes it as
+// `command`'s and answers what that does.
+BOOL ExecuteForReceipt(StatementComposer& update, Command& command, sqlite3* db);

@@ -5,34 +5,12 @@ BOOL CmdReducaoZ::DBLogger(sqlite3* db)
 {
     ReducaoZRows rows(*this, db);
 
-    if (rows.Reducao() == FALSE) {
-        return FALSE;
-    }
-    if (rows.AliquotasICMS() == FALSE) {
-        return FALSE;
-    }
-    if (rows.AliquotasISSQN() == FALSE) {
-        return FALSE;
-    }
-    if (rows.EspeciaisICMS() == FALSE) {
-        return FALSE;
-    }
-    if (rows.EspeciaisISSQN() == FALSE) {
-        return FALSE;
-    }
-    if (rows.DescontosAcrescimosCancelamentos() == FALSE) {
-        return FALSE;
-    }
-    if (rows.NaoFiscais() == FALSE) {
-        return FALSE;
-    }
-    if (rows.MeiosDePagamento() == FALSE) {
-        return FALSE;
-    }
-    if (rows.Troco() == FALSE) {
-        return FALSE;
-    }
-    return OutrosDocumentosDBLogger(db, "RZ");
+    const bool executed =
+        rows.Reducao() != FALSE && rows.AliquotasICMS() != FALSE &&
+        rows.AliquotasISSQN() != FALSE && rows.EspeciaisICMS() != FALSE &&
+        rows.EspeciaisISSQN() != FALSE && rows.DescontosAcrescimosCancelamentos() != FALSE &&
+        rows.NaoFiscais() != FALSE && rows.MeiosDePagamento() != FALSE && rows.Troco() != FALSE;
+    return executed ? OutrosDocumentosDBLogger(db, "RZ") : FALSE;
 }
 
 BOOL ReducaoZRows::Reducao()
@@ -43,7 +21,7 @@ BOOL ReducaoZRows::Reducao()
               "valor_base_iss, valor_iss, valor_desc_iss, valor_acres_iss, valor_canc_iss, "
               "tempo_operacional, tempo_emitindo_doc) VALUES (");
     sql.Integer("%d,", FDController->Contador_Get(COUNTER_CRZ)); // cont_crz
-    sql.Integer("%d,", 1);                                       // num_ecf
+    sql.Piece("1,");                                             // num_ecf
     sql.DateTimeText("'%s',", command.m_dtExecStart);            // data_hora_emissao
     // A day that never opened is dated by the reduction itself.
     RtcAbsoluteTime dataMovimento = command.m_dtExecStart;

@@ -32,7 +32,10 @@ struct ReducaoZRows {
     // A sum over a tax base.
     using SomaDaBase = Financial (FiscalDataController::*)(int base, int taxBase);
 
+    BOOL Aliquotas(const TaxCodePattern& codePattern, int taxBase);
     BOOL Aliquota(const TaxCodePattern& codePattern, int taxBase, int i);
+    // The three codes of a tax base, each of one or two letters.
+    BOOL Especiais(const char (&codes)[3][3], BASE_CONTABIL_FISCAL_BASE_IMPOSTO_INDEXES taxBase);
     BOOL Especial(const char* code, BASE_CONTABIL_FISCAL_BASE_IMPOSTO_INDEXES taxBase, int i);
     BOOL Soma(const IntegerPattern& pattern, SomaDaBase soma, int taxBase);
     BOOL NaoFiscal(int i);

@@ -4,7 +4,6 @@
 #include "CmdDBLogger/ReducaoZRows.h"
 
 #include <cstring>
-#include <initializer_list>
 
 namespace
 {
@@ -32,24 +31,24 @@ BOOL ReducaoZRows::Aliquota(const TaxCodePattern& codePattern, int taxBase, int 
     return sql.Execute(command, db);
 }
 
-BOOL ReducaoZRows::AliquotasICMS()
+BOOL ReducaoZRows::Aliquotas(const TaxCodePattern& codePattern, int taxBase)
 {
     for (int i = 0; i < ALIQUOTAS; ++i) {
-        if (Aliquota("'%02dT%02d.%02d',", ICMS, i) == FALSE) {
+        if (Aliquota(codePattern, taxBase, i) == FALSE) {
             return FALSE;
         }
     }
     return TRUE;
 }
 
+BOOL ReducaoZRows::AliquotasICMS()
+{
+    return Aliquotas("'%02dT%02d.%02d',", ICMS);
+}
+
 BOOL ReducaoZRows::AliquotasISSQN()
 {
-    for (int i = 0; i < ALIQUOTAS; ++i) {
-        if (Aliquota("'%02dS%02d.%02d',", ISSQN, i) == FALSE) {
-            return FALSE;
-        }
-    }
-    return TRUE;
+    return Aliquotas("'%02dS%02d.%02d',", ISSQN);
 }
 
 BOOL ReducaoZRows::Especial(const char* code, BASE_CONTABIL_FISCAL_BASE_IMPOSTO_INDEXES taxBase,
@@ -67,33 +66,34 @@ BOOL ReducaoZRows::Especial(const char* code, BASE_CONTABIL_FISCAL_BASE_IMPOSTO_
     sql.Integer("%d',", i);
     sql.Integer("%d,", FDController->Contador_Get(COUNTER_CRZ));             // cont_crz
     sql.MoneyText("%s,", FDController->Totalizador_GetTot(RZ, taxBase, at)); // valor_base_calculo
-    sql.Piece("'S',");                                                       // id_fiscal
-    sql.Piece("0)");                                                         // valor_imposto
+    sql.Piece("'S',"                                                         // id_fiscal
+              "0)");                                                         // valor_imposto
     return sql.Execute(command, db);
+}
+
+BOOL ReducaoZRows::Especiais(const char (&codes)[3][3],
+                             BASE_CONTABIL_FISCAL_BASE_IMPOSTO_INDEXES taxBase)
+{
+    for (int i = 1; i <= ESPECIAIS; ++i) {
+        for (const char* code : codes) {
+            if (Especial(code, taxBase, i) == FALSE) {
+                return FALSE;
+            }
+        }
+    }
+    return TRUE;
 }
 
 BOOL ReducaoZRows::EspeciaisICMS()
 {
-    for (int i = 1; i <= ESPECIAIS; ++i) {
-        for (const char* code : {"F", "I", "N"}) {
-            if (Especial(code, ICMS, i) == FALSE) {
-                return FALSE;
-            }
-        }
-    }
-    return TRUE;
+    static constexpr char CODES[][3] = {"F", "I", "N"};
+    return Especiais(CODES, ICMS);
 }
 
 BOOL ReducaoZRows::EspeciaisISSQN()
 {
-    for (int i = 1; i <= ESPECIAIS; ++i) {
-        for (const char* code : {"FS", "IS", "NS"}) {
-            if (Especial(code, ISSQN, i) == FALSE) {
-                return FALSE;
-            }
-        }
-    }
-    return TRUE;
+    static constexpr char CODES[][3] = {"FS", "IS", "NS"};
+    return Especiais(CODES, ISSQN);
 }
 
 BOOL ReducaoZRows::Soma(const IntegerPattern& pattern, SomaDaBase soma, int taxBase)
@@ -102,8 +102,8 @@ BOOL ReducaoZRows::Soma(const IntegerPattern& pattern, SomaDaBase soma, int taxB
               "id_fiscal, valor_imposto) VALUES(");
     sql.Integer(pattern, FDController->Contador_Get(COUNTER_CRZ)); // totalizador, cont_crz
     sql.MoneyText("%s,", (FDController->*soma)(RZ, taxBase));      // valor_base_calculo
-    sql.Piece("'S',");                                             // id_fiscal
-    sql.Piece("0)");                                               // valor_imposto
+    sql.Piece("'S',"                                               // id_fiscal
+              "0)");                                               // valor_imposto
     return sql.Execute(command, db);
 }
 
@@ -130,8 +130,8 @@ BOOL ReducaoZRows::NaoFiscal(int i)
     sql.Text("'%s',", sql.aux);                                           // totalizador
     sql.Integer("%d,", FDController->Contador_Get(COUNTER_CRZ));          // cont_crz
     sql.MoneyText("%s,", FDController->Totalizador_GetTotalNF(RZ_NF, i)); // valor_base_calculo
-    sql.Piece("'N',");                                                    // id_fiscal
-    sql.Piece("0)");                                                      // valor_imposto
+    sql.Piece("'N',"                                                      // id_fiscal
+              "0)");                                                      // valor_imposto
     return sql.Execute(command, db);
 }
 

@@ -1,4 +1,5 @@
 // A cash withdrawal or a till float: a non-fiscal receipt of one item, logged at once.
+#include "CmdDBLogger/CupomNfRow.h"
 #include "CmdDBLogger/StatementComposer.h"
 #include "FiscalCommands.h"
 #include "FiscalData/FiscalDataController.h"
@@ -18,28 +19,20 @@ BOOL CmdSangria::DBLogger(sqlite3* db)
 
     const int item = 0;
 
-    insert.Begin("INSERT INTO cupom_nf (cont_coo, cont_crz, cont_gnf, num_ecf, data_hora_emissao, "
-                 "valor_subtotal, valor_total_cupom, tipo_acrescimo, valor_acrescimo, "
-                 "tipo_desconto, valor_desconto, valor_canc_acrescimo, id_cancelado, "
-                 "nome_consumidor, cpf_cnpj_consumidor, perc_acrescimo, perc_desconto) VALUES (");
-    insert.Integer("%d,", FDController->Contador_Get(COUNTER_COO));     // cont_coo
-    insert.Integer("%d,", FDController->Contador_Get(COUNTER_CRZ) + 1); // cont_crz
-    insert.Integer("%d,", FDController->Contador_Get(COUNTER_GNF));     // cont_gnf
-    insert.Integer("%d,", 1);                                           // num_ecf
-    insert.DateTimeText("'%s',", m_dtExecStart);                        // data_hora_emissao
+    BeginCupomNf(insert, *this);
     const Financial valor = FDController->Cupom_GetItemValorTotal(item);
     insert.MoneyText("%s,", valor); // valor_subtotal
     insert.MoneyText("%s,", valor); // valor_total_cupom
-    insert.Piece("'V',");           // tipo_acrescimo
-    insert.Piece("0,");             // valor_acrescimo
-    insert.Piece("'V',");           // tipo_desconto
-    insert.Piece("0,");             // valor_desconto
-    insert.Piece("0,");             // valor_canc_acrescimo
-    insert.Piece("'N',");           // id_cancelado
-    insert.Piece("'',");            // nome_consumidor
-    insert.Piece("'',");            // cpf_cnpj_consumidor
-    insert.Piece("0,");             // perc_acrescimo
-    insert.Piece("0)");             // perc_desconto
+    insert.Piece("'V',"             // tipo_acrescimo
+                 "0,"               // valor_acrescimo
+                 "'V',"             // tipo_desconto
+                 "0,"               // valor_desconto
+                 "0,"               // valor_canc_acrescimo
+                 "'N',"             // id_cancelado
+                 "'',"              // nome_consumidor
+                 "'',"              // cpf_cnpj_consumidor
+                 "0,"               // perc_acrescimo
+                 "0)");             // perc_desconto
     if (insert.Execute(*this, db) == FALSE) {
         return FALSE;
     }
@@ -56,10 +49,10 @@ BOOL CmdSangria::DBLogger(sqlite3* db)
     const Financial valorItem = FDController->Cupom_GetItemValorTotal(item);
     insert.MoneyText("%s,", valorItem); // valor_total
     insert.MoneyText("%s,", valorItem); // valor_total_liquido
-    insert.Piece("0,");                 // valor_acrescimo
-    insert.Piece("0,");                 // valor_desconto
-    insert.Piece("0,");                 // valor_canc_acrescimo
-    insert.Piece("'N')");               // id_cancelado
+    insert.Piece("0,"                   // valor_acrescimo
+                 "0,"                   // valor_desconto
+                 "0,"                   // valor_canc_acrescimo
+                 "'N')");               // id_cancelado
     if (insert.Execute(*this, db) == FALSE) {
         return FALSE;
     }

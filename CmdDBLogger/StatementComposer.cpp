@@ -44,6 +44,13 @@ char* WriteIntegerBefore(char* end, int value, bool twoDigits = false)
 
 } // namespace
 
+StatementComposer::StatementComposer(char* arrays, int sqlSize, int auxSize, int workSize)
+    : m_sql(arrays), m_sqlSize(static_cast<std::size_t>(sqlSize)), m_end(arrays), m_room(m_sqlSize),
+      m_work(arrays + sqlSize + auxSize), m_workSize(workSize)
+{
+    Clear(arrays, static_cast<std::size_t>(sqlSize + auxSize + workSize));
+}
+
 void StatementComposer::Clear(char* array, std::size_t size)
 {
 #if defined(__arm__)
@@ -94,8 +101,8 @@ void StatementComposer::Append(const char* text, std::size_t length)
 void StatementComposer::Insert(const char* pattern, Lengths lengths, const char* text,
                                std::size_t length)
 {
-    const std::size_t before = lengths >> LENGTH_BITS;
-    const std::size_t after = lengths & ((Lengths{1} << LENGTH_BITS) - 1);
+    const std::size_t before = lengths >> PATTERN_AFTER_BITS;
+    const std::size_t after = lengths & ((Lengths{1} << PATTERN_AFTER_BITS) - 1);
     Append(pattern, before);
     Append(text, length);
     Append(pattern + before + TextPattern::WIDTH, after);
@@ -132,7 +139,7 @@ void StatementComposer::InsertTextAt(const char* pattern, Lengths lengths, const
 void StatementComposer::InsertCharacter(const char* pattern, Lengths lengths, char character)
 {
     if (character == '\0') {
-        Append(pattern, lengths >> LENGTH_BITS);
+        Append(pattern, lengths >> PATTERN_AFTER_BITS);
     } else {
         Insert(pattern, lengths, &character, 1);
     }
@@ -143,13 +150,17 @@ void StatementComposer::InsertMoney(const char* pattern, Lengths lengths, const 
 {
     value.ToString(m_work, m_workSize, style, decimals, 0);
     // What CharRemove of '.' and CharReplace of ',' by '.' would do, in one pass. Digits come
-    // first: they lie above all that is not one.
+    // first: they lie above all that is not one, the terminator included.
     char* kept = m_work;
-    for (const char* text = m_work; *text != '\0'; ++text) {
+    for (const char* text = m_work;; ++text) {
         if (*text >= '0') {
             *kept++ = *text;
+        } else if (*text == ',') {
+            *kept++ = '.';
+        } else if (*text == '\0') {
+            break;
         } else if (*text != '.') {
-            *kept++ = *text == ',' ? '.' : *text;
+            *kept++ = *text;
         }
     }
     Insert(pattern, lengths, m_work, static_cast<std::size_t>(kept - m_work));
@@ -204,8 +215,10 @@ void StatementComposer::TaxCode(const TaxCodePattern& pattern, int number, int r
         Append(first, static_cast<std::size_t>(end - first));
         text = conversion + TaxCodePattern::WIDTH;
     }
-    Piece(text);
+    Append(text, std::strlen(text));
 }
+
+template class Statement<SQL_SIZE>;
 
 BOOL StatementComposer::Execute(Command& command, sqlite3* db) const
 {

@@ -43,7 +43,11 @@ class StatementComposer
 
     // Clears the whole statement array and starts a new statement in it.
     void Begin();
-    void Begin(const char* head) { BeginWith(head, std::strlen(head)); }
+    template <std::size_t size>
+    [[gnu::always_inline]] void Begin(const char (&head)[size])
+    {
+        BeginWith(head, size - 1);
+    }
 
     // The statement composed so far, NUL-terminated, and its length in bytes. The pointer lives as
     // long as the composer; the text until the next call.
@@ -52,8 +56,12 @@ class StatementComposer
 
     // --- Forms -------------------------------------------------------------------------------
 
-    // A fixed piece, as it stands.
-    void Piece(const char* literal) { Append(literal, std::strlen(literal)); }
+    // A fixed piece, as it stands: one value, or several that follow each other in the table.
+    template <std::size_t size>
+    [[gnu::always_inline]] void Piece(const char (&literal)[size])
+    {
+        Append(literal, size - 1);
+    }
 
     // "%d"
     void Integer(IntegerPattern pattern, int value)
@@ -132,28 +140,23 @@ class StatementComposer
     BOOL Execute(Command& command, sqlite3* db) const;
 
   protected:
-    // `work` is where money is turned into text. The arrays are the derived class's, which clears
-    // them; `sql` is aligned to ARRAY_ALIGNMENT.
-    StatementComposer(char* sql, int sqlSize, char* work, int workSize)
-        : m_sql(sql), m_sqlSize(static_cast<std::size_t>(sqlSize)), m_end(sql),
-          m_room(static_cast<std::size_t>(sqlSize)), m_work(work), m_workSize(workSize)
-    {
-    }
+    // Clears the derived class's arrays, which stand side by side: that of the statement, aligned
+    // to ARRAY_ALIGNMENT, the logger's, and the one in which money is turned into text.
+    StatementComposer(char* arrays, int sqlSize, int auxSize, int workSize);
     ~StatementComposer() = default;
 
+  private:
     // Fills an array with zero bytes. REQUIRES: it is aligned to ARRAY_ALIGNMENT.
     static void Clear(char* array, std::size_t size);
 
-  private:
     // How many bytes of a pattern stand before its conversion, and how many behind it, in one word:
     // a form takes one register less, which is a tenth of what a logger's code takes.
     using Lengths = std::size_t;
-    static constexpr int LENGTH_BITS = 8;
 
     template <class Conversion>
     [[gnu::always_inline]] static Lengths LengthsOf(const Pattern<Conversion>& pattern)
     {
-        return pattern.before << LENGTH_BITS | pattern.after;
+        return pattern.before << PATTERN_AFTER_BITS | pattern.after;
     }
 
     void BeginWith(const char* head, std::size_t length);
@@ -205,10 +208,7 @@ class Statement : private StatementArrays<sqlSize, auxSize, aux2Size>, public St
     using Arrays::aux;
     using Arrays::aux2;
 
-    Statement() : StatementComposer(Arrays::sql, sqlSize, aux2, aux2Size)
-    {
-        Clear(Arrays::sql, sizeof(Arrays));
-    }
+    Statement() : StatementComposer(Arrays::sql, sqlSize, auxSize, aux2Size) {}
 
     // Puts the text of an array and what is to follow it into `aux`, and answers `aux`.
     template <std::size_t size, std::size_t afterSize>
@@ -221,3 +221,6 @@ class Statement : private StatementArrays<sqlSize, auxSize, aux2Size>, public St
         return aux;
     }
 };
+
+// The one that most loggers make, instantiated once.
+extern template class Statement<SQL_SIZE>;

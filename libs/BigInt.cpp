@@ -2,9 +2,6 @@
 
 #include "libs/Magnitude.h"
 
-#include <cstddef>
-#include <cstring>
-
 namespace
 {
 
@@ -104,40 +101,6 @@ BigInt BigInt::FromInt64(std::int64_t value)
     return result;
 }
 
-bool BigInt::FromText(const char* text, BigInt& out)
-{
-    const bool negative = *text == '-';
-    if (negative) {
-        ++text;
-    }
-    if (*text == '\0') {
-        return false;
-    }
-
-    Magnitude magnitude = {};
-    for (; *text != '\0'; ++text) {
-        if (*text < '0' || *text > '9') {
-            return false;
-        }
-        std::uint64_t carry = static_cast<UINT32>(*text - '0');
-        for (UINT32& word : magnitude.word) {
-            carry += std::uint64_t{word} * 10;
-            word = static_cast<UINT32>(carry);
-            carry >>= WORD_BITS;
-        }
-        if (carry != 0) {
-            return false;
-        }
-    }
-    const BigInt value = WithSign(magnitude, negative);
-    // A magnitude beyond the range comes out with the other sign.
-    if (!magnitude.IsZero() && value.IsNegative() != negative) {
-        return false;
-    }
-    out = value;
-    return true;
-}
-
 std::int64_t BigInt::ToInt64() const
 {
     return static_cast<std::int64_t>(std::uint64_t{number[1]} << WORD_BITS | number[0]);
@@ -202,31 +165,6 @@ BigInt BigInt::DividedBy(const BigInt& divisor, Rounding rounding) const
         }
     }
     return IsNegative() != divisor.IsNegative() ? -quotient : quotient;
-}
-
-char* BigInt::ToText(char* out, int size) const
-{
-    if (size < 1) {
-        return out;
-    }
-    char text[TEXT_SIZE];
-    char* first = text + TEXT_SIZE - 1;
-    *first = '\0';
-    Magnitude rest = Magnitude::Of(*this);
-    do {
-        *--first = static_cast<char>('0' + rest.CutBy<10>());
-    } while (!rest.IsZero());
-    if (IsNegative()) {
-        *--first = '-';
-    }
-
-    const int bytes = static_cast<int>(text + TEXT_SIZE - first);
-    if (bytes <= size) {
-        std::memcpy(out, first, static_cast<std::size_t>(bytes));
-    } else {
-        *out = '\0';
-    }
-    return out;
 }
 
 int BigInt::Compare(const BigInt& a, const BigInt& b)

@@ -24,10 +24,6 @@ class BigInt
 
     static BigInt FromInt64(std::int64_t value);
 
-    // Reads an optional '-' and one or more decimal digits, nothing else. Answers false, and leaves
-    // `out` unchanged, for any other text or a value outside the range.
-    static bool FromText(const char* text, BigInt& out);
-
     bool IsZero() const { return (number[0] | number[1] | number[2]) == 0; }
     bool IsNegative() const { return (number[2] & 0x80000000u) != 0; }
 
@@ -43,11 +39,8 @@ class BigInt
     // -2^95 / -1 wraps around to -2^95.
     BigInt DividedBy(const BigInt& divisor, Rounding rounding) const;
 
-    // Writes the value in decimal ('-' and digits, no grouping) and answers `out`. At most `size`
-    // bytes are written, the terminator included: a text that does not fit is written as an empty
-    // text, and a `size` below 1 writes nothing. TEXT_SIZE bytes hold every value.
+    // Bytes of the longest decimal text of a value, sign and terminator included.
     static constexpr int TEXT_SIZE = 31;
-    char* ToText(char* out, int size) const;
 
     // Negative, zero or positive as `a` is less than, equal to or greater than `b`.
     static int Compare(const BigInt& a, const BigInt& b);

@@ -52,29 +52,13 @@ char* WriteThreeDigitsBefore(char* end, UINT32 group)
 // Writes the digits of `whole` so that they end before `end`; answers the first.
 char* WriteWholeBefore(char* end, Magnitude whole, bool grouped)
 {
-    while (!whole.FitsOneWord()) {
+    while (!whole.FitsOneWord() || whole.word[0] >= 1000) {
         end = WriteThreeDigitsBefore(end, whole.CutBy<1000>());
         if (grouped) {
             *--end = '.';
         }
     }
-    UINT32 rest = whole.word[0];
-    while (rest >= 1000) {
-        end = WriteThreeDigitsBefore(end, rest % 1000);
-        if (grouped) {
-            *--end = '.';
-        }
-        rest /= 1000;
-    }
-    if (rest >= 100) {
-        return WriteThreeDigitsBefore(end, rest);
-    }
-    if (rest >= 10) {
-        WritePair(end - 2, rest);
-        return end - 2;
-    }
-    *--end = static_cast<char>('0' + rest);
-    return end;
+    return WriteDigitsBefore(end, whole.word[0]);
 }
 
 } // namespace
@@ -82,50 +66,6 @@ char* WriteWholeBefore(char* end, Magnitude whole, bool grouped)
 Financial Financial::FromCents(std::int64_t cents)
 {
     return Financial(BigInt::FromInt64(cents) * (SCALE / 100));
-}
-
-bool Financial::FromText(const char* text, Financial& out)
-{
-    const char* const digits = "0123456789";
-    const bool negative = *text == '-';
-    const char* whole = negative ? text + 1 : text;
-    std::size_t wholeDigits = std::strspn(whole, digits);
-    if (wholeDigits == 0) {
-        return false;
-    }
-    const char* decimals = "";
-    std::size_t decimalDigits = 0;
-    const char* end = whole + wholeDigits;
-    if (*end == '.') {
-        decimals = end + 1;
-        decimalDigits = std::strspn(decimals, digits);
-        if (decimalDigits == 0 || decimalDigits > DECIMALS) {
-            return false;
-        }
-        end = decimals + decimalDigits;
-    }
-    if (*end != '\0') {
-        return false;
-    }
-
-    // The count's own digits: the whole ones, then all the decimals that `nr` holds.
-    while (*whole == '0') {
-        ++whole;
-        --wholeDigits;
-    }
-    char count[1 + MAX_WHOLE_DIGITS + DECIMALS + 1] = {};
-    if (wholeDigits > MAX_WHOLE_DIGITS) {
-        return false;
-    }
-    char* next = count;
-    if (negative) {
-        *next++ = '-';
-    }
-    std::memcpy(next, whole, wholeDigits);
-    next += wholeDigits;
-    std::memset(next, '0', DECIMALS);
-    std::memcpy(next, decimals, decimalDigits);
-    return BigInt::FromText(count, out.nr);
 }
 
 Financial Financial::Times(const BigInt& factor, const BigInt& divisor, int decimals,

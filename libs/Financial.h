@@ -31,11 +31,6 @@ class Financial
 
     static Financial FromCents(std::int64_t cents);
 
-    // Reads a decimal text: an optional '-', one or more digits, and optionally a '.' and one to
-    // four digits. Answers false, and leaves `out` unchanged, for any other text or a value outside
-    // the range.
-    static bool FromText(const char* text, Financial& out);
-
     bool IsZero() const { return nr.IsZero(); }
     bool IsNegative() const { return nr.IsNegative(); }
 

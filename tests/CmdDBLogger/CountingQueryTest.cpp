@@ -13,7 +13,8 @@ class Counting : public LoggerTest
     CountingQuery Query(const std::string& text)
     {
         ::Statement<SQL_SIZE> sql;
-        sql.Begin(text.c_str());
+        sql.Begin();
+        sql.TextAt("%s", text.c_str());
         return CountingQuery(db, sql);
     }
 

@@ -20,7 +20,7 @@ template <int sqlSize>
 class GuardedComposer : public StatementComposer
 {
   public:
-    GuardedComposer() : StatementComposer(m_bytes.sql, sqlSize, m_work, AUX_SIZE)
+    GuardedComposer() : StatementComposer(m_bytes.sql, sqlSize, sizeof m_bytes.after, AUX_SIZE)
     {
         std::memset(m_bytes.before, GUARD, sizeof m_bytes.before);
         std::memset(m_bytes.sql, 'u', sizeof m_bytes.sql);
@@ -49,9 +49,9 @@ class GuardedComposer : public StatementComposer
     struct {
         char before[64];
         alignas(ARRAY_ALIGNMENT) char sql[sqlSize];
-        char after[64];
+        char after[64]; // where a logger has its own array
+        char work[AUX_SIZE];
     } m_bytes;
-    char m_work[AUX_SIZE];
 };
 
 class Composer : public LoggerTest
@@ -133,7 +133,7 @@ TEST_F(Composer, BeginClearsTheWholeArray)
 {
     EXPECT_TRUE(statement.IsClearFrom(0));
 
-    statement.Piece(std::string(150, 'a').c_str());
+    statement.TextAt("%s", std::string(150, 'a').c_str());
     statement.Begin("abc");
 
     EXPECT_STREQ(statement.Sql(), "abc");
@@ -256,7 +256,7 @@ TEST_F(Composer, PiecesOfEveryShortLengthAreCopiedWhole)
         std::string expected = piece;
         expected.append("|'").append(piece).append("'");
         EXPECT_EQ(Composed([&](StatementComposer& s) {
-                      s.Piece(piece.c_str());
+                      s.TextAt("%s", piece.c_str());
                       s.Piece("|");
                       s.TextAt("'%s'", piece.c_str());
                   }),
@@ -567,7 +567,8 @@ TEST_F(SmallComposer, EmptyPieceInAFullArrayIsNoOverflow)
 TEST_F(SmallComposer, EachFormThatEndsWithTheArrayFits)
 {
     const auto fits = [&](const char* head, auto form, const std::string& text) {
-        statement.Begin(head);
+        statement.Begin();
+        statement.TextAt("%s", head);
         form();
         EXPECT_EQ(statement.Length(), 19);
         EXPECT_EQ(statement.Sql(), text);
@@ -600,7 +601,8 @@ TEST_F(SmallComposer, EachFormOneByteOverIsLoggedAndNotExecuted)
 {
     const auto overflows = [&](const char* head, auto form, const std::string& composed) {
         Forget();
-        statement.Begin(head);
+        statement.Begin();
+        statement.TextAt("%s", head);
         form();
         EXPECT_EQ(LoggedWhenTooLong(), composed);
     };

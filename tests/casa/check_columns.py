@@ -7,8 +7,11 @@ Names every offending line; exit code 1 when there is one.
 
 What a value line is and where the next column begins is read from the pattern that it appends: a
 comma outside quotes ends a column, a parenthesis the list. A piece that begins several columns
-names them all; one that goes on with a column names none. Adjacent literals are one. Where the
-values of a column are appended in alternatives, each of them names it.
+names them all; one that goes on with a column names none. Adjacent literals are one, unless
+comments stand between them: each then names its own. Where the values of a column are appended in
+alternatives, each of them names it. A function that is handed the composer first is read where it
+is called, also one that begins the statement and leaves its end to its callers; a comment behind
+such a call says from which column to which.
 """
 
 import re
@@ -27,15 +30,19 @@ TOKEN = re.compile(
     re.VERBOSE | re.DOTALL | re.MULTILINE)
 HEAD = re.compile(r"INSERT INTO (\w+) ?\(([^()]*)\) VALUES ?\(")
 LABEL = re.compile(r"// (\w+(?:, \w+)*)")
+SPAN = re.compile(r"// (\w+) to (\w+)")
 # What the composer appends; its other operations are no values.
 FORMS = {"Piece", "Integer", "Text", "TextAt", "Character", "MoneyText", "DecimalText",
          "DateTimeText", "DateText", "PercentText", "TaxCode"}
 
 Token = namedtuple("Token", "kind text line")
-# A statement with the comment behind its end, and a header with the blocks that it decides between:
-# alternatives, of which exactly one is run, or not.
-Statement = namedtuple("Statement", "tokens comment")
+# A statement with the comment behind its end, and those behind its other lines by the token that
+# they stand behind; and a header with the blocks that it decides between: alternatives, of which
+# exactly one is run, or not.
+Statement = namedtuple("Statement", "tokens comment inner")
 Branches = namedtuple("Branches", "header blocks alternatives")
+# A function that is handed a composer: under which name, and what it does.
+Helper = namedtuple("Helper", "composer nodes begins")
 
 
 class Fault(Exception):
@@ -71,13 +78,16 @@ class Parser:
         self.at += 1
         return token
 
-    def nested(self):
-        """What stands in parentheses, brackets or braces, from the opening one just taken."""
+    def nested(self, comments=None):
+        """What stands in parentheses, brackets or braces, from the opening one just taken; notes
+        the comments behind its tokens."""
         inside = []
         depth = 1
         while depth > 0:
             token = self.take()
             inside.append(token)
+            if comments is not None and self.comment_behind(token):
+                comments[token] = self.comment_behind(token)
             depth += (token.text in "([{") - (token.text in ")]}") if token.kind == "sign" else 0
         return inside
 
@@ -113,10 +123,11 @@ class Parser:
         if first.text == "switch":
             return self.switch()
         gathered = []
+        inner = {}
         while True:
             token = self.take()
             if token.text == ";":
-                return Statement(gathered, self.comment_behind(token))
+                return Statement(gathered, self.comment_behind(token), inner)
             if token.text == "{":
                 before = gathered[-1].text if gathered else ""
                 words = [word.text for word in gathered]
@@ -126,9 +137,9 @@ class Parser:
                     return Branches(gathered, [self.braced()], False)
                 gathered += [token, *self.nested()]
             elif token.text in ("(", "["):
-                gathered += [token, *self.nested()]
+                gathered += [token, *self.nested(inner)]
             elif token.text == ":" and gathered[0].text in ("public", "private", "protected"):
-                return Statement(gathered, "")
+                return Statement(gathered, "", {})
             else:
                 gathered.append(token)
 
@@ -162,6 +173,56 @@ class Parser:
             blocks.append(self.block(("case", "default", "}")))
         self.take()
         return Branches(header, blocks if default else [*blocks, []], True)
+
+
+def renamed(nodes, old, new):
+    """The nodes with one word in the place of another."""
+    def words(tokens):
+        return [token._replace(text=new) if token.kind == "word" and token.text == old else token
+                for token in tokens]
+
+    return [node._replace(tokens=words(node.tokens)) if isinstance(node, Statement) else
+            Branches(words(node.header), [renamed(block, old, new) for block in node.blocks],
+                     node.alternatives) for node in nodes]
+
+
+def functions_of(nodes):
+    """The functions among the nodes that take a composer first: name, and its name within."""
+    for node in nodes:
+        if not isinstance(node, Branches) or node.alternatives:
+            continue
+        words = [token.text for token in node.header]
+        if "namespace" in words:
+            yield from functions_of(node.blocks[0])
+        elif "(" in words:
+            opening = words.index("(")
+            first = words[opening + 1:]
+            first = first[:first.index(",") if "," in first else len(first) - 1]
+            if len(first) > 2 and first[-2] == "&" and "const" not in first:
+                yield words[opening - 1], first[-1], node.blocks[0]
+
+
+def helpers_of(trees):
+    """The helpers of all sources, by name."""
+    helpers = {}
+    for tree in trees:
+        for name, composer, nodes in functions_of(tree):
+            begins = [node for node in nodes if isinstance(node, Statement) and any(
+                of == composer and any(head.startswith("INSERT") for head in patterns_of(arguments))
+                for of, arguments in calls_of(node.tokens, "Begin"))]
+            executes = any(of == composer for node in nodes if isinstance(node, Statement)
+                           for of, _ in calls_of(node.tokens, "Execute"))
+            if not executes:
+                helpers[name] = Helper(composer, nodes, bool(begins))
+    return helpers
+
+
+def helper_calls(tokens, helpers):
+    """The helpers that a statement calls, each with what it hands over as the composer."""
+    for i in range(len(tokens) - 3):
+        if (tokens[i].text in helpers and tokens[i + 1].text == "(" and tokens[i + 2].kind == "word"
+                and tokens[i + 3].text in ",)"):
+            yield helpers[tokens[i].text], tokens[i + 2].text
 
 
 def calls_of(tokens, name):
@@ -231,13 +292,23 @@ class Values:
         return begun
 
     def line(self, statement, arguments):
-        number = statement.tokens[0].line
+        pieces = [[]]
+        for token in arguments:
+            pieces[-1].append(token)
+            if token.kind == "string" and token in statement.inner:
+                pieces.append([])
+        for piece in pieces:
+            last = piece is pieces[-1]
+            self.piece(piece[0].line if len(pieces) > 1 else statement.tokens[0].line,
+                       statement.comment if last else statement.inner[piece[-1]], piece)
+
+    def piece(self, number, comment, arguments):
         if self.closed:
             raise Fault(number, "a value behind the end of the list")
-        named = LABEL.fullmatch(statement.comment)
+        named = LABEL.fullmatch(comment)
         labels = named[1].split(", ") if named else []
-        if statement.comment and not labels:
-            raise Fault(number, f"'{statement.comment}' names no column")
+        if comment and not labels:
+            raise Fault(number, f"'{comment}' names no column")
         patterns = patterns_of(arguments)
         if patterns:
             ways = []
@@ -257,7 +328,18 @@ class Values:
         self.labels += labels
 
 
-def walk_values(nodes, composer, values):
+def walk_helper(statement, helper, composer, values, helpers):
+    """Takes the value lines of a helper where it is called."""
+    before = len(values.labels)
+    walk_values(renamed(helper.nodes, helper.composer, composer), composer, values, helpers)
+    added = values.labels[before:]
+    span = SPAN.fullmatch(statement.comment)
+    if statement.comment and (not span or not added or span.groups() != (added[0], added[-1])):
+        raise Fault(statement.tokens[0].line,
+                    f"'{statement.comment}' does not say which columns are written")
+
+
+def walk_values(nodes, composer, values, helpers):
     """Takes the value lines of a list from `nodes`, up to the statement's execution or the next
     one's beginning."""
     for node in nodes:
@@ -266,6 +348,11 @@ def walk_values(nodes, composer, values):
                for name, _ in calls_of(tokens, operation)):
             return
         if isinstance(node, Statement):
+            for helper, handed in helper_calls(tokens, helpers):
+                if handed == composer and helper.begins:
+                    return
+                if handed == composer:
+                    walk_helper(node, helper, composer, values, helpers)
             for form in FORMS:
                 for name, arguments in calls_of(tokens, form):
                     if name == composer:
@@ -274,7 +361,7 @@ def walk_values(nodes, composer, values):
         ways = []
         for block in node.blocks:
             way = values.copy()
-            walk_values(block, composer, way)
+            walk_values(block, composer, way, helpers)
             ways.append(way)
         if any((way.labels, way.state()) != (ways[0].labels, ways[0].state()) for way in ways) or (
                 not node.alternatives and ways[0].labels != values.labels):
@@ -283,13 +370,13 @@ def walk_values(nodes, composer, values):
         values.quoted, values.within, values.closed = ways[0].state()
 
 
-def check_insert(number, composer, head, following):
+def check_insert(number, composer, head, following, helpers):
     match = HEAD.fullmatch(head)
     if match is None:
         raise Fault(number, "the head is not one literal up to its values")
     columns = match[2].split(", ")
     values = Values()
-    walk_values(following, composer, values)
+    walk_values(following, composer, values, helpers)
     if values.labels != columns:
         for column, label in zip(columns, values.labels):
             if column != label:
@@ -299,30 +386,45 @@ def check_insert(number, composer, head, following):
         raise Fault(number, f"{match[1]}: the list of values is not closed")
 
 
-def walk(nodes, report):
-    """Checks every INSERT that begins among the nodes and answers how many do."""
+def walk(nodes, report, helpers, within=None):
+    """Checks every INSERT that begins among the nodes, or in a helper called there, and answers how
+    many begin among the nodes themselves. What a helper begins is checked where it is called."""
     inserts = 0
     for i, node in enumerate(nodes):
         if isinstance(node, Branches):
-            inserts += sum(walk(block, report) for block in node.blocks)
+            words = [token.text for token in node.header]
+            name = words[words.index("(") - 1] if "(" in words else None
+            inserts += sum(walk(block, report, helpers,
+                                helpers.get(name) if not node.alternatives else within)
+                           for block in node.blocks)
             continue
-        for composer, arguments in calls_of(node.tokens, "Begin"):
-            heads = [head for head in patterns_of(arguments) if head.startswith("INSERT")]
-            for head in heads:
-                inserts += 1
-                try:
-                    check_insert(node.tokens[0].line, composer, head, nodes[i + 1:])
-                except Fault as fault:
-                    report(fault)
+        begun = [(composer, head, nodes[i + 1:], 1)
+                 for composer, arguments in calls_of(node.tokens, "Begin")
+                 for head in patterns_of(arguments) if head.startswith("INSERT")]
+        if within is not None and within.begins:
+            inserts += len(begun)
+            continue
+        for helper, composer in helper_calls(node.tokens, helpers):
+            own = renamed(helper.nodes, helper.composer, composer)
+            begun += [(composer, head, own[j + 1:] + nodes[i + 1:], 0)
+                      for j, inner in enumerate(own) if isinstance(inner, Statement)
+                      for of, arguments in calls_of(inner.tokens, "Begin") if of == composer
+                      for head in patterns_of(arguments) if head.startswith("INSERT")]
+        for composer, head, following, here in begun:
+            inserts += here
+            try:
+                check_insert(node.tokens[0].line, composer, head, following, helpers)
+            except Fault as fault:
+                report(fault)
     return inserts
 
 
-def check(path, name):
+def check(path, name, helpers):
     """Prints the faults of a source; answers how many INSERTs and how many faults it has."""
     faults = []
     source = path.read_text(encoding="utf-8")
     try:
-        inserts = walk(Parser(source).block(()), faults.append)
+        inserts = walk(Parser(source).block(()), faults.append, helpers)
         literals = sum(token.kind == "string" and token.text.startswith('"INSERT')
                        for token in tokens_of(source))
         if inserts != literals:
@@ -335,13 +437,34 @@ def check(path, name):
     return inserts, len(faults)
 
 
+def called(nodes, helpers):
+    for node in nodes:
+        if isinstance(node, Branches):
+            for block in node.blocks:
+                yield from called(block, helpers)
+        else:
+            yield from (helper for helper, _ in helper_calls(node.tokens, helpers))
+
+
 def main(root):
     sources = sorted(path for path in Path(root, "CmdDBLogger").glob("*")
                      if path.suffix in (".cpp", ".h"))
+    trees = []
+    for path in sources:
+        try:
+            trees.append(Parser(path.read_text(encoding="utf-8")).block(()))
+        except Fault:
+            pass  # named below
+    helpers = helpers_of(trees)
+    calls = [helper for tree in trees for helper in called(tree, helpers)]
     inserts = 0
     faults = 0
+    for name, helper in helpers.items():
+        if helper.begins and helper not in calls:
+            print(f"{name}: begins an INSERT and is not called")
+            faults += 1
     for path in sources:
-        found, wrong = check(path, path.relative_to(root).as_posix())
+        found, wrong = check(path, path.relative_to(root).as_posix(), helpers)
         inserts += found
         faults += wrong
     if inserts == 0 and faults == 0:

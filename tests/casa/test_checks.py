@@ -250,6 +250,62 @@ BOOL CmdB::DBLogger(sqlite3* db)
         self.assert_fault("6: the head is not one literal up to its values",
                           ("\"\n                 \"u, v) V", "\");\n    insert.Piece(\"u, v) V"))
 
+    PIECES = ("    insert.Piece(m_bDoLog == TRUE ? \"'S')\" : \"'N')\"); // v\n",
+              "    insert.Piece(\"'S',\" // v\n"
+              "                 \"0)\"); // w\n")
+
+    def test_literals_that_name_a_column_each_pass(self):
+        self.assertEqual(self.check(("u, v) V", "u, v, w) V"), self.PIECES),
+                         (0, "2 inserts, 0 faults\n"))
+
+    def test_literals_that_are_swapped(self):
+        self.assert_fault("6: a: a line names w where v stands", ("u, v) V", "u, v, w) V"),
+                          self.PIECES, ("// v\n", "// w\n"), ("\"); // w\n", "\"); // v\n"))
+
+    def test_literal_of_two_columns_that_names_one(self):
+        self.assert_fault("25: begins 2 columns and names 1", ("u, v) V", "u, v, w, t) V"),
+                          self.PIECES, ("\"'S',\"", "\"'S',0,\""))
+
+    HELPER = ("// A logger.\n",
+              "// A logger.\nvoid Names(Statement<SQL_SIZE>& row, int x)\n{\n"
+              "    row.Integer(\"%d,\", x); // x\n    row.Piece(\"0,\"); // y\n}\n\n")
+    HELPED = ("        sql.Text(\"'%s\", m_sA); // x\n        sql.Piece(\" 00:00:00',\");\n"
+              "        sql.Text(\"'%s')\", m_sB); // y\n",
+              "        Names(sql, 1); // x to y\n        sql.Piece(\"0)\"); // z\n")
+
+    def test_helper_that_writes_the_first_values_passes(self):
+        self.assertEqual(self.check(("b(x, y)", "b(x, y, z)"), self.HELPER, self.HELPED),
+                         (0, "2 inserts, 0 faults\n"))
+
+    def test_helper_whose_columns_are_swapped(self):
+        self.assert_fault("40: b: a line names x where y stands",
+                          ("b(x, y)", "b(y, x, z)"), self.HELPER, self.HELPED)
+
+    def test_helper_call_that_says_other_columns(self):
+        self.assert_fault("41: '// x to z' does not say", ("b(x, y)", "b(x, y, z)"),
+                          self.HELPER, self.HELPED, ("// x to y", "// x to z"))
+
+    BEGINNER = ("// A logger.\n",
+                "// A logger.\nvoid BeginB(StatementComposer& row)\n{\n"
+                "    row.Begin(\"INSERT INTO b(x, y, z) VALUES(\");\n"
+                "    row.Integer(\"%d,\", 1); // x\n}\n\n")
+    BEGUN = ("        sql.Begin(\"INSERT INTO b(x, y) VALUES(\");\n"
+             "        sql.Text(\"'%s\", m_sA); // x\n        sql.Piece(\" 00:00:00',\");\n"
+             "        sql.Text(\"'%s')\", m_sB); // y\n",
+             "        BeginB(sql);\n        sql.Piece(\"0,\"); // y\n        sql.Piece(\"0)\"); // z\n")
+
+    def test_helper_that_begins_the_statement_passes(self):
+        self.assertEqual(self.check(self.BEGINNER, self.BEGUN), (0, "2 inserts, 0 faults\n"))
+
+    def test_end_of_a_begun_statement_that_is_swapped(self):
+        self.assert_fault("40: b: a line names z where y stands", self.BEGINNER, self.BEGUN,
+                          ("// y\n        sql.Piece(\"0)\"); // z", "// z\n        sql.Piece(\"0)\"); // y"))
+
+    def test_helper_that_begins_a_statement_for_nobody(self):
+        code, output = self.check(self.BEGINNER)
+        self.assertEqual(code, 1, output)
+        self.assertIn("BeginB: begins an INSERT and is not called", output)
+
     def test_insert_that_begins_no_statement(self):
         self.assert_fault("1: 3 INSERTs, of which 2 begin a statement",
                           ("// A logger.", "const char* HEAD = \"INSERT INTO c (x) VALUES (\";"))

@@ -104,7 +104,7 @@ std::string DifferenceInText(Wide value)
         return "ToText";
     }
     BigInt read(77);
-    if (!BigInt::FromText(decimal.c_str(), read) || read != held) {
+    if (!FromText(decimal.c_str(), read) || read != held) {
         return "FromText";
     }
     const bool fits = value >= -(Wide{1} << 63) && value < (Wide{1} << 63);

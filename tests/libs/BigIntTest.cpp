@@ -356,7 +356,7 @@ TEST(BigIntText, KnownDecimalsBothWays)
         SCOPED_TRACE(c.text);
         EXPECT_EQ(TextOf(Words(c.high, c.middle, c.low)), c.text);
         BigInt read(77);
-        EXPECT_TRUE(BigInt::FromText(c.text, read));
+        EXPECT_TRUE(FromText(c.text, read));
         EXPECT_EQ(read, Words(c.high, c.middle, c.low));
     }
 }
@@ -364,13 +364,13 @@ TEST(BigIntText, KnownDecimalsBothWays)
 TEST(BigIntText, LeadingZerosAndANegativeZeroAreRead)
 {
     BigInt read(77);
-    EXPECT_TRUE(BigInt::FromText("007", read));
+    EXPECT_TRUE(FromText("007", read));
     EXPECT_EQ(read, BigInt(7));
-    EXPECT_TRUE(BigInt::FromText("-0", read));
+    EXPECT_TRUE(FromText("-0", read));
     EXPECT_EQ(read, BigInt(0));
-    EXPECT_TRUE(BigInt::FromText("-00012", read));
+    EXPECT_TRUE(FromText("-00012", read));
     EXPECT_EQ(read, BigInt(-12));
-    EXPECT_TRUE(BigInt::FromText((std::string(200, '0') + MAX_TEXT).c_str(), read));
+    EXPECT_TRUE(FromText((std::string(200, '0') + MAX_TEXT).c_str(), read));
     EXPECT_EQ(read, Max());
 }
 
@@ -382,7 +382,7 @@ TEST(BigIntText, MalformedTextsAreRefusedAndLeaveTheValue)
     for (const char* text : malformed) {
         SCOPED_TRACE(text);
         BigInt value(77);
-        EXPECT_FALSE(BigInt::FromText(text, value));
+        EXPECT_FALSE(FromText(text, value));
         EXPECT_EQ(value, BigInt(77));
     }
 }
@@ -409,7 +409,7 @@ TEST(BigIntText, ValuesOutsideTheRangeAreRefusedAndLeaveTheValue)
     for (const std::string& text : outside) {
         SCOPED_TRACE(text);
         BigInt value(77);
-        EXPECT_FALSE(BigInt::FromText(text.c_str(), value));
+        EXPECT_FALSE(FromText(text.c_str(), value));
         EXPECT_EQ(value, BigInt(77));
     }
 }
@@ -418,7 +418,7 @@ void ExpectTextIn(int size, const BigInt& value, const char* expected)
 {
     SCOPED_TRACE("size " + std::to_string(size));
     GuardedText text(size);
-    EXPECT_EQ(value.ToText(text.Buffer(), size), text.Buffer());
+    EXPECT_EQ(ToText(value, text.Buffer(), size), text.Buffer());
     EXPECT_EQ(text.Text().substr(0, static_cast<std::size_t>(size)), expected);
     EXPECT_TRUE(text.GuardsAreWhole());
 }
@@ -443,7 +443,7 @@ TEST(BigIntText, ASizeBelowOneWritesNothing)
 {
     for (const int size : {0, -1, std::numeric_limits<int>::min()}) {
         GuardedText text(0);
-        EXPECT_EQ(BigInt(5).ToText(text.Buffer(), size), text.Buffer());
+        EXPECT_EQ(ToText(BigInt(5), text.Buffer(), size), text.Buffer());
         EXPECT_TRUE(text.GuardsAreWhole());
     }
 }

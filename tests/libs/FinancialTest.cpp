@@ -129,7 +129,7 @@ TEST(FinancialFromText, ReadsUpToFourDecimals)
     for (const auto& c : cases) {
         SCOPED_TRACE(c.text);
         Financial value(BigInt(77));
-        EXPECT_TRUE(Financial::FromText(c.text, value));
+        EXPECT_TRUE(FromText(c.text, value));
         EXPECT_EQ(TextOf(value.nr), c.count);
     }
 }
@@ -137,7 +137,7 @@ TEST(FinancialFromText, ReadsUpToFourDecimals)
 TEST(FinancialFromText, LeadingZerosDoNotCount)
 {
     Financial value;
-    EXPECT_TRUE(Financial::FromText(("-" + std::string(300, '0') + "1.5").c_str(), value));
+    EXPECT_TRUE(FromText(("-" + std::string(300, '0') + "1.5").c_str(), value));
     EXPECT_EQ(value.nr, BigInt(-15000));
 }
 
@@ -151,7 +151,7 @@ TEST(FinancialFromText, MalformedTextsAreRefusedAndLeaveTheValue)
     for (const char* text : malformed) {
         SCOPED_TRACE(text);
         Financial value(BigInt(77));
-        EXPECT_FALSE(Financial::FromText(text, value));
+        EXPECT_FALSE(FromText(text, value));
         EXPECT_EQ(value.nr, BigInt(77));
     }
 }
@@ -171,7 +171,7 @@ TEST(FinancialFromText, ValuesOutsideTheRangeAreRefusedAndLeaveTheValue)
     for (const std::string& text : outside) {
         SCOPED_TRACE(text);
         Financial value(BigInt(77));
-        EXPECT_FALSE(Financial::FromText(text.c_str(), value));
+        EXPECT_FALSE(FromText(text.c_str(), value));
         EXPECT_EQ(value.nr, BigInt(77));
     }
 }

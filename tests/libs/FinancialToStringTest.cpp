@@ -284,7 +284,7 @@ TEST(FinancialToString, EveryFormOfRandomCountsOfEveryLength)
         }
         SCOPED_TRACE("seed " + std::to_string(seed));
         BigInt value;
-        if (BigInt::FromText(count.c_str(), value)) {
+        if (FromText(count.c_str(), value)) {
             ExpectEveryForm(count);
         }
     }

@@ -3,6 +3,7 @@
 
 #include "libs/BigInt.h"
 #include "libs/Financial.h"
+#include "tests/libs/DecimalText.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -39,7 +40,7 @@ inline BigInt Remainder(const BigInt& dividend, const BigInt& divisor)
 inline BigInt Int(const char* text)
 {
     BigInt value;
-    if (!BigInt::FromText(text, value)) {
+    if (!FromText(text, value)) {
         std::abort();
     }
     return value;
@@ -48,7 +49,7 @@ inline BigInt Int(const char* text)
 inline Financial Money(const char* text)
 {
     Financial value;
-    if (!Financial::FromText(text, value)) {
+    if (!FromText(text, value)) {
         std::abort();
     }
     return value;
@@ -57,7 +58,7 @@ inline Financial Money(const char* text)
 inline std::string TextOf(const BigInt& value)
 {
     char text[BigInt::TEXT_SIZE];
-    return value.ToText(text, BigInt::TEXT_SIZE);
+    return ToText(value, text, BigInt::TEXT_SIZE);
 }
 
 // The words, not the decimals: those may be what fails.
