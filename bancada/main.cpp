@@ -62,6 +62,7 @@ int main(int argc, char** argv)
     AddShow(app, exitCode);
     AddCheck(app, exitCode);
     AddCompare(app, exitCode);
+    AddExport(app, exitCode);
     AddGenerate(app, exitCode);
     AddHelpTape(app, exitCode);
     AddCommands(app, exitCode);

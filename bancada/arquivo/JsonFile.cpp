@@ -1,0 +1,41 @@
+#include "bancada/arquivo/JsonFile.h"
+
+#include "bancada/Unusable.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+
+namespace bancada::arquivo
+{
+namespace
+{
+
+constexpr std::size_t MAX_BYTES = 64 * 1024 * 1024;
+
+} // namespace
+
+nlohmann::ordered_json ReadJsonFile(const std::string& path)
+{
+    errno = 0;
+    std::ifstream file(path, std::ios::binary);
+    std::string content;
+    char buffer[4096];
+    while (file.read(buffer, sizeof buffer) || file.gcount() > 0) {
+        content.append(buffer, static_cast<std::size_t>(file.gcount()));
+        if (content.size() > MAX_BYTES) {
+            throw Unusable(path + ": is too large");
+        }
+    }
+    if (!file.eof()) {
+        throw Unusable(path + ": " + (errno == 0 ? "cannot be read" : std::strerror(errno)));
+    }
+    try {
+        return nlohmann::ordered_json::parse(content);
+    } catch (const nlohmann::ordered_json::parse_error& error) {
+        throw Unusable(path + ": is no JSON: " + error.what());
+    }
+}
+
+} // namespace bancada::arquivo

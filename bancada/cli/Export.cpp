@@ -1,0 +1,132 @@
+// ecf-bancada export: the legal audit file of a logging database.
+#include "bancada/Unusable.h"
+#include "bancada/arquivo/Exportacao.h"
+#include "bancada/cli/OutputFile.h"
+#include "bancada/cli/Subcommands.h"
+#include "bancada/cli/UsedFiles.h"
+
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace bancada
+{
+namespace
+{
+
+using namespace arquivo;
+
+struct ExportArguments {
+    ExportOptions options;
+    std::string output;
+    std::string crz;
+};
+
+// "yyyy-mm-dd".
+std::string CheckDate(const std::string& text)
+{
+    constexpr char FORM[] = "dddd-dd-dd";
+    bool fits = text.size() == sizeof FORM - 1;
+    for (std::size_t i = 0; fits && i < text.size(); ++i) {
+        fits = FORM[i] == 'd' ? text[i] >= '0' && text[i] <= '9' : text[i] == FORM[i];
+    }
+    return fits ? "" : "a date yyyy-mm-dd is due, not " + text;
+}
+
+// "FIRST-LAST", or one number.
+std::pair<std::int64_t, std::int64_t> ParseRange(const std::string& text)
+{
+    const auto number = [&text](const std::string& digits) -> std::int64_t {
+        if (digits.empty() || digits.size() > 6 ||
+            digits.find_first_not_of("0123456789") != std::string::npos ||
+            std::stoll(digits) == 0) {
+            throw CLI::ValidationError("--crz",
+                                       "FIRST-LAST is due, numbers from 1 to 999999, not " + text);
+        }
+        return std::stoll(digits);
+    };
+    const std::size_t hyphen = text.find('-');
+    const std::int64_t first = number(text.substr(0, hyphen));
+    return {first, hyphen == std::string::npos ? first : number(text.substr(hyphen + 1))};
+}
+
+} // namespace
+
+void AddExport(CLI::App& app, int& exitCode)
+{
+    const auto arguments = std::make_shared<ExportArguments>();
+    ExportOptions& options = arguments->options;
+    CLI::App* command = app.add_subcommand(
+        "export", "Write the legal audit file of a logging database, records E01 to E21");
+    command->add_option("DB", options.database, "The logging database, which is only read")
+        ->required();
+    command->add_option("--output", arguments->output, "The file to write; - is standard output")
+        ->required()
+        ->type_name("FILE");
+    command
+        ->add_option("--command", options.comando,
+                     "Which memories: TDM, all; MFD, the detail memory; MF, the fiscal memory; RZ, "
+                     "the documents of Z reductions")
+        ->transform(CLI::CheckedTransformer(std::map<std::string, Comando>{{"TDM", Comando::TDM},
+                                                                           {"MFD", Comando::MFD},
+                                                                           {"MF", Comando::MF},
+                                                                           {"RZ", Comando::RZ}}))
+        ->type_name("TDM|MFD|MF|RZ")
+        ->default_str("TDM");
+    const CLI::Validator date(CheckDate, "");
+    CLI::Option* from =
+        command->add_option("--from", options.from, "The fiscal days from this date on")
+            ->check(date)
+            ->type_name("DATE");
+    CLI::Option* to = command->add_option("--to", options.to, "The fiscal days up to this date")
+                          ->check(date)
+                          ->type_name("DATE");
+    command
+        ->add_option("--crz", arguments->crz,
+                     "The fiscal days that these Z reductions close, FIRST-LAST")
+        ->excludes(from)
+        ->excludes(to)
+        ->type_name("RANGE");
+    command->add_option("--facts", options.facts, "What no row tells, a JSON file (docs/facts.md)")
+        ->type_name("FILE");
+    command
+        ->add_option("--memory", options.memory,
+                     "The register's memory file, for its counters and grand total")
+        ->type_name("FILE");
+    command->add_option("--line-end", options.lineEnd, "What ends a line: crlf or lf")
+        ->transform(CLI::CheckedTransformer(
+            std::map<std::string, LineEnd>{{"crlf", LineEnd::CRLF}, {"lf", LineEnd::LF}}))
+        ->type_name("crlf|lf")
+        ->default_str("crlf");
+    command->footer(
+        "The file states what the rows say and repairs nothing. What no source tells is left as "
+        "where there is\nnothing, and listed on standard error by record and field. There is no "
+        "signature EAD: it is made with\nthe maker's key.\n\nExit codes: 0 written; 2 a file "
+        "cannot be read or written, or a value does not fit its field.");
+    command->callback([arguments, &app, &exitCode] {
+        ExportOptions& chosen = arguments->options;
+        if (!arguments->crz.empty()) {
+            chosen.crz = ParseRange(arguments->crz);
+        }
+        chosen.library = app.version();
+        const std::size_t blank = chosen.library.rfind(' ');
+        chosen.library = blank == std::string::npos ? "" : chosen.library.substr(blank + 1);
+        std::vector<UsedFile> inputs = {EvidenceDatabase(chosen.database)};
+        if (!chosen.facts.empty()) {
+            inputs.push_back({chosen.facts, "facts file"});
+        }
+        if (!chosen.memory.empty()) {
+            inputs.push_back({chosen.memory, "memory"});
+        }
+        RequireApart(arguments->output, inputs);
+        OutputFile file(arguments->output);
+        Export(chosen, file.Stream(), std::cerr);
+        file.Commit();
+        exitCode = EXIT_OK;
+    });
+}
+
+} // namespace bancada
