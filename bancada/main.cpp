@@ -63,6 +63,7 @@ int main(int argc, char** argv)
     AddCheck(app, exitCode);
     AddCompare(app, exitCode);
     AddExport(app, exitCode);
+    AddCopy(app, exitCode);
     AddGenerate(app, exitCode);
     AddHelpTape(app, exitCode);
     AddCommands(app, exitCode);

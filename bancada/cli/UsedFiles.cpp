@@ -78,4 +78,22 @@ void RequireApart(const std::string& output, const std::vector<UsedFile>& inputs
     }
 }
 
+void RequireNew(const UsedFile& database)
+{
+    if (database.path.empty()) {
+        throw Unusable("the " + std::string(database.what) + " to be made needs a name");
+    }
+    std::error_code none;
+    // A link that leads nowhere is something too.
+    if (fs::exists(fs::symlink_status(database.path, none))) {
+        throw Unusable(database.path + " exists already");
+    }
+    for (const std::string& name : database.Names()) {
+        if (fs::exists(fs::symlink_status(name, none))) {
+            throw Unusable(name + " exists already, and would be taken for a part of " +
+                           database.path);
+        }
+    }
+}
+
 } // namespace bancada

@@ -33,4 +33,8 @@ struct UsedFile {
 // them. To be asked before any of them is opened: then nothing is harmed.
 void RequireApart(const std::string& output, const std::vector<UsedFile>& inputs);
 
+// Throws Unusable if there is anything of the name of a database that is to be made, or of a name
+// that the engine would take for a part of it.
+void RequireNew(const UsedFile& database);
+
 } // namespace bancada

@@ -47,6 +47,7 @@ BENCH = {
     "relatorio": ["log", "leitura"],
     "conferencia": ["log", "leitura"],
     "arquivo": ["leitura"],
+    "copia": ["leitura"],
     "gerador": ["registro"],
 }
 BENCH["cli"] = list(BENCH)

@@ -1,0 +1,76 @@
+// ecf-bancada copy: takes a logging database from where it lies.
+#include "bancada/cli/NewDatabase.h"
+#include "bancada/cli/Subcommands.h"
+#include "bancada/copia/Copia.h"
+
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <memory>
+#include <string>
+
+namespace bancada
+{
+namespace
+{
+
+struct CopyOptions {
+    std::string database;
+    std::string to;
+};
+
+const char* Read(leitura::Manner manner)
+{
+    switch (manner) {
+    case leitura::Manner::SHARED:
+        return "one state of it, which other programs may have open";
+    case leitura::Manner::WITH_LOG:
+        return "with the write-ahead log beside it";
+    case leitura::Manner::FILE_ALONE:
+        break;
+    }
+    return "the file alone: there was no write-ahead log beside it";
+}
+
+int Copy(const CopyOptions& options)
+{
+    NewDatabase to(options.to, {EvidenceDatabase(options.database)});
+    const copia::Copia copy = copia::CopyDatabase(options.database, to.Path());
+    to.Commit();
+    std::ostream& report = to.Report();
+    report << "read:      " << Read(copy.howRead) << "\n"
+           << "compared:  " << copy.rows << (copy.rows == 1 ? " row" : " rows") << " of "
+           << copy.tables << (copy.tables == 1 ? " table" : " tables") << ", all the same\n"
+           << "integrity: " << (copy.damage.empty() ? "ok" : "the database is damaged") << "\n"
+           << "bytes:     " << copy.bytes << "\n"
+           << "SHA-256:   " << copy.sha256 << "\n";
+    for (const std::string& line : copy.damage) {
+        std::cerr << options.database << ": " << line << "\n";
+    }
+    return copy.damage.empty() ? EXIT_OK : EXIT_FINDINGS;
+}
+
+} // namespace
+
+void AddCopy(CLI::App& app, int& exitCode)
+{
+    const auto options = std::make_shared<CopyOptions>();
+    CLI::App* copy = app.add_subcommand(
+        "copy", "Copy a logging database as evidence: one state of it with what its write-ahead "
+                "log holds, compared row by row, with its SHA-256");
+    copy->add_option("DB", options->database, "The logging database, which is only read")
+        ->required();
+    copy->add_option("TO", options->to,
+                     "The copy, which must not exist; - is standard output, and what is told goes "
+                     "to standard error")
+        ->required();
+    copy->footer(
+        "A register may go on writing meanwhile. The copy takes its name when it is whole; it "
+        "needs no other\nfile beside it. docs/evidence.md tells how a database is taken from a "
+        "device.\n\nExit codes: 0 copied; 1 copied, and the database, like its copy, is damaged "
+        "(what SQLite's integrity check\nsays is told); 2 the database cannot be read, the copy "
+        "exists already or cannot be written, or the two do\nnot hold the same: there is no copy "
+        "then.");
+    copy->callback([options, &exitCode] { exitCode = Copy(*options); });
+}
+
+} // namespace bancada
