@@ -1,5 +1,7 @@
 #include "bancada/caixa/Caixa.h"
 
+#include "bancada/comandos/AcertaRelogio.h"
+#include "bancada/comandos/CancelaAberto.h"
 #include "bancada/comandos/Catalogue.h"
 #include "bancada/comandos/Configura.h"
 #include "bancada/log/FirmwareDuty.h"
@@ -21,7 +23,37 @@ Answer Caixa::Run(const TapeCommand& line, TapeClock& clock)
         ExecuteConfigura(line, m_registro);
         return {Answer::Fate::CONFIGURED, "", 0};
     }
+    if (line.name == ACERTA_RELOGIO) {
+        return RunAcertaRelogio(line, clock);
+    }
+    if (line.name == CANCELA_ABERTO) {
+        return RunCancelaAberto(line, clock);
+    }
     const std::unique_ptr<ComandoBancada> command = Read(line);
+    const RtcAbsoluteTime em = clock.Next(line);
+    return Execute(*command, em, line.fim.value_or(RtcAbsoluteTime(matlong[0])));
+}
+
+Answer Caixa::RunAcertaRelogio(const TapeCommand& line, TapeClock& clock)
+{
+    if (const Refusal refusal = ExecuteAcertaRelogio(line, m_registro)) {
+        return {Answer::Fate::REFUSED, *refusal, 0};
+    }
+    clock.Continue(*line.em);
+    return {Answer::Fate::CONFIGURED, "", 0};
+}
+
+Answer Caixa::RunCancelaAberto(const TapeCommand& line, TapeClock& clock)
+{
+    TapeFields(line).Finish();
+    const CatalogueEntry* entry = FindCancelamento(m_registro);
+    if (entry == nullptr) {
+        if (line.em) {
+            static_cast<void>(clock.Next(line)); // the lines behind it count from there
+        }
+        return {Answer::Fate::CONFIGURED, "", 0};
+    }
+    const std::unique_ptr<ComandoBancada> command = entry->make(m_registro);
     const RtcAbsoluteTime em = clock.Next(line);
     return Execute(*command, em, line.fim.value_or(RtcAbsoluteTime(matlong[0])));
 }

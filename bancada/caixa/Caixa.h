@@ -21,7 +21,7 @@ struct TapeCommand;
 // What became of a line of the tape.
 struct Answer {
     enum class Fate {
-        CONFIGURED, // the directive: it set the bench, and has no part in the database
+        CONFIGURED, // a directive: it set the bench or the clock, and has no part in the database
         REFUSED,    // the register did not execute the command
         KEPT,       // executed; the rows that it has, but for rejected ones, are there for good
         LOST,       // executed; none of its rows is kept
@@ -78,6 +78,9 @@ class Caixa
     const FirmwareLog& Log() const { return m_log; }
 
   private:
+    Answer RunAcertaRelogio(const TapeCommand& line, TapeClock& clock);
+    Answer RunCancelaAberto(const TapeCommand& line, TapeClock& clock);
+
     FirmwareLog m_log;
     Registro m_registro;
     LogDatabase m_database;

@@ -4,6 +4,8 @@
 #include "bancada/Unusable.h"
 #include "bancada/cli/DocumentSection.h"
 #include "bancada/cli/Subcommands.h"
+#include "bancada/comandos/AcertaRelogio.h"
+#include "bancada/comandos/CancelaAberto.h"
 #include "bancada/comandos/Catalogue.h"
 #include "bancada/comandos/Configura.h"
 #include "bancada/registro/Registro.h"
@@ -40,7 +42,7 @@ std::string Capitalised(std::string text)
     return text;
 }
 
-std::string DirectiveSection()
+std::string ConfiguraSection()
 {
     Registro registro;
     Configura settings(registro);
@@ -50,6 +52,30 @@ std::string DirectiveSection()
                    Capitalised(CONFIGURA_SUMMARY) + ". A setting that is not given stays as it is.",
                    table);
 }
+
+std::string AcertaRelogioSection()
+{
+    return std::string("### `") + ACERTA_RELOGIO + "`\n\n" + Capitalised(ACERTA_RELOGIO_SUMMARY) +
+           ". The field `em` is required.\n\n```json\n{\"cmd\": \"" + ACERTA_RELOGIO +
+           "\", \"em\": \"2026-03-02 08:00:00\"}\n```\n";
+}
+
+std::string CancelaAbertoSection()
+{
+    return Section(CANCELA_ABERTO, Capitalised(CANCELA_ABERTO_SUMMARY) + ".", FieldTable());
+}
+
+// What is not in the catalogue, because it is not one command of the register.
+struct DirectiveEntry {
+    const char* name;
+    std::string (*section)();
+};
+
+constexpr DirectiveEntry DIRECTIVES[] = {
+    {CONFIGURA, &ConfiguraSection},
+    {ACERTA_RELOGIO, &AcertaRelogioSection},
+    {CANCELA_ABERTO, &CancelaAbertoSection},
+};
 
 std::string CommandSection(const CatalogueEntry& item)
 {
@@ -69,7 +95,10 @@ std::string CommandSection(const CatalogueEntry& item)
 
 std::string DescribeTape()
 {
-    std::string text = DirectiveSection();
+    std::string text;
+    for (const DirectiveEntry& directive : DIRECTIVES) {
+        text += (text.empty() ? "" : "\n") + directive.section();
+    }
     for (const CatalogueEntry& item : Catalogue()) {
         text += "\n" + CommandSection(item);
     }
@@ -78,8 +107,10 @@ std::string DescribeTape()
 
 std::string DescribeCommand(std::string_view command)
 {
-    if (command == CONFIGURA) {
-        return DirectiveSection();
+    for (const DirectiveEntry& directive : DIRECTIVES) {
+        if (command == directive.name) {
+            return directive.section();
+        }
     }
     const CatalogueEntry* item = FindComando(command);
     if (item == nullptr) {

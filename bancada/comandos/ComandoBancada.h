@@ -28,7 +28,7 @@ class ComandoBancada
     // Whether the host sends the command or the firmware raises it.
     virtual EOrigemCmd Origin() const { return CMD_EXTERNO; }
 
-    // Set when InitCheck or FiscalCheck answers FALSE, empty otherwise.
+    // Set when the clock refuses it or InitCheck or FiscalCheck answers FALSE, empty otherwise.
     Refusal refusal;
 };
 

@@ -37,7 +37,8 @@ Outcome Executor::Execute(ComandoBancada& comando, RtcAbsoluteTime em, RtcAbsolu
     command.m_bDoFiscalPostPrint = command.m_bDoLog = command.m_bDoFillReply = TRUE;
 
     Outcome outcome;
-    if (!command.InitCheck(nullptr) || !command.FiscalCheck()) {
+    comando.refusal = m_registro.CheckRelogio(em);
+    if (comando.refusal || !command.InitCheck(nullptr) || !command.FiscalCheck()) {
         command.m_eStatusCmd = CMD_NAK;
         command.m_State = CMD_TOREPLY;
         outcome.refusal = comando.refusal.value_or("refused");
@@ -45,6 +46,7 @@ Outcome Executor::Execute(ComandoBancada& comando, RtcAbsoluteTime em, RtcAbsolu
     }
     command.m_eStatusCmd = CMD_INIT_OK;
     command.Fiscal();
+    m_registro.AdvanceRelogio(fim.s == matlong[0] ? em : fim);
     // The bench has no paper, so its commands keep the base's Print, which does nothing: what a
     // document looks like is read from the database afterwards.
     command.Print();

@@ -28,9 +28,9 @@ class Executor
     // Runs the steps of `comando` in the order of their slots, as begun at the instant `em` and
     // ended at `fim`, which the command keeps and its logger reads. Where `fim` is unset, the
     // logger does not know the end, and the command is said to have taken a second afterwards. A
-    // command that InitCheck or FiscalCheck refuses has no effect on register or database. The
-    // logger's rows are committed together once the register is as the command leaves it, before
-    // the reply is filled.
+    // command that the clock, InitCheck or FiscalCheck refuses has no effect on register or
+    // database. The logger's rows are committed together once the register is as the command leaves
+    // it, before the reply is filled.
     Outcome Execute(ComandoBancada& comando, RtcAbsoluteTime em,
                     RtcAbsoluteTime fim = RtcAbsoluteTime(matlong[0]));
 

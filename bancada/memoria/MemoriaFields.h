@@ -130,6 +130,7 @@ void VisitMemoria(V& v, M& memoria)
     v.Group("nao_fiscal_rz", [&](auto& base) { VisitBaseNaoFiscal(base, memoria.naoFiscalRZ); });
     v.Group("jornada", [&](auto& jornada) { VisitJornada(jornada, memoria.jornada); });
     v.Instant("data_fechada", memoria.dataFechada);
+    v.Instant("relogio", memoria.relogio);
     v.Group("cupom", [&](auto& cupom) { VisitCupom(cupom, memoria.cupom); });
     v.Choice("documento", memoria.documento, DOCUMENTO_NAMES);
     v.Choice("modo", memoria.modo, MODO_NAMES);

@@ -19,7 +19,9 @@ namespace
 {
 
 constexpr char FORMAT[] = "ecf-bancada memoria";
-constexpr int VERSION = 1;
+// 1 had no clock: a register that goes on from there takes any for its first command.
+constexpr std::uint64_t FIRST_VERSION = 1;
+constexpr std::uint64_t VERSION = 2;
 
 // Twice the largest state, an open receipt of 999 items with the longest texts, and as much again.
 constexpr std::size_t MAX_BYTES = 32 * 1024 * 1024;
@@ -102,11 +104,13 @@ void MemoriaFile::Parse(const std::string& content)
     if (version->is_number_unsigned() && version->get<std::uint64_t>() > VERSION) {
         throw InvalidField("versao", version->dump() +
                                          " was written by a newer program; this one "
-                                         "reads version " +
+                                         "reads versions " +
+                                         std::to_string(FIRST_VERSION) + " to " +
                                          std::to_string(VERSION));
     }
-    if (*version != VERSION) {
-        throw InvalidField("versao", "it is not " + std::to_string(VERSION));
+    if (!version->is_number_unsigned() || version->get<std::uint64_t>() < FIRST_VERSION) {
+        throw InvalidField("versao", "it is not a number from " + std::to_string(FIRST_VERSION) +
+                                         " to " + std::to_string(VERSION));
     }
     const auto digest = root.find("digest");
     if (digest != root.end() && *digest != Digest(root)) {

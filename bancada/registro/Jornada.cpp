@@ -32,7 +32,7 @@ Refusal CheckJornada(const Memoria& memoria, RtcAbsoluteTime em)
         }
         return std::nullopt;
     }
-    if (em.s < jornada.inicio.s) {
+    if (em.s < jornada.inicio.s || em.s < jornada.data.s) {
         return "the clock stands before the first document of the day " + DateToText(jornada.data);
     }
     if (em.s - jornada.data.s >= MAX_TEMPO_OPERACIONAL.s) {

@@ -176,6 +176,7 @@ struct Memoria {
     BaseNaoFiscal naoFiscalRZ; // base 3
     Jornada jornada;
     RtcAbsoluteTime dataFechada; // date of the day that the last Z reduction closed
+    RtcAbsoluteTime relogio;     // when the last command that was executed ended; unset before it
 
     CurrentCupom cupom;
     EDocumentoAberto documento = EDocumentoAberto::NENHUM;

@@ -61,6 +61,17 @@ class Registro final : public FiscalDataController
     void SetAplicativo(const std::string& identificacao);
     void SetVersaoSB(const std::string& versao);
 
+    // --- The clock ---------------------------------------------------------------------------
+
+    // A command that starts before the last one that was executed ended is refused.
+    Refusal CheckRelogio(RtcAbsoluteTime em) const;
+    // A command was executed, and ended at `fim`.
+    void AdvanceRelogio(RtcAbsoluteTime fim);
+
+    // Sets the clock, forward or back, in an intervention mode. The open day is as old as before.
+    Refusal CheckAcertaRelogio(RtcAbsoluteTime em) const;
+    void AcertaRelogio(RtcAbsoluteTime em);
+
     // --- The fiscal receipt ------------------------------------------------------------------
 
     // Opens a receipt: COO + 1, CCF + 1; the first document of a day opens the fiscal day.

@@ -43,4 +43,10 @@ std::string DateToText(RtcAbsoluteTime instant)
     return instant.ToStrDate("yyyy-mm-dd", text);
 }
 
+std::string InstantToText(RtcAbsoluteTime instant)
+{
+    char text[24];
+    return instant.ToStrDateTime("yyyy-mm-dd", "hh:mm:ss", text);
+}
+
 } // namespace bancada

@@ -150,6 +150,85 @@ TEST_F(CaixaTest, TheDirectiveSetsTheBenchAndTakesNoTime)
     EXPECT_EQ(clock.Last().s, matlong[0]);
 }
 
+TEST_F(CaixaTest, TheClockDoesNotGoBackByItself)
+{
+    Caixa caixa(":memory:");
+    EXPECT_EQ(Run(caixa, R"({"cmd":"leitura_x","em":"2026-03-02 08:00:00",)"
+                         R"("fim":"2026-03-02 08:00:09"})")
+                  .fate,
+              Fate::KEPT);
+    const Answer back = Run(caixa, R"({"cmd":"leitura_x","em":"2026-03-02 08:00:08"})");
+    EXPECT_EQ(back.fate, Fate::REFUSED);
+    EXPECT_EQ(back.reason, "the clock stands at 2026-03-02 08:00:09, when the last command ended, "
+                           "and does not go back by itself");
+    EXPECT_EQ(Run(caixa, R"({"cmd":"leitura_x","em":"2026-03-02 08:00:09"})").fate, Fate::KEPT);
+    // What was refused does not move the clock.
+    EXPECT_EQ(Run(caixa, R"({"cmd":"fecha_cupom","em":"2026-03-02 12:00:00"})").fate,
+              Fate::REFUSED);
+    EXPECT_EQ(Run(caixa, R"({"cmd":"leitura_x","em":"2026-03-02 08:00:10"})").fate, Fate::KEPT);
+    EXPECT_EQ(caixa.GetRegistro().GetMemoria().relogio.s % 60, 10U);
+    EXPECT_THAT(Rows(caixa, "SELECT cont_coo FROM outros_documentos"), ElementsAre("1", "2", "3"));
+}
+
+TEST_F(CaixaTest, TheClockIsSetInAnIntervention)
+{
+    Caixa caixa(":memory:");
+    EXPECT_EQ(Run(caixa, READS).fate, Fate::KEPT);
+    const char* sets = R"({"cmd":"acerta_relogio","em":"2026-03-02 07:00:00"})";
+    EXPECT_EQ(Run(caixa, sets).fate, Fate::REFUSED);
+    EXPECT_EQ(Run(caixa, R"({"cmd":"entrada_mil_interno"})").fate, Fate::KEPT);
+    EXPECT_EQ(Run(caixa, sets).fate, Fate::CONFIGURED);
+    EXPECT_EQ(Run(caixa, R"({"cmd":"saida_mil_interno"})").fate, Fate::KEPT);
+    EXPECT_THAT(Rows(caixa, "SELECT data_hora_inicio_emissao FROM outros_documentos"),
+                ElementsAre("2026-03-02 08:00:00", "2026-03-02 08:00:01", "2026-03-02 07:00:01"));
+}
+
+TEST_F(CaixaTest, TheClockIsSetToAnInstantAndTakesNoTime)
+{
+    Caixa caixa(":memory:");
+    EXPECT_THROW(static_cast<void>(Run(caixa, R"({"cmd":"acerta_relogio"})")), TapeError);
+    EXPECT_THROW(static_cast<void>(Run(caixa, R"({"cmd":"acerta_relogio",)"
+                                              R"("em":"2026-03-02 07:00:00",)"
+                                              R"("fim":"2026-03-02 07:00:00"})")),
+                 TapeError);
+    EXPECT_THROW(static_cast<void>(Run(caixa, R"({"cmd":"acerta_relogio","x":1,)"
+                                              R"("em":"2026-03-02 07:00:00"})")),
+                 TapeError);
+}
+
+TEST_F(CaixaTest, WhatARefusalLeftOpenIsCancelledAndTheTapeGoesOn)
+{
+    Caixa caixa(":memory:");
+    const char* clears = R"({"cmd":"cancela_aberto"})";
+    EXPECT_EQ(Run(caixa, clears).fate, Fate::CONFIGURED); // nothing is open: not even a time is due
+    EXPECT_EQ(Run(caixa, OPENS).fate, Fate::KEPT);
+    EXPECT_EQ(Run(caixa, R"({"cmd":"fecha_cupom"})").fate, Fate::REFUSED);
+    EXPECT_EQ(Run(caixa, R"({"cmd":"reducao_z"})").fate, Fate::REFUSED);
+    EXPECT_EQ(Run(caixa, clears).fate, Fate::KEPT);
+    EXPECT_THAT(Rows(caixa, "SELECT id_cancelado FROM cupom_fiscal"), ElementsAre("S"));
+    EXPECT_EQ(Run(caixa, R"({"cmd":"abre_gerencial","em":"2026-03-02 09:00:00"})").fate,
+              Fate::KEPT);
+    EXPECT_EQ(Run(caixa, R"({"cmd":"cancela_aberto","fim":"2026-03-02 09:00:20"})").fate,
+              Fate::KEPT);
+    EXPECT_EQ(Run(caixa, clears).fate, Fate::CONFIGURED);
+    EXPECT_EQ(Run(caixa, R"({"cmd":"reducao_z"})").fate, Fate::KEPT);
+    EXPECT_THAT(Rows(caixa, "SELECT data_hora_inicio_emissao, data_hora_fim_emissao "
+                            "FROM outros_documentos"),
+                ElementsAre("2026-03-02 09:00:00|2026-03-02 09:00:20",
+                            "2026-03-02 09:00:21|2026-03-02 09:00:21"));
+}
+
+TEST_F(CaixaTest, TheInstantOfALineThatFindsNothingOpenCounts)
+{
+    Caixa caixa(":memory:");
+    EXPECT_EQ(Run(caixa, R"({"cmd":"cancela_aberto","em":"2026-03-02 08:00:00"})").fate,
+              Fate::CONFIGURED);
+    EXPECT_EQ(Run(caixa, R"({"cmd":"leitura_x"})").fate, Fate::KEPT);
+    EXPECT_THAT(Rows(caixa, "SELECT data_hora_inicio_emissao FROM outros_documentos"),
+                ElementsAre("2026-03-02 08:00:01"));
+    EXPECT_THROW(static_cast<void>(Run(caixa, R"({"cmd":"cancela_aberto","x":1})")), TapeError);
+}
+
 TEST_F(CaixaTest, ALineThatIsNoCommandChangesNothing)
 {
     Caixa caixa(":memory:");

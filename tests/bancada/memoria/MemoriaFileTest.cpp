@@ -201,8 +201,12 @@ TEST_F(MemoriaFileTest, ForeignNewerAndUnknownContentIsRefused)
               head +
                   "it is no memory of this program: \"formato\" is not \"ecf-bancada memoria\"\n");
     EXPECT_EQ(Refusal(R"({"formato":"ecf-bancada memoria"})"), head + "versao: it is missing\n");
-    EXPECT_EQ(Refusal(R"({"formato":"ecf-bancada memoria","versao":2,"more":1})"),
-              head + "versao: 2 was written by a newer program; this one reads version 1\n");
+    EXPECT_EQ(Refusal(R"({"formato":"ecf-bancada memoria","versao":3,"more":1})"),
+              head + "versao: 3 was written by a newer program; this one reads versions 1 to 2\n");
+    EXPECT_EQ(Refusal(R"({"formato":"ecf-bancada memoria","versao":0})"),
+              head + "versao: it is not a number from 1 to 2\n");
+    EXPECT_EQ(Refusal(R"({"formato":"ecf-bancada memoria","versao":"2"})"),
+              head + "versao: it is not a number from 1 to 2\n");
     EXPECT_EQ(Refusal(R"({"formato":"ecf-bancada memoria","versao":1,"more":1})"),
               head + "more: there is no such field\n");
     EXPECT_EQ(Refusal(R"({"formato":"ecf-bancada memoria","versao":1,"versao":1})"),

@@ -21,8 +21,8 @@ auto Parts(M& m)
 {
     using T = std::remove_const_t<M>;
     if constexpr (std::is_same_v<T, bancada::Memoria>) {
-        auto& [a, b, c, d, e, f, g, h, i, j, k, l, n, o, p, q, r, s] = m;
-        return std::tie(a, b, c, d, e, f, g, h, i, j, k, l, n, o, p, q, r, s);
+        auto& [a, b, c, d, e, f, g, h, i, j, k, l, n, o, p, q, r, s, t] = m;
+        return std::tie(a, b, c, d, e, f, g, h, i, j, k, l, n, o, p, q, r, s, t);
     } else if constexpr (std::is_same_v<T, bancada::BaseFiscal>) {
         auto& [a, b, c, d, e, f, g] = m;
         return std::tie(a, b, c, d, e, f, g);

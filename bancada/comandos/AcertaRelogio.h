@@ -1,0 +1,21 @@
+// The directive that sets the register's clock.
+#pragma once
+
+#include "bancada/registro/Refusal.h"
+
+namespace bancada
+{
+
+class Registro;
+struct TapeCommand;
+
+inline constexpr char ACERTA_RELOGIO[] = "acerta_relogio";
+inline constexpr char ACERTA_RELOGIO_SUMMARY[] =
+    "sets the clock to `em`, forward or back, in an intervention mode: not a command of the "
+    "register, it takes no time and logs nothing";
+
+// Carries a line of the tape out, unless the register refuses it; answers why. Throws TapeError.
+// After it the line has its instant.
+[[nodiscard]] Refusal ExecuteAcertaRelogio(const TapeCommand& line, Registro& registro);
+
+} // namespace bancada
