@@ -10,21 +10,6 @@
 namespace bancada
 {
 
-inline Financial Money(const char* text)
-{
-    Financial valor;
-    if (!Financial::FromText(text, valor)) {
-        ADD_FAILURE() << "not money: " << text;
-    }
-    return valor;
-}
-
-inline std::string Text(const Financial& valor)
-{
-    char text[64];
-    return valor.ToString(text, sizeof text, FIN_STR_3, 2, 0);
-}
-
 // "1.500" is {1500, 3}.
 inline Decimal Number(const std::string& text)
 {
@@ -37,6 +22,23 @@ inline Decimal Number(const std::string& text)
     }
     numero.unscaled = std::stoll(digits);
     return numero;
+}
+
+// At most as many decimals as Financial keeps.
+inline Financial Money(const char* text)
+{
+    const Decimal numero = Number(text);
+    BigInt units = BigInt::FromInt64(numero.unscaled);
+    for (int decimals = numero.decimals; decimals < 4; ++decimals) {
+        units = units * BigInt(10);
+    }
+    return Financial(units);
+}
+
+inline std::string Text(const Financial& valor)
+{
+    char text[64];
+    return valor.ToString(text, sizeof text, FIN_STR_3, 2, 0);
 }
 
 constexpr UINT32 A_DAY = 86400;
