@@ -1,6 +1,7 @@
 // Opening of a fiscal receipt.
 #include "FiscalCommands.h"
 #include "bancada/comandos/Subjects.h"
+#include "bancada/tape/FieldLimits.h"
 #include "bancada/tape/FieldVisitor.h"
 
 namespace bancada
@@ -17,8 +18,8 @@ class AbreCupom final : public ComandoOf<CmdAbreCupom>
     {
         fields.Text("cpf_cnpj", m_sCPF_CNPJ, Presence::OPTIONAL,
                     "consumer's CPF or CNPJ, digits only", "52998224725");
-        fields.Text("nome", m_sNomeConsumidor, Presence::OPTIONAL, "consumer's name",
-                    "Maria da Silva");
+        fields.ShortText("nome", m_sNomeConsumidor, sizeof m_sNomeConsumidor, LAW_NOME_CONSUMIDOR,
+                         Presence::OPTIONAL, "consumer's name", "Maria da Silva");
         fields.Text("endereco", m_sEnderecoConsumidor, Presence::OPTIONAL, "consumer's address",
                     "Rua das Laranjeiras, 10");
     }

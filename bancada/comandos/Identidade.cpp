@@ -1,6 +1,7 @@
 // Programming of the register's own identity: shop and till number, serial number, currency.
 #include "FiscalCommands.h"
 #include "bancada/comandos/Subjects.h"
+#include "bancada/tape/FieldLimits.h"
 #include "bancada/tape/FieldVisitor.h"
 
 namespace bancada
@@ -61,7 +62,8 @@ class ProgramaNrSerie final : public ComandoOf<CmdProgramaNrSerie>
 
     void Fields(FieldVisitor& fields) override
     {
-        fields.Text("marca", m_sMarca, Presence::REQUIRED, "make", "MARCA");
+        fields.ShortText("marca", m_sMarca, sizeof m_sMarca, LAW_MARCA, Presence::REQUIRED, "make",
+                         "MARCA");
         fields.Text("modelo", m_sModelo, Presence::REQUIRED, "model", "MODELO X");
         fields.Text("tipo", m_sTipo, Presence::REQUIRED, "type of register", "ECF-IF");
         fields.Text("num_serie", m_sNumSerie, Presence::REQUIRED, "serial number", "MX0123456789");

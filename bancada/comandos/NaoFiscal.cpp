@@ -3,6 +3,7 @@
 #include "bancada/comandos/CommonFields.h"
 #include "bancada/comandos/SignComando.h"
 #include "bancada/comandos/Subjects.h"
+#include "bancada/tape/FieldLimits.h"
 
 namespace bancada
 {
@@ -18,8 +19,8 @@ class AbreCNF final : public ComandoOf<CmdAbreCNF>
     {
         fields.Text("cpf_cnpj", m_sCPF_CNPJ, Presence::OPTIONAL,
                     "consumer's CPF or CNPJ, digits only", "52998224725");
-        fields.Text("nome", m_sNomeConsumidor, Presence::OPTIONAL, "consumer's name",
-                    "Maria da Silva");
+        fields.ShortText("nome", m_sNomeConsumidor, sizeof m_sNomeConsumidor, LAW_NOME_CONSUMIDOR,
+                         Presence::OPTIONAL, "consumer's name", "Maria da Silva");
     }
 
     BOOL FiscalCheck() override
@@ -93,23 +94,29 @@ class Sangria final : public ComandoOf<CmdSangria>
     {
         ChoiceField(fields, "operacao", m_eTipoOperacao,
                     {{"sangria", SANGRIA}, {"fundo_troco", FUNDO_TROCO}}, Presence::REQUIRED,
-                    "cash taken out of the till, or a float put into it", "sangria");
+                    "cash taken out of the till, or a float put into it", "fundo_troco");
         fields.Money("valor", m_finValor, Presence::REQUIRED, "amount", "100.00");
+        fields.Integer("meio", m_iMeio, 1, MAX_MEIOS_PAGAMENTO, Presence::OPTIONAL,
+                       "number of the payment means that a float is put in; the first programmed "
+                       "one that gives change when absent",
+                       "1");
     }
 
     BOOL FiscalCheck() override
     {
-        return Accept(m_registro.CheckMovimentaCaixa(m_eTipoOperacao, m_finValor, m_dtExecStart));
+        return Accept(
+            m_registro.CheckMovimentaCaixa(m_eTipoOperacao, m_finValor, m_dtExecStart, m_iMeio));
     }
 
     BOOL Fiscal() override
     {
-        m_registro.MovimentaCaixa(m_eTipoOperacao, m_finValor, m_dtExecStart);
+        m_registro.MovimentaCaixa(m_eTipoOperacao, m_finValor, m_dtExecStart, m_iMeio);
         return TRUE;
     }
 
   private:
     Financial m_finValor;
+    int m_iMeio = 0; // 0 is the cash means
 };
 
 } // namespace

@@ -1,6 +1,6 @@
 // Non-fiscal receipts against their items and payments. Floats and withdrawals are written as such
-// receipts too: their single item stands on totalizer 1 or 2, and they have no payments. The change
-// that a non-fiscal receipt gives is not recorded with it.
+// receipts too: their single item stands on totalizer 1 or 2, and they have no payment rows. The
+// change that a non-fiscal receipt gives is not recorded with it.
 #include "bancada/conferencia/CheckContext.h"
 #include "bancada/conferencia/Texts.h"
 #include "bancada/leitura/Tables.h"
@@ -16,13 +16,15 @@ using leitura::ItemCupomNfRow;
 
 constexpr int CENTS = 2;
 
-// The last totalizer of floats and withdrawals.
+// The totalizers of floats and of withdrawals.
+constexpr std::int64_t FUNDO_DE_TROCO = 1;
 constexpr std::int64_t LAST_CAIXA = 2;
 
 struct ItensSum {
     Amount liquido;
     bool any = false;
     bool caixa = false;
+    bool fundo = false;
 };
 
 class ItensNf
@@ -46,6 +48,7 @@ class ItensNf
             previous = item.seqItem.Value();
             sum.any = true;
             sum.caixa = sum.caixa || item.indiceTotalizadorNf.Value() <= LAST_CAIXA;
+            sum.fundo = sum.fundo || item.indiceTotalizadorNf.Value() == FUNDO_DE_TROCO;
             if (!item.cancelado.IsSet()) {
                 sum.liquido = sum.liquido + CheckLiquido(coo, item);
             }
@@ -116,6 +119,9 @@ void CheckCupomNf(CheckContext& context, ItensNf& itens, const CupomNfRow& cupom
     }
     const ItensSum sum = itens.Check(cupom.coo.Value());
     const Pagamentos pagamentos = context.ReadPagamentos(cupom.coo.Value());
+    if (!cancelado && sum.fundo) {
+        jornada.fundosDeTroco.push_back(cupom.valorTotalCupom);
+    }
     if (!cancelado && !sum.caixa) {
         jornada.recebido.Add(cupom.valorTotalCupom);
         jornada.AddMeios(pagamentos.porMeio);

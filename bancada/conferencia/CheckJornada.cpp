@@ -1,10 +1,10 @@
 // A Z reduction against the receipts of the day that it closes: its date, its time, its payment
 // means.
 #include "bancada/conferencia/CheckReducao.h"
+#include "bancada/conferencia/FundosDeTroco.h"
 #include "bancada/conferencia/Texts.h"
 
-#include <map>
-#include <utility>
+#include <string>
 
 namespace bancada::conferencia
 {
@@ -52,24 +52,30 @@ void CheckHoras(CheckContext& context, const ReducaoZRow& z, const std::string& 
 void CheckMeios(CheckContext& context, const ReducaoZRow& z, const ReducaoParts& parts)
 {
     const Jornada& jornada = context.jornadas[z.crz.Value()];
-    // What the Z says of a means, and what its payments say.
-    std::map<std::int64_t, std::pair<Amount, Amount>> meios;
+    MeiosDaReducao meios;
     Amount soma;
     for (const MeioPagamentoReducaoRow& row : parts.meios) {
-        Amount& acumulado = meios[row.indiceMeioPagamento.Value()].first;
+        Amount& acumulado = meios[row.indiceMeioPagamento.Value()].acumulado;
         acumulado = acumulado + row.valorAcumulado;
         soma = soma + row.valorAcumulado;
     }
     for (const auto& [meio, valor] : jornada.meios) {
-        meios[meio].second = valor;
+        meios[meio].pagamentos = valor;
+    }
+    AmountRange recebido = jornada.recebido;
+    if (CountFundos(meios, jornada.fundosDeTroco)) {
+        for (const Amount& fundo : jornada.fundosDeTroco) {
+            recebido.Add(fundo);
+        }
     }
     if (jornada.meiosIncertos.empty()) {
         for (const auto& [meio, valores] : meios) {
-            const auto& [acumulado, pagamentos] = valores;
-            if (!IsSame(acumulado, pagamentos)) {
+            if (!IsSame(valores.acumulado, valores.pagamentos + valores.fundos)) {
                 context.findings.Report(
                     FindingKind::Z_MEIO, Crz(z.crz) + " means " + std::to_string(meio),
-                    "took in " + Money(acumulado) + ", payments " + Money(pagamentos),
+                    "took in " + Money(valores.acumulado) + ", payments " +
+                        Money(valores.pagamentos) +
+                        (valores.fundos.IsZero() ? "" : ", floats " + Money(valores.fundos)),
                     SubjectOf(z));
             }
         }
@@ -80,10 +86,10 @@ void CheckMeios(CheckContext& context, const ReducaoZRow& z, const ReducaoParts&
         return;
     }
     const Amount& troco = parts.troco->valorAcumulado;
-    if (!jornada.recebido.Contains(soma - troco)) {
+    if (!recebido.Contains(soma - troco)) {
         context.findings.Report(FindingKind::Z_TROCO, Crz(z.crz),
                                 "payment means " + Money(soma) + " less change " + Money(troco) +
-                                    ", valid receipts " + jornada.recebido.Text(),
+                                    ", valid receipts " + recebido.Text(),
                                 SubjectOf(z));
     }
 }

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <vector>
 
 namespace bancada::conferencia
 {
@@ -35,6 +36,8 @@ struct Jornada {
     // non-fiscal receipts, floats and withdrawals included.
     AmountRange vendas, recebido;
     leitura::Amount naoFiscais;
+    // The floats put into the till, whose payments leave no row.
+    std::vector<leitura::Amount> fundosDeTroco;
     // What each payment means took in.
     std::map<std::int64_t, leitura::Amount> meios;
     // Why the means cannot be told from the rows; empty when they can.

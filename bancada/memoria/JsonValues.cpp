@@ -13,6 +13,10 @@ namespace bancada
 namespace
 {
 
+// Before the point: the law's grand total has 18 digits, two of them decimals.
+constexpr int MEMORY_MONEY_DIGITS = 16;
+static_assert(MEMORY_MONEY_DIGITS + MONEY_DECIMALS <= 18, "18 digits fit 64 bits");
+
 const std::string& TextOf(const nlohmann::json& json, const char* due)
 {
     if (!json.is_string()) {
@@ -54,7 +58,7 @@ Financial MoneyFromJson(const nlohmann::json& json)
 {
     const char* due = "money, a decimal text such as \"12.50\",";
     Decimal decimal;
-    if (!ParseDecimal(TextOf(json, due), MONEY_DIGITS, MONEY_DECIMALS, decimal)) {
+    if (!ParseDecimal(TextOf(json, due), MEMORY_MONEY_DIGITS, MONEY_DECIMALS, decimal)) {
         throw InvalidValue(std::string(due) + " is due");
     }
     for (; decimal.decimals < MONEY_DECIMALS; ++decimal.decimals) {

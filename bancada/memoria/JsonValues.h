@@ -29,7 +29,7 @@ std::string BytesToJson(const std::array<std::uint8_t, 32>& bytes); // hexadecim
 
 // Each reads the form above, and throws InvalidValue for anything else.
 [[nodiscard]] Financial
-MoneyFromJson(const nlohmann::json& json); // not negative, up to 15 digits and 2 decimals
+MoneyFromJson(const nlohmann::json& json); // not negative, up to 16 digits and 2 decimals
 [[nodiscard]] Decimal DecimalFromJson(const nlohmann::json& json, int maxDigits, int maxDecimals);
 [[nodiscard]] RtcAbsoluteTime InstantFromJson(const nlohmann::json& json);
 [[nodiscard]] std::array<std::uint8_t, 32> BytesFromJson(const nlohmann::json& json);

@@ -178,6 +178,11 @@ Refusal CheckLastCupom(const Memoria& memoria)
     return std::nullopt;
 }
 
+bool GivesTroco(const Memoria& memoria, int meio)
+{
+    return memoria.meios[static_cast<std::size_t>(meio)].vinculacao != COM_CCD;
+}
+
 Refusal CheckMeio(const Memoria& memoria, int numero)
 {
     if (numero < 1 || numero > MAX_MEIOS_PAGAMENTO ||

@@ -52,6 +52,9 @@ Refusal CheckPago(const CurrentCupom& cupom);
 // The last document that moved the day is a receipt in force, and its day is still open.
 Refusal CheckLastCupom(const Memoria& memoria);
 
+// Whether the means at a position may be paid more than is due.
+[[nodiscard]] bool GivesTroco(const Memoria& memoria, int meio);
+
 // `numero`, from 1, is a programmed payment means.
 Refusal CheckMeio(const Memoria& memoria, int numero);
 

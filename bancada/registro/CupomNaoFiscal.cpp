@@ -24,6 +24,18 @@ ItemVendido MakeItemNaoFiscal(const Memoria& memoria, int totalizador, const Fin
     return item;
 }
 
+// The position of the means that a float goes to when nobody says; -1 where none gives change.
+int FindCashMeio(const Memoria& memoria)
+{
+    for (int posicao = 0; posicao < MAX_MEIOS_PAGAMENTO; ++posicao) {
+        if (!memoria.meios[static_cast<std::size_t>(posicao)].descricao.empty() &&
+            GivesTroco(memoria, posicao)) {
+            return posicao;
+        }
+    }
+    return -1;
+}
+
 } // namespace
 
 Refusal Registro::CheckAbreCNF(const Consumidor& consumidor, RtcAbsoluteTime em) const
@@ -79,20 +91,41 @@ void Registro::FechaCNF(RtcAbsoluteTime fim)
     FinishCupom(m_memoria, "", fim);
 }
 
-Refusal Registro::CheckMovimentaCaixa(ETipoOPNF, Financial valor, RtcAbsoluteTime em) const
+Refusal Registro::CheckMovimentaCaixa(ETipoOPNF operacao, Financial valor, RtcAbsoluteTime em,
+                                      int meio) const
 {
     if (Refusal refusal = CheckMovimento(m_memoria, em)) {
         return refusal;
     }
+    if (meio != 0) {
+        if (operacao != FUNDO_TROCO) {
+            return "a withdrawal is no payment: it has no Meio de Pagamento";
+        }
+        if (Refusal refusal = CheckMeio(m_memoria, meio)) {
+            return refusal;
+        }
+        if (!GivesTroco(m_memoria, meio - 1)) {
+            return "Meio de Pagamento " + std::to_string(meio) +
+                   " gives no change: a float is not put in it";
+        }
+    }
     return CheckValor("the amount", valor, MaxLancamento());
 }
 
-void Registro::MovimentaCaixa(ETipoOPNF operacao, Financial valor, RtcAbsoluteTime em)
+void Registro::MovimentaCaixa(ETipoOPNF operacao, Financial valor, RtcAbsoluteTime em, int meio)
 {
     BeginCupom(m_memoria, COMPROVANTE_NAO_FISCAL, Consumidor(), em);
     m_memoria.cupom.movimentoDeCaixa = true;
     const int totalizador = operacao == FUNDO_TROCO ? NUMERO_NF_FUNDO_TROCO : NUMERO_NF_SANGRIA;
     AddItem(m_memoria, MakeItemNaoFiscal(m_memoria, totalizador, valor));
+    const int posicao = meio != 0 ? meio - 1 : FindCashMeio(m_memoria);
+    if (operacao == FUNDO_TROCO && posicao >= 0) {
+        PagamentoEfetuado pagamento;
+        pagamento.meio = posicao;
+        pagamento.valor = valor;
+        m_memoria.cupom.pagamentos.push_back(pagamento);
+        m_memoria.cupom.pago = valor;
+    }
     FinishCupom(m_memoria, "", em);
 }
 

@@ -13,11 +13,6 @@ namespace bancada
 namespace
 {
 
-bool GivesTroco(const Memoria& memoria, int meio)
-{
-    return memoria.meios[static_cast<std::size_t>(meio)].vinculacao != COM_CCD;
-}
-
 Refusal CheckRoomForPagamento(const CurrentCupom& cupom)
 {
     if (cupom.pagamentos.size() >= MAX_PAGAMENTOS_CUPOM) {

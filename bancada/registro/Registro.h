@@ -146,10 +146,12 @@ class Registro final : public FiscalDataController
     Refusal CheckFechaCNF(RtcAbsoluteTime em) const;
     void FechaCNF(RtcAbsoluteTime fim);
 
-    // A float or a withdrawal: a closed non-fiscal receipt of one item on its own totalizer, no
-    // payment. COO + 1, GNF + 1. It cannot be cancelled.
-    Refusal CheckMovimentaCaixa(ETipoOPNF operacao, Financial valor, RtcAbsoluteTime em) const;
-    void MovimentaCaixa(ETipoOPNF operacao, Financial valor, RtcAbsoluteTime em);
+    // A float or a withdrawal: a closed non-fiscal receipt of one item on its own totalizer. A
+    // float is paid in `meio`, which gives change, or for 0 in the first programmed means that
+    // does, if there is one; a withdrawal has no payment. COO + 1, GNF + 1. It cannot be cancelled.
+    Refusal CheckMovimentaCaixa(ETipoOPNF operacao, Financial valor, RtcAbsoluteTime em,
+                                int meio = 0) const;
+    void MovimentaCaixa(ETipoOPNF operacao, Financial valor, RtcAbsoluteTime em, int meio = 0);
 
     // --- Readings, vouchers, reports ---------------------------------------------------------
 

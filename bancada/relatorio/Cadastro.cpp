@@ -12,6 +12,21 @@ Cadastro::Cadastro(const leitura::DatabaseReading& database)
 {
 }
 
+namespace
+{
+
+// A register may fill a name up with blanks to the width of its field.
+void RemovePadding(Text& text)
+{
+    const std::string& value = text.Value();
+    const std::size_t end = value.find_last_not_of(' ') + 1; // 0 where there is nothing else
+    if (text.IsKnown() && end < value.size()) {
+        text = value.substr(0, end);
+    }
+}
+
+} // namespace
+
 Estabelecimento Cadastro::ReadEstabelecimento()
 {
     Estabelecimento e;
@@ -37,6 +52,10 @@ Estabelecimento Cadastro::ReadEstabelecimento()
         e.versaoSb = versao.versao;
     }
     m_versao.End();
+    for (Text* text : {&e.razaoSocial, &e.nomeFantasia, &e.endereco, &e.cnpj, &e.ie, &e.im, &e.uf,
+                       &e.numSerie, &e.marca, &e.modelo, &e.tipo, &e.versaoSb}) {
+        RemovePadding(*text);
+    }
     return e;
 }
 

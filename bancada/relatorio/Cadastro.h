@@ -13,6 +13,7 @@ class Cadastro
   public:
     explicit Cadastro(const leitura::DatabaseReading& database);
 
+    // Its texts without the blanks that fill their fields up.
     Estabelecimento ReadEstabelecimento();
     // Empty where the means is not programmed.
     Text FindMeio(const Integer& indice);

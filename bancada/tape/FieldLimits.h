@@ -3,6 +3,8 @@
 // its own rules about what is too much.
 #pragma once
 
+#include <cstddef>
+
 namespace bancada
 {
 
@@ -12,6 +14,10 @@ inline constexpr int QUANTITY_DIGITS = 12;
 inline constexpr int QUANTITY_DECIMALS = 6; // the most that a field may ask for
 inline constexpr int PERCENT_DIGITS = 5;
 inline constexpr int PERCENT_DECIMALS = 2;
+
+// Fields of the law's audit file that are longer than a command's array, in bytes.
+inline constexpr std::size_t LAW_NOME_CONSUMIDOR = 40;
+inline constexpr std::size_t LAW_MARCA = 20;
 
 static_assert(MONEY_DIGITS + MONEY_DECIMALS <= 18 && QUANTITY_DIGITS + QUANTITY_DECIMALS <= 18,
               "18 digits fit 64 bits");

@@ -73,6 +73,15 @@ void FieldTable::Text(const char* name, std::string& out, std::size_t maxBytes, 
         Quoted(example));
 }
 
+void FieldTable::ShortText(const char* name, char* out, std::size_t size, std::size_t lawBytes,
+                           Presence presence, const char* doc, const char* example)
+{
+    Add(name,
+        "text, at most " + std::to_string(size - 1) + " bytes; the law's field has " +
+            std::to_string(lawBytes),
+        presence, Quoted(out), doc, Quoted(example));
+}
+
 void FieldTable::Integer(const char* name, int& out, int min, int max, Presence presence,
                          const char* doc, const char* example)
 {

@@ -29,6 +29,8 @@ class FieldTable final : public FieldVisitor
               const char* example) override;
     void Text(const char* name, std::string& out, std::size_t maxBytes, Presence presence,
               const char* doc, const char* example) override;
+    void ShortText(const char* name, char* out, std::size_t size, std::size_t lawBytes,
+                   Presence presence, const char* doc, const char* example) override;
     void Integer(const char* name, int& out, int min, int max, Presence presence, const char* doc,
                  const char* example) override;
     void Flag(const char* name, bool& out, Presence presence, const char* doc,

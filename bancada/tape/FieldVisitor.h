@@ -48,6 +48,11 @@ class FieldVisitor
         Text(name, out, SIZE, presence, doc, example);
     }
 
+    // The array of a command that is shorter than the law's field, which has `lawBytes`: a longer
+    // text is a TapeError that says so. A visitor that makes no difference takes it as a Text.
+    virtual void ShortText(const char* name, char* out, std::size_t size, std::size_t lawBytes,
+                           Presence presence, const char* doc, const char* example);
+
     // A JSON integer from `min` to `max`.
     virtual void Integer(const char* name, int& out, int min, int max, Presence presence,
                          const char* doc, const char* example) = 0;

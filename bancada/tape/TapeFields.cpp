@@ -75,7 +75,8 @@ const TapeValue* TapeFields::FindKind(const char* name, Presence presence, TapeV
     return &field->value;
 }
 
-const std::string* TapeFields::FindText(const char* name, std::size_t maxBytes, Presence presence)
+const std::string* TapeFields::FindText(const char* name, std::size_t maxBytes, Presence presence,
+                                        const std::string& why)
 {
     const TapeField* field = nullptr;
     const TapeValue* value = FindKind(name, presence, TapeValue::Kind::TEXT, "a text", field);
@@ -84,7 +85,7 @@ const std::string* TapeFields::FindText(const char* name, std::size_t maxBytes, 
     }
     if (value->text.size() > maxBytes) {
         ThrowValue(*field, "a text of at most " + std::to_string(maxBytes) + " bytes is due, not " +
-                               std::to_string(value->text.size()));
+                               std::to_string(value->text.size()) + why);
     }
     return &value->text;
 }
@@ -102,6 +103,17 @@ void TapeFields::Text(const char* name, std::string& out, std::size_t maxBytes, 
 {
     if (const std::string* text = FindText(name, maxBytes, presence)) {
         out = *text;
+    }
+}
+
+void TapeFields::ShortText(const char* name, char* out, std::size_t size, std::size_t lawBytes,
+                           Presence presence, const char*, const char*)
+{
+    if (const std::string* text = FindText(name, size - 1, presence,
+                                           ": the command has room for no more, the law's field "
+                                           "for " +
+                                               std::to_string(lawBytes))) {
+        std::memcpy(out, text->c_str(), text->size() + 1);
     }
 }
 

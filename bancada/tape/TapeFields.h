@@ -28,6 +28,8 @@ class TapeFields final : public FieldVisitor
               const char* example) override;
     void Text(const char* name, std::string& out, std::size_t maxBytes, Presence presence,
               const char* doc, const char* example) override;
+    void ShortText(const char* name, char* out, std::size_t size, std::size_t lawBytes,
+                   Presence presence, const char* doc, const char* example) override;
     void Integer(const char* name, int& out, int min, int max, Presence presence, const char* doc,
                  const char* example) override;
     void Flag(const char* name, bool& out, Presence presence, const char* doc,
@@ -47,7 +49,9 @@ class TapeFields final : public FieldVisitor
     // Its value, which must be of that kind; null when the line has none.
     const TapeValue* FindKind(const char* name, Presence presence, TapeValue::Kind kind,
                               const std::string& wanted, const TapeField*& field);
-    const std::string* FindText(const char* name, std::size_t maxBytes, Presence presence);
+    // `why` ends the message about a longer text.
+    const std::string* FindText(const char* name, std::size_t maxBytes, Presence presence,
+                                const std::string& why = {});
     bool FindDecimal(const char* name, int maxDigits, int maxDecimals, Presence presence,
                      const char* example, Decimal& out);
 

@@ -58,6 +58,9 @@ TEST_F(ComandoNaoFiscal, AdjustmentsAndCancellationsOnANonFiscalReceipt)
 TEST_F(ComandoNaoFiscal, FloatAndWithdrawal)
 {
     Run(R"({"cmd":"sangria","operacao":"fundo_troco","valor":"100.00"})");
+    EXPECT_THAT(Rows("SELECT count(*) FROM pagamento_cupom"), ElementsAre("0")); // as required
+    EXPECT_EQ(Refused(R"({"cmd":"sangria","operacao":"fundo_troco","valor":"1.00","meio":2})"),
+              "Meio de Pagamento 2 gives no change: a float is not put in it");
     Run(R"({"cmd":"sangria","operacao":"sangria","valor":"30.50"})");
     EXPECT_THAT(Rows("SELECT cont_coo, cont_gnf, valor_subtotal, valor_total_cupom FROM cupom_nf"),
                 ElementsAre("1|1|100|100", "2|2|30.5|30.5"));

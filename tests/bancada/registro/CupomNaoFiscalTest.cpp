@@ -64,7 +64,7 @@ TEST_F(RegistroCupomNaoFiscal, ItemOnAReservedOrUnprogrammedTotalizerIsRefused)
               "the item's value must be above zero");
 }
 
-TEST_F(RegistroCupomNaoFiscal, FloatAndWithdrawalMoveTheirTotalizersAndNoMeans)
+TEST_F(RegistroCupomNaoFiscal, FloatAndWithdrawalMoveTheirTotalizers)
 {
     MovimentaCaixa(FUNDO_TROCO, "100.00");
     EXPECT_EQ(Text(registro.Cupom_GetItemValorTotal(0)), "100.00");
@@ -75,12 +75,40 @@ TEST_F(RegistroCupomNaoFiscal, FloatAndWithdrawalMoveTheirTotalizersAndNoMeans)
     EXPECT_EQ(TotalNF(2), "30.00");
     EXPECT_EQ(Contador(COUNTER_COO), 2);
     EXPECT_EQ(Contador(COUNTER_GNF), 2);
-    EXPECT_EQ(Meio(DINHEIRO), "0.00");
+    EXPECT_EQ(Meio(DINHEIRO), "100.00"); // a withdrawal is no payment
+    EXPECT_EQ(Text(registro.BaseFormasPagamento_GetTrocoTotal()), "0.00");
     char nome[32];
     EXPECT_STREQ(registro.Totalizador_GetNomeNF(BC_IND_NAO_FISCAL, 0, nome, sizeof nome),
                  "FUNDO DE TROCO");
     EXPECT_STREQ(registro.Totalizador_GetNomeNF(BC_IND_NAO_FISCAL, 1, nome, sizeof nome),
                  "SANGRIA");
+}
+
+TEST_F(RegistroCupomNaoFiscal, AFloatIsPutInAMeansThatGivesChange)
+{
+    registro.MovimentaCaixa(FUNDO_TROCO, Money("7.00"), Now(), CHEQUE);
+    EXPECT_EQ(Meio(CHEQUE), "7.00");
+    EXPECT_EQ(Meio(DINHEIRO), "0.00");
+    EXPECT_EQ(Reason(registro.CheckMovimentaCaixa(FUNDO_TROCO, Money("1.00"), Now(), CARTAO)),
+              "Meio de Pagamento 2 gives no change: a float is not put in it");
+    EXPECT_EQ(Reason(registro.CheckMovimentaCaixa(FUNDO_TROCO, Money("1.00"), Now(), 9)),
+              "Meio de Pagamento 9 is not programmed");
+    EXPECT_EQ(Reason(registro.CheckMovimentaCaixa(SANGRIA, Money("1.00"), Now(), DINHEIRO)),
+              "a withdrawal is no payment: it has no Meio de Pagamento");
+}
+
+TEST_F(RegistroCupomNaoFiscal, TheFirstMeansThatGivesChangeIsTheCash)
+{
+    Registro other;
+    other.MovimentaCaixa(FUNDO_TROCO, Money("5.00"), Now()); // no means is programmed
+    EXPECT_TRUE(other.GetMemoria().cupom.pagamentos.empty());
+    other.ProgramaMeioPagamento(1, "CARTAO", COM_CCD);
+    other.ProgramaMeioPagamento(3, "DINHEIRO", SEM_CCD);
+    other.ProgramaMeioPagamento(4, "CHEQUE", SEM_CCD);
+    other.MovimentaCaixa(FUNDO_TROCO, Money("6.00"), Now());
+    EXPECT_EQ(Text(other.BaseFormasPagamento_GetFPTotal(2)), "6.00");
+    EXPECT_EQ(Text(other.BaseFormasPagamento_GetFPTotal(0)), "0.00");
+    EXPECT_EQ(Text(other.BaseFormasPagamento_GetFPTotal(3)), "0.00");
 }
 
 TEST_F(RegistroCupomNaoFiscal, MovementOfTheTillNeedsAnAmountAndNothingOpen)

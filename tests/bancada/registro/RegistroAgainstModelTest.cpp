@@ -383,7 +383,11 @@ class RegistroAgainstModel : public RegistroTest
         ++coo;
         ++gnf;
         Last().fiscal = false;
-        Last().movimentoDeCaixa = true;
+        if (operacao == FUNDO_TROCO) {
+            Last().pagamentos.emplace_back(0, ToCents(valor)); // cash, paid to the cent
+        } else {
+            Last().sangria = true;
+        }
         ItemModel item;
         item.posicao = operacao == FUNDO_TROCO ? 0 : 1;
         item.bruto = ToCents(valor);

@@ -41,7 +41,7 @@ struct ItemModel {
 struct CupomModel {
     bool fiscal = true;
     bool valid = true;
-    bool movimentoDeCaixa = false;
+    bool sangria = false;
     std::vector<ItemModel> itens;
     std::vector<std::pair<int, Cents>> pagamentos; // position, amount
     UINT32 abertura = 0;
@@ -173,7 +173,7 @@ struct JornadaModel {
     {
         Cents sum = 0;
         for (const CupomModel& cupom : cupons) {
-            sum += cupom.valid && !cupom.movimentoDeCaixa ? cupom.Troco() : 0;
+            sum += cupom.valid && !cupom.sangria ? cupom.Troco() : 0;
         }
         return sum;
     }
@@ -181,7 +181,7 @@ struct JornadaModel {
     {
         Cents sum = 0;
         for (const CupomModel& cupom : cupons) {
-            if (cupom.fiscal == fiscal && cupom.valid && !cupom.movimentoDeCaixa) {
+            if (cupom.fiscal == fiscal && cupom.valid && !cupom.sangria) {
                 sum += cupom.Total();
             }
         }

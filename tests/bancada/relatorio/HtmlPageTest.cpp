@@ -158,5 +158,18 @@ TEST_F(HtmlPage, OfAnEmptyDatabase)
     EXPECT_THAT(page, HasSubstr("No firmware log was given."));
 }
 
+// A register may fill its names up with blanks to the width of their fields.
+TEST_F(HtmlPage, PaddedNamesHeadThePageWithoutTheirPadding)
+{
+    WriteSample();
+    Write("UPDATE dados_usuario SET nome_fantasia = printf('%-40s', 'MERCADO DO ZE'),"
+          " endereco = printf('%-120s', 'RUA UM, 1'), razao_social = printf('%-40s', ''),"
+          " uf = 'SP'");
+    WritePage();
+    EXPECT_THAT(page, HasSubstr("<title>MERCADO DO ZE</title>"));
+    EXPECT_THAT(page, HasSubstr("<h1>MERCADO DO ZE</h1>"));
+    EXPECT_THAT(page, HasSubstr("\n                 RUA UM, 1 - SP\n"));
+}
+
 } // namespace
 } // namespace bancada::show_test

@@ -67,4 +67,14 @@ TEST(FieldTable, SmallDecimalsKeepTheirZeros)
     EXPECT_EQ(table.Fields()[1].byDefault, "\"0.07\"");
 }
 
+TEST(FieldTable, AnArrayShorterThanTheLawsFieldSaysSo)
+{
+    char array[4] = "z";
+    FieldTable table;
+    table.ShortText("nome", array, sizeof array, 40, Presence::OPTIONAL, "a name", "ab");
+    EXPECT_EQ(MarkdownTable(table.Fields()),
+              "| Field | Value | Without it | Meaning |\n|---|---|---|---|\n"
+              "| `nome` | text, at most 3 bytes; the law's field has 40 | `\"z\"` | a name |\n");
+}
+
 } // namespace

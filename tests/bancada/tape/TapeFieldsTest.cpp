@@ -150,4 +150,27 @@ TEST(TapeFields, AMistypedNameIsToldBeforeTheFieldThatItLeavesMissing)
               R"(t:1:2: sample has no field "arrai)");
 }
 
+TEST(TapeFields, AnArrayShorterThanTheLawsFieldSaysSo)
+{
+    const auto read = [](const std::string& text, char(&array)[4]) {
+        const TapeCommand command = Command(text);
+        TapeFields fields(command);
+        fields.ShortText("nome", array, sizeof array, 40, Presence::OPTIONAL, "a name", "ab");
+        fields.Finish();
+    };
+    char array[4] = "z";
+    read("{}", array);
+    EXPECT_STREQ(array, "z");
+    read(R"({"nome":"abc"})", array);
+    EXPECT_STREQ(array, "abc");
+    try {
+        read(R"({"nome":"abcd"})", array);
+        FAIL();
+    } catch (const TapeError& error) {
+        EXPECT_STREQ(error.what(),
+                     "t:1:9: field \"nome\": a text of at most 3 bytes is due, not 4: the command "
+                     "has room for no more, the law's field for 40");
+    }
+}
+
 } // namespace
