@@ -1,6 +1,6 @@
 // ecf-bancada run: executes a tape.
 #include "bancada/Unusable.h"
-#include "bancada/caixa/Caixa.h"
+#include "bancada/caixa/TapeRun.h"
 #include "bancada/cli/FileLock.h"
 #include "bancada/cli/Interruption.h"
 #include "bancada/cli/Progress.h"
@@ -9,7 +9,6 @@
 #include "bancada/cli/Subcommands.h"
 #include "bancada/memoria/MemoriaFile.h"
 #include "bancada/memoria/WholeFile.h"
-#include "bancada/tape/TapeClock.h"
 #include "bancada/tape/TapeReader.h"
 
 #include <CLI/CLI.hpp>
@@ -68,10 +67,12 @@ class Run
 {
   public:
     explicit Run(const RunOptions& options)
-        : m_tape(options.files.tape, [this](int file) { return m_interruption.WaitToRead(file); }),
+        : m_tape(
+              options.files.tape, [this](int file) { return m_interruption.WaitToRead(file); },
+              options.files.HasMemory() ? TapeReader::Digest::TAKEN : TapeReader::Digest::LEFT_OUT),
           m_databaseLock(LockDatabase(options.files)), m_memoryLock(LockMemory(options.files)),
-          m_memory(OpenMemory(options.files)),
-          m_caixa(options.files.database, DatabaseOptions(options, m_memory.get())),
+          m_run(m_tape, options.files.database, DatabaseOptions(options),
+                OpenMemory(options.files)),
           m_replies(options.replies)
     {
         // Behind the database's own reasons not to be used, which tell more.
@@ -79,10 +80,8 @@ class Run
             m_databaseLock->Require();
         }
         // Last, so that a database that is refused leaves no log behind.
-        m_caixa.OpenLog(options.files.log);
-        if (m_memory != nullptr) {
-            TakeUpMemory();
-        }
+        m_run.GetCaixa().OpenLog(options.files.log);
+        m_continuedBehind = m_run.TakeUp();
     }
 
     // Runs the tape to its end, or until it is interrupted between two lines. Throws TapeError
@@ -91,14 +90,16 @@ class Run
     {
         Progress progress(m_tape);
         TapeCommand line;
-        for (std::int64_t commands = 0; Signal() == 0 && m_tape.Next(line); ++commands) {
-            Execute(line);
-            progress.Show(commands);
+        try {
+            for (std::int64_t commands = 0; Signal() == 0 && m_tape.Next(line); ++commands) {
+                Execute(line);
+                progress.Show(commands);
+            }
+        } catch (const TapeError&) {
+            m_run.Fold();
+            throw;
         }
-        // What the last command left, without the state before it.
-        if (m_memory != nullptr) {
-            m_memory->WriteSettled(State(), m_memory->GetProgress());
-        }
+        m_run.Fold();
     }
 
     void PrintSummary(std::ostream& out) const
@@ -106,12 +107,13 @@ class Run
         if (m_continuedBehind > 0) {
             out << "continued behind line " << m_continuedBehind << "\n";
         }
-        m_summary.Print(out, m_caixa.Database().Counts());
-        if (m_memory != nullptr && m_memory->GetProgress().lost > m_summary.lost.Count()) {
-            out << "commands lost since the memory began: " << m_memory->GetProgress().lost
-                << "; the last: " << m_memory->GetProgress().lastLoss << "\n";
+        m_summary.Print(out, m_run.GetCaixa().Database().Counts());
+        const MemoriaFile* memory = m_run.Memory();
+        if (memory != nullptr && memory->GetProgress().lost > m_summary.lost.Count()) {
+            out << "commands lost since the memory began: " << memory->GetProgress().lost
+                << "; the last: " << memory->GetProgress().lastLoss << "\n";
         }
-        const FirmwareLog& log = m_caixa.Log();
+        const FirmwareLog& log = m_run.GetCaixa().Log();
         if (log.WriteErrors() > 0) {
             out << "firmware log: " << log.WriteErrors() << " of " << log.Records()
                 << " records could not be written\n";
@@ -123,79 +125,20 @@ class Run
     int Signal() const { return m_interruption.Signal(); }
 
   private:
-    static LogDatabase::Options DatabaseOptions(const RunOptions& options,
-                                                const MemoriaFile* memory)
+    static LogDatabase::Options DatabaseOptions(const RunOptions& options)
     {
         LogDatabase::Options result;
         result.append = options.append;
-        if (memory != nullptr) {
-            result.append = options.append || memory->HasProgress();
-            result.accept = [memory, path = options.files.database](std::int32_t number) {
-                memory->CheckNumber(number, path);
-            };
-        }
         return result;
-    }
-
-    const Memoria& State() const { return m_caixa.GetRegistro().GetMemoria(); }
-
-    // Takes the register up where the memory left it, and the tape if it is the same one.
-    void TakeUpMemory()
-    {
-        m_memory->Settle(m_caixa.Database().CommandNumber());
-        const CommandProgress& progress = m_memory->GetProgress();
-        m_caixa.GetRegistro() = Registro(m_memory->State());
-        if (m_tape.Continue(progress.tape)) {
-            m_clock.Continue(progress.clock);
-            m_continuedBehind = progress.tape.line;
-        }
-        m_caixa.SetBeforeCommit([this] {
-            CommandProgress after = Progressed();
-            ++after.sequence;
-            m_caixa.Database().NumberCommand(after.sequence);
-            m_memory->WritePending(State(), after);
-        });
-    }
-
-    // How far the run is behind the line at hand.
-    CommandProgress Progressed() const
-    {
-        CommandProgress after = m_memory->GetProgress();
-        after.tape = m_tape.Position();
-        after.clock = m_clock.Last();
-        return after;
     }
 
     void Execute(const TapeCommand& line)
     {
-        const Answer answer = m_caixa.Run(line, m_clock);
-        if (m_memory != nullptr) {
-            Keep(line, answer);
-        }
+        const Answer answer = m_run.Execute(line);
         Note(line, answer);
         if (m_replies) {
             std::cout << line.place.line << " " << line.name << ": " << Reply(answer) << std::endl;
         }
-    }
-
-    // Makes the memory say what became of the line, before its reply.
-    void Keep(const TapeCommand& line, const Answer& answer)
-    {
-        CommandProgress after = Progressed();
-        if (answer.Executed()) {
-            ++after.sequence;
-            if (m_caixa.Database().CommandNumber() == after.sequence) {
-                m_memory->Confirm();
-                return;
-            }
-            // The database does not have it, so that it would be run again.
-            if (answer.fate == Answer::Fate::LOST) {
-                ++after.lost;
-                after.lastLoss = "line " + std::to_string(line.place.line) + ", " + line.name +
-                                 ": " + answer.reason;
-            }
-        }
-        m_memory->WriteSettled(State(), after);
     }
 
     static std::string Reply(const Answer& answer)
@@ -233,12 +176,10 @@ class Run
 
     Interruption m_interruption;
     TapeReader m_tape;
-    TapeClock m_clock;
     // Held until all that they guard is closed; null for what is no file.
     std::unique_ptr<FileLock> m_databaseLock;
     std::unique_ptr<FileLock> m_memoryLock;
-    std::unique_ptr<MemoriaFile> m_memory; // null: none is kept
-    Caixa m_caixa;
+    TapeRun m_run;
     RunSummary m_summary;
     int m_continuedBehind = 0;
     bool m_replies;

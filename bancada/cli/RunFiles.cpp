@@ -58,7 +58,7 @@ RunFiles CheckRunFiles(RunFiles files)
         used.push_back(UsedDatabase(files.database));
     }
     if (files.HasMemory()) {
-        used.push_back({files.memory, "memory", {".tmp", ".lock"}});
+        used.push_back({files.memory, "memory", {".tmp", ".journal", ".lock"}});
     }
     RequireApart("", used); // the log may go to standard output
     used.push_back({files.log, "firmware log", {}});

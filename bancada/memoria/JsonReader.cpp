@@ -15,8 +15,8 @@ constexpr int ALIQUOTA_DIGITS = 2; // before the point
 
 } // namespace
 
-JsonReader::JsonReader(const nlohmann::json& object, std::string place)
-    : m_object(object), m_place(std::move(place))
+JsonReader::JsonReader(const nlohmann::json& object, std::string place, JsonForm form)
+    : m_object(object), m_place(std::move(place)), m_form(form)
 {
     if (!m_object.is_object()) {
         throw InvalidField(m_place, "an object is due");

@@ -29,13 +29,18 @@ class InvalidField : public std::runtime_error
     }
 };
 
+enum class JsonForm {
+    WHOLE,  // as JsonWriter writes it
+    CHANGES // as JsonChanges does: lists are told by what has changed in them
+};
+
 // Every operation takes the field `name` if it is there and leaves the value unchanged otherwise.
 // Throws InvalidField for a value of another kind or out of its range.
 class JsonReader
 {
   public:
     // `object` is borrowed and outlives this. `place` is its place in the file.
-    JsonReader(const nlohmann::json& object, std::string place);
+    JsonReader(const nlohmann::json& object, std::string place, JsonForm form = JsonForm::WHOLE);
 
     // To be called after the last field: throws InvalidField if there are others.
     void Finish() const;
@@ -76,7 +81,7 @@ class JsonReader
         if (field == nullptr) {
             return;
         }
-        JsonReader group(*field, PlaceOf(name));
+        JsonReader group(*field, PlaceOf(name), m_form);
         fields(group);
         group.Finish();
     }
@@ -98,6 +103,10 @@ class JsonReader
         if (field == nullptr) {
             return;
         }
+        if (m_form == JsonForm::CHANGES) {
+            ChangeList(name, list, max, fields);
+            return;
+        }
         if (!field->is_array() || field->size() > max) {
             throw InvalidField(PlaceOf(name),
                                "a list of at most " + std::to_string(max) + " is due");
@@ -111,6 +120,20 @@ class JsonReader
     }
 
   private:
+    template <class T, class F>
+    void ChangeList(const char* name, std::vector<T>& list, std::size_t max, F fields)
+    {
+        Group(name, [&](JsonReader& changed) {
+            auto length = static_cast<int>(list.size());
+            changed.Integer(LIST_LENGTH, length, 0, static_cast<int>(max));
+            list.resize(static_cast<std::size_t>(length));
+            for (std::size_t i = 0; i < list.size(); ++i) {
+                changed.Group(std::to_string(i + 1).c_str(),
+                              [&](JsonReader& element) { fields(element, list[i]); });
+            }
+        });
+    }
+
     // The field, or null.
     const nlohmann::json* FindField(const char* name);
     std::string PlaceOf(const std::string& name) const;
@@ -119,6 +142,7 @@ class JsonReader
 
     const nlohmann::json& m_object;
     std::string m_place;
+    JsonForm m_form;
     std::set<std::string> m_seen; // names that were asked for
 };
 

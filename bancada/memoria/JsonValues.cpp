@@ -32,6 +32,11 @@ std::string MoneyToJson(const Financial& value)
     return ValorToText(value);
 }
 
+std::string TextToJson(const std::string& text)
+{
+    return nlohmann::json(text).dump();
+}
+
 std::string DecimalToJson(const Decimal& number)
 {
     std::string text = DecimalToText(number);

@@ -22,10 +22,14 @@ class InvalidValue : public std::runtime_error
     using std::runtime_error::runtime_error;
 };
 
+// The field of a changed list that has its length.
+inline constexpr char LIST_LENGTH[] = "tamanho";
+
 std::string MoneyToJson(const Financial& value);    // "1234.50"
 std::string DecimalToJson(const Decimal& number);   // "1.500" for {1500, 3}
 std::string InstantToJson(RtcAbsoluteTime instant); // "2024-01-31 08:00:00"; "" if unset
 std::string BytesToJson(const std::array<std::uint8_t, 32>& bytes); // hexadecimal
+std::string TextToJson(const std::string& text);                    // with its quotes, and escaped
 
 // Each reads the form above, and throws InvalidValue for anything else.
 [[nodiscard]] Financial

@@ -37,7 +37,7 @@ template <class V, class M>
 void VisitBaseNaoFiscal(V& v, M& base)
 {
     // The till's own two have a name from the factory on, so that an empty one is worth writing.
-    v.Map("totalizadores", NumbersFromOne(MAX_TOTALIZADORES_NF), NUMERO_NF_SANGRIA,
+    v.Map("totalizadores", NumbersFromOne<MAX_TOTALIZADORES_NF>(), NUMERO_NF_SANGRIA,
           [&](auto& totalizador, std::size_t i) {
               totalizador.Text("nome", base.nome[i]);
               totalizador.Money("total", base.totais[i]);
@@ -52,7 +52,7 @@ void VisitJornada(V& v, M& jornada)
     v.Instant("inicio", jornada.inicio);
     v.Instant("fim", jornada.fim);
     v.Seconds("emitindo", jornada.emitindo);
-    v.Map("meios", NumbersFromOne(MAX_MEIOS_PAGAMENTO), 0,
+    v.Map("meios", NumbersFromOne<MAX_MEIOS_PAGAMENTO>(), 0,
           [&](auto& meio, std::size_t i) { meio.Money("recebido", jornada.meios[i]); });
     v.Money("troco", jornada.troco);
 }
@@ -134,7 +134,7 @@ void VisitMemoria(V& v, M& memoria)
     v.Group("cupom", [&](auto& cupom) { VisitCupom(cupom, memoria.cupom); });
     v.Choice("documento", memoria.documento, DOCUMENTO_NAMES);
     v.Choice("modo", memoria.modo, MODO_NAMES);
-    v.Map("meios", NumbersFromOne(MAX_MEIOS_PAGAMENTO), 0, [&](auto& meio, std::size_t i) {
+    v.Map("meios", NumbersFromOne<MAX_MEIOS_PAGAMENTO>(), 0, [&](auto& meio, std::size_t i) {
         meio.Text("descricao", memoria.meios[i].descricao);
         meio.Choice("vinculacao", memoria.meios[i].vinculacao, VINCULACAO_NAMES,
                     MeioDePagamento().vinculacao);

@@ -2,15 +2,16 @@
 
 #include "bancada/Sha256.h"
 #include "bancada/Unusable.h"
+#include "bancada/memoria/FileStorage.h"
 #include "bancada/memoria/JsonReader.h"
 #include "bancada/memoria/JsonText.h"
-#include "bancada/memoria/JsonWriter.h"
 #include "bancada/memoria/MemoriaJson.h"
+#include "bancada/memoria/ProgressJson.h"
 #include "bancada/memoria/WholeFile.h"
 
 #include <cassert>
-#include <limits>
 #include <nlohmann/json.hpp>
+#include <set>
 #include <utility>
 
 namespace bancada
@@ -19,51 +20,13 @@ namespace
 {
 
 constexpr char FORMAT[] = "ecf-bancada memoria";
-// 1 had no clock: a register that goes on from there takes any for its first command.
+// 1 had no clock: a register that goes on from there takes any for its first command. It had no
+// journal either, and the state before a pending command in the file itself.
 constexpr std::uint64_t FIRST_VERSION = 1;
 constexpr std::uint64_t VERSION = 2;
 
 // Twice the largest state, an open receipt of 999 items with the longest texts, and as much again.
 constexpr std::size_t MAX_BYTES = 32 * 1024 * 1024;
-
-constexpr std::int32_t MAX_SEQUENCE = std::numeric_limits<std::int32_t>::max() - 1;
-constexpr int MAX_LINES = std::numeric_limits<int>::max() - 1;
-constexpr std::int64_t MAX_INT64 = std::numeric_limits<std::int64_t>::max();
-
-// V and E as in MemoriaFields.h.
-template <class V, class E>
-void VisitProgress(V& v, E& progress)
-{
-    v.Integer("sequencia", progress.sequence, 0, MAX_SEQUENCE);
-    v.Integer("confirmada", progress.confirmed, 0, MAX_SEQUENCE);
-    v.Instant("relogio", progress.clock);
-    v.Group("fita", [&](auto& tape) {
-        tape.Integer("linhas", progress.tape.line, 0, MAX_LINES);
-        tape.Integer("bytes", progress.tape.bytes, 0, MAX_INT64);
-        tape.Text("digest", progress.tape.digest);
-    });
-    v.Integer("perdidos", progress.lost, 0, MAX_INT64);
-    v.Text("ultima_perda", progress.lastLoss);
-}
-
-CommandProgress ProgressFromJson(const nlohmann::json& json, const std::string& place)
-{
-    CommandProgress progress;
-    JsonReader reader(json, place);
-    VisitProgress(reader, progress);
-    reader.Finish();
-    if (progress.confirmed > progress.sequence) {
-        throw InvalidField(place + ".confirmada", "it is more than sequencia");
-    }
-    return progress;
-}
-
-std::string ProgressText(const CommandProgress& progress)
-{
-    JsonWriter fields;
-    VisitProgress(fields, progress);
-    return "\"execucao\":" + fields.Finish().dump();
-}
 
 // The digest is that of the file's other fields in the form that the program writes, so that blanks
 // and line breaks may be put between them.
@@ -73,19 +36,37 @@ std::string Digest(nlohmann::json root)
     return Sha256Hex(root.dump());
 }
 
+const nlohmann::json& FieldOf(const nlohmann::json& record, const char* name)
+{
+    const auto field = record.find(name);
+    if (field == record.end() || !field->is_object()) {
+        throw InvalidField(name, "an object is due");
+    }
+    return *field;
+}
+
 } // namespace
 
 // The file itself, where a link names it: a link is not to be replaced.
-MemoriaFile::MemoriaFile(const std::string& path) : m_path(FollowLinks(path))
+MemoriaFile::MemoriaFile(const std::string& path, std::unique_ptr<Storage> storage,
+                         std::size_t maxJournalBytes)
+    : m_path(FollowLinks(path)),
+      m_storage(storage != nullptr ? std::move(storage) : std::make_unique<FileStorage>()),
+      m_journal(m_path + ".journal", *m_storage), m_maxJournalBytes(maxJournalBytes)
 {
-    const std::optional<std::string> content = ReadWholeFile(m_path, MAX_BYTES);
-    if (!content) {
-        return;
-    }
+    const std::optional<std::string> content = m_storage->Read(m_path, MAX_BYTES);
     try {
-        Parse(*content);
+        if (content) {
+            Parse(*content);
+        }
     } catch (const std::runtime_error& error) {
         throw Unusable("cannot use the memory " + path + ": " + error.what());
+    }
+    try {
+        ApplyJournal();
+    } catch (const std::runtime_error& error) {
+        throw Unusable("cannot use the memory " + path + " with its journal " + m_journal.Path() +
+                       ": " + error.what());
     }
 }
 
@@ -125,19 +106,25 @@ void MemoriaFile::Parse(const std::string& content)
             throw InvalidField(field.key(), "there is no such field");
         }
     }
-    const auto readSnapshot = [](const nlohmann::json& json, const std::string& place,
-                                 Snapshot& snapshot) {
+    if (digest != root.end()) {
+        m_digest = digest->get<std::string>();
+    }
+    const auto readSnapshot = [](const nlohmann::json& json, const std::string& place) {
+        Snapshot snapshot;
         if (json.find("registro") != json.end()) {
             snapshot.registro = MemoriaFromJson(json["registro"], place + "registro");
         }
         if (json.find("execucao") != json.end()) {
             snapshot.progress = ProgressFromJson(json["execucao"], place + "execucao");
         }
+        return snapshot;
     };
     m_hasProgress = root.find("execucao") != root.end();
+    Snapshot now = readSnapshot(root, "");
+    m_state = std::move(now.registro);
+    m_written = m_progress = now.progress;
     const auto before = root.find("antes");
     m_pending = before != root.end();
-    readSnapshot(root, "", m_pending ? m_after : m_current);
     if (!m_pending) {
         return;
     }
@@ -149,10 +136,47 @@ void MemoriaFile::Parse(const std::string& content)
             throw InvalidField("antes." + field.key(), "there is no such field");
         }
     }
-    readSnapshot(*before, "antes.", m_current);
-    if (!m_hasProgress || m_after.progress.sequence <= m_current.progress.sequence) {
+    m_before = readSnapshot(*before, "antes.");
+    m_progress = m_before->progress;
+    if (!m_hasProgress || m_written.sequence <= m_progress.sequence) {
         throw InvalidField("execucao.sequencia", "it is not after that of \"antes\"");
     }
+}
+
+void MemoriaFile::ApplyJournal()
+{
+    const MemoriaJournal::Content journal = m_journal.Read(m_digest);
+    if (journal.records.empty()) {
+        return;
+    }
+    if (journal.memory != m_digest) {
+        // A crash has left it behind when all of it had come into the file, a pending command
+        // aside that the database did not have.
+        const nlohmann::json& last = journal.records.back();
+        const std::int64_t steps = FieldOf(last, "execucao").value("passos", std::int64_t{0});
+        if (steps - (last.value("pendente", false) ? 1 : 0) <= m_written.steps) {
+            return;
+        }
+        throw std::runtime_error("the journal holds commands of another state of the memory; "
+                                 "remove the journal if the memory is the right one");
+    }
+    for (const nlohmann::json& record : journal.records) {
+        const std::int64_t step = m_written.steps + 1;
+        m_pending = record.value("pendente", false);
+        if (m_pending) {
+            m_before = {m_state, m_written};
+        }
+        ChangeProgress(m_written, FieldOf(record, "execucao"), "execucao");
+        ChangeMemoria(m_state, FieldOf(record, "registro"), "registro");
+        if (m_written.steps != step) {
+            throw std::runtime_error("its record " + std::to_string(step) + " is missing");
+        }
+        if (!m_pending) {
+            m_before.reset();
+        }
+    }
+    m_hasProgress = true;
+    m_progress = m_pending ? m_before->progress : m_written;
 }
 
 void MemoriaFile::CheckNumber(std::int32_t number, const std::string& database) const
@@ -166,8 +190,8 @@ void MemoriaFile::CheckNumber(std::int32_t number, const std::string& database) 
     }
     // A command that was lost may have reached the file all the same, if its disk said that it
     // failed and did not.
-    const std::int32_t first = m_current.progress.confirmed;
-    const std::int32_t last = (m_pending ? m_after : m_current).progress.sequence;
+    const std::int32_t first = m_progress.confirmed;
+    const std::int32_t last = (m_pending ? m_written : m_progress).sequence;
     if (number >= first && number <= last) {
         return;
     }
@@ -184,61 +208,80 @@ void MemoriaFile::Settle(std::int32_t number)
 {
     if (!m_hasProgress) {
         // From here on it belongs to this database.
-        m_current.progress.sequence = m_current.progress.confirmed = number;
+        m_progress.sequence = number;
         m_hasProgress = true;
-    } else if (m_pending && number == m_after.progress.sequence) {
-        m_current = std::move(m_after);
-        m_current.progress.confirmed = number;
-    } else {
-        m_current.progress.confirmed = number;
+    } else if (m_pending && number == m_written.sequence) {
+        m_progress = m_written;
+    } else if (m_pending) {
+        m_state = m_before->registro;
     }
+    m_before.reset();
     m_pending = false;
-    WriteSettled(m_current.registro, m_current.progress);
+    m_progress.confirmed = number;
+    WriteFile();
 }
 
-void MemoriaFile::Prepare(Snapshot& snapshot, const Memoria& registro,
-                          const CommandProgress& progress)
+void MemoriaFile::WriteFile()
 {
-    snapshot.progressText = ProgressText(progress);
-    snapshot.registroText = "\"registro\":" + MemoriaToJson(registro).dump();
-    snapshot.registro = registro;
-    snapshot.progress = progress;
+    nlohmann::json root = {{"formato", FORMAT},
+                           {"versao", VERSION},
+                           {"registro", MemoriaToJson(m_state)},
+                           {"execucao", ProgressToJson(m_progress)}};
+    m_digest = Digest(root);
+    root["digest"] = m_digest;
+    m_storage->Replace(m_path, root.dump() + "\n");
+    m_written = m_progress;
+    m_journal.Remove();
 }
 
-void MemoriaFile::Write(const std::string& before, const Snapshot& snapshot) const
+void MemoriaFile::WriteRecord(const Memoria& registro, CommandProgress progress, bool pending)
 {
-    // In the order of their names, which is the form that Digest gives them.
-    const std::string fields = before + snapshot.progressText + ",\"formato\":\"" + FORMAT + "\"," +
-                               snapshot.registroText + ",\"versao\":" + std::to_string(VERSION) +
-                               "}";
-    ReplaceFile(m_path, "{\"digest\":\"" + Sha256Hex("{" + fields) + "\"," + fields + "\n");
+    progress.steps = m_written.steps + 1;
+    std::string record = "{\"execucao\":" + TakeProgressChanges(m_written, progress);
+    if (pending) {
+        record += ",\"pendente\":true";
+    }
+    record += ",\"registro\":" + TakeMemoriaChanges(m_state, registro) + "}";
+    m_journal.Append(record, m_digest, m_path);
 }
 
 void MemoriaFile::WritePending(const Memoria& registro, const CommandProgress& progress)
 {
-    assert(!m_pending && progress.sequence > m_current.progress.sequence);
+    assert(!m_pending && progress.sequence > m_written.sequence);
     if (progress.sequence > MAX_SEQUENCE) {
         throw Unusable("the memory " + m_path + " has no number for another command");
     }
-    Prepare(m_after, registro, progress);
     m_pending = true;
-    Write("\"antes\":{" + m_current.progressText + "," + m_current.registroText + "},", m_after);
+    WriteRecord(registro, progress, true);
 }
 
 void MemoriaFile::Confirm()
 {
     assert(m_pending);
-    std::swap(m_current, m_after);
     m_pending = false;
-    m_current.progress.confirmed = m_current.progress.sequence;
-    m_current.progressText = ProgressText(m_current.progress);
+    m_progress = m_written;
+    m_progress.confirmed = m_progress.sequence;
+    if (m_journal.Bytes() > m_maxJournalBytes) {
+        Fold();
+    }
 }
 
 void MemoriaFile::WriteSettled(const Memoria& registro, const CommandProgress& progress)
 {
-    Prepare(m_current, registro, progress);
+    WriteRecord(registro, progress, false);
     m_pending = false;
-    Write("", m_current);
+    m_progress = m_written;
+    if (m_journal.Bytes() > m_maxJournalBytes) {
+        Fold();
+    }
+}
+
+void MemoriaFile::Fold()
+{
+    assert(!m_pending);
+    if (!m_journal.IsEmpty()) {
+        WriteFile();
+    }
 }
 
 } // namespace bancada

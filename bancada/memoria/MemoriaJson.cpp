@@ -1,5 +1,6 @@
 #include "bancada/memoria/MemoriaJson.h"
 
+#include "bancada/memoria/JsonChanges.h"
 #include "bancada/memoria/JsonReader.h"
 #include "bancada/memoria/JsonWriter.h"
 #include "bancada/memoria/MemoriaFields.h"
@@ -72,6 +73,20 @@ Memoria MemoriaFromJson(const nlohmann::json& json, const std::string& place)
     reader.Finish();
     Check(memoria, place);
     return memoria;
+}
+
+std::string TakeMemoriaChanges(Memoria& before, const Memoria& after)
+{
+    return JsonChanges::Take(
+        before, after, [](JsonChanges& v, const Memoria& memoria) { VisitMemoria(v, memoria); });
+}
+
+void ChangeMemoria(Memoria& memoria, const nlohmann::json& changes, const std::string& place)
+{
+    JsonReader reader(changes, place, JsonForm::CHANGES);
+    VisitMemoria(reader, memoria);
+    reader.Finish();
+    Check(memoria, place);
 }
 
 } // namespace bancada

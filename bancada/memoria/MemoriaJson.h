@@ -16,4 +16,12 @@ namespace bancada
 // hold what it should, or that contradicts another one.
 [[nodiscard]] Memoria MemoriaFromJson(const nlohmann::json& json, const std::string& place);
 
+// What of `before` is to change to make it `after`, as the text of a JSON object; `before` is equal
+// to `after` then.
+[[nodiscard]] std::string TakeMemoriaChanges(Memoria& before, const Memoria& after);
+
+// Changes `memoria` as such an object says. Throws as MemoriaFromJson, `memoria` then being half
+// changed.
+void ChangeMemoria(Memoria& memoria, const nlohmann::json& changes, const std::string& place);
+
 } // namespace bancada

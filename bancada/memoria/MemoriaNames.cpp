@@ -35,13 +35,4 @@ const std::vector<std::string>& TotalizadorNames(std::size_t baseImposto)
     return names[baseImposto];
 }
 
-std::vector<std::string> NumbersFromOne(int count)
-{
-    std::vector<std::string> numbers;
-    for (int number = 1; number <= count; ++number) {
-        numbers.push_back(std::to_string(number));
-    }
-    return numbers;
-}
-
 } // namespace bancada

@@ -53,6 +53,17 @@ static_assert(static_cast<int>(ESituacaoCupom::CANCELADO) == SITUACAO_NAMES.size
 const std::vector<std::string>& TotalizadorNames(std::size_t baseImposto);
 
 // "1" to `count`.
-std::vector<std::string> NumbersFromOne(int count);
+template <int count>
+const std::vector<std::string>& NumbersFromOne()
+{
+    static const std::vector<std::string> numbers = [] {
+        std::vector<std::string> all;
+        for (int number = 1; number <= count; ++number) {
+            all.push_back(std::to_string(number));
+        }
+        return all;
+    }();
+    return numbers;
+}
 
 } // namespace bancada

@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace bancada
 {
@@ -28,11 +29,14 @@ class Descriptor
             close(m_number);
         }
     }
+    Descriptor(Descriptor&& other) noexcept : m_number(other.Release()) {}
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
 
     int Number() const { return m_number; }
     bool IsOpen() const { return m_number >= 0; }
+    // It stays open.
+    int Release() { return std::exchange(m_number, -1); }
 
   private:
     int m_number;
@@ -43,7 +47,32 @@ class Descriptor
     throw Unusable(std::string("cannot ") + what + " " + path + ": " + std::strerror(errno));
 }
 
-bool WriteAll(int file, std::string_view content)
+void SyncFolderOrFail(const std::string& path)
+{
+    if (!SyncFolderOf(path)) {
+        Fail("sync the folder of", path);
+    }
+}
+
+// Whatever stood there, a crash has left. Its content is durable, its name is not yet.
+Descriptor MakeFile(const std::string& path, std::string_view content, const std::string& like)
+{
+    struct stat old = {};
+    const bool isLike = stat(like.c_str(), &old) == 0;
+    const mode_t mode = isLike ? old.st_mode & ALL_PERMISSIONS : NEW_FILE;
+    unlink(path.c_str());
+    Descriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+    // The process's mask took some of the permissions away.
+    const bool permitted = file.IsOpen() && (!isLike || fchmod(file.Number(), mode) == 0);
+    if (!permitted || !WriteWhole(file.Number(), content) || fsync(file.Number()) != 0) {
+        Fail("write", path);
+    }
+    return file;
+}
+
+} // namespace
+
+bool WriteWhole(int file, std::string_view content)
 {
     while (!content.empty()) {
         const ssize_t written = write(file, content.data(), content.size());
@@ -56,8 +85,6 @@ bool WriteAll(int file, std::string_view content)
     }
     return true;
 }
-
-} // namespace
 
 std::string FollowLinks(const std::string& path)
 {
@@ -114,27 +141,21 @@ std::optional<std::string> ReadWholeFile(const std::string& path, std::size_t ma
     }
 }
 
+int CreateFile(const std::string& path, std::string_view content, const std::string& like)
+{
+    Descriptor file = MakeFile(path, content, like);
+    SyncFolderOrFail(path);
+    return file.Release();
+}
+
 void ReplaceFile(const std::string& path, std::string_view content)
 {
     const std::string fresh = path + ".tmp";
-    {
-        struct stat old = {};
-        const bool replaces = stat(path.c_str(), &old) == 0;
-        const mode_t mode = replaces ? old.st_mode & ALL_PERMISSIONS : NEW_FILE;
-        unlink(fresh.c_str()); // what a crash has left
-        const Descriptor file(open(fresh.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
-        // The process's mask took some of the old file's permissions away.
-        const bool permitted = file.IsOpen() && (!replaces || fchmod(file.Number(), mode) == 0);
-        if (!permitted || !WriteAll(file.Number(), content) || fsync(file.Number()) != 0) {
-            Fail("write", fresh);
-        }
-    }
+    MakeFile(fresh, content, path);
     if (std::rename(fresh.c_str(), path.c_str()) != 0) {
         Fail("replace", path);
     }
-    if (!SyncFolderOf(path)) {
-        Fail("sync the folder of", path);
-    }
+    SyncFolderOrFail(path);
 }
 
 } // namespace bancada

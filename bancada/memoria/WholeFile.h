@@ -29,4 +29,13 @@ namespace bancada
 // either. REQUIRES: `path` is no link (FollowLinks), which would be replaced itself.
 void ReplaceFile(const std::string& path, std::string_view content);
 
+// Makes the file anew, whatever stood there, for those who may read and write `like`, and answers
+// its descriptor, for the caller to append to and to close. It is durable when this returns. Throws
+// Unusable.
+[[nodiscard]] int CreateFile(const std::string& path, std::string_view content,
+                             const std::string& like);
+
+// Writes all of it behind what was written before; false, with errno, when that failed.
+[[nodiscard]] bool WriteWhole(int file, std::string_view content);
+
 } // namespace bancada

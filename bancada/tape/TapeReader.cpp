@@ -5,6 +5,7 @@
 #include "bancada/tape/LineParser.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -72,8 +73,8 @@ TapeCommand CommandOf(TapeLine line)
 
 } // namespace
 
-TapeReader::TapeReader(const std::string& path, Wait wait)
-    : m_path(path), m_wait(std::move(wait)), m_buffer(BUFFER_BYTES)
+TapeReader::TapeReader(const std::string& path, Wait wait, Digest digest)
+    : m_path(path), m_wait(std::move(wait)), m_buffer(BUFFER_BYTES), m_takes(digest)
 {
     m_file = path == "-" ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC);
     struct stat status = {};
@@ -117,7 +118,9 @@ void TapeReader::Take(std::size_t bytes)
     if (bytes == 0) {
         return;
     }
-    m_digest.Add({m_buffer.data() + m_at, bytes});
+    if (m_takes == Digest::TAKEN) {
+        m_digest.Add({m_buffer.data() + m_at, bytes});
+    }
     m_at += bytes;
     m_last = m_buffer[m_at - 1];
 }
@@ -141,7 +144,7 @@ TapePosition TapeReader::Position() const
     TapePosition position;
     position.line = m_line;
     position.bytes = m_bytes - static_cast<std::int64_t>(m_end - m_at);
-    if (position.bytes > 0) {
+    if (position.bytes > 0 && m_takes == Digest::TAKEN) {
         position.digest = m_digest.Hex();
     }
     return position;
@@ -149,6 +152,7 @@ TapePosition TapeReader::Position() const
 
 bool TapeReader::Continue(const TapePosition& position)
 {
+    assert(m_takes == Digest::TAKEN);
     if (position.bytes == 0) {
         return true;
     }

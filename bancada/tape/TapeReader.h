@@ -24,9 +24,17 @@ class TapeReader
     // Waits until the descriptor can be read, or answers false: the tape then ends there.
     using Wait = std::function<bool(int file)>;
 
+    // Whether Position has the digest, which takes the SHA-256 of the whole tape: for Continue
+    // alone.
+    enum class Digest {
+        TAKEN,
+        LEFT_OUT
+    };
+
     // "-" is standard input. Throws Unusable if the file cannot be opened. `wait`, where it is
     // given, is asked before each reading of the file.
-    explicit TapeReader(const std::string& path, Wait wait = nullptr);
+    explicit TapeReader(const std::string& path, Wait wait = nullptr,
+                        Digest digest = Digest::TAKEN);
     ~TapeReader();
     TapeReader(const TapeReader&) = delete;
     TapeReader& operator=(const TapeReader&) = delete;
@@ -41,7 +49,7 @@ class TapeReader
 
     // Goes on behind `position` and answers true if the tape begins with the bytes that were read
     // until then. If not, answers false and the tape is read from its first line; throws Unusable
-    // if that cannot be, because it is a pipe. REQUIRES: nothing was read.
+    // if that cannot be, because it is a pipe. REQUIRES: nothing was read, Digest::TAKEN.
     [[nodiscard]] bool Continue(const TapePosition& position);
 
     std::int64_t BytesRead() const { return m_bytes; }
@@ -65,7 +73,8 @@ class TapeReader
     std::size_t m_at = 0;
     std::size_t m_end = 0;
     char m_last = '\n'; // the byte taken last
-    Sha256 m_digest;    // of the bytes taken
+    Digest m_takes;
+    Sha256 m_digest; // of the bytes taken
 };
 
 } // namespace bancada

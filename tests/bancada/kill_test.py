@@ -1,6 +1,6 @@
 """Kills `ecf-bancada run --memory --replies` at random moments and lets it go on.
 
-After each kill the memory, the database and the replies are held against each other and against
+After each kill the memory with its journal, the database and the replies are held against each other and against
 runs that nobody interrupted: no replied command may be missing, none may be there twice, none in
 part. A tape that reached its end must have left the same rows and the same memory file as in one
 go. The seed is printed; give it as the second argument to repeat a run's choices.
@@ -8,6 +8,7 @@ go. The seed is printed; give it as the second argument to repeat a run's choice
 Usage: kill_test.py PROGRAM [SEED]
 """
 import collections
+import copy
 import hashlib
 import json
 import os
@@ -77,6 +78,7 @@ class Register:
         self.folder = pathlib.Path(parent, name)
         self.folder.mkdir()
         self.memory = self.folder / "memory"
+        self.journal = self.folder / "memory.journal"
         self.replied = []  # tape lines, in the order of their replies
 
     def start(self, tape):
@@ -113,13 +115,67 @@ class Register:
         return number, hashlib.sha256(repr(rows).encode()).hexdigest()
 
 
+def sha256(text):
+    return hashlib.sha256(text).hexdigest()
+
+
+def change(state, changes):
+    """Applies a record's changes: objects field by field, lists by their length and elements."""
+    for name, value in changes.items():
+        if not isinstance(value, dict):
+            state[name] = value
+        elif name in ("itens", "pagamentos"):
+            elements = state.setdefault(name, [])
+            length = value.pop("tamanho", len(elements))
+            del elements[length:]
+            elements.extend({} for _ in range(length - len(elements)))
+            for number, fields in value.items():
+                change(elements[int(number) - 1], fields)
+        else:
+            change(state.setdefault(name, {}), value)
+
+
 def read_memory(path):
-    """The memory, its digest checked."""
+    """The memory as its file and its journal have it, their digests checked. A command that is
+    pending has the state before it in "antes"."""
     memory = json.loads(path.read_text("utf-8"))
     digest = memory.pop("digest")
     text = json.dumps(memory, sort_keys=True, separators=(",", ":"), ensure_ascii=False)
-    check(hashlib.sha256(text.encode()).hexdigest() == digest, "the memory's digest")
+    check(sha256(text.encode()) == digest, "the memory's digest")
+    journal = path.with_name(path.name + ".journal")
+    lines = [line for line in journal.read_bytes().split(b"\n") if line] if journal.exists() else []
+    base = b""
+    for number, line in enumerate(lines):
+        if line[:64].decode() != sha256(base + line[65:]):
+            check(number == len(lines) - 1, "a journal's damaged line before its last")
+            break
+        record = json.loads(line[65:])
+        if number == 0:
+            if record["memoria"] != digest:
+                break  # all of it has come into the file
+            base = digest.encode()
+            continue
+        before = copy.deepcopy(memory)
+        before.pop("antes", None)
+        change(memory["execucao"], record["execucao"])
+        change(memory["registro"], record["registro"])
+        memory.pop("antes", None)
+        if record.get("pendente"):
+            memory["antes"] = before
     return memory
+
+
+def factory_values(state):
+    """Without what the file leaves out of its lists of totalizers and such: elements that hold
+    nothing but what the factory leaves."""
+    if isinstance(state, list):
+        return [factory_values(element) for element in state]
+    if not isinstance(state, dict):
+        return state
+    fields = {name: factory_values(value) for name, value in state.items()}
+    return {name: value for name, value in fields.items()
+            if value not in ({}, [], "", 0, False, "0.00", "nenhum", "desconto", "nao_fiscal",
+                             "sem_ccd")}
 
 
 def linger(seconds):
@@ -129,11 +185,11 @@ def linger(seconds):
         pass
 
 
-def wait_for_replacement(path, process):
-    """Until the file is another one, or the process has ended."""
+def wait_for_record(path, process):
+    """Until the journal is longer, or the process has ended."""
     def which():
         try:
-            return os.stat(path).st_ino
+            return os.stat(path).st_size
         except FileNotFoundError:
             return None
     first = which()
@@ -160,7 +216,7 @@ def uninterrupted(parent):
         memory = read_memory(register.memory)
         number, rows = register.contents()
         check(number == memory["execucao"]["sequencia"], "an uninterrupted run's numbers")
-        states[count] = State(number, rows, memory["registro"])
+        states[count] = State(number, rows, factory_values(memory["registro"]))
     return states, register.memory.read_bytes()
 
 
@@ -185,7 +241,7 @@ def look(register, states):
     state = states[line]
     check(number == state.number, f"behind line {line}: number {number}, not {state.number}")
     check(rows == state.rows, f"behind line {line}: other rows")
-    check(holds["registro"] == state.register, f"behind line {line}: another register")
+    check(factory_values(holds["registro"]) == state.register, f"behind line {line}: another register")
 
     if (register.folder / "memory.tmp").exists():
         return "while the memory was written"
@@ -219,7 +275,7 @@ def main():
             output = b""
             if kills < KILLS:
                 # At any time from the start, or behind a reply, where the next command is at work,
-                # or behind a replacement of the memory, where its commit is due.
+                # or behind a record of the journal, where its commit is due.
                 moment = choices.randrange(4)
                 if moment == 0:
                     time.sleep(choices.uniform(0, 0.03))
@@ -229,7 +285,7 @@ def main():
                     if moment == 1:
                         time.sleep(choices.uniform(0, 0.003))
                     else:
-                        wait_for_replacement(register.memory, process)
+                        wait_for_record(register.journal, process)
                         linger(choices.uniform(0, 0.0006))
                 process.kill()
             rest, errors = process.communicate(timeout=60)
@@ -243,7 +299,8 @@ def main():
             end = states[max(states)]
             check((number, rows) == (end.number, end.rows), "other rows at the end of the tape")
             check(register.memory.read_bytes() == memory_at_end, "another memory at the end")
-            check(not (register.folder / "memory.tmp").exists(), "a memory.tmp at the end")
+            for name in ("memory.tmp", "memory.journal"):
+                check(not (register.folder / name).exists(), f"a {name} at the end")
             shutil.rmtree(register.folder)
             register = None
             tapes += 1

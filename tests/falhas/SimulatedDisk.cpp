@@ -512,6 +512,35 @@ int SimulatedDisk::Delete(const char* name, bool syncs)
     return SQLITE_OK;
 }
 
+int SimulatedDisk::Rename(const char* from, const char* to)
+{
+    const auto found = m_files.find(from);
+    if (m_dark || found == m_files.end()) {
+        return SQLITE_IOERR;
+    }
+    const bool dark = GoesDark();
+    const auto replaced = m_files.find(to);
+    if (replaced != m_files.end() && replaced->second->entryDurable) {
+        m_unsyncedDeletes[to] = replaced->second;
+    }
+    const std::shared_ptr<File> file = found->second;
+    file->entryDurable = false;
+    m_files.erase(found);
+    m_files[to] = file;
+    return dark ? SQLITE_IOERR : SQLITE_OK;
+}
+
+int SimulatedDisk::SyncFolder()
+{
+    if (m_dark || GoesDark()) {
+        return SQLITE_IOERR_DIR_FSYNC;
+    }
+    if (!m_lies) {
+        SyncNames();
+    }
+    return SQLITE_OK;
+}
+
 int SimulatedDisk::Write(File& file, const void* bytes, int length, std::int64_t at)
 {
     const auto* from = static_cast<const unsigned char*>(bytes);
@@ -649,6 +678,8 @@ Image SimulatedDisk::AfterCut(Damage damage, std::uint32_t seed) const
     for (const auto& [name, file] : m_files) {
         if (file->entryDurable || !namesLost()) {
             image[name] = Damaged(*file, damage, IsLog(name), random);
+        } else if (const auto old = m_unsyncedDeletes.find(name); old != m_unsyncedDeletes.end()) {
+            image[name] = Damaged(*old->second, damage, IsLog(name), random);
         }
     }
     return image;

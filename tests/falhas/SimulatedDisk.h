@@ -110,7 +110,13 @@ class SimulatedDisk
         unsigned stuckExclusive = 0;
     };
 
-    // For the file layer alone.
+    // For what keeps its files on the disk without the engine; the disk must be able to.
+    // Another name for a file, and the end of one that had it.
+    int Rename(const char* from, const char* to);
+    // Makes all names durable.
+    int SyncFolder();
+
+    // For the file layer and for those.
     int Open(const char* name, int flags, std::shared_ptr<File>& file);
     int Delete(const char* name, bool syncs);
     bool Has(const char* name) const { return m_files.count(name) != 0; }

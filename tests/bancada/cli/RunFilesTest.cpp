@@ -67,6 +67,9 @@ TEST_F(RunFilesTest, NoneIsWhatAnotherNeedsBesideIt)
               "the database " + folder.File("reg.tmp") + " and the memory " + folder.File("reg") +
                   " cannot both use " + folder.File("reg.tmp"));
     EXPECT_NE(Refusal("m.tmp", "d", "l", "m"), "");
+    EXPECT_NE(Refusal("m.journal", "d", "l", "m"), "");
+    EXPECT_NE(Refusal("t", "m.journal", "l", "m"), "");
+    EXPECT_NE(Refusal("t", "d", "m.journal", "m"), "");
     EXPECT_NE(Refusal("t", "d", "m.tmp", "m"), "");
     for (const char* suffix : {"-wal", "-shm", "-journal", ".lock"}) {
         const std::string derived = std::string("d") + suffix;

@@ -3,6 +3,7 @@
 Usage: run_signals.py PROGRAM
 """
 import os
+import re
 import pathlib
 import resource
 import signal
@@ -173,14 +174,28 @@ class Runs(unittest.TestCase):
         receipt = (RATE + '{"cmd":"abre_cupom"}\n' + 120 * ITEM)
         arguments = ("-", "--db", "db", "--memory", "memory")
         self.assertEqual(self.run_whole(*arguments, tape=receipt).returncode, 0)
-        size = (self.folder / "memory").stat().st_size
         before = (self.folder / "memory").read_bytes()
-        done = self.run_whole(*arguments, tape=receipt + ITEM, **self.limited(size + size // 2))
+        size = len(before)
+
+        # At its end, when the memory is written whole.
+        done = self.run_whole(*arguments, tape=receipt + ITEM, **self.limited(size + 100))
         self.assertEqual(done.returncode, 2)
         self.assertIn("memory.tmp: File too large\n", done.stderr)
-        self.assertRegex(done.stdout, r"(?m)^commands run +0$")
-        self.assertEqual(len(before), (self.folder / "memory").stat().st_size)
-        self.assertEqual(self.run_whole(*arguments, tape=receipt + ITEM).returncode, 0)
+        self.assertRegex(done.stdout, r"(?m)^commands run +1$")
+        self.assertEqual(before, (self.folder / "memory").read_bytes())
+
+        # Within it, when the journal has grown; the command is one that was not replied.
+        unpaid = 300 * '{"cmd":"fecha_cupom"}\n'
+        done = self.run_whole(*arguments, "--replies", tape=receipt + ITEM + unpaid,
+                              **self.limited(size + size // 2))
+        self.assertEqual(done.returncode, 2)
+        self.assertIn("memory.journal: File too large\n", done.stderr)
+        refused = int(re.search(r"(?m)^commands refused +(\d+)$", done.stdout)[1])
+        self.assertTrue(0 < refused < 300, refused)
+
+        done = self.run_whole(*arguments, tape=receipt + ITEM + unpaid)
+        self.assertEqual(done.returncode, 0)
+        self.assertRegex(done.stdout, rf"(?m)^commands refused +{300 - refused}$")
         with sqlite3.connect(self.folder / "db") as database:
             items = database.execute("SELECT count(*) FROM item_cupom_fiscal").fetchone()[0]
         self.assertEqual(items, 121)

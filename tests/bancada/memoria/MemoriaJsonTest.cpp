@@ -59,6 +59,64 @@ TEST(MemoriaJson, EveryFieldSurvives)
         << MemoriaToJson(memoria).dump(1);
 }
 
+// Applies what has changed from `before` to `after` to another copy of `before`.
+void ExpectChanged(const Memoria& before, const Memoria& after)
+{
+    Memoria taken = before;
+    const std::string changes = TakeMemoriaChanges(taken, after);
+    EXPECT_TRUE(Same(taken, after)) << changes;
+    Memoria changed = before;
+    ChangeMemoria(changed, nlohmann::json::parse(changes), "registro");
+    EXPECT_TRUE(Same(changed, after)) << changes;
+    EXPECT_EQ(TakeMemoriaChanges(taken, after), "{}");
+}
+
+TEST(MemoriaJson, EveryChangedFieldSurvives)
+{
+    const Memoria full = FullMemoria();
+    ExpectChanged(Memoria(), full);
+    ExpectChanged(full, Memoria());
+    ExpectChanged(full, full);
+
+    // Lists that get longer, shorter, and other elements.
+    Memoria other = full;
+    other.cupom.itens.pop_back();
+    other.cupom.itens[1].descricao = "\"A\\\n\xC3\x87";
+    other.cupom.pagamentos.resize(5);
+    other.cupom.pagamentos[4].ordemCCD = 1;
+    ExpectChanged(full, other);
+    ExpectChanged(other, full);
+}
+
+TEST(MemoriaJson, NothingElseIsToldOfAChange)
+{
+    const Memoria full = FullMemoria();
+    Memoria before = full;
+    Memoria after = full;
+    after.gt = Financial::FromCents(250);
+    after.cupom.itens.resize(4);
+    after.cupom.itens[1].cancelado = !after.cupom.itens[1].cancelado;
+    after.cupom.itens[3].codigo = "9";
+    EXPECT_EQ(TakeMemoriaChanges(before, after),
+              std::string(R"({"gt":"2.50","cupom":{"itens":{"tamanho":4,"2":{"cancelado":)") +
+                  (after.cupom.itens[1].cancelado ? "true" : "false") +
+                  R"(},"4":{"codigo":"9"}}}})");
+}
+
+TEST(MemoriaJson, AChangeIsRefusedAsAStateIs)
+{
+    const auto change = [](const char* text) {
+        Memoria memoria;
+        ChangeMemoria(memoria, nlohmann::json::parse(text), "registro");
+    };
+    EXPECT_ANY_THROW(change(R"({"gtt":"2.50"})"));
+    EXPECT_ANY_THROW(change(R"({"cupom":{"itens":{"1":{}}}})"));
+    EXPECT_ANY_THROW(change(R"({"cupom":{"itens":{"tamanho":1000}}})"));
+    EXPECT_ANY_THROW(change(R"({"cupom":{"itens":[]}})"));
+    EXPECT_ANY_THROW(change(R"({"gt_inicial":"2.50"})"));
+    EXPECT_NO_THROW(change(R"({"cupom":{"itens":{"tamanho":999}}})"));
+}
+
 TEST(MemoriaJson, TheOtherValueOfEveryOptionSurvives)
 {
     Memoria memoria;
