@@ -73,13 +73,13 @@ Division Divide(const Magnitude& dividend, const Magnitude& divisor)
     return result;
 }
 
-BigInt WithSign(const Magnitude& magnitude, bool negative)
+BigInt Value(const Magnitude& magnitude)
 {
     BigInt value;
     for (int i = 0; i < WORDS; ++i) {
         value.number[i] = magnitude.word[i];
     }
-    return negative ? -value : value;
+    return value;
 }
 
 } // namespace
@@ -157,7 +157,7 @@ BigInt BigInt::DividedBy(const BigInt& divisor, Rounding rounding) const
     }
     const Magnitude by = Magnitude::Of(divisor);
     Division division = Divide(Magnitude::Of(*this), by);
-    BigInt quotient = WithSign(division.quotient, false);
+    BigInt quotient = Value(division.quotient);
     if (rounding == Rounding::HALF_UP) {
         ShiftIn(division.remainder, 0);
         if (!IsLess(division.remainder, by)) {
