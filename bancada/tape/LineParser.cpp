@@ -1,7 +1,9 @@
 #include "bancada/tape/LineParser.h"
 
 #include <limits>
+#include <map>
 #include <nlohmann/json.hpp>
+#include <string>
 #include <utility>
 
 namespace bancada
@@ -96,11 +98,10 @@ class LineHandler : public nlohmann::json_sax<nlohmann::json>
     bool key(string_t& name) override
     {
         const Place place = NextPlace();
-        for (const TapeField& field : m_line.fields) {
-            if (field.name == name) {
-                throw TapeError(place, "field \"" + name + "\" is given twice, first in column " +
-                                           std::to_string(field.namePlace.column));
-            }
+        const auto [known, isNew] = m_columns.try_emplace(name, place.column);
+        if (!isNew) {
+            throw TapeError(place, "field \"" + name + "\" is given twice, first in column " +
+                                       std::to_string(known->second));
         }
         TapeField field;
         field.name = std::move(name);
@@ -203,6 +204,7 @@ class LineHandler : public nlohmann::json_sax<nlohmann::json>
     TapeLine& m_line;
     TokenWalk m_walk;
     Place m_place;
+    std::map<std::string, int> m_columns; // of the fields so far, by their names
     bool m_inObject = false;
 };
 
