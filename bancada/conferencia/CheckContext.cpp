@@ -3,6 +3,7 @@
 #include "bancada/conferencia/Texts.h"
 #include "bancada/leitura/Counter.h"
 #include "bancada/leitura/Limits.h"
+#include "bancada/leitura/Query.h"
 #include "bancada/leitura/Tables.h"
 
 namespace bancada::conferencia
@@ -35,12 +36,24 @@ UltimoDocumento ReadUltimo(const leitura::DatabaseReading& database)
     return {isFiscal ? fiscal.coo : outro.coo, isFiscal};
 }
 
+bool ReadBegin(const leitura::DatabaseReading& database)
+{
+    leitura::Query first(database,
+                         "SELECT cont_coo = 1 AS is_first FROM (SELECT cont_coo,"
+                         " data_hora_emissao AS hora FROM cupom_fiscal WHERE rowid = (SELECT"
+                         " min(rowid) FROM cupom_fiscal) UNION ALL SELECT cont_coo,"
+                         " data_hora_inicio_emissao FROM outros_documentos WHERE rowid = (SELECT"
+                         " min(rowid) FROM outros_documentos)) ORDER BY is_first DESC");
+    return first.Next() && first.ReadInteger("is_first").Value() == 1;
+}
+
 } // namespace
 
 CheckContext::CheckContext(const leitura::DatabaseReading& database, const LossIndex* losses,
                            const FindingSink& sink)
-    : findings(losses, sink), m_database(database), m_losses(losses), m_repeated(database),
-      m_ultimo(ReadUltimo(database)), m_pagamentos(database)
+    : findings(losses, sink), chaves(database), m_database(database), m_losses(losses),
+      m_repeated(database), m_ultimo(ReadUltimo(database)), m_beginsAtFactory(ReadBegin(database)),
+      m_pagamentos(database)
 {
 }
 

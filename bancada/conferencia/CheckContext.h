@@ -1,6 +1,7 @@
 // What the checks share while they run, and the checks.
 #pragma once
 
+#include "bancada/conferencia/Chaves.h"
 #include "bancada/conferencia/Conferencia.h"
 #include "bancada/conferencia/FindingReport.h"
 #include "bancada/conferencia/Jornada.h"
@@ -11,6 +12,7 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 
@@ -37,6 +39,9 @@ class CheckContext
     // Whether it is the document issued last.
     bool IsUltimo(const leitura::Integer& coo, bool fiscal) const;
 
+    // Whether the rows begin with the first document of the register.
+    bool BeginsAtFactory() const { return m_beginsAtFactory; }
+
     // The payments of a receipt. Their reversals are known from then on.
     Pagamentos ReadPagamentos(std::int64_t coo);
     // Whether this GNF was taken by the reversal of a payment, as the payments that it made show;
@@ -47,12 +52,16 @@ class CheckContext
     // The days by their Z, as the checks of the receipts gather them.
     std::map<std::int64_t, Jornada> jornadas;
     RowCounts rows;
+    Chaves chaves;
+    // The GNF of the payments of the fiscal receipts so far.
+    std::optional<std::int64_t> gnfDePagamentos;
 
   private:
     const leitura::DatabaseReading& m_database;
     const LossIndex* m_losses;
     RepeatedCoos m_repeated;
     UltimoDocumento m_ultimo;
+    bool m_beginsAtFactory = false;
     PagamentosReader m_pagamentos;
     std::set<std::int64_t> m_gnfsDeEstorno;
 };
@@ -61,11 +70,26 @@ class CheckContext
 void ReportMissingItens(CheckContext& context, std::int64_t coo, std::int64_t previous,
                         std::int64_t item);
 
+// Each payment of a receipt by itself, and its GNF: that of a non-fiscal receipt is `gnf`, that of
+// a fiscal one, where `gnf` is left out, is none before those of the receipts before it.
+void CheckPagamentos(CheckContext& context, const leitura::Integer& coo,
+                     const Pagamentos& pagamentos, const leitura::Integer& gnf);
+
+// What may be read at all: the file as the engine sees it, its schema, each value by itself.
+void CheckArquivo(CheckContext& context);
+void CheckEsquema(CheckContext& context);
+void CheckDominios(CheckContext& context);
+
 // The checks. CheckReducoes and CheckSequencias need what the two before them gather.
 void CheckCupons(CheckContext& context);
 void CheckCuponsNf(CheckContext& context);
 void CheckReducoes(CheckContext& context);
 void CheckSequencias(CheckContext& context);
 void CheckLinks(CheckContext& context);
+void CheckOutrosDocumentos(CheckContext& context);
+void CheckIdentidade(CheckContext& context);
+void CheckIntervencoes(CheckContext& context);
+void CheckFitaDetalhe(CheckContext& context);
+void CheckNomes(CheckContext& context);
 
 } // namespace bancada::conferencia

@@ -1,9 +1,12 @@
 // Fiscal receipts against their items and payments.
 #include "bancada/conferencia/CheckContext.h"
 #include "bancada/conferencia/Texts.h"
+#include "bancada/leitura/Limits.h"
 #include "bancada/leitura/Tables.h"
 
 #include <algorithm>
+#include <map>
+#include <vector>
 
 namespace bancada::conferencia
 {
@@ -46,6 +49,15 @@ Amount Bruto(const Amount& quantidade, const Amount& valorUnitario, bool rounds)
     return {cents, CENTS};
 }
 
+// What the items of a receipt come to.
+struct ItensSum {
+    Amount soma; // of the live ones
+    std::map<std::string, std::vector<Amount>> porAliquota;
+    Amount bruto, descontos, acrescimos;
+    bool acrescimoCancelado = false;
+    bool missing = false;
+};
+
 class Itens
 {
   public:
@@ -55,43 +67,200 @@ class Itens
     {
     }
 
-    // Checks the items of a receipt; answers the sum of the live ones.
-    Amount Check(std::int64_t coo)
+    // Checks the items of a receipt.
+    ItensSum Check(std::int64_t coo)
     {
-        Amount soma;
+        ItensSum sum;
         std::int64_t previous = 0;
         m_rows.With(coo);
         ItemCupomFiscalRow item;
         while (m_rows.Next(item)) {
             ReportMissingItens(m_context, coo, previous, item.seqItem.Value());
+            sum.missing = sum.missing || item.seqItem.Value() != previous + 1;
             previous = item.seqItem.Value();
+            const Amount bruto =
+                Bruto(item.quantidade, item.valorUnitario, item.arredTruncValor.Value() == "A");
+            const Amount acrescimo = item.valorAcrescimo.WithDecimals(CENTS);
+            const Amount cancelado = item.valorCancAcrescimo.WithDecimals(CENTS);
+            sum.bruto = sum.bruto + bruto;
+            sum.descontos = sum.descontos + item.valorDesconto.WithDecimals(CENTS);
+            sum.acrescimos = sum.acrescimos + acrescimo + cancelado;
+            sum.acrescimoCancelado = sum.acrescimoCancelado || !cancelado.IsZero();
+            CheckPercentuais(coo, item, bruto);
+            CheckCasas(coo, item);
+            const Amount total = CheckTotal(coo, item, bruto);
             if (!item.cancelado.IsSet()) {
-                soma = soma + CheckTotal(coo, item);
+                sum.soma = sum.soma + total;
+                sum.porAliquota[item.aliquota.Value()].push_back(total);
             }
         }
-        return soma;
+        return sum;
     }
 
   private:
-    // Answers the item's total.
-    Amount CheckTotal(std::int64_t coo, const ItemCupomFiscalRow& item)
+    static std::string KeyOf(std::int64_t coo, const ItemCupomFiscalRow& item)
+    {
+        return Coo(coo) + " item " + Number(item.seqItem);
+    }
+
+    // Answers the item's total. A cancelled item keeps what it was cancelled with.
+    Amount CheckTotal(std::int64_t coo, const ItemCupomFiscalRow& item, const Amount& bruto)
     {
         Amount total = item.valorTotal.WithDecimals(CENTS);
-        const Amount reckoned =
-            Bruto(item.quantidade, item.valorUnitario, item.arredTruncValor.Value() == "A") +
-            item.valorAcrescimo.WithDecimals(CENTS) - item.valorDesconto.WithDecimals(CENTS);
-        if (!IsSame(total, reckoned)) {
+        const Amount reckoned = bruto + item.valorAcrescimo.WithDecimals(CENTS) -
+                                item.valorDesconto.WithDecimals(CENTS);
+        if (!IsSame(item.valorTotal, reckoned)) {
             m_context.findings.Report(
-                FindingKind::ITEM_TOTAL, Coo(coo) + " item " + Number(item.seqItem),
+                FindingKind::ITEM_TOTAL, KeyOf(coo, item),
                 "total " + Money(total) + ", quantity by price and adjustments " + Money(reckoned),
-                DocumentOf(coo));
+                DocumentOf(coo),
+                {"item_cupom_fiscal", item.rowid, "valor_total", Money(reckoned), Money(total)});
         }
         return total;
+    }
+
+    void ReportPercentual(std::int64_t coo, const ItemCupomFiscalRow& item, const char* column,
+                          const std::string& expected, const std::string& found,
+                          const std::string& text)
+    {
+        m_context.findings.Report(FindingKind::PERCENTUAL, KeyOf(coo, item), text, DocumentOf(coo),
+                                  {"item_cupom_fiscal", item.rowid, column, expected, found});
+    }
+
+    void CheckPercentuais(std::int64_t coo, const ItemCupomFiscalRow& item, const Amount& bruto)
+    {
+        const Amount desconto = item.valorDesconto.WithDecimals(CENTS);
+        const Amount acrescimo = item.valorAcrescimo.WithDecimals(CENTS);
+        const Amount cancelado = item.valorCancAcrescimo.WithDecimals(CENTS);
+        const std::string& tipoDesconto = item.tipoDesconto.Value();
+        const std::string& tipoAcrescimo = item.tipoAcrescimo.Value();
+        if ((tipoDesconto == "P") != !item.percDesconto.IsZero()) {
+            ReportPercentual(coo, item, "perc_desconto",
+                             tipoDesconto == "P" ? "above zero" : "0.00", Money(item.percDesconto),
+                             "discount of kind " + tipoDesconto + ", percentage " +
+                                 Money(item.percDesconto));
+        } else if (tipoDesconto == "P" && !desconto.IsZero()) {
+            const Amount most = IsAtMost(acrescimo, cancelado) ? cancelado : acrescimo;
+            AmountRange due;
+            due.AddBounds(Percentage(bruto, item.percDesconto),
+                          Percentage(bruto + most, item.percDesconto));
+            if (!due.Contains(desconto)) {
+                ReportPercentual(coo, item, "valor_desconto", due.Text(), Money(desconto),
+                                 "discount " + Money(desconto) + ", " + Money(item.percDesconto) +
+                                     " % come to " + due.Text());
+            }
+        }
+        // A surcharge by value leaves the percentage of an earlier one, which was then cancelled.
+        const bool stale = tipoAcrescimo == "V" && !cancelado.IsZero();
+        if ((tipoAcrescimo == "P") != !item.percAcrescimo.IsZero() && !stale) {
+            ReportPercentual(
+                coo, item, "perc_acrescimo", tipoAcrescimo == "P" ? "above zero" : "0.00",
+                Money(item.percAcrescimo),
+                "surcharge of kind " + tipoAcrescimo + ", percentage " + Money(item.percAcrescimo));
+        } else if (tipoAcrescimo == "P" && !acrescimo.IsZero()) {
+            // A discount that was cancelled since leaves no trace.
+            AmountRange due;
+            due.AddBounds(Percentage(Amount(0, CENTS), item.percAcrescimo),
+                          Percentage(bruto, item.percAcrescimo));
+            if (!due.Contains(acrescimo)) {
+                ReportPercentual(coo, item, "valor_acrescimo", due.Text(), Money(acrescimo),
+                                 "surcharge " + Money(acrescimo) + ", " +
+                                     Money(item.percAcrescimo) + " % come to " + due.Text());
+            }
+        }
+    }
+
+    // As many decimals as the item was sold with hold its quantity and its price.
+    void CheckCasas(std::int64_t coo, const ItemCupomFiscalRow& item)
+    {
+        const auto check = [&](const Amount& value, const leitura::Integer& casas,
+                               const char* column) {
+            if (!casas.IsKnown() || casas.Value() < 0 || casas.Value() > leitura::MAX_CASAS) {
+                return; // told as a value that its column is not for
+            }
+            const Amount cut = value.WithDecimals(static_cast<int>(casas.Value()));
+            if (value.IsKnown() && !IsSame(cut, value)) {
+                m_context.findings.Report(
+                    FindingKind::CASAS_DECIMAIS, KeyOf(coo, item),
+                    leitura::PointText(value, 0) + " sold with " + Number(casas) + " decimals",
+                    DocumentOf(coo),
+                    {"item_cupom_fiscal", item.rowid, column, leitura::PointText(cut, 0),
+                     leitura::PointText(value, 0)});
+            }
+        };
+        check(item.quantidade, item.casasDecimaisQuantidade, "quantidade");
+        check(item.valorUnitario, item.casasDecimaisValor, "valor_unitario");
     }
 
     CheckContext& m_context;
     leitura::Rows<ItemCupomFiscalRow> m_rows;
 };
+
+// What was registered on the day, whatever became of the receipt. `rewritten`: the items hold the
+// subtotal's adjustment.
+void AddRegistrado(Jornada& jornada, const CupomFiscalRow& cupom, const ItensSum& itens,
+                   bool rewritten)
+{
+    const Amount cancelado = cupom.valorCancAcrescimo;
+    jornada.descontos = jornada.descontos + itens.descontos;
+    jornada.acrescimos = jornada.acrescimos + itens.acrescimos + cancelado;
+    jornada.bruto = jornada.bruto + itens.bruto + itens.acrescimos + cancelado;
+    jornada.acrescimoCancelado =
+        jornada.acrescimoCancelado || itens.acrescimoCancelado || !cancelado.IsZero();
+    if (!rewritten) {
+        jornada.descontos = jornada.descontos + cupom.valorDesconto;
+        jornada.acrescimos = jornada.acrescimos + cupom.valorAcrescimo;
+        jornada.bruto = jornada.bruto + cupom.valorAcrescimo;
+    }
+    if (itens.missing) {
+        jornada.itensIncertos = Coo(cupom.coo) + " has items without a row";
+    }
+}
+
+// What the items of a valid receipt put on their tax codes.
+void AddPorAliquota(Jornada& jornada, const ItensSum& itens, const Amount& adjustment)
+{
+    for (const auto& [aliquota, totais] : itens.porAliquota) {
+        for (const Amount& total : totais) {
+            if (adjustment.IsZero()) {
+                jornada.porAliquota[aliquota].Add(total);
+            } else {
+                jornada.porAliquota[aliquota].Add(WithShare(total, adjustment, itens.soma));
+            }
+        }
+    }
+}
+
+void CheckPercentuais(CheckContext& context, const CupomFiscalRow& cupom)
+{
+    const auto report = [&](const char* column, const std::string& expected,
+                            const std::string& found, const std::string& text) {
+        context.findings.Report(FindingKind::PERCENTUAL, Coo(cupom.coo), text,
+                                DocumentOf(cupom.coo.Value()),
+                                {"cupom_fiscal", cupom.rowid, column, expected, found});
+    };
+    const std::string& tipo = cupom.tipoAcrescimo.Value();
+    if (cupom.tipoDesconto.Value() != "V") {
+        report("tipo_desconto", "V", cupom.tipoDesconto.Shown(),
+               "discount of kind " + cupom.tipoDesconto.Shown() + ", which no subtotal has");
+    }
+    if ((tipo == "P") != !cupom.percAcrescimo.IsZero()) {
+        report("perc_acrescimo", tipo == "P" ? "above zero" : "0.00", Money(cupom.percAcrescimo),
+               "surcharge of kind " + tipo + ", percentage " + Money(cupom.percAcrescimo));
+    }
+    const auto compare = [&](const Amount& valor, const Amount& percent, const char* column,
+                             const char* what) {
+        const AmountRange due = Percentage(cupom.valorSubtotal, percent);
+        if (!valor.IsZero() && !percent.IsZero() && !due.Contains(valor)) {
+            report(column, due.Text(), Money(valor),
+                   what + Money(valor) + ", " + Money(percent) + " % come to " + due.Text());
+        }
+    };
+    if (!cupom.valorSubtotal.IsZero()) {
+        compare(cupom.valorDesconto, cupom.percDesconto, "valor_desconto", "discount ");
+        compare(cupom.valorAcrescimo, cupom.percAcrescimo, "valor_acrescimo", "surcharge ");
+    }
+}
 
 void CheckFechado(CheckContext& context, const CupomFiscalRow& cupom, const Amount& itens,
                   const Pagamentos& pagamentos)
@@ -122,6 +291,12 @@ void CheckFechado(CheckContext& context, const CupomFiscalRow& cupom, const Amou
     }
 }
 
+// Whether the closing wrote the subtotal's adjustment into the items.
+bool IsRewritten(const CupomFiscalRow& cupom, const Amount& itens)
+{
+    return IsSame(itens, cupom.valorTotal) && !IsSame(itens, cupom.valorSubtotal);
+}
+
 // A receipt that was neither closed nor cancelled in its row. An additional receipt always reads
 // so: its closing is rejected and it keeps what its opening wrote. Whether its items carry the
 // subtotal adjustment is then not told, so that its total is one of two.
@@ -133,7 +308,7 @@ void CheckAberto(CheckContext& context, const CupomFiscalRow& cupom, const Amoun
     const Amount& most = IsAtMost(itens, adjusted) ? adjusted : itens;
     const bool paid =
         !IsAtMost(pagamentos.soma, Amount(0, CENTS)) && IsAtMost(least, pagamentos.soma);
-    Jornada& jornada = context.jornadas[cupom.crz.Value()];
+    Jornada& jornada = context.jornadas[JornadaNumber(cupom.crz)];
     const LossIndex* losses = context.Losses();
     if (paid && (losses == nullptr || losses->HasCupomAdicional(cupom.coo.Value()))) {
         jornada.vendas.Add(least, most);
@@ -150,6 +325,7 @@ void CheckAberto(CheckContext& context, const CupomFiscalRow& cupom, const Amoun
     jornada.vendas.Add(Amount(0, CENTS), most);
     jornada.recebido.Add(Amount(0, CENTS), most);
     jornada.meiosIncertos = Coo(cupom.coo) + " was left open";
+    jornada.itensIncertos = jornada.meiosIncertos;
     context.findings.Report(
         FindingKind::CUPOM_ABERTO, Coo(cupom.coo),
         paid ? "paid " + Money(pagamentos.soma) + ", closing neither in the row nor in the log"
@@ -157,10 +333,41 @@ void CheckAberto(CheckContext& context, const CupomFiscalRow& cupom, const Amoun
         DocumentOf(cupom.coo.Value()));
 }
 
+// Columns that hold the same in every receipt, and those of the closing, which keep what the
+// opening wrote where there was none.
+void CheckColunas(CheckContext& context, const CupomFiscalRow& cupom, bool fechado)
+{
+    const auto check = [&](bool holds, const char* column, const char* expected,
+                           const std::string& found) {
+        if (!holds) {
+            context.findings.Report(FindingKind::CUPOM_COLUNAS, Coo(cupom.coo),
+                                    std::string(column) + " holds '" + found + "', where " +
+                                        expected + " is due",
+                                    DocumentOf(cupom.coo.Value()),
+                                    {"cupom_fiscal", cupom.rowid, column, expected, found});
+        }
+    };
+    const std::string& endereco = cupom.enderecoConsumidor.Value();
+    check(!endereco.empty() && endereco.back() == ',' && endereco.find('\'') == std::string::npos,
+          "endereco_consumidor", "an address without apostrophes and a comma", endereco);
+    check(!cupom.cupomAdicional.IsSet(), "id_cupom_adicional", "N", "S");
+    if (fechado) {
+        return;
+    }
+    check(cupom.valorSubtotal.IsZero(), "valor_subtotal", "0.00", Money(cupom.valorSubtotal));
+    check(cupom.valorTotal.IsZero(), "valor_total", "0.00", Money(cupom.valorTotal));
+    check(cupom.valorTroco.IsZero(), "valor_troco", "0.00", Money(cupom.valorTroco));
+    check(cupom.textoSuplementar.Value() == " ", "texto_suplementar", "a blank",
+          cupom.textoSuplementar.Shown());
+    check(cupom.textoComplementar.Value() == " ", "texto_complementar", "a blank",
+          cupom.textoComplementar.Shown());
+    check(cupom.chaveCupom.Value() == " ", "chave_cupom", "a blank", cupom.chaveCupom.Shown());
+}
+
 void CheckCupom(CheckContext& context, Itens& itens, const CupomFiscalRow& cupom)
 {
     ++context.rows.cupons;
-    Jornada& jornada = context.jornadas[cupom.crz.Value()];
+    Jornada& jornada = context.jornadas[JornadaNumber(cupom.crz)];
     jornada.AddCupom(cupom.coo.Value(), cupom.dataHoraEmissao.Value());
     const bool fechado = IsFechado(cupom);
     const bool cancelado = cupom.cancelado.IsSet();
@@ -170,20 +377,34 @@ void CheckCupom(CheckContext& context, Itens& itens, const CupomFiscalRow& cupom
     }
     if (!context.Repeated().IsSingle(cupom.coo)) {
         jornada.meiosIncertos = Coo(cupom.coo) + " names several receipts";
+        jornada.itensIncertos = jornada.meiosIncertos;
         return;
     }
-    const Amount soma = itens.Check(cupom.coo.Value());
+    const ItensSum sum = itens.Check(cupom.coo.Value());
+    const bool rewritten = fechado && IsRewritten(cupom, sum.soma);
+    const Amount adjustment = cupom.valorAcrescimo - cupom.valorDesconto;
+    AddRegistrado(jornada, cupom, sum, rewritten);
+    CheckPercentuais(context, cupom);
     const Pagamentos pagamentos = context.ReadPagamentos(cupom.coo.Value());
+    CheckPagamentos(context, cupom.coo, pagamentos, leitura::Integer(leitura::CellState::LEFT_OUT));
     if (!cancelado) {
         jornada.AddMeios(pagamentos.porMeio);
         if (pagamentos.incerto && !IsSame(pagamentos.soma - cupom.valorTroco, cupom.valorTotal)) {
             jornada.meiosIncertos = Coo(cupom.coo) + " has a reversal of several payments";
         }
+        AddPorAliquota(jornada, sum, rewritten ? Amount(0, CENTS) : adjustment);
+        if (!fechado && !adjustment.IsZero()) {
+            jornada.itensIncertos = Coo(cupom.coo) + " was adjusted and its closing is not known";
+        }
     }
     if (fechado) {
-        CheckFechado(context, cupom, soma, pagamentos);
+        CheckFechado(context, cupom, sum.soma, pagamentos);
     } else if (!cancelado && !context.IsUltimo(cupom.coo, true)) {
-        CheckAberto(context, cupom, soma, pagamentos);
+        CheckAberto(context, cupom, sum.soma, pagamentos);
+    }
+    CheckColunas(context, cupom, fechado);
+    if (fechado) {
+        context.chaves.Check(context.findings, cupom);
     }
 }
 
@@ -198,6 +419,7 @@ void CheckCupons(CheckContext& context)
     while (cupons.Next(cupom)) {
         CheckCupom(context, itens, cupom);
     }
+    context.chaves.End(context.findings);
 }
 
 } // namespace bancada::conferencia

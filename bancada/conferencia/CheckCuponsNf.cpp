@@ -5,6 +5,9 @@
 #include "bancada/conferencia/Texts.h"
 #include "bancada/leitura/Tables.h"
 
+#include <utility>
+#include <vector>
+
 namespace bancada::conferencia
 {
 namespace
@@ -25,6 +28,8 @@ struct ItensSum {
     bool any = false;
     bool caixa = false;
     bool fundo = false;
+    // Of the live ones, by their totalizer.
+    std::vector<std::pair<std::int64_t, Amount>> porTotalizador;
 };
 
 class ItensNf
@@ -49,8 +54,11 @@ class ItensNf
             sum.any = true;
             sum.caixa = sum.caixa || item.indiceTotalizadorNf.Value() <= LAST_CAIXA;
             sum.fundo = sum.fundo || item.indiceTotalizadorNf.Value() == FUNDO_DE_TROCO;
+            const Amount liquido = CheckLiquido(coo, item);
+            CheckColunas(coo, item);
             if (!item.cancelado.IsSet()) {
-                sum.liquido = sum.liquido + CheckLiquido(coo, item);
+                sum.liquido = sum.liquido + liquido;
+                sum.porTotalizador.emplace_back(item.indiceTotalizadorNf.Value(), liquido);
             }
         }
         return sum;
@@ -71,6 +79,27 @@ class ItensNf
                 DocumentOf(coo));
         }
         return liquido;
+    }
+
+    // A float or a withdrawal leaves the kinds out; a kind by value goes without a percentage.
+    void CheckColunas(std::int64_t coo, const ItemCupomNfRow& item)
+    {
+        const bool caixa = item.indiceTotalizadorNf.Value() <= LAST_CAIXA;
+        const auto check = [&](const leitura::Text& tipo, const Amount& percent,
+                               const char* column) {
+            const bool leftOut = tipo.State() != leitura::CellState::READ;
+            if (leftOut != caixa || (tipo.Value() == "P") != !percent.IsZero()) {
+                const std::string kind = leftOut ? "NULL" : tipo.Value();
+                m_context.findings.Report(
+                    FindingKind::PERCENTUAL, Coo(coo) + " item " + Number(item.seqItem),
+                    "kind " + kind + ", percentage " + Money(percent) +
+                        (caixa ? ", on the till's totalizer" : ""),
+                    DocumentOf(coo),
+                    {"item_cupom_nf", item.rowid, column, caixa ? "NULL" : "V or P", kind});
+            }
+        };
+        check(item.tipoDesconto, item.percDesconto, "tipo_desconto");
+        check(item.tipoAcrescimo, item.percAcrescimo, "tipo_acrescimo");
     }
 
     CheckContext& m_context;
@@ -104,10 +133,53 @@ void CheckValores(CheckContext& context, const CupomNfRow& cupom, const ItensSum
     }
 }
 
+void AddPorTotalizador(Jornada& jornada, const ItensSum& itens, const Amount& adjustment)
+{
+    for (const auto& [indice, liquido] : itens.porTotalizador) {
+        AmountRange& range = jornada.porTotalizadorNf[indice];
+        if (adjustment.IsZero()) {
+            range.Add(liquido);
+        } else {
+            range.Add(WithShare(liquido, adjustment, itens.liquido));
+        }
+    }
+}
+
+// No subtotal of a non-fiscal receipt has another kind than V, and a float or a withdrawal has no
+// consumer.
+void CheckColunas(CheckContext& context, const CupomNfRow& cupom, const ItensSum& itens)
+{
+    const auto check = [&](bool holds, const char* column, const char* expected,
+                           const std::string& found) {
+        if (!holds) {
+            context.findings.Report(
+                FindingKind::CUPOM_COLUNAS, Coo(cupom.coo),
+                std::string(column) + " holds '" + found + "', where " + expected + " is due",
+                DocumentOf(cupom.coo.Value()), {"cupom_nf", cupom.rowid, column, expected, found});
+        }
+    };
+    check(cupom.tipoDesconto.Value() == "V", "tipo_desconto", "V", cupom.tipoDesconto.Shown());
+    check(cupom.tipoAcrescimo.Value() == "V", "tipo_acrescimo", "V", cupom.tipoAcrescimo.Shown());
+    check(!cupom.valorAcrescimo.IsZero() || !cupom.valorCancAcrescimo.IsZero() ||
+              cupom.percAcrescimo.IsZero(),
+          "perc_acrescimo", "0.00", Money(cupom.percAcrescimo));
+    if (itens.caixa) {
+        check(cupom.nomeConsumidor.Value().empty(), "nome_consumidor", "nothing",
+              cupom.nomeConsumidor.Shown());
+        check(cupom.cpfCnpjConsumidor.Value().empty(), "cpf_cnpj_consumidor", "nothing",
+              cupom.cpfCnpjConsumidor.Shown());
+        check(cupom.percAcrescimo.IsZero(), "perc_acrescimo", "0.00", Money(cupom.percAcrescimo));
+        check(cupom.percDesconto.IsZero(), "perc_desconto", "0.00", Money(cupom.percDesconto));
+        check(cupom.valorCancAcrescimo.IsZero(), "valor_canc_acrescimo", "0.00",
+              Money(cupom.valorCancAcrescimo));
+        check(!cupom.cancelado.IsSet(), "id_cancelado", "N", "S");
+    }
+}
+
 void CheckCupomNf(CheckContext& context, ItensNf& itens, const CupomNfRow& cupom)
 {
     ++context.rows.cuponsNf;
-    Jornada& jornada = context.jornadas[cupom.crz.Value()];
+    Jornada& jornada = context.jornadas[JornadaNumber(cupom.crz)];
     jornada.AddCupom(cupom.coo.Value(), cupom.dataHoraEmissao.Value());
     const bool cancelado = cupom.cancelado.IsSet();
     if (!cancelado) {
@@ -115,13 +187,19 @@ void CheckCupomNf(CheckContext& context, ItensNf& itens, const CupomNfRow& cupom
     }
     if (!context.Repeated().IsSingle(cupom.coo)) {
         jornada.meiosIncertos = Coo(cupom.coo) + " names several receipts";
+        jornada.itensIncertos = jornada.meiosIncertos;
         return;
     }
     const ItensSum sum = itens.Check(cupom.coo.Value());
+    CheckColunas(context, cupom, sum);
+    if (!cancelado) {
+        AddPorTotalizador(jornada, sum, cupom.valorAcrescimo - cupom.valorDesconto);
+    }
     const Pagamentos pagamentos = context.ReadPagamentos(cupom.coo.Value());
     if (!cancelado && sum.fundo) {
         jornada.fundosDeTroco.push_back(cupom.valorTotalCupom);
     }
+    CheckPagamentos(context, cupom.coo, pagamentos, cupom.gnf);
     if (!cancelado && !sum.caixa) {
         jornada.recebido.Add(cupom.valorTotalCupom);
         jornada.AddMeios(pagamentos.porMeio);

@@ -2,8 +2,10 @@
 // that have none.
 #include "bancada/conferencia/CheckContext.h"
 #include "bancada/conferencia/CheckReducao.h"
+#include "bancada/conferencia/Gaps.h"
 #include "bancada/conferencia/ReducaoParts.h"
 #include "bancada/conferencia/Texts.h"
+#include "bancada/leitura/Counter.h"
 #include "bancada/leitura/Tables.h"
 
 #include <algorithm>
@@ -22,21 +24,34 @@ void CheckNext(CheckContext& context, const ReducaoZRow& previous, const Reducao
 {
     const std::int64_t last = previous.crz.Value();
     const std::int64_t crz = z.crz.Value();
-    if (crz <= last) {
+    const bool follows = leitura::ComesBefore(last, crz);
+    if (!follows) {
         context.findings.Report(FindingKind::CRZ_REPETIDO, Crz(z.crz),
                                 "comes after " + Crz(previous.crz), SubjectOf(z));
-    } else if (crz - 1 > last) {
-        // Through unsigned, as two hostile numbers may be further apart than one holds.
-        const std::uint64_t missing =
-            static_cast<std::uint64_t>(crz) - static_cast<std::uint64_t>(last) - 1;
-        context.findings.Report(FindingKind::CRZ_AUSENTE, Crz(last + 1),
-                                std::to_string(missing) + " without a row before " + Crz(z.crz),
-                                JornadaOf(last + 1));
+    } else if (const std::int64_t steps = leitura::Steps(last, crz); steps != 1) {
+        const std::int64_t first = Following(last, 1);
+        context.findings.Report(FindingKind::CRZ_AUSENTE, Crz(first),
+                                std::to_string(steps - 1) + " without a row before " + Crz(z.crz),
+                                JornadaOf(first));
     } else if (!IsSame(z.valorGt - previous.valorGt, z.valorVb)) {
         context.findings.Report(FindingKind::Z_GT, Crz(z.crz),
                                 "grand total from " + Money(previous.valorGt) + " to " +
                                     Money(z.valorGt) + ", gross sales " + Money(z.valorVb),
                                 SubjectOf(z));
+    }
+}
+
+// The grand total has held the sales of the day since it began; that of a new register nothing
+// else.
+void CheckFirst(CheckContext& context, const ReducaoZRow& z)
+{
+    const bool isNew = z.crz.Value() == 1 && context.BeginsAtFactory();
+    if (isNew ? !IsSame(z.valorGt, z.valorVb) : !IsAtMost(z.valorVb, z.valorGt)) {
+        context.findings.Report(
+            FindingKind::Z_GT, Crz(z.crz),
+            "grand total " + Money(z.valorGt) + ", gross sales " + Money(z.valorVb) +
+                " of the first Z",
+            SubjectOf(z), {"reducao_z", z.rowid, "valor_gt", Money(z.valorVb), Money(z.valorGt)});
     }
 }
 
@@ -69,12 +84,21 @@ void CheckOrphans(CheckContext& context, const std::map<std::int64_t, ReducaoPar
                                     JornadaOf(crz));
         }
     }
-    std::int64_t last = reducoes.empty() ? 0 : *reducoes.rbegin();
+    std::optional<std::int64_t> last;
+    const auto follow = [&last](std::int64_t crz) {
+        if (!last || leitura::ComesBefore(*last, crz)) {
+            last = crz;
+        }
+    };
+    std::for_each(reducoes.begin(), reducoes.end(), follow);
     for (const auto& [crz, jornada] : context.jornadas) {
-        last = std::max(last, jornada.primeiraHora.empty() ? 0 : crz);
+        if (!jornada.primeiraHora.empty()) {
+            follow(crz);
+        }
     }
     for (const auto& [crz, jornada] : context.jornadas) {
-        if (crz < last && !jornada.primeiraHora.empty() && reducoes.count(crz) == 0) {
+        if (leitura::ComesBefore(crz, *last) && !jornada.primeiraHora.empty() &&
+            reducoes.count(crz) == 0) {
             context.findings.Report(FindingKind::CUPOM_SEM_REDUCAO, Crz(crz),
                                     "receipts from " + Coo(jornada.primeiroCoo) + " to " +
                                         Coo(jornada.ultimoCoo) + " and no Z",
@@ -103,6 +127,8 @@ void CheckReducoes(CheckContext& context)
         const std::int64_t crz = z.crz.Value();
         if (previous) {
             CheckNext(context, *previous, z);
+        } else {
+            CheckFirst(context, z);
         }
         if (seen.insert(crz).second) {
             CheckTotalizadores(context, z, parts[crz]);
@@ -110,7 +136,7 @@ void CheckReducoes(CheckContext& context)
             CheckMeios(context, z, parts[crz]);
         }
         CheckTempos(context, z);
-        if (!previous || crz > previous->crz.Value()) {
+        if (!previous || leitura::ComesBefore(previous->crz.Value(), crz)) {
             previous = z;
         }
     }

@@ -21,14 +21,21 @@ void CheckSequencias(CheckContext& context)
     CcfSequence ccf(context, gaps);
     GnfSequence gnf(context, gaps);
     CrzSequence crz(context);
+    ComprovanteSequence cdc(context, COUNTED_CDC);
+    ComprovanteSequence grg(context, COUNTED_GRG);
+    HoraSequence hora(context);
     while (const std::optional<Documento> documento = documentos.Next(coo.Last())) {
         coo.Check(*documento);
         if (documento->fiscal) {
             ccf.Check(*documento);
+            crz.CheckFiscal(*documento);
         } else {
             gnf.Check(*documento);
             crz.Check(*documento);
         }
+        cdc.Check(*documento);
+        grg.Check(*documento);
+        hora.Check(*documento);
         gaps.Saw(documento->fiscal);
         while (const std::optional<Gap> gap = gaps.TakeDecided()) {
             coo.ReportMissing(*gap);

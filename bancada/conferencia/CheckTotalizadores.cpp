@@ -1,7 +1,9 @@
 // The sums of a Z reduction against its totalizers, and these against the receipts of the day.
 #include "bancada/conferencia/CheckReducao.h"
+#include "bancada/conferencia/Dominio.h"
 #include "bancada/conferencia/Texts.h"
 
+#include <algorithm>
 #include <cctype>
 #include <map>
 #include <optional>
@@ -118,6 +120,126 @@ void CheckFixed(CheckContext& context, const ReducaoZRow& z, const Sums& sums,
     }
 }
 
+// The rate of "01T18.00" in hundredths of a percent; nothing for a code without one.
+std::optional<std::int64_t> RateOf(const std::string& code)
+{
+    if (!IsTaxCode(code) || std::isdigit(static_cast<unsigned char>(code[0])) == 0) {
+        return std::nullopt;
+    }
+    return std::stoll(code.substr(3, 2)) * 100 + std::stoll(code.substr(6));
+}
+
+// The tax of a rate is its base by the rate, cut to cents or rounded; all others have none.
+void CheckImposto(CheckContext& context, const ReducaoZRow& z, const TotalizadorReducaoRow& row)
+{
+    const std::string& code = row.totalizador.Value();
+    const std::optional<std::int64_t> rate = row.fiscal.IsSet() ? RateOf(code) : std::nullopt;
+    AmountRange due;
+    if (rate) {
+        due = Percentage(row.valorBaseCalculo, Amount(*rate, 2));
+    }
+    const bool holds = rate ? due.Contains(row.valorImposto) : row.valorImposto.IsZero();
+    if (!holds) {
+        context.findings.Report(FindingKind::Z_IMPOSTO, Crz(z.crz) + " " + code,
+                                "tax " + Money(row.valorImposto) + ", base " +
+                                    Money(row.valorBaseCalculo) + " comes to " + due.Text(),
+                                SubjectOf(z),
+                                {"totalizador_reducao", row.rowid, "valor_imposto", due.Text(),
+                                 Money(row.valorImposto)});
+    }
+}
+
+// A fiscal totalizer has a tax code or one of the six fixed names, any other a name.
+void CheckCodigo(CheckContext& context, const ReducaoZRow& z, const TotalizadorReducaoRow& row)
+{
+    static const char* const FIXED[] = {"DT", "DS", "AT", "AS", "Can-T", "Can-S"};
+    const std::string& code = row.totalizador.Value();
+    const bool tax = IsTaxCode(code) || std::count(std::begin(FIXED), std::end(FIXED), code) != 0;
+    if (row.fiscal.IsSet() ? !tax : code.empty()) {
+        context.findings.Report(
+            FindingKind::Z_NOME, Crz(z.crz),
+            "totalizer '" + row.totalizador.Shown() + "' of the kind " +
+                (row.fiscal.IsSet() ? "S" : "N"),
+            SubjectOf(z),
+            {"totalizador_reducao", row.rowid, "totalizador", "", row.totalizador.Shown()});
+    }
+}
+
+// Each tax totalizer against the items of its code. The detailed sale writes a rate of ISSQN with
+// the letter of ICMS, so that a code may stand for two totalizers: they are then taken together.
+void CheckAliquotas(CheckContext& context, const ReducaoZRow& z, const ReducaoParts& parts,
+                    const Jornada& jornada)
+{
+    struct Pair {
+        std::string codes;
+        Amount base;
+        AmountRange items;
+        bool programmed = false;
+    };
+    std::map<std::string, Pair> pairs;
+    const auto twin = [](std::string code) {
+        if (RateOf(code)) {
+            code[2] = 'S';
+        }
+        return code;
+    };
+    const auto hasRow = [&](const std::string& code) {
+        return std::any_of(
+            parts.totalizadores.begin(), parts.totalizadores.end(),
+            [&](const auto& row) { return row.fiscal.IsSet() && row.totalizador.Value() == code; });
+    };
+    // An item of the letter S can be of the S totalizer alone; with both programmed, one of the
+    // letter T of either.
+    const auto keyOf = [&](const std::string& code) {
+        const std::string other = twin(code);
+        return other != code && hasRow(other) ? other : code;
+    };
+    for (const TotalizadorReducaoRow& row : parts.totalizadores) {
+        const std::string& code = row.totalizador.Value();
+        if (row.fiscal.IsSet() && TributoOf(code)) {
+            Pair& pair = pairs[keyOf(code)];
+            pair.codes += (pair.codes.empty() ? "" : " and ") + code;
+            pair.base = pair.base + row.valorBaseCalculo;
+            pair.programmed = true;
+        }
+    }
+    for (const auto& [code, items] : jornada.porAliquota) {
+        pairs[keyOf(code)].items.Add(items);
+    }
+    for (const auto& [code, pair] : pairs) {
+        if (pair.items.IsKnown() && (!pair.programmed || !pair.items.Contains(pair.base))) {
+            const std::string& name = pair.programmed ? pair.codes : code;
+            context.findings.Report(FindingKind::Z_ALIQUOTA, Crz(z.crz) + " " + name,
+                                    (pair.programmed ? Money(pair.base) : "no totalizer") +
+                                        ", valid items " + pair.items.Text(),
+                                    SubjectOf(z),
+                                    {"totalizador_reducao", 0, "valor_base_calculo",
+                                     pair.items.Text(), Money(pair.base)});
+        }
+    }
+}
+
+// Gross sales, discounts and surcharges against what was registered on the day. Of a surcharge that
+// was cancelled twice the rows hold the last, so that there may be more than they tell.
+void CheckRegistrado(CheckContext& context, const ReducaoZRow& z, const Jornada& jornada)
+{
+    const auto compare = [&](const char* column, const char* name, const Amount& found,
+                             const Amount& due, bool mayBeMore) {
+        if (!due.IsKnown() || IsSame(found, due) || (mayBeMore && IsAtMost(due, found))) {
+            return;
+        }
+        context.findings.Report(FindingKind::Z_REGISTRADO, Crz(z.crz),
+                                name + Money(found) + ", items of the day " + Money(due),
+                                SubjectOf(z),
+                                {"reducao_z", z.rowid, column, Money(due), Money(found)});
+    };
+    compare("valor_vb", "gross sales ", z.valorVb, jornada.bruto, jornada.acrescimoCancelado);
+    compare("valor_desc_icms", "discounts ", z.valorDescIcms + z.valorDescIss, jornada.descontos,
+            false);
+    compare("valor_acres_icms", "surcharges ", z.valorAcresIcms + z.valorAcresIss,
+            jornada.acrescimos, jornada.acrescimoCancelado);
+}
+
 } // namespace
 
 void CheckTotalizadores(CheckContext& context, const ReducaoZRow& z, const ReducaoParts& parts)
@@ -143,7 +265,15 @@ void CheckTotalizadores(CheckContext& context, const ReducaoZRow& z, const Reduc
                                     ", net totalizers, discounts and cancellations " + Money(bruto),
                                 SubjectOf(z));
     }
+    for (const TotalizadorReducaoRow& row : parts.totalizadores) {
+        CheckImposto(context, z, row);
+        CheckCodigo(context, z, row);
+    }
     const Jornada& jornada = context.jornadas[z.crz.Value()];
+    if (jornada.itensIncertos.empty()) {
+        CheckAliquotas(context, z, parts, jornada);
+        CheckRegistrado(context, z, jornada);
+    }
     if (!jornada.vendas.Contains(liquido)) {
         context.findings.Report(FindingKind::Z_VENDAS, Crz(z.crz),
                                 "net tax totalizers " + Money(liquido) +

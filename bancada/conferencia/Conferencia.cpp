@@ -59,11 +59,19 @@ CheckSummary CheckDatabase(const leitura::DatabaseReading& database, const Losse
     if (index) {
         ReportLosses(context.findings, *index);
     }
+    CheckArquivo(context);
+    CheckEsquema(context);
+    CheckDominios(context);
     CheckCupons(context);
     CheckCuponsNf(context);
     CheckReducoes(context);
     CheckSequencias(context);
     CheckLinks(context);
+    CheckOutrosDocumentos(context);
+    CheckIdentidade(context);
+    CheckIntervencoes(context);
+    CheckFitaDetalhe(context);
+    CheckNomes(context);
     database.ConfirmUnchanged();
     return {context.rows, context.findings.Faults(), context.findings.Explained(),
             context.findings.Notes()};

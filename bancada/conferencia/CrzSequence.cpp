@@ -14,6 +14,22 @@ void CrzSequence::Check(const Documento& documento)
         return;
     }
     m_last = documento.crz;
+    // Before the first Z the documents are filed under 1, as they are behind it.
+    if (documento.tipo == "RZ") {
+        m_receipts.Set(Following(documento.crz.Value(), 1));
+    }
+}
+
+void CrzSequence::CheckFiscal(const Documento& documento)
+{
+    const std::optional<std::int64_t> expected = m_receipts.Value();
+    if (!m_receipts.Accept(Following(documento.crz.Value(), 0))) {
+        m_context.findings.Report(
+            FindingKind::CUPOM_FORA_DO_DIA, Coo(documento.coo),
+            "filed under " + Crz(documento.crz) + ", the next Z is " + Crz(*expected),
+            DocumentOf(documento.coo.Value()),
+            {"cupom_fiscal", 0, "cont_crz", std::to_string(*expected), Number(documento.crz)});
+    }
 }
 
 } // namespace bancada::conferencia

@@ -10,9 +10,14 @@ namespace bancada::conferencia
 DocumentStream::DocumentStream(const leitura::DatabaseReading& database)
     : m_fiscais(database, leitura::CupomFiscalTable(), "ORDER BY rowid"),
       m_outros(database, leitura::OutroDocumentoTable(), "ORDER BY rowid"),
+      m_reducoes(database,
+                 "SELECT cont_coo, cont_gnf, cont_crz, data_hora_emissao FROM reducao_z z WHERE NOT"
+                 " EXISTS (SELECT 1 FROM outros_documentos o WHERE o.cont_coo = z.cont_coo AND"
+                 " o.id_tipo_documento = 'RZ') ORDER BY rowid"),
       m_pagamento(database, "SELECT 1 AS found FROM pagamento_cupom WHERE cont_coo = ?1 LIMIT 1")
 {
     ReadFiscal();
+    ReadReducao();
     ReadOutro();
 }
 
@@ -63,7 +68,10 @@ void DocumentStream::ReadFiscal()
     m_fiscal = Documento{true,
                          row.coo,
                          row.ccf,
+                         {},
+                         {},
                          row.crz,
+                         row.dataHoraEmissao.Value(),
                          row.dataHoraEmissao.Value(),
                          std::string(),
                          row.cancelado.IsSet() && WasFechado(row)};
@@ -72,17 +80,49 @@ void DocumentStream::ReadFiscal()
 void DocumentStream::ReadOutro()
 {
     leitura::OutroDocumentoRow row;
-    if (!m_outros.Next(row)) {
+    if (m_behind) {
+        m_outro = std::move(m_behind);
+        m_behind.reset();
+    } else if (!m_outrosEnded && m_outros.Next(row)) {
+        m_outro = Documento{false,
+                            row.coo,
+                            row.gnf,
+                            row.grg,
+                            row.cdc,
+                            row.crz,
+                            row.dataHoraInicioEmissao.Value(),
+                            row.dataHoraFimEmissao.Value(),
+                            row.tipoDocumento.Value(),
+                            false};
+    } else {
+        m_outrosEnded = true;
         m_outro.reset();
-        return;
     }
-    m_outro = Documento{false,
-                        row.coo,
-                        row.gnf,
-                        row.crz,
-                        row.dataHoraInicioEmissao.Value(),
-                        row.tipoDocumento.Value(),
-                        false};
+    if (m_reducao && (!m_outro || m_reducao->hora < m_outro->hora ||
+                      (m_reducao->hora == m_outro->hora &&
+                       leitura::ComesBefore(m_reducao->coo.Value(), m_outro->coo.Value())))) {
+        m_behind = std::move(m_outro);
+        m_outro = std::move(m_reducao);
+        ReadReducao();
+    }
+}
+
+void DocumentStream::ReadReducao()
+{
+    m_reducao.reset();
+    if (m_reducoes.Next()) {
+        const std::string hora = m_reducoes.ReadText("data_hora_emissao").Value();
+        m_reducao = Documento{false,
+                              m_reducoes.ReadInteger("cont_coo"),
+                              m_reducoes.ReadInteger("cont_gnf"),
+                              leitura::Integer(leitura::CellState::NO_COLUMN),
+                              leitura::Integer(leitura::CellState::NO_COLUMN),
+                              m_reducoes.ReadInteger("cont_crz"),
+                              hora,
+                              hora,
+                              "RZ",
+                              false};
+    }
 }
 
 // A closing signs the receipt; that of an additional receipt is rejected, and its payments stand.

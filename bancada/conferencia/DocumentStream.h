@@ -15,8 +15,10 @@ struct Documento {
     bool fiscal = false;
     leitura::Integer coo;
     leitura::Integer contador; // CCF of a fiscal receipt, GNF of another document
+    leitura::Integer grg, cdc; // of a document that is not a fiscal receipt
     leitura::Integer crz;
     std::string hora;
+    std::string fim;  // when it ended, as far as its row tells
     std::string tipo; // of a document that is not a fiscal receipt
     // A fiscal receipt that was cancelled after its closing, as far as its row tells.
     bool canceladoFechado = false;
@@ -35,13 +37,19 @@ class DocumentStream
     bool IsNextFiscal(const std::optional<std::int64_t>& last) const;
     void ReadFiscal();
     void ReadOutro();
+    void ReadReducao();
     bool WasFechado(const leitura::CupomFiscalRow& cupom);
 
     leitura::Rows<leitura::CupomFiscalRow> m_fiscais;
     leitura::Rows<leitura::OutroDocumentoRow> m_outros;
+    // Z reductions whose document row is missing: their own row tells as much.
+    leitura::Query m_reducoes;
     leitura::Query m_pagamento;
     // The next one of each table.
-    std::optional<Documento> m_fiscal, m_outro;
+    std::optional<Documento> m_fiscal, m_outro, m_reducao;
+    // The document behind a Z that stands in m_outro.
+    std::optional<Documento> m_behind;
+    bool m_outrosEnded = false;
 };
 
 } // namespace bancada::conferencia

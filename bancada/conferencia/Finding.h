@@ -27,6 +27,15 @@ inline Subject JornadaOf(std::int64_t crz)
     return {0, crz};
 }
 
+// Where a finding stands in the database, and what was looked for there. Empty what does not apply.
+struct Place {
+    std::string table;
+    std::int64_t row = 0; // its rowid
+    std::string column;
+    std::string expected;
+    std::string found;
+};
+
 struct Finding {
     FindingKind kind = FindingKind::END;
     Subject subject;
@@ -36,6 +45,7 @@ struct Finding {
     std::string text;
     // The firmware log names a lost row of the same document or day.
     bool explained = false;
+    Place place;
 };
 
 // Takes the findings one by one, in the order in which they are made.

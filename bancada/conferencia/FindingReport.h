@@ -18,10 +18,10 @@ class FindingReport
     // A finding that a loss of the same document or day explains. Key and text may hold anything
     // that a row or the log holds: they are made one line.
     void Report(FindingKind kind, const std::string& key, const std::string& text,
-                const Subject& subject);
+                const Subject& subject, const Place& place = {});
     // A finding of which the caller knows whether a loss explains it.
     void ReportExplained(FindingKind kind, const std::string& key, const std::string& text,
-                         bool explained);
+                         bool explained, const Subject& subject = {}, const Place& place = {});
 
     std::int64_t Faults() const { return m_faults; }
     // Those of the faults that are explained.
@@ -29,7 +29,7 @@ class FindingReport
     std::int64_t Notes() const { return m_notes; }
 
   private:
-    void HandOut(const Finding& finding);
+    void HandOut(Finding finding);
 
     const LossIndex* m_losses;
     const FindingSink& m_sink;

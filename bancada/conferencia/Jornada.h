@@ -17,6 +17,12 @@ class AmountRange
   public:
     void Add(const leitura::Amount& amount) { Add(amount, amount); }
     void Add(const leitura::Amount& least, const leitura::Amount& most);
+    void Add(const AmountRange& range) { Add(range.m_least, range.m_most); }
+
+    // Widens it by what lies between the least of one range and the most of another.
+    void AddBounds(const AmountRange& from, const AmountRange& to) { Add(from.m_least, to.m_most); }
+
+    bool IsKnown() const { return m_least.IsKnown() && m_most.IsKnown(); }
 
     // False also where a bound or the amount is not known.
     bool Contains(const leitura::Amount& amount) const;
@@ -30,6 +36,18 @@ class AmountRange
 // Whether both are known and `a` is no more than `b`.
 bool IsAtMost(const leitura::Amount& a, const leitura::Amount& b);
 
+// The number of the day that a row's counter names: receipts are filed under the next Z, whose
+// number may have gone around.
+std::int64_t JornadaNumber(const leitura::Integer& crz);
+
+// What a discount or a surcharge by percentage can come to: cut to cents, or rounded up.
+AmountRange Percentage(const leitura::Amount& base, const leitura::Amount& percent);
+
+// An item's value with its share of a subtotal's adjustment, positive or negative, which is known
+// to the cent: each share is cut, and the cents that are left go to some items.
+AmountRange WithShare(const leitura::Amount& item, const leitura::Amount& adjustment,
+                      const leitura::Amount& subtotal);
+
 // The receipts filed under the Z that closes the day.
 struct Jornada {
     // Totals of the valid fiscal receipts; of all valid receipts that were paid; of the valid
@@ -38,6 +56,17 @@ struct Jornada {
     leitura::Amount naoFiscais;
     // The floats put into the till, whose payments leave no row.
     std::vector<leitura::Amount> fundosDeTroco;
+    // Sales of the valid fiscal receipts by the tax code of their items, and what the valid
+    // non-fiscal receipts booked on each totalizer; of a subtotal's adjustment that is not in the
+    // items, each one's share is known to the cent.
+    std::map<std::string, AmountRange> porAliquota;
+    std::map<std::int64_t, AmountRange> porTotalizadorNf;
+    // Everything that was registered, cancelled or not: items with their surcharges, discounts,
+    // surcharges. Of a surcharge that was cancelled twice the rows know the last.
+    leitura::Amount bruto, descontos, acrescimos;
+    bool acrescimoCancelado = false;
+    // Why the items cannot be told from the rows; empty when they can.
+    std::string itensIncertos;
     // What each payment means took in.
     std::map<std::int64_t, leitura::Amount> meios;
     // Why the means cannot be told from the rows; empty when they can.

@@ -1,5 +1,7 @@
 #include "bancada/conferencia/Pagamentos.h"
 
+#include <algorithm>
+
 namespace bancada::conferencia
 {
 
@@ -29,6 +31,7 @@ Pagamentos PagamentosReader::Read(std::int64_t coo)
         if (row.estornado.IsSet() && !estornado.emplace(meio, row.valorEstornado).second) {
             pagamentos.incerto = true;
         }
+        pagamentos.rows.push_back(row);
     }
     // While a receipt is open the GNF stands still: a payment with another one was moved there by a
     // reversal, a document of its own.
@@ -37,6 +40,9 @@ Pagamentos PagamentosReader::Read(std::int64_t coo)
             pagamentos.gnfsDeEstorno.push_back(gnf);
         }
     }
+    std::sort(
+        pagamentos.rows.begin(), pagamentos.rows.end(),
+        [](const PagamentoCupomRow& a, const PagamentoCupomRow& b) { return a.rowid < b.rowid; });
     for (const auto& [meio, valor] : estornado) {
         pagamentos.porMeio[meio] = pagamentos.porMeio[meio] - valor;
         pagamentos.soma = pagamentos.soma - valor;

@@ -17,6 +17,8 @@ struct Pagamentos {
     // amount reversed is recorded several times. It is counted once here, which is right unless
     // there was more than one reversal.
     bool incerto = false;
+    // In the order of their rows.
+    std::vector<leitura::PagamentoCupomRow> rows;
     // The GNFs that reversals of its payments took.
     std::vector<std::int64_t> gnfsDeEstorno;
 };

@@ -3,6 +3,7 @@
 
 #include "bancada/conferencia/CheckContext.h"
 #include "bancada/conferencia/DocumentStream.h"
+#include "bancada/conferencia/Expectation.h"
 #include "bancada/conferencia/Gaps.h"
 #include "bancada/conferencia/Reimpressoes.h"
 
@@ -77,16 +78,59 @@ class GnfSequence
 };
 
 // Documents other than fiscal receipts are filed under the last Z made; before the first, under 1.
+// Fiscal receipts are filed under the Z to come.
 class CrzSequence
 {
   public:
     explicit CrzSequence(CheckContext& context) : m_context(context) {}
 
     void Check(const Documento& documento);
+    void CheckFiscal(const Documento& documento);
 
   private:
     CheckContext& m_context;
     std::optional<leitura::Integer> m_last;
+    // Under which the receipts of the day are filed.
+    Expectation m_receipts;
+};
+
+// A counter that every document shows and that documents of one kind take: vouchers, reports.
+struct Counted {
+    const char* tipo;
+    const char* label;
+    const char* column;
+    leitura::Integer Documento::*number;
+};
+constexpr Counted COUNTED_CDC = {"CC", "CDC", "cont_cdc", &Documento::cdc};
+constexpr Counted COUNTED_GRG = {"RG", "GRG", "cont_grg", &Documento::grg};
+
+class ComprovanteSequence
+{
+  public:
+    ComprovanteSequence(CheckContext& context, const Counted& counted);
+
+    void Check(const Documento& documento);
+
+  private:
+    CheckContext& m_context;
+    const Counted& m_counted;
+    Expectation m_expected;
+    std::optional<std::int64_t> m_lastCoo;
+    // Numbers without a row came since the document checked last.
+    bool m_gap = false;
+};
+
+// No document begins before the one before it began, or ended.
+class HoraSequence
+{
+  public:
+    explicit HoraSequence(CheckContext& context) : m_context(context) {}
+
+    void Check(const Documento& documento);
+
+  private:
+    CheckContext& m_context;
+    std::string m_coo, m_hora, m_fim;
 };
 
 } // namespace bancada::conferencia

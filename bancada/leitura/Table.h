@@ -5,6 +5,7 @@
 #include "bancada/leitura/Amount.h"
 #include "bancada/leitura/Cell.h"
 #include "bancada/leitura/DatabaseReading.h"
+#include "bancada/leitura/Domain.h"
 #include "bancada/leitura/Query.h"
 
 #include <cstdint>
@@ -43,6 +44,7 @@ struct Column {
     const char* name;
     std::variant<Unread, Integer Record::*, Text Record::*, Flag Record::*, Amount Record::*>
         member;
+    Domain domain = Domain::TEXT;
     Presence presence = Presence::ALWAYS;
 };
 

@@ -8,15 +8,16 @@ const Table<OutroDocumentoRow>& OutroDocumentoTable()
     static const Table<OutroDocumentoRow> table(
         "outros_documentos",
         {
-            {"cont_coo", &OutroDocumentoRow::coo},
-            {"num_ecf", &OutroDocumentoRow::numEcf},
-            {"cont_gnf", &OutroDocumentoRow::gnf},
-            {"cont_grg", &OutroDocumentoRow::grg},
-            {"cont_cdc", &OutroDocumentoRow::cdc},
-            {"cont_crz", &OutroDocumentoRow::crz},
-            {"data_hora_inicio_emissao", &OutroDocumentoRow::dataHoraInicioEmissao},
-            {"data_hora_fim_emissao", &OutroDocumentoRow::dataHoraFimEmissao},
-            {"id_tipo_documento", &OutroDocumentoRow::tipoDocumento},
+            {"cont_coo", &OutroDocumentoRow::coo, Domain::COUNTER},
+            {"num_ecf", &OutroDocumentoRow::numEcf, Domain::ECF},
+            {"cont_gnf", &OutroDocumentoRow::gnf, Domain::COUNTER_OR_ZERO},
+            {"cont_grg", &OutroDocumentoRow::grg, Domain::COUNTER_OR_ZERO},
+            {"cont_cdc", &OutroDocumentoRow::cdc, Domain::COUNTER_OR_ZERO},
+            {"cont_crz", &OutroDocumentoRow::crz, Domain::COUNTER},
+            {"data_hora_inicio_emissao", &OutroDocumentoRow::dataHoraInicioEmissao,
+             Domain::INSTANT},
+            {"data_hora_fim_emissao", &OutroDocumentoRow::dataHoraFimEmissao, Domain::INSTANT},
+            {"id_tipo_documento", &OutroDocumentoRow::tipoDocumento, Domain::DOCUMENT_TYPE},
         });
     return table;
 }
@@ -24,31 +25,32 @@ const Table<OutroDocumentoRow>& OutroDocumentoTable()
 const Table<CupomFiscalRow>& CupomFiscalTable()
 {
     static const Table<CupomFiscalRow> table(
-        "cupom_fiscal", {
-                            {"cont_coo", &CupomFiscalRow::coo},
-                            {"cont_ccf", &CupomFiscalRow::ccf},
-                            {"cont_crz", &CupomFiscalRow::crz},
-                            {"data_hora_emissao", &CupomFiscalRow::dataHoraEmissao},
-                            {"cpf_cnpj_consumidor", &CupomFiscalRow::cpfCnpjConsumidor},
-                            {"nome_consumidor", &CupomFiscalRow::nomeConsumidor},
-                            {"endereco_consumidor", &CupomFiscalRow::enderecoConsumidor},
-                            {"assinatura_documento", &CupomFiscalRow::assinaturaDocumento},
-                            {"valor_subtotal", &CupomFiscalRow::valorSubtotal},
-                            {"valor_total", &CupomFiscalRow::valorTotal},
-                            {"tipo_desconto", &CupomFiscalRow::tipoDesconto},
-                            {"valor_desconto", &CupomFiscalRow::valorDesconto},
-                            {"tipo_acrescimo", &CupomFiscalRow::tipoAcrescimo},
-                            {"valor_acrescimo", &CupomFiscalRow::valorAcrescimo},
-                            {"valor_canc_acrescimo", &CupomFiscalRow::valorCancAcrescimo},
-                            {"valor_troco", &CupomFiscalRow::valorTroco},
-                            {"texto_suplementar", &CupomFiscalRow::textoSuplementar},
-                            {"id_cancelado", &CupomFiscalRow::cancelado},
-                            {"id_cupom_adicional", &CupomFiscalRow::cupomAdicional},
-                            {"perc_acrescimo", &CupomFiscalRow::percAcrescimo},
-                            {"perc_desconto", &CupomFiscalRow::percDesconto},
-                            {"texto_complementar", &CupomFiscalRow::textoComplementar},
-                            {"chave_cupom", &CupomFiscalRow::chaveCupom},
-                        });
+        "cupom_fiscal",
+        {
+            {"cont_coo", &CupomFiscalRow::coo, Domain::COUNTER},
+            {"cont_ccf", &CupomFiscalRow::ccf, Domain::COUNTER},
+            {"cont_crz", &CupomFiscalRow::crz, Domain::NEXT_COUNTER},
+            {"data_hora_emissao", &CupomFiscalRow::dataHoraEmissao, Domain::INSTANT},
+            {"cpf_cnpj_consumidor", &CupomFiscalRow::cpfCnpjConsumidor, Domain::TEXT},
+            {"nome_consumidor", &CupomFiscalRow::nomeConsumidor, Domain::TEXT},
+            {"endereco_consumidor", &CupomFiscalRow::enderecoConsumidor, Domain::TEXT},
+            {"assinatura_documento", &CupomFiscalRow::assinaturaDocumento, Domain::SIGNATURE},
+            {"valor_subtotal", &CupomFiscalRow::valorSubtotal, Domain::MONEY},
+            {"valor_total", &CupomFiscalRow::valorTotal, Domain::MONEY},
+            {"tipo_desconto", &CupomFiscalRow::tipoDesconto, Domain::KIND},
+            {"valor_desconto", &CupomFiscalRow::valorDesconto, Domain::MONEY},
+            {"tipo_acrescimo", &CupomFiscalRow::tipoAcrescimo, Domain::KIND},
+            {"valor_acrescimo", &CupomFiscalRow::valorAcrescimo, Domain::MONEY},
+            {"valor_canc_acrescimo", &CupomFiscalRow::valorCancAcrescimo, Domain::MONEY},
+            {"valor_troco", &CupomFiscalRow::valorTroco, Domain::MONEY},
+            {"texto_suplementar", &CupomFiscalRow::textoSuplementar, Domain::TEXT},
+            {"id_cancelado", &CupomFiscalRow::cancelado, Domain::FLAG},
+            {"id_cupom_adicional", &CupomFiscalRow::cupomAdicional, Domain::FLAG},
+            {"perc_acrescimo", &CupomFiscalRow::percAcrescimo, Domain::PERCENT},
+            {"perc_desconto", &CupomFiscalRow::percDesconto, Domain::PERCENT},
+            {"texto_complementar", &CupomFiscalRow::textoComplementar, Domain::TEXT},
+            {"chave_cupom", &CupomFiscalRow::chaveCupom, Domain::TEXT},
+        });
     return table;
 }
 
@@ -57,26 +59,28 @@ const Table<ItemCupomFiscalRow>& ItemCupomFiscalTable()
     static const Table<ItemCupomFiscalRow> table(
         "item_cupom_fiscal",
         {
-            {"seq_item", &ItemCupomFiscalRow::seqItem},
-            {"cont_coo", &ItemCupomFiscalRow::coo},
-            {"cod_item", &ItemCupomFiscalRow::codItem},
-            {"descricao", &ItemCupomFiscalRow::descricao},
-            {"quantidade", &ItemCupomFiscalRow::quantidade},
-            {"aliquota", &ItemCupomFiscalRow::aliquota},
-            {"un_medida", &ItemCupomFiscalRow::unMedida},
-            {"valor_unitario", &ItemCupomFiscalRow::valorUnitario},
-            {"tipo_acrescimo", &ItemCupomFiscalRow::tipoAcrescimo},
-            {"valor_acrescimo", &ItemCupomFiscalRow::valorAcrescimo},
-            {"tipo_desconto", &ItemCupomFiscalRow::tipoDesconto},
-            {"valor_desconto", &ItemCupomFiscalRow::valorDesconto},
-            {"valor_canc_acrescimo", &ItemCupomFiscalRow::valorCancAcrescimo},
-            {"valor_total", &ItemCupomFiscalRow::valorTotal},
-            {"casas_decimais_quantidade", &ItemCupomFiscalRow::casasDecimaisQuantidade},
-            {"casas_decimais_valor", &ItemCupomFiscalRow::casasDecimaisValor},
-            {"id_arred_trunc_valor", &ItemCupomFiscalRow::arredTruncValor},
-            {"id_cancelado", &ItemCupomFiscalRow::cancelado},
-            {"perc_acrescimo", &ItemCupomFiscalRow::percAcrescimo},
-            {"perc_desconto", &ItemCupomFiscalRow::percDesconto},
+            {"seq_item", &ItemCupomFiscalRow::seqItem, Domain::ITEM},
+            {"cont_coo", &ItemCupomFiscalRow::coo, Domain::COUNTER},
+            {"cod_item", &ItemCupomFiscalRow::codItem, Domain::TEXT},
+            {"descricao", &ItemCupomFiscalRow::descricao, Domain::TEXT},
+            {"quantidade", &ItemCupomFiscalRow::quantidade, Domain::QUANTITY},
+            {"aliquota", &ItemCupomFiscalRow::aliquota, Domain::TAX_CODE},
+            {"un_medida", &ItemCupomFiscalRow::unMedida, Domain::TEXT},
+            {"valor_unitario", &ItemCupomFiscalRow::valorUnitario, Domain::QUANTITY},
+            {"tipo_acrescimo", &ItemCupomFiscalRow::tipoAcrescimo, Domain::KIND},
+            {"valor_acrescimo", &ItemCupomFiscalRow::valorAcrescimo, Domain::MONEY_OF_ITEM},
+            {"tipo_desconto", &ItemCupomFiscalRow::tipoDesconto, Domain::KIND},
+            {"valor_desconto", &ItemCupomFiscalRow::valorDesconto, Domain::MONEY_OF_ITEM},
+            {"valor_canc_acrescimo", &ItemCupomFiscalRow::valorCancAcrescimo,
+             Domain::MONEY_OF_ITEM},
+            {"valor_total", &ItemCupomFiscalRow::valorTotal, Domain::MONEY_OF_ITEM},
+            {"casas_decimais_quantidade", &ItemCupomFiscalRow::casasDecimaisQuantidade,
+             Domain::CASAS},
+            {"casas_decimais_valor", &ItemCupomFiscalRow::casasDecimaisValor, Domain::CASAS},
+            {"id_arred_trunc_valor", &ItemCupomFiscalRow::arredTruncValor, Domain::ROUNDING},
+            {"id_cancelado", &ItemCupomFiscalRow::cancelado, Domain::FLAG},
+            {"perc_acrescimo", &ItemCupomFiscalRow::percAcrescimo, Domain::PERCENT},
+            {"perc_desconto", &ItemCupomFiscalRow::percDesconto, Domain::PERCENT},
         });
     return table;
 }
@@ -84,16 +88,17 @@ const Table<ItemCupomFiscalRow>& ItemCupomFiscalTable()
 const Table<PagamentoCupomRow>& PagamentoCupomTable()
 {
     static const Table<PagamentoCupomRow> table(
-        "pagamento_cupom", {
-                               {"cont_coo", &PagamentoCupomRow::coo},
-                               {"cont_gnf", &PagamentoCupomRow::gnf},
-                               {"valor_pagamento", &PagamentoCupomRow::valorPagamento},
-                               {"num_parcelas", &PagamentoCupomRow::numParcelas},
-                               {"info_adicional", &PagamentoCupomRow::infoAdicional},
-                               {"indice_meio_pagamento", &PagamentoCupomRow::indiceMeioPagamento},
-                               {"id_estornado", &PagamentoCupomRow::estornado},
-                               {"valor_estornado", &PagamentoCupomRow::valorEstornado},
-                           });
+        "pagamento_cupom",
+        {
+            {"cont_coo", &PagamentoCupomRow::coo, Domain::COUNTER},
+            {"cont_gnf", &PagamentoCupomRow::gnf, Domain::COUNTER_OR_ZERO},
+            {"valor_pagamento", &PagamentoCupomRow::valorPagamento, Domain::SIGNED_MONEY},
+            {"num_parcelas", &PagamentoCupomRow::numParcelas, Domain::PARCELAS},
+            {"info_adicional", &PagamentoCupomRow::infoAdicional, Domain::TEXT},
+            {"indice_meio_pagamento", &PagamentoCupomRow::indiceMeioPagamento, Domain::MEIO},
+            {"id_estornado", &PagamentoCupomRow::estornado, Domain::FLAG},
+            {"valor_estornado", &PagamentoCupomRow::valorEstornado, Domain::MONEY},
+        });
     return table;
 }
 
@@ -101,23 +106,23 @@ const Table<CupomNfRow>& CupomNfTable()
 {
     static const Table<CupomNfRow> table(
         "cupom_nf", {
-                        {"cont_coo", &CupomNfRow::coo},
-                        {"cont_crz", &CupomNfRow::crz},
-                        {"cont_gnf", &CupomNfRow::gnf},
-                        {"num_ecf", &CupomNfRow::numEcf},
-                        {"data_hora_emissao", &CupomNfRow::dataHoraEmissao},
-                        {"valor_subtotal", &CupomNfRow::valorSubtotal},
-                        {"valor_total_cupom", &CupomNfRow::valorTotalCupom},
-                        {"tipo_acrescimo", &CupomNfRow::tipoAcrescimo},
-                        {"valor_acrescimo", &CupomNfRow::valorAcrescimo},
-                        {"tipo_desconto", &CupomNfRow::tipoDesconto},
-                        {"valor_desconto", &CupomNfRow::valorDesconto},
-                        {"valor_canc_acrescimo", &CupomNfRow::valorCancAcrescimo},
-                        {"id_cancelado", &CupomNfRow::cancelado},
-                        {"nome_consumidor", &CupomNfRow::nomeConsumidor},
-                        {"cpf_cnpj_consumidor", &CupomNfRow::cpfCnpjConsumidor},
-                        {"perc_acrescimo", &CupomNfRow::percAcrescimo},
-                        {"perc_desconto", &CupomNfRow::percDesconto},
+                        {"cont_coo", &CupomNfRow::coo, Domain::COUNTER},
+                        {"cont_crz", &CupomNfRow::crz, Domain::NEXT_COUNTER},
+                        {"cont_gnf", &CupomNfRow::gnf, Domain::COUNTER_OR_ZERO},
+                        {"num_ecf", &CupomNfRow::numEcf, Domain::ECF},
+                        {"data_hora_emissao", &CupomNfRow::dataHoraEmissao, Domain::INSTANT},
+                        {"valor_subtotal", &CupomNfRow::valorSubtotal, Domain::MONEY},
+                        {"valor_total_cupom", &CupomNfRow::valorTotalCupom, Domain::MONEY},
+                        {"tipo_acrescimo", &CupomNfRow::tipoAcrescimo, Domain::KIND},
+                        {"valor_acrescimo", &CupomNfRow::valorAcrescimo, Domain::MONEY},
+                        {"tipo_desconto", &CupomNfRow::tipoDesconto, Domain::KIND},
+                        {"valor_desconto", &CupomNfRow::valorDesconto, Domain::MONEY},
+                        {"valor_canc_acrescimo", &CupomNfRow::valorCancAcrescimo, Domain::MONEY},
+                        {"id_cancelado", &CupomNfRow::cancelado, Domain::FLAG},
+                        {"nome_consumidor", &CupomNfRow::nomeConsumidor, Domain::TEXT},
+                        {"cpf_cnpj_consumidor", &CupomNfRow::cpfCnpjConsumidor, Domain::TEXT},
+                        {"perc_acrescimo", &CupomNfRow::percAcrescimo, Domain::PERCENT},
+                        {"perc_desconto", &CupomNfRow::percDesconto, Domain::PERCENT},
                     });
     return table;
 }
@@ -127,19 +132,21 @@ const Table<ItemCupomNfRow>& ItemCupomNfTable()
     static const Table<ItemCupomNfRow> table(
         "item_cupom_nf",
         {
-            {"seq_item", &ItemCupomNfRow::seqItem},
-            {"cont_coo", &ItemCupomNfRow::coo},
-            {"indice_totalizador_nf", &ItemCupomNfRow::indiceTotalizadorNf},
-            {"valor_total", &ItemCupomNfRow::valorTotal},
-            {"valor_total_liquido", &ItemCupomNfRow::valorTotalLiquido},
-            {"tipo_acrescimo", &ItemCupomNfRow::tipoAcrescimo, Presence::MAY_BE_NULL},
-            {"valor_acrescimo", &ItemCupomNfRow::valorAcrescimo},
-            {"tipo_desconto", &ItemCupomNfRow::tipoDesconto, Presence::MAY_BE_NULL},
-            {"valor_desconto", &ItemCupomNfRow::valorDesconto},
-            {"valor_canc_acrescimo", &ItemCupomNfRow::valorCancAcrescimo},
-            {"id_cancelado", &ItemCupomNfRow::cancelado},
-            {"perc_acrescimo", &ItemCupomNfRow::percAcrescimo, Presence::MAY_BE_NULL},
-            {"perc_desconto", &ItemCupomNfRow::percDesconto, Presence::MAY_BE_NULL},
+            {"seq_item", &ItemCupomNfRow::seqItem, Domain::ITEM},
+            {"cont_coo", &ItemCupomNfRow::coo, Domain::COUNTER},
+            {"indice_totalizador_nf", &ItemCupomNfRow::indiceTotalizadorNf, Domain::TOTALIZADOR_NF},
+            {"valor_total", &ItemCupomNfRow::valorTotal, Domain::MONEY_OF_ITEM},
+            {"valor_total_liquido", &ItemCupomNfRow::valorTotalLiquido, Domain::MONEY_OF_ITEM},
+            {"tipo_acrescimo", &ItemCupomNfRow::tipoAcrescimo, Domain::KIND, Presence::MAY_BE_NULL},
+            {"valor_acrescimo", &ItemCupomNfRow::valorAcrescimo, Domain::MONEY_OF_ITEM},
+            {"tipo_desconto", &ItemCupomNfRow::tipoDesconto, Domain::KIND, Presence::MAY_BE_NULL},
+            {"valor_desconto", &ItemCupomNfRow::valorDesconto, Domain::MONEY_OF_ITEM},
+            {"valor_canc_acrescimo", &ItemCupomNfRow::valorCancAcrescimo, Domain::MONEY_OF_ITEM},
+            {"id_cancelado", &ItemCupomNfRow::cancelado, Domain::FLAG},
+            {"perc_acrescimo", &ItemCupomNfRow::percAcrescimo, Domain::PERCENT,
+             Presence::MAY_BE_NULL},
+            {"perc_desconto", &ItemCupomNfRow::percDesconto, Domain::PERCENT,
+             Presence::MAY_BE_NULL},
         });
     return table;
 }
@@ -148,27 +155,27 @@ const Table<ReducaoZRow>& ReducaoZTable()
 {
     static const Table<ReducaoZRow> table(
         "reducao_z", {
-                         {"cont_crz", &ReducaoZRow::crz},
-                         {"num_ecf", &ReducaoZRow::numEcf},
-                         {"data_hora_emissao", &ReducaoZRow::dataHoraEmissao},
-                         {"data_movimento", &ReducaoZRow::dataMovimento},
-                         {"cont_coo", &ReducaoZRow::coo},
-                         {"cont_gnf", &ReducaoZRow::gnf},
-                         {"cont_cro", &ReducaoZRow::cro},
-                         {"valor_gt", &ReducaoZRow::valorGt},
-                         {"valor_vb", &ReducaoZRow::valorVb},
-                         {"valor_base_icms", &ReducaoZRow::valorBaseIcms},
-                         {"valor_icms", &ReducaoZRow::valorIcms},
-                         {"valor_desc_icms", &ReducaoZRow::valorDescIcms},
-                         {"valor_acres_icms", &ReducaoZRow::valorAcresIcms},
-                         {"valor_canc_icms", &ReducaoZRow::valorCancIcms},
-                         {"valor_base_iss", &ReducaoZRow::valorBaseIss},
-                         {"valor_iss", &ReducaoZRow::valorIss},
-                         {"valor_desc_iss", &ReducaoZRow::valorDescIss},
-                         {"valor_acres_iss", &ReducaoZRow::valorAcresIss},
-                         {"valor_canc_iss", &ReducaoZRow::valorCancIss},
-                         {"tempo_operacional", &ReducaoZRow::segundosEmitindo},
-                         {"tempo_emitindo_doc", &ReducaoZRow::segundosOperacional},
+                         {"cont_crz", &ReducaoZRow::crz, Domain::COUNTER},
+                         {"num_ecf", &ReducaoZRow::numEcf, Domain::ECF},
+                         {"data_hora_emissao", &ReducaoZRow::dataHoraEmissao, Domain::INSTANT},
+                         {"data_movimento", &ReducaoZRow::dataMovimento, Domain::DAY},
+                         {"cont_coo", &ReducaoZRow::coo, Domain::COUNTER},
+                         {"cont_gnf", &ReducaoZRow::gnf, Domain::COUNTER_OR_ZERO},
+                         {"cont_cro", &ReducaoZRow::cro, Domain::COUNTER_OR_ZERO},
+                         {"valor_gt", &ReducaoZRow::valorGt, Domain::MONEY},
+                         {"valor_vb", &ReducaoZRow::valorVb, Domain::MONEY},
+                         {"valor_base_icms", &ReducaoZRow::valorBaseIcms, Domain::MONEY},
+                         {"valor_icms", &ReducaoZRow::valorIcms, Domain::MONEY},
+                         {"valor_desc_icms", &ReducaoZRow::valorDescIcms, Domain::MONEY},
+                         {"valor_acres_icms", &ReducaoZRow::valorAcresIcms, Domain::MONEY},
+                         {"valor_canc_icms", &ReducaoZRow::valorCancIcms, Domain::MONEY},
+                         {"valor_base_iss", &ReducaoZRow::valorBaseIss, Domain::MONEY},
+                         {"valor_iss", &ReducaoZRow::valorIss, Domain::MONEY},
+                         {"valor_desc_iss", &ReducaoZRow::valorDescIss, Domain::MONEY},
+                         {"valor_acres_iss", &ReducaoZRow::valorAcresIss, Domain::MONEY},
+                         {"valor_canc_iss", &ReducaoZRow::valorCancIss, Domain::MONEY},
+                         {"tempo_operacional", &ReducaoZRow::segundosEmitindo, Domain::SECONDS},
+                         {"tempo_emitindo_doc", &ReducaoZRow::segundosOperacional, Domain::SECONDS},
                      });
     return table;
 }
@@ -176,13 +183,14 @@ const Table<ReducaoZRow>& ReducaoZTable()
 const Table<TotalizadorReducaoRow>& TotalizadorReducaoTable()
 {
     static const Table<TotalizadorReducaoRow> table(
-        "totalizador_reducao", {
-                                   {"cont_crz", &TotalizadorReducaoRow::crz},
-                                   {"totalizador", &TotalizadorReducaoRow::totalizador},
-                                   {"valor_base_calculo", &TotalizadorReducaoRow::valorBaseCalculo},
-                                   {"id_fiscal", &TotalizadorReducaoRow::fiscal},
-                                   {"valor_imposto", &TotalizadorReducaoRow::valorImposto},
-                               });
+        "totalizador_reducao",
+        {
+            {"cont_crz", &TotalizadorReducaoRow::crz, Domain::COUNTER},
+            {"totalizador", &TotalizadorReducaoRow::totalizador, Domain::TEXT},
+            {"valor_base_calculo", &TotalizadorReducaoRow::valorBaseCalculo, Domain::MONEY},
+            {"id_fiscal", &TotalizadorReducaoRow::fiscal, Domain::FLAG},
+            {"valor_imposto", &TotalizadorReducaoRow::valorImposto, Domain::MONEY},
+        });
     return table;
 }
 
@@ -191,10 +199,12 @@ const Table<MeioPagamentoReducaoRow>& MeioPagamentoReducaoTable()
     static const Table<MeioPagamentoReducaoRow> table(
         "meio_pagamento_reducao",
         {
-            {"indice_meio_pagamento", &MeioPagamentoReducaoRow::indiceMeioPagamento},
-            {"cont_crz", &MeioPagamentoReducaoRow::crz},
-            {"descricao_meio_pagamento", &MeioPagamentoReducaoRow::descricaoMeioPagamento},
-            {"valor_acumulado", &MeioPagamentoReducaoRow::valorAcumulado},
+            {"indice_meio_pagamento", &MeioPagamentoReducaoRow::indiceMeioPagamento,
+             Domain::MEIO_OR_TROCO},
+            {"cont_crz", &MeioPagamentoReducaoRow::crz, Domain::COUNTER},
+            {"descricao_meio_pagamento", &MeioPagamentoReducaoRow::descricaoMeioPagamento,
+             Domain::TEXT},
+            {"valor_acumulado", &MeioPagamentoReducaoRow::valorAcumulado, Domain::MONEY},
         });
     return table;
 }
@@ -202,26 +212,28 @@ const Table<MeioPagamentoReducaoRow>& MeioPagamentoReducaoTable()
 const Table<IntervencaoRow>& IntervencaoTable()
 {
     static const Table<IntervencaoRow> table(
-        "intervencao", {
-                           {"cont_cro", &IntervencaoRow::cro},
-                           {"num_ecf", &IntervencaoRow::numEcf},
-                           {"data_hora_intervencao", &IntervencaoRow::dataHoraIntervencao},
-                           {"id_tipo_intervencao", &IntervencaoRow::tipoIntervencao},
-                           {"id_perda_dados_mt", &IntervencaoRow::perdaDadosMt},
-                       });
+        "intervencao",
+        {
+            {"cont_cro", &IntervencaoRow::cro, Domain::COUNTER_OR_ZERO},
+            {"num_ecf", &IntervencaoRow::numEcf, Domain::ECF},
+            {"data_hora_intervencao", &IntervencaoRow::dataHoraIntervencao, Domain::INSTANT},
+            {"id_tipo_intervencao", &IntervencaoRow::tipoIntervencao, Domain::MODE},
+            {"id_perda_dados_mt", &IntervencaoRow::perdaDadosMt, Domain::FLAG},
+        });
     return table;
 }
 
 const Table<FitaDetalheRow>& FitaDetalheTable()
 {
     static const Table<FitaDetalheRow> table(
-        "fita_detalhe", {
-                            {"cont_cfd", &FitaDetalheRow::cfd},
-                            {"num_ecf", &FitaDetalheRow::numEcf},
-                            {"data_hora_emissao", &FitaDetalheRow::dataHoraEmissao},
-                            {"coo_inicial", &FitaDetalheRow::cooInicial},
-                            {"coo_final", &FitaDetalheRow::cooFinal},
-                        });
+        "fita_detalhe",
+        {
+            {"cont_cfd", &FitaDetalheRow::cfd, Domain::COUNTER},
+            {"num_ecf", &FitaDetalheRow::numEcf, Domain::ECF},
+            {"data_hora_emissao", &FitaDetalheRow::dataHoraEmissao, Domain::INSTANT},
+            {"coo_inicial", &FitaDetalheRow::cooInicial, Domain::COUNTER},
+            {"coo_final", &FitaDetalheRow::cooFinal, Domain::COUNTER},
+        });
     return table;
 }
 
@@ -229,10 +241,10 @@ const Table<MeioPagamentoRow>& MeioPagamentoTable()
 {
     static const Table<MeioPagamentoRow> table(
         "meio_pagamento", {
-                              {"num_indice", &MeioPagamentoRow::numIndice},
-                              {"num_ecf", &MeioPagamentoRow::numEcf},
-                              {"descricao", &MeioPagamentoRow::descricao},
-                              {"id_vinculacao_ccd", &MeioPagamentoRow::vinculacaoCcd},
+                              {"num_indice", &MeioPagamentoRow::numIndice, Domain::MEIO},
+                              {"num_ecf", &MeioPagamentoRow::numEcf, Domain::ECF},
+                              {"descricao", &MeioPagamentoRow::descricao, Domain::TEXT},
+                              {"id_vinculacao_ccd", &MeioPagamentoRow::vinculacaoCcd, Domain::FLAG},
                           });
     return table;
 }
@@ -240,62 +252,66 @@ const Table<MeioPagamentoRow>& MeioPagamentoTable()
 const Table<TotalizadorNaoFiscalRow>& TotalizadorNaoFiscalTable()
 {
     static const Table<TotalizadorNaoFiscalRow> table(
-        "totalizador_nao_fiscal", {
-                                      {"num_indice", &TotalizadorNaoFiscalRow::numIndice},
-                                      {"descricao", &TotalizadorNaoFiscalRow::descricao},
-                                  });
+        "totalizador_nao_fiscal",
+        {
+            {"num_indice", &TotalizadorNaoFiscalRow::numIndice, Domain::TOTALIZADOR_NF},
+            {"descricao", &TotalizadorNaoFiscalRow::descricao, Domain::TEXT},
+        });
     return table;
 }
 
 const Table<DadosUsuarioRow>& DadosUsuarioTable()
 {
     static const Table<DadosUsuarioRow> table(
-        "dados_usuario", {
-                             {"seq_usuario", &DadosUsuarioRow::seqUsuario},
-                             {"endereco", &DadosUsuarioRow::endereco},
-                             {"nome_fantasia", &DadosUsuarioRow::nomeFantasia},
-                             {"razao_social", &DadosUsuarioRow::razaoSocial},
-                             {"cnpj", &DadosUsuarioRow::cnpj, Presence::MAY_BE_NULL},
-                             {"ie", &DadosUsuarioRow::ie, Presence::MAY_BE_NULL},
-                             {"im", &DadosUsuarioRow::im, Presence::MAY_BE_NULL},
-                             {"uf", &DadosUsuarioRow::uf, Presence::MAY_BE_NULL},
-                             {"data_hora_gravacao", &DadosUsuarioRow::dataHoraGravacao},
-                             {"cont_cro", &DadosUsuarioRow::cro},
-                             {"valor_gt", &DadosUsuarioRow::valorGt},
-                         });
+        "dados_usuario",
+        {
+            {"seq_usuario", &DadosUsuarioRow::seqUsuario, Domain::ECF},
+            {"endereco", &DadosUsuarioRow::endereco, Domain::TEXT},
+            {"nome_fantasia", &DadosUsuarioRow::nomeFantasia, Domain::TEXT},
+            {"razao_social", &DadosUsuarioRow::razaoSocial, Domain::TEXT},
+            {"cnpj", &DadosUsuarioRow::cnpj, Domain::CNPJ, Presence::MAY_BE_NULL},
+            {"ie", &DadosUsuarioRow::ie, Domain::TEXT, Presence::MAY_BE_NULL},
+            {"im", &DadosUsuarioRow::im, Domain::TEXT, Presence::MAY_BE_NULL},
+            {"uf", &DadosUsuarioRow::uf, Domain::UF, Presence::MAY_BE_NULL},
+            {"data_hora_gravacao", &DadosUsuarioRow::dataHoraGravacao, Domain::INSTANT},
+            {"cont_cro", &DadosUsuarioRow::cro, Domain::COUNTER_OR_ZERO},
+            {"valor_gt", &DadosUsuarioRow::valorGt, Domain::MONEY},
+        });
     return table;
 }
 
 const Table<MoedaRow>& MoedaTable()
 {
-    static const Table<MoedaRow> table("moeda",
-                                       {
-                                           {"num_ecf", &MoedaRow::numEcf},
-                                           {"data_hora_gravacao", &MoedaRow::dataHoraGravacao},
-                                           {"simbolo_moeda", &MoedaRow::simboloMoeda},
-                                       });
+    static const Table<MoedaRow> table(
+        "moeda", {
+                     {"num_ecf", &MoedaRow::numEcf, Domain::ECF},
+                     {"data_hora_gravacao", &MoedaRow::dataHoraGravacao, Domain::INSTANT},
+                     {"simbolo_moeda", &MoedaRow::simboloMoeda, Domain::TEXT},
+                 });
     return table;
 }
 
 const Table<DadosEcfRow>& DadosEcfTable()
 {
-    static const Table<DadosEcfRow> table("dados_ecf", {
-                                                           {"num_ecf", &DadosEcfRow::numEcf},
-                                                           {"num_serie", &DadosEcfRow::numSerie},
-                                                           {"marca", &DadosEcfRow::marca},
-                                                           {"modelo", &DadosEcfRow::modelo},
-                                                           {"tipo", &DadosEcfRow::tipo},
-                                                           {"num_caixa", &DadosEcfRow::numCaixa},
-                                                       });
+    static const Table<DadosEcfRow> table("dados_ecf",
+                                          {
+                                              {"num_ecf", &DadosEcfRow::numEcf, Domain::ECF},
+                                              {"num_serie", &DadosEcfRow::numSerie, Domain::TEXT},
+                                              {"marca", &DadosEcfRow::marca, Domain::TEXT},
+                                              {"modelo", &DadosEcfRow::modelo, Domain::TEXT},
+                                              {"tipo", &DadosEcfRow::tipo, Domain::TEXT},
+                                              {"num_caixa", &DadosEcfRow::numCaixa, Domain::CAIXA},
+                                          });
     return table;
 }
 
 const Table<VersaoSbRow>& VersaoSbTable()
 {
-    static const Table<VersaoSbRow> table("versao_sb", {
-                                                           {"num_ecf", &VersaoSbRow::numEcf},
-                                                           {"versao", &VersaoSbRow::versao},
-                                                       });
+    static const Table<VersaoSbRow> table("versao_sb",
+                                          {
+                                              {"num_ecf", &VersaoSbRow::numEcf, Domain::ECF},
+                                              {"versao", &VersaoSbRow::versao, Domain::TEXT},
+                                          });
     return table;
 }
 

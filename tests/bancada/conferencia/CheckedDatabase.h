@@ -34,31 +34,33 @@ INSERT INTO outros_documentos VALUES
  (19,1,9,1,1,1,'2024-03-02 09:02:00','2024-03-02 09:02:30','RG'),
  (20,1,9,1,1,2,'2024-03-02 18:00:00','2024-03-02 18:00:00','RZ');
 
-INSERT INTO cupom_fiscal (cont_coo, cont_ccf, cont_crz, data_hora_emissao, assinatura_documento,
-  valor_subtotal, valor_total, tipo_desconto, valor_desconto, tipo_acrescimo, valor_acrescimo,
-  valor_canc_acrescimo, valor_troco, id_cancelado, id_cupom_adicional, perc_acrescimo,
-  perc_desconto) VALUES
- ( 3,1,1,'2024-03-01 08:10:00','c2ln',15.48,15.48,'V',0,'V',0,0,4.52,'N','N',0,0),
- ( 4,2,1,'2024-03-01 09:00:00','c2ln',15.00,13.50,'V',1.50,'V',0,0,0.00,'N','N',0,10.00),
- ( 7,3,1,'2024-03-01 10:00:00','c2ln',20.00,22.00,'V',0,'V',2.00,0,0.00,'S','N',0,0),
- ( 9,4,1,'2024-03-01 10:30:00',' ',0,0,'V',0,'V',0,0,0,'S','N',0,0),
- (11,5,1,'2024-03-01 12:00:00',' ',0,0,'V',0,'V',0,0,0,'N','N',0,0),
- (15,6,2,'2024-03-02 08:00:00','c2ln',7.00,7.00,'V',0,'V',0,0,0.00,'N','N',0,0),
- (21,7,3,'2024-03-03 08:00:00',' ',0,0,'V',0,'V',0,0,0,'N','N',0,0);
+INSERT INTO cupom_fiscal (cont_coo, cont_ccf, cont_crz, data_hora_emissao, cpf_cnpj_consumidor,
+  nome_consumidor, endereco_consumidor, texto_suplementar, texto_complementar, chave_cupom,
+  assinatura_documento, valor_subtotal, valor_total, tipo_desconto, valor_desconto, tipo_acrescimo,
+  valor_acrescimo, valor_canc_acrescimo, valor_troco, id_cancelado, id_cupom_adicional,
+  perc_acrescimo, perc_desconto) VALUES
+ ( 3,1,1,'2024-03-01 08:10:00','','',',',' ',' ',' ','c2ln',15.48,15.48,'V',0,'V',0,0,4.52,'N','N',0,0),
+ ( 4,2,1,'2024-03-01 09:00:00','','',',',' ',' ',' ','c2ln',15.00,13.50,'V',1.50,'V',0,0,0.00,'N','N',0,10.00),
+ ( 7,3,1,'2024-03-01 10:00:00','','',',',' ',' ',' ','c2ln',20.00,22.00,'V',0,'V',2.00,0,0.00,'S','N',0,0),
+ ( 9,4,1,'2024-03-01 10:30:00','','',',',' ',' ',' ',' ',0,0,'V',0,'V',0,0,0,'S','N',0,0),
+ (11,5,1,'2024-03-01 12:00:00','','',',',' ',' ',' ',' ',0,0,'V',0,'V',0,0,0,'N','N',0,0),
+ (15,6,2,'2024-03-02 08:00:00','','',',',' ',' ',' ','c2ln',7.00,7.00,'V',0,'V',0,0,0.00,'N','N',0,0),
+ (21,7,3,'2024-03-03 08:00:00','','',',',' ',' ',' ',' ',0,0,'V',0,'V',0,0,0,'N','N',0,0);
 
-INSERT INTO item_cupom_fiscal (seq_item, cont_coo, quantidade, aliquota, valor_unitario,
+INSERT INTO item_cupom_fiscal (cod_item, descricao, un_medida, tipo_acrescimo, tipo_desconto,
+  perc_acrescimo, perc_desconto, seq_item, cont_coo, quantidade, aliquota, valor_unitario,
   valor_acrescimo, valor_desconto, valor_canc_acrescimo, valor_total, casas_decimais_quantidade,
   casas_decimais_valor, id_arred_trunc_valor, id_cancelado) VALUES
- (1, 3,2,    '01T18.00', 5.00,0,0,   0,10.00,0,2,'T','N'),
- (2, 3,1.375,'F1',       3.99,0,0,   0, 5.48,3,2,'T','N'),
- (1, 4,1,    '01T18.00',10.00,0,1.90,0, 8.10,0,2,'T','N'),
- (2, 4,1,    '01T18.00', 4.00,0,0.00,0, 4.00,0,2,'T','S'),
- (3, 4,1,    '01S05.00', 6.00,0,0.60,0, 5.40,0,2,'T','N'),
- (1, 7,1,    '01T18.00',20.00,0,0,   0,20.00,0,2,'T','N'),
- (1, 9,1,    '01T18.00', 3.00,0,0,   0, 3.00,0,2,'T','N'),
- (1,11,0.5,  '01T18.00',15.999,0,0,  0, 8.000,1,3,'A','N'),
- (1,15,1,    '01T18.00', 7.00,0,0,   0, 7.00,0,2,'T','N'),
- (1,21,1,    '01T18.00', 9.00,0,0,   0, 9.00,0,2,'T','N');
+ ('7','ITEM','UN','V','V',0,0,1,3,2,    '01T18.00', 5.00,0,0,   0,10.00,0,2,'T','N'),
+ ('7','ITEM','UN','V','V',0,0,2,3,1.375,'F1',       3.99,0,0,   0, 5.48,3,2,'T','N'),
+ ('7','ITEM','UN','V','V',0,0,1,4,1,    '01T18.00',10.00,0,1.90,0, 8.10,0,2,'T','N'),
+ ('7','ITEM','UN','V','V',0,0,2,4,1,    '01T18.00', 4.00,0,0.00,0, 4.00,0,2,'T','S'),
+ ('7','ITEM','UN','V','V',0,0,3,4,1,    '01S05.00', 6.00,0,0.60,0, 5.40,0,2,'T','N'),
+ ('7','ITEM','UN','V','V',0,0,1,7,1,    '01T18.00',20.00,0,0,   0,20.00,0,2,'T','N'),
+ ('7','ITEM','UN','V','V',0,0,1,9,1,    '01T18.00', 3.00,0,0,   0, 3.00,0,2,'T','N'),
+ ('7','ITEM','UN','V','V',0,0,1,11,0.5,  '01T18.00',15.999,0,0,  0, 8.000,1,3,'A','N'),
+ ('7','ITEM','UN','V','V',0,0,1,15,1,    '01T18.00', 7.00,0,0,   0, 7.00,0,2,'T','N'),
+ ('7','ITEM','UN','V','V',0,0,1,21,1,    '01T18.00', 9.00,0,0,   0, 9.00,0,2,'T','N');
 
 INSERT INTO pagamento_cupom VALUES
  ( 3,1,20.00,1,'',1,'N',0),
@@ -73,11 +75,12 @@ INSERT INTO pagamento_cupom VALUES
 
 INSERT INTO cupom_nf (cont_coo, cont_crz, cont_gnf, num_ecf, data_hora_emissao, valor_subtotal,
   valor_total_cupom, tipo_acrescimo, valor_acrescimo, tipo_desconto, valor_desconto,
-  valor_canc_acrescimo, id_cancelado, perc_acrescimo, perc_desconto) VALUES
- ( 1,1,1,1,'2024-03-01 08:00:00',100.00,100.00,'V',0,'V',0,0,'N',0,0),
- (10,1,4,1,'2024-03-01 11:00:00', 30.00, 30.00,'V',0,'V',0,0,'N',0,0),
- (13,1,5,1,'2024-03-01 17:00:00', 80.00, 80.00,'V',0,'V',0,0,'N',0,0),
- (17,2,7,1,'2024-03-02 09:00:00',  5.00,  5.00,'V',0,'V',0,0,'S',0,0);
+  valor_canc_acrescimo, id_cancelado, perc_acrescimo, perc_desconto, nome_consumidor,
+  cpf_cnpj_consumidor) VALUES
+ ( 1,1,1,1,'2024-03-01 08:00:00',100.00,100.00,'V',0,'V',0,0,'N',0,0,'',''),
+ (10,1,4,1,'2024-03-01 11:00:00', 30.00, 30.00,'V',0,'V',0,0,'N',0,0,'',''),
+ (13,1,5,1,'2024-03-01 17:00:00', 80.00, 80.00,'V',0,'V',0,0,'N',0,0,'',''),
+ (17,2,7,1,'2024-03-02 09:00:00',  5.00,  5.00,'V',0,'V',0,0,'S',0,0,'','');
 
 INSERT INTO item_cupom_nf (seq_item, cont_coo, indice_totalizador_nf, valor_total,
   valor_total_liquido, tipo_acrescimo, valor_acrescimo, tipo_desconto, valor_desconto,
@@ -115,10 +118,11 @@ INSERT INTO meio_pagamento_reducao VALUES
 
 INSERT INTO meio_pagamento VALUES (1,1,'DINHEIRO','N'), (2,1,'CARTAO','S');
 INSERT INTO totalizador_nao_fiscal VALUES (3,'DOACAO');
-INSERT INTO dados_usuario (seq_usuario, razao_social) VALUES (1,'MERCEARIA');
+INSERT INTO dados_usuario (seq_usuario, endereco, nome_fantasia, razao_social, data_hora_gravacao,
+  cont_cro, valor_gt) VALUES (1,'RUA A','MERCEARIA','MERCEARIA','2024-02-29 12:00:00',1,0);
 INSERT INTO dados_ecf VALUES (1,'0001','M','T','ECF-IF',1);
 INSERT INTO versao_sb VALUES (1,'01.00.00');
-INSERT INTO intervencao VALUES (1,1,'2024-03-01 07:00:00','L','N');
+INSERT INTO intervencao VALUES (1,1,'2024-03-01 08:01:00','L','N');
 )sql";
 
 class CheckedDatabase : public testing::Test

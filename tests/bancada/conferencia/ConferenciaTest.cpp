@@ -69,7 +69,9 @@ TEST_F(Conferencia, AnAmountThatIsNoneAgreesWithNothingAndIsShown)
                 " WHERE cont_coo = 3");
         EXPECT_THAT(
             Faults(),
-            ElementsAre("cupom-total: COO 3: total " + shown +
+            ElementsAre("valor-invalido: cupom_fiscal row 1: valor_total holds " + shown +
+                            ", where an amount, none below zero is due",
+                        "cupom-total: COO 3: total " + shown +
                             ", subtotal 15.48 less 0.00 plus 0.00",
                         "cupom-pagamentos: COO 3: payments 20.00 less change 4.52, total " + shown,
                         "z-vendas: CRZ 1: net tax totalizers 36.98, valid fiscal receipts ?",

@@ -61,7 +61,10 @@ TEST_F(PagamentosTest, TwoReversalsOfOneMeansAddUp)
     Execute("UPDATE pagamento_cupom SET valor_pagamento = 2.00, valor_estornado = 2.00"
             " WHERE cont_coo = 15 AND indice_meio_pagamento = 1;"
             "UPDATE pagamento_cupom SET valor_pagamento = 1.00 WHERE cont_gnf = 6;"
-            "INSERT INTO pagamento_cupom VALUES (15,6,2.00,1,'',2,'N',0)");
+            "UPDATE pagamento_cupom SET rowid = 10 WHERE cont_coo = 17;"
+            "INSERT INTO pagamento_cupom (rowid, cont_coo, cont_gnf, valor_pagamento, num_parcelas,"
+            " info_adicional, indice_meio_pagamento, id_estornado, valor_estornado) VALUES"
+            " (9,15,6,2.00,1,'',2,'N',0)");
     EXPECT_THAT(Faults(), IsEmpty());
 }
 
@@ -71,7 +74,11 @@ TEST_F(PagamentosTest, AReversalOfTwoPaymentsInOneMeansIsCountedOnce)
     // The 3.00 in cash were 1.00 and 2.00: both rows carry the amount reversed.
     Execute("UPDATE pagamento_cupom SET valor_pagamento = 1.00 WHERE cont_coo = 15"
             " AND indice_meio_pagamento = 1;"
-            "INSERT INTO pagamento_cupom VALUES (15,5,2.00,1,'',1,'S',3.00)");
+            "UPDATE pagamento_cupom SET rowid = 10 WHERE cont_coo = 17;"
+            "UPDATE pagamento_cupom SET rowid = 9 WHERE cont_gnf = 6;"
+            "INSERT INTO pagamento_cupom (rowid, cont_coo, cont_gnf, valor_pagamento, num_parcelas,"
+            " info_adicional, indice_meio_pagamento, id_estornado, valor_estornado) VALUES"
+            " (8,15,5,2.00,1,'',1,'S',3.00)");
     EXPECT_THAT(Faults(), IsEmpty());
 }
 

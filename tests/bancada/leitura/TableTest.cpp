@@ -34,10 +34,10 @@ const Table<LaterRow>& LaterTable()
                                            {"num_ecf", UNREAD},
                                            {"descricao", &LaterRow::name},
                                            {"id_vinculacao_ccd", &LaterRow::voucher},
-                                           {"valor_limite", &LaterRow::limit, Presence::ADDED},
-                                           {"desde", &LaterRow::since, Presence::ADDED},
-                                           {"nota", &LaterRow::note, Presence::ADDED},
-                                           {"id_bloqueado", &LaterRow::blocked, Presence::ADDED},
+                                           {"valor_limite", &LaterRow::limit, Domain::MONEY, Presence::ADDED},
+                                           {"desde", &LaterRow::since, Domain::COUNTER, Presence::ADDED},
+                                           {"nota", &LaterRow::note, Domain::TEXT, Presence::ADDED},
+                                           {"id_bloqueado", &LaterRow::blocked, Domain::FLAG, Presence::ADDED},
                                        });
     return table;
 }

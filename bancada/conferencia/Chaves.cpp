@@ -1,0 +1,120 @@
+#include "bancada/conferencia/Chaves.h"
+
+#include "bancada/conferencia/Texts.h"
+#include "bancada/leitura/Query.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace bancada::conferencia
+{
+namespace
+{
+
+constexpr std::size_t CNPJ_SIZE = 14;
+constexpr std::size_t TAIL_SIZE = 16; // "-yyyymmdd-000120"
+
+bool AreDigits(const std::string& text, std::size_t begin, std::size_t size)
+{
+    return std::all_of(text.begin() + static_cast<std::ptrdiff_t>(begin),
+                       text.begin() + static_cast<std::ptrdiff_t>(begin + size),
+                       [](char c) { return c >= '0' && c <= '9'; });
+}
+
+std::string Tail(const leitura::CupomFiscalRow& cupom)
+{
+    std::string day = cupom.dataHoraEmissao.Value().substr(0, 10);
+    day.erase(std::remove(day.begin(), day.end(), '-'), day.end());
+    char coo[32];
+    std::snprintf(coo, sizeof coo, "%06lld", static_cast<long long>(cupom.coo.Value()));
+    return "-" + day + "-" + coo;
+}
+
+} // namespace
+
+Chaves::Chaves(const leitura::DatabaseReading& database)
+{
+    leitura::Query owner(database, "SELECT coalesce((SELECT cnpj FROM dados_usuario WHERE"
+                                   " typeof(cnpj) = 'text' ORDER BY rowid LIMIT 1),"
+                                   " '00000000000000') || '-' || coalesce((SELECT num_serie FROM"
+                                   " dados_ecf ORDER BY rowid LIMIT 1), '') AS prefix");
+    if (owner.Next()) {
+        m_programmed = owner.ReadText("prefix").Value();
+    }
+    leitura::Query keys(database, "SELECT chave_cupom FROM cupom_fiscal WHERE trim(chave_cupom) <>"
+                                  " '' LIMIT 100");
+    int own = 0;
+    int others = 0;
+    while (keys.Next()) {
+        ++(PrefixOf(keys.ReadText("chave_cupom").Value()).empty() ? others : own);
+    }
+    m_known = own > others;
+}
+
+std::string Chaves::PrefixOf(const std::string& key)
+{
+    if (key.size() < CNPJ_SIZE + 1 + TAIL_SIZE || key[CNPJ_SIZE] != '-' ||
+        !AreDigits(key, 0, CNPJ_SIZE)) {
+        return {};
+    }
+    const std::size_t tail = key.size() - TAIL_SIZE;
+    const bool formed = key[tail] == '-' && AreDigits(key, tail + 1, 8) && key[tail + 9] == '-' &&
+                        AreDigits(key, tail + 10, 6);
+    return formed ? key.substr(0, tail) : std::string();
+}
+
+void Chaves::Report(FindingReport& findings, const leitura::CupomFiscalRow& cupom,
+                    const std::string& expected, const std::string& text) const
+{
+    findings.Report(
+        FindingKind::CUPOM_CHAVE, Coo(cupom.coo), text, DocumentOf(cupom.coo.Value()),
+        {"cupom_fiscal", cupom.rowid, "chave_cupom", expected, cupom.chaveCupom.Shown()});
+}
+
+void Chaves::Check(FindingReport& findings, const leitura::CupomFiscalRow& cupom)
+{
+    if (!m_known) {
+        return;
+    }
+    const std::string& key = cupom.chaveCupom.Value();
+    const std::string prefix = PrefixOf(key);
+    const std::string tail = Tail(cupom);
+    if (prefix.empty() || key.substr(prefix.size()) != tail) {
+        Report(findings, cupom, m_programmed + tail,
+               "key " + cupom.chaveCupom.Shown() + ", the receipt's ends with " + tail);
+        return;
+    }
+    if (m_waits) {
+        Decide(findings, prefix);
+    }
+    if (prefix == m_programmed || prefix == m_before) {
+        m_before = prefix;
+        return;
+    }
+    m_waiting = cupom;
+    m_waits = true;
+}
+
+void Chaves::End(FindingReport& findings)
+{
+    if (m_waits) {
+        Decide(findings, {});
+    }
+}
+
+void Chaves::Decide(FindingReport& findings, const std::string& next)
+{
+    const std::string prefix = PrefixOf(m_waiting.chaveCupom.Value());
+    // The first one may be the only one of its owner.
+    if (prefix != next && !m_before.empty()) {
+        Report(findings, m_waiting, m_programmed + Tail(m_waiting),
+               "key of " + prefix +
+                   ", and neither the programming nor a receipt before or behind"
+                   " says so");
+    } else {
+        m_before = prefix;
+    }
+    m_waits = false;
+}
+
+} // namespace bancada::conferencia

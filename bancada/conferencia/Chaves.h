@@ -1,0 +1,43 @@
+// The search keys of closed receipts, where the bench made them: CNPJ, serial number, day and
+// document number, joined by "-".
+#pragma once
+
+#include "bancada/conferencia/FindingReport.h"
+#include "bancada/leitura/Tables.h"
+
+#include <cstdint>
+#include <string>
+
+namespace bancada::conferencia
+{
+
+class Chaves
+{
+  public:
+    explicit Chaves(const leitura::DatabaseReading& database);
+
+    // A key of the receipt's day and number, of the owner and the register that are programmed or
+    // were so before: those of a key that its neighbours do not share were never. Receipts are
+    // given in their order. Nothing is asked of the keys of a register that makes others.
+    void Check(FindingReport& findings, const leitura::CupomFiscalRow& cupom);
+    // Behind the last one.
+    void End(FindingReport& findings);
+
+    // CNPJ and serial number of a key, as the text up to the day; empty of one of another form.
+    static std::string PrefixOf(const std::string& key);
+
+  private:
+    void Report(FindingReport& findings, const leitura::CupomFiscalRow& cupom,
+                const std::string& expected, const std::string& text) const;
+    void Decide(FindingReport& findings, const std::string& next);
+
+    bool m_known = false;
+    // Of the owner and the register as they are programmed.
+    std::string m_programmed;
+    // Of the receipt before the one that waits for its neighbour behind.
+    std::string m_before;
+    bool m_waits = false;
+    leitura::CupomFiscalRow m_waiting;
+};
+
+} // namespace bancada::conferencia

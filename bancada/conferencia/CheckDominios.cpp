@@ -1,0 +1,155 @@
+// Every value of every row against what its column is for, and the rows' own numbers: they go from
+// 1 without a gap, as nothing is ever deleted.
+#include "bancada/conferencia/CheckContext.h"
+#include "bancada/conferencia/Dominio.h"
+#include "bancada/leitura/Counter.h"
+#include "bancada/leitura/Query.h"
+#include "bancada/leitura/Tables.h"
+
+#include <algorithm>
+#include <optional>
+#include <vector>
+
+namespace bancada::conferencia
+{
+namespace
+{
+
+struct CheckedColumn {
+    std::string name;
+    leitura::Domain domain;
+    leitura::Presence presence;
+    int position = 0; // in the SELECT
+};
+
+class TableCheck
+{
+  public:
+    template <typename Record>
+    TableCheck(CheckContext& context, const leitura::Table<Record>& table)
+        : m_context(context), m_table(table.Name())
+    {
+        const std::vector<std::string> names =
+            leitura::ColumnNames(context.Database(), table.Name());
+        std::string sql = "SELECT rowid";
+        int position = 0;
+        for (const leitura::Column<Record>& column : table.Columns()) {
+            if (std::find(names.begin(), names.end(), column.name) == names.end()) {
+                continue;
+            }
+            m_columns.push_back({column.name, column.domain, column.presence, ++position});
+            sql += std::string(", ") + column.name;
+            if (m_columns.back().name == "cont_coo") {
+                m_coo = position;
+            } else if (m_columns.back().name == "cont_crz") {
+                m_crz = position;
+            }
+            if (m_columns.back().name == OrderedBy(m_table)) {
+                m_ordered = position;
+            }
+        }
+        m_sql = sql + " FROM " + table.Name() + " ORDER BY rowid";
+    }
+
+    void Check()
+    {
+        leitura::Query query(m_context.Database(), m_sql);
+        std::int64_t last = 0;
+        while (query.Next()) {
+            const std::int64_t rowid =
+                leitura::ReadInteger(query.Row(), 0, leitura::Nullable::NO).Value();
+            CheckRowid(last, rowid);
+            last = rowid;
+            CheckOrder(query.Row(), rowid);
+            for (const CheckedColumn& column : m_columns) {
+                if (!IsWithin(query.Row(), column.position, column.domain, column.presence)) {
+                    Report(query.Row(), rowid, column);
+                }
+            }
+        }
+    }
+
+  private:
+    void CheckRowid(std::int64_t last, std::int64_t rowid)
+    {
+        if (rowid <= last || rowid - 1 == last) {
+            return;
+        }
+        const std::string first = std::to_string(last + 1);
+        const std::string end = std::to_string(rowid - 1);
+        m_context.findings.ReportExplained(
+            FindingKind::LINHA_AUSENTE, m_table,
+            "no row " + first + (first == end ? "" : " to " + end) + ", and rows are never deleted",
+            false, {}, {m_table, rowid, "", "row " + first, "row " + std::to_string(rowid)});
+    }
+
+    // The counter by which a table's rows stand in the order of issue, where no other check follows
+    // it; nothing where the order tells nothing.
+    static std::string OrderedBy(const std::string& table)
+    {
+        if (table == "item_cupom_fiscal" || table == "item_cupom_nf" ||
+            table == "pagamento_cupom" || table == "cupom_nf") {
+            return "cont_coo";
+        }
+        if (table == "totalizador_reducao" || table == "meio_pagamento_reducao") {
+            return "cont_crz";
+        }
+        return table == "intervencao" ? "cont_cro" : table == "fita_detalhe" ? "cont_cfd" : "";
+    }
+
+    void CheckOrder(sqlite3_stmt* row, std::int64_t rowid)
+    {
+        const leitura::Integer number =
+            m_ordered == 0 ? leitura::Integer(leitura::CellState::NULL_VALUE)
+                           : leitura::ReadInteger(row, m_ordered, leitura::Nullable::NO);
+        if (!number.IsKnown()) {
+            return;
+        }
+        const std::string column = m_columns[static_cast<std::size_t>(m_ordered) - 1].name;
+        if (m_last && *m_last != number.Value() && !leitura::ComesBefore(*m_last, number.Value())) {
+            const std::string found = std::to_string(number.Value());
+            m_context.findings.ReportExplained(
+                FindingKind::ORDEM, m_table + " row " + std::to_string(rowid),
+                column + " " + found + " comes after " + std::to_string(*m_last), false,
+                {NumberAt(row, m_coo), NumberAt(row, m_crz)},
+                {m_table, rowid, column, "none before " + std::to_string(*m_last), found});
+            return; // the next one is compared with what stood here in order
+        }
+        m_last = number.Value();
+    }
+
+    void Report(sqlite3_stmt* row, std::int64_t rowid, const CheckedColumn& column)
+    {
+        const std::string found = leitura::RawText(row, column.position);
+        m_context.findings.ReportExplained(
+            FindingKind::VALOR_INVALIDO, m_table + " row " + std::to_string(rowid),
+            column.name + " holds " + found + ", where " + MeaningOf(column.domain) + " is due",
+            false, {NumberAt(row, m_coo), NumberAt(row, m_crz)},
+            {m_table, rowid, column.name, MeaningOf(column.domain), found});
+    }
+
+    static std::int64_t NumberAt(sqlite3_stmt* row, int position)
+    {
+        return position == 0 ? 0
+                             : leitura::ReadInteger(row, position, leitura::Nullable::NO).Value();
+    }
+
+    CheckContext& m_context;
+    std::string m_table;
+    std::string m_sql;
+    std::vector<CheckedColumn> m_columns;
+    // Where the document's and the day's numbers stand in the SELECT; 0 where the table has none.
+    int m_coo = 0;
+    int m_crz = 0;
+    int m_ordered = 0;
+    std::optional<std::int64_t> m_last;
+};
+
+} // namespace
+
+void CheckDominios(CheckContext& context)
+{
+    leitura::ForEachTable([&context](const auto& table) { TableCheck(context, table).Check(); });
+}
+
+} // namespace bancada::conferencia

@@ -1,0 +1,105 @@
+// Interventions: their order, the reading that begins one in mode L, and the counter of restarts
+// that the Z reductions show. Leaving mode T moves it. One row is written for each number, by the
+// intervention that finds none: an L may be followed by a T that leaves no row.
+#include "bancada/conferencia/CheckContext.h"
+#include "bancada/conferencia/CheckReducao.h"
+#include "bancada/conferencia/Texts.h"
+#include "bancada/leitura/Tables.h"
+
+#include <optional>
+#include <vector>
+
+namespace bancada::conferencia
+{
+namespace
+{
+
+using leitura::IntervencaoRow;
+using leitura::ReducaoZRow;
+
+void Report(CheckContext& context, const IntervencaoRow& row, const char* column,
+            const std::string& expected, const std::string& found, const std::string& text)
+{
+    context.findings.Report(FindingKind::INTERVENCAO, "CRO " + Number(row.cro), text, {},
+                            {"intervencao", row.rowid, column, expected, found});
+}
+
+std::vector<IntervencaoRow> CheckRows(CheckContext& context)
+{
+    leitura::Query reading(context.Database(),
+                           "SELECT 1 AS found FROM outros_documentos WHERE id_tipo_documento = 'LX'"
+                           " AND data_hora_inicio_emissao = ?1 LIMIT 1");
+    leitura::Rows<IntervencaoRow> rows(context.Database(), leitura::IntervencaoTable(),
+                                       "ORDER BY rowid");
+    std::vector<IntervencaoRow> all;
+    IntervencaoRow row;
+    while (rows.Next(row)) {
+        const std::string& hora = row.dataHoraIntervencao.Value();
+        if (!all.empty() && hora < all.back().dataHoraIntervencao.Value()) {
+            const std::string& before = all.back().dataHoraIntervencao.Value();
+            Report(context, row, "data_hora_intervencao", "none before " + before, hora,
+                   "of " + hora + ", after one of " + before);
+        }
+        if (row.tipoIntervencao.Value() == "L") {
+            const bool read = reading.With(hora).Next();
+            reading.End();
+            if (!read) {
+                Report(context, row, "data_hora_intervencao", "that of an X reading", hora,
+                       "no X reading of " + hora);
+            }
+        }
+        if (row.perdaDadosMt.IsSet()) {
+            Report(context, row, "id_perda_dados_mt", "N", "S",
+                   "loss of data, which is never said");
+        }
+        all.push_back(row);
+    }
+    return all;
+}
+
+// What the counter can be at a Z, by the interventions before it and behind it.
+void CheckCro(CheckContext& context, const ReducaoZRow& z, const std::vector<IntervencaoRow>& rows,
+              const std::optional<std::int64_t>& previous)
+{
+    std::optional<std::int64_t> least = previous;
+    std::optional<std::int64_t> most = previous;
+    for (const IntervencaoRow& row : rows) {
+        if (row.dataHoraIntervencao.Value() <= z.dataHoraEmissao.Value()) {
+            least = row.cro.Value() + (row.tipoIntervencao.Value() == "T" ? 1 : 0);
+            most = row.cro.Value() + 1;
+        } else {
+            // The next one was written under the number as it stood.
+            least = least ? least : row.cro.Value();
+            most = most ? most : row.cro.Value();
+            break;
+        }
+    }
+    // Without an intervention before it the counter may only stand as it stood.
+    const std::int64_t cro = z.cro.Value();
+    if ((least && cro < *least) || (most && cro > *most)) {
+        const std::string due = *least == *most
+                                    ? std::to_string(*least)
+                                    : std::to_string(*least) + " or " + std::to_string(*most);
+        context.findings.Report(FindingKind::Z_CRO, Crz(z.crz),
+                                "CRO " + Number(z.cro) + ", the interventions lead to " + due,
+                                SubjectOf(z),
+                                {"reducao_z", z.rowid, "cont_cro", due, Number(z.cro)});
+    }
+}
+
+} // namespace
+
+void CheckIntervencoes(CheckContext& context)
+{
+    const std::vector<IntervencaoRow> rows = CheckRows(context);
+    leitura::Rows<ReducaoZRow> reducoes(context.Database(), leitura::ReducaoZTable(),
+                                        "ORDER BY rowid");
+    std::optional<std::int64_t> previous;
+    ReducaoZRow z;
+    while (reducoes.Next(z)) {
+        CheckCro(context, z, rows, previous);
+        previous = z.cro.Value();
+    }
+}
+
+} // namespace bancada::conferencia

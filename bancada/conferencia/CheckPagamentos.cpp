@@ -1,0 +1,67 @@
+// The payments of a receipt, each by itself.
+#include "bancada/conferencia/CheckContext.h"
+#include "bancada/conferencia/Texts.h"
+#include "bancada/leitura/Counter.h"
+
+namespace bancada::conferencia
+{
+namespace
+{
+
+using leitura::PagamentoCupomRow;
+
+void Report(CheckContext& context, const PagamentoCupomRow& row, const char* column,
+            const std::string& expected, const std::string& found, const std::string& text)
+{
+    context.findings.Report(
+        FindingKind::PAGAMENTO_COLUNAS, Coo(row.coo) + " means " + Number(row.indiceMeioPagamento),
+        text, DocumentOf(row.coo.Value()), {"pagamento_cupom", row.rowid, column, expected, found});
+}
+
+void CheckColunas(CheckContext& context, const PagamentoCupomRow& row)
+{
+    if (row.estornado.IsSet() == row.valorEstornado.IsZero()) {
+        Report(context, row, "valor_estornado", row.estornado.IsSet() ? "above zero" : "0.00",
+               Money(row.valorEstornado),
+               std::string(row.estornado.IsSet() ? "reversed" : "not reversed") +
+                   ", amount reversed " + Money(row.valorEstornado));
+    }
+    if (!row.estornado.IsSet() && row.valorPagamento.Units() <= 0) {
+        Report(context, row, "valor_pagamento", "above zero", Money(row.valorPagamento),
+               "paid " + Money(row.valorPagamento));
+    }
+}
+
+} // namespace
+
+void CheckPagamentos(CheckContext& context, const leitura::Integer& coo,
+                     const Pagamentos& pagamentos, const leitura::Integer& gnf)
+{
+    for (const PagamentoCupomRow& row : pagamentos.rows) {
+        CheckColunas(context, row);
+    }
+    if (pagamentos.rows.empty()) {
+        return;
+    }
+    const PagamentoCupomRow& first = pagamentos.rows.front();
+    if (gnf.State() != leitura::CellState::LEFT_OUT) {
+        if (first.gnf.Value() != gnf.Value()) {
+            Report(context, first, "cont_gnf", Number(gnf), Number(first.gnf),
+                   "GNF " + Number(first.gnf) + ", its receipt has " + Number(gnf));
+        }
+        return;
+    }
+    // A reversal after the closing takes the next GNF; until another document does, it is the last.
+    const std::optional<std::int64_t> last = context.gnfDePagamentos;
+    const std::int64_t ultimo = pagamentos.rows.back().gnf.Value();
+    if (last && leitura::ComesBefore(first.gnf.Value(), *last)) {
+        Report(context, first, "cont_gnf", "none before " + std::to_string(*last),
+               Number(first.gnf),
+               "GNF " + Number(first.gnf) + ", " + Coo(coo) + " comes after GNF " +
+                   std::to_string(*last));
+        return;
+    }
+    context.gnfDePagamentos = ultimo;
+}
+
+} // namespace bancada::conferencia
