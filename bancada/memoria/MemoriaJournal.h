@@ -12,8 +12,8 @@
 namespace bancada
 {
 
-// A file of lines, each a digest, a blank and an object of JSON, with as many empty lines behind it as
-// fill its last 4 KiB: a power cut may destroy what it was writing to, and no more. The first
+// A file of lines, each a digest, a blank and an object of JSON, with as many empty lines behind it
+// as fill its last 4 KiB: a power cut may destroy what it was writing to, and no more. The first
 // names, by its digest, the memory that the journal belongs to; each other one is a record, whose
 // digest is also of the memory's. docs/memory.md tells their form.
 //

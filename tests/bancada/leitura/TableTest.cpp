@@ -28,17 +28,17 @@ struct LaterRow : Row {
 
 const Table<LaterRow>& LaterTable()
 {
-    static const Table<LaterRow> table("meio_pagamento",
-                                       {
-                                           {"num_indice", &LaterRow::index},
-                                           {"num_ecf", UNREAD},
-                                           {"descricao", &LaterRow::name},
-                                           {"id_vinculacao_ccd", &LaterRow::voucher},
-                                           {"valor_limite", &LaterRow::limit, Domain::MONEY, Presence::ADDED},
-                                           {"desde", &LaterRow::since, Domain::COUNTER, Presence::ADDED},
-                                           {"nota", &LaterRow::note, Domain::TEXT, Presence::ADDED},
-                                           {"id_bloqueado", &LaterRow::blocked, Domain::FLAG, Presence::ADDED},
-                                       });
+    static const Table<LaterRow> table(
+        "meio_pagamento", {
+                              {"num_indice", &LaterRow::index},
+                              {"num_ecf", UNREAD},
+                              {"descricao", &LaterRow::name},
+                              {"id_vinculacao_ccd", &LaterRow::voucher},
+                              {"valor_limite", &LaterRow::limit, Domain::MONEY, Presence::ADDED},
+                              {"desde", &LaterRow::since, Domain::COUNTER, Presence::ADDED},
+                              {"nota", &LaterRow::note, Domain::TEXT, Presence::ADDED},
+                              {"id_bloqueado", &LaterRow::blocked, Domain::FLAG, Presence::ADDED},
+                          });
     return table;
 }
 
