@@ -490,6 +490,32 @@ TEST_F(Composer, TextThatFillsItsWorkArrayIsExecutedWhole)
 
 // --- A statement and the size of its array -------------------------------------------------------
 
+// How many bytes the longest statement of such an array has.
+template <class Made>
+int LongestIn(const Made&)
+{
+    int longest = 0;
+    for (int length = 1; length <= 10000; ++length) {
+        Made made;
+        made.TextAt("%s", std::string(static_cast<std::size_t>(length), 'a').c_str());
+        if (made.Length() == length) {
+            longest = length;
+        }
+    }
+    return longest;
+}
+
+TEST(StatementArrays, AreOfTheRequiredSizes)
+{
+    EXPECT_EQ(LongestIn(::Statement<SQL_SIZE>()), 4999);
+    EXPECT_EQ(LongestIn(::Statement<SQL_SIZE_CUPOM>()), 7999);
+    EXPECT_EQ(LongestIn(::Statement<SQL_SIZE_DATA_FINAL>()), 499);
+    EXPECT_EQ(sizeof ::Statement<SQL_SIZE>().aux, 500u);
+    EXPECT_EQ(sizeof ::Statement<SQL_SIZE>().aux2, 500u);
+    EXPECT_EQ(AUX_SIZE_FECHAMENTO, 1500);
+    EXPECT_EQ(AUX_SIZE_DATA_FINAL, 50);
+}
+
 class SmallComposer : public LoggerTest
 {
   protected:
