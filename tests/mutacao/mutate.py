@@ -43,6 +43,8 @@ PROGRAMS = (("libs/", ("test_libs", "test_CmdDBLogger")),
             ("sqlite/", ("test_LogDatabase", "test_CmdDBLogger")),
             ("bancada/", ("test_bancada",)),
             ("", ("test_CmdDBLogger",)))
+# What a mutant reads or writes past an array ends it; no runtime library is needed for that.
+TRAPS = ("-fsanitize=undefined", "-fno-sanitize=vptr", "-fsanitize-undefined-trap-on-error")
 # A mutant may run for ever, but not the tests: as often as they take unchanged, and seconds beside.
 PATIENCE = 10
 PATIENCE_SECONDS = 30
@@ -114,7 +116,7 @@ class Build:
         first = next(i for i, word in enumerate(command) if word.startswith("-I"))
         # What a test cannot see, a debugger need not either.
         command = [word for word in command if word not in ("-g", "-Werror")]
-        command.insert(first, f"-I{overlay}")
+        command[first:first] = [f"-I{overlay}", *TRAPS]
         return run(command, cwd=self.folder)
 
     def link(self, program, objects, result):
