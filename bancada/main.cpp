@@ -1,8 +1,10 @@
 // ecf-bancada: the register that one can run on a desk.
+#include "bancada/Printable.h"
 #include "bancada/Unusable.h"
 #include "bancada/cli/Interruption.h"
 #include "bancada/cli/StandardFiles.h"
 #include "bancada/cli/Subcommands.h"
+#include "bancada/cli/Suggestion.h"
 #include "bancada/tape/Place.h"
 
 #include <CLI/CLI.hpp>
@@ -11,6 +13,7 @@
 #include <exception>
 #include <iostream>
 #include <new>
+#include <sstream>
 
 namespace
 {
@@ -64,6 +67,7 @@ int main(int argc, char** argv)
     AddCompare(app, exitCode);
     AddExport(app, exitCode);
     AddCopy(app, exitCode);
+    AddRecover(app, exitCode);
     AddGenerate(app, exitCode);
     AddHelpTape(app, exitCode);
     AddCommands(app, exitCode);
@@ -72,11 +76,15 @@ int main(int argc, char** argv)
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        exitCode = app.exit(error) == 0 ? EXIT_OK : EXIT_UNUSABLE;
+        std::ostringstream told;
+        exitCode = app.exit(error, std::cout, told) == 0 ? EXIT_OK : EXIT_UNUSABLE;
+        if (exitCode != EXIT_OK) {
+            std::cerr << Printable(told.str() + UnknownArguments(app), true);
+        }
     } catch (const TapeError& error) {
         // The place comes first, as compilers have it, so that editors find it.
         std::cout.flush();
-        std::cerr << error.what() << "\n";
+        std::cerr << Printable(error.what(), true) << "\n";
         exitCode = EXIT_UNUSABLE;
     } catch (const std::bad_alloc&) {
         std::cout.flush();
@@ -84,7 +92,7 @@ int main(int argc, char** argv)
         exitCode = EXIT_UNUSABLE;
     } catch (const std::exception& error) {
         std::cout.flush();
-        std::cerr << "ecf-bancada: " << error.what() << "\n";
+        std::cerr << "ecf-bancada: " << Printable(error.what(), true) << "\n";
         exitCode = EXIT_UNUSABLE;
     }
     if (!FlushStandardOutput()) {

@@ -27,6 +27,7 @@ void AddCheck(CLI::App& app, int& exitCode);
 void AddCompare(CLI::App& app, int& exitCode);
 void AddExport(CLI::App& app, int& exitCode);
 void AddCopy(CLI::App& app, int& exitCode);
+void AddRecover(CLI::App& app, int& exitCode);
 void AddGenerate(CLI::App& app, int& exitCode);
 void AddHelpTape(CLI::App& app, int& exitCode);
 void AddCommands(CLI::App& app, int& exitCode);

@@ -48,6 +48,7 @@ BENCH = {
     "conferencia": ["log", "leitura"],
     "arquivo": ["leitura"],
     "copia": ["leitura"],
+    "recuperacao": [],
     "gerador": ["registro"],
 }
 BENCH["cli"] = list(BENCH)

@@ -1,0 +1,103 @@
+// ecf-bancada recover: what can still be read of a damaged database.
+#include "bancada/Printable.h"
+#include "bancada/cli/NewDatabase.h"
+#include "bancada/cli/Subcommands.h"
+#include "bancada/recuperacao/Recuperacao.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+#include <ostream>
+#include <string>
+
+namespace bancada
+{
+namespace
+{
+
+using namespace recuperacao;
+
+struct RecoverOptions {
+    std::string database;
+    std::string to;
+};
+
+std::string Name(const RowRange& range)
+{
+    if (range.last == RowRange::NO_END) {
+        return "from " + std::to_string(range.first) + " on, nobody can tell how many";
+    }
+    return range.first == range.last
+               ? std::to_string(range.first)
+               : std::to_string(range.first) + " to " + std::to_string(range.last);
+}
+
+void Tell(const Recuperacao& result, std::ostream& out)
+{
+    out << "read: " << result.pages << " pages of " << result.pageSize << " bytes"
+        << (result.withLog ? ", with the write-ahead log" : "") << "\n";
+    for (const RecoveredTable& table : result.tables) {
+        out << table.name << ": " << table.rows << (table.rows == 1 ? " row" : " rows") << "\n";
+        for (const RowRange& range : table.missing) {
+            out << "  missing: " << (range.first == range.last ? "row " : "rows ") << Name(range)
+                << "\n";
+        }
+    }
+    if (!result.hasHeader) {
+        out << "the file's header is damaged\n";
+    }
+    if (result.logBytesNotRead > 0) {
+        out << "write-ahead log: " << result.logBytesNotRead
+            << " bytes behind its last whole commit were not read\n";
+    }
+    for (const DamagedPage& page : result.damaged) {
+        out << "page " << page.page << (page.table.empty() ? "" : " of " + page.table) << ": "
+            << page.reason << "\n";
+    }
+    if (result.leavesFound > 0) {
+        out << "pages that nothing led to any more, whose rows were recovered: "
+            << result.leavesFound << "\n";
+    }
+    for (const std::string& table : result.notCopied) {
+        out << "not copied, for it is none of a logging database: " << Printable(table) << "\n";
+    }
+    out << (result.IsWhole() ? "nothing is missing\n" : "something is missing\n");
+}
+
+int Recover(const RecoverOptions& options)
+{
+    NewDatabase to(options.to, {EvidenceDatabase(options.database)});
+    const Recuperacao result = recuperacao::Recover(options.database, to.Path());
+    to.Commit();
+    Tell(result, to.Report());
+    return result.IsWhole() ? EXIT_OK : EXIT_FINDINGS;
+}
+
+} // namespace
+
+void AddRecover(CLI::App& app, int& exitCode)
+{
+    const auto options = std::make_shared<RecoverOptions>();
+    CLI::App* recover = app.add_subcommand(
+        "recover", "Copy what can still be read of a damaged logging database into a new one, and "
+                   "list what is missing: rows by table and rowid, pages");
+    recover
+        ->add_option("DB", options->database,
+                     "The damaged database, which is only read; the write-ahead log beside it is "
+                     "read with it")
+        ->required();
+    recover
+        ->add_option("TO", options->to,
+                     "The new database, which must not exist; - is standard output, and what is "
+                     "told goes to standard error")
+        ->required();
+    recover->footer(
+        "Every row on a sound page is recovered, also where nothing leads to the page any more; a "
+        "page of which\nanything does not fit gives none, so that nothing is invented. A byte "
+        "changed within a value cannot be\nseen here: let check judge the new database. No "
+        "register goes on with it.\n\nExit codes: 0 everything was there; 1 something is missing, "
+        "and is listed; 2 the file cannot be read or\nholds no page of a database, or the new one "
+        "exists already or cannot be written.");
+    recover->callback([options, &exitCode] { exitCode = Recover(*options); });
+}
+
+} // namespace bancada

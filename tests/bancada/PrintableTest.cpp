@@ -1,0 +1,47 @@
+// Texts that came from outside, for a terminal.
+#include "bancada/Printable.h"
+
+#include <gtest/gtest.h>
+#include <string>
+
+using bancada::Printable;
+
+TEST(Printable, OrdinaryTextsStay)
+{
+    for (const char* text : {"", "abc \\x1B", "ação", "€", "\xF0\x9F\x98\x80", "~"}) {
+        EXPECT_EQ(Printable(text), text);
+    }
+}
+
+TEST(Printable, WhatSteersATerminalIsEscaped)
+{
+    EXPECT_EQ(Printable("\x1B[2J"), "\\x1B[2J");
+    EXPECT_EQ(Printable(std::string("a\0b", 3)), "a\\x00b");
+    EXPECT_EQ(Printable("a\rb\tc\x7F"), "a\\x0Db\\x09c\\x7F");
+    EXPECT_EQ(Printable("a\nb"), "a\\x0Ab");
+    EXPECT_EQ(Printable("a\nb\x07", true), "a\nb\\x07");
+    EXPECT_EQ(Printable("\xC2\x9B"
+                        "2J"),
+              "\\xC2\\x9B2J"); // a control character of two bytes
+    EXPECT_EQ(Printable("a\xE2\x80\xAE"
+                        "b"),
+              "a\\xE2\\x80\\xAE"
+              "b"); // turns the line round
+    EXPECT_EQ(Printable("\xE2\x81\xA6"), "\\xE2\\x81\\xA6");
+}
+
+TEST(Printable, BytesThatAreNoCharacterAreEscapedOneByOne)
+{
+    EXPECT_EQ(Printable("a\xFF"
+                        "b"),
+              "a\\xFF"
+              "b");
+    EXPECT_EQ(Printable("\xC3"), "\\xC3");
+    EXPECT_EQ(Printable("\xC3("), "\\xC3(");
+    EXPECT_EQ(Printable("\xE2\x82"), "\\xE2\\x82");
+    EXPECT_EQ(Printable("\xC0\x9B"), "\\xC0\\x9B");          // too long a form
+    EXPECT_EQ(Printable("\xE0\x9F\xBF"), "\\xE0\\x9F\\xBF"); // likewise
+    EXPECT_EQ(Printable("\xED\xA0\x80"), "\\xED\\xA0\\x80"); // half of a pair
+    EXPECT_EQ(Printable("\xF4\x90\x80\x80"), "\\xF4\\x90\\x80\\x80");
+    EXPECT_EQ(Printable("\xF8\x88\x80\x80\x80"), "\\xF8\\x88\\x80\\x80\\x80");
+}
