@@ -52,8 +52,8 @@ bool ReadBegin(const leitura::DatabaseReading& database)
 CheckContext::CheckContext(const leitura::DatabaseReading& database, const LossIndex* losses,
                            const FindingSink& sink)
     : findings(losses, sink), chaves(database), m_database(database), m_losses(losses),
-      m_repeated(database), m_ultimo(ReadUltimo(database)), m_beginsAtFactory(ReadBegin(database)),
-      m_pagamentos(database)
+      m_repeated(database), m_acertos(database, m_repeated), m_ultimo(ReadUltimo(database)),
+      m_beginsAtFactory(ReadBegin(database)), m_pagamentos(database)
 {
 }
 

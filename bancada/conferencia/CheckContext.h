@@ -1,6 +1,7 @@
 // What the checks share while they run, and the checks.
 #pragma once
 
+#include "bancada/conferencia/Acertos.h"
 #include "bancada/conferencia/Chaves.h"
 #include "bancada/conferencia/Conferencia.h"
 #include "bancada/conferencia/FindingReport.h"
@@ -36,6 +37,7 @@ class CheckContext
     // What the firmware log names; null when none was given.
     const LossIndex* Losses() const { return m_losses; }
     const RepeatedCoos& Repeated() const { return m_repeated; }
+    const Acertos& Relogio() const { return m_acertos; }
     // Whether it is the document issued last.
     bool IsUltimo(const leitura::Integer& coo, bool fiscal) const;
 
@@ -60,6 +62,7 @@ class CheckContext
     const leitura::DatabaseReading& m_database;
     const LossIndex* m_losses;
     RepeatedCoos m_repeated;
+    Acertos m_acertos;
     UltimoDocumento m_ultimo;
     bool m_beginsAtFactory = false;
     PagamentosReader m_pagamentos;
@@ -85,6 +88,7 @@ void CheckCupons(CheckContext& context);
 void CheckCuponsNf(CheckContext& context);
 void CheckReducoes(CheckContext& context);
 void CheckSequencias(CheckContext& context);
+void CheckRelogio(CheckContext& context);
 void CheckLinks(CheckContext& context);
 void CheckOutrosDocumentos(CheckContext& context);
 void CheckIdentidade(CheckContext& context);

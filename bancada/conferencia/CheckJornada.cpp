@@ -21,12 +21,13 @@ constexpr std::size_t DATE_SIZE = 10;
 
 } // namespace
 
-void CheckHoras(CheckContext& context, const ReducaoZRow& z, const std::string& horaAnterior)
+void CheckHoras(CheckContext& context, const ReducaoZRow& z, const ReducaoZRow* anterior)
 {
     const Jornada& jornada = context.jornadas[z.crz.Value()];
+    const Acertos& relogio = context.Relogio();
     const std::string& hora = z.dataHoraEmissao.Value();
     const std::string movimento = z.dataMovimento.Shown().substr(0, DATE_SIZE);
-    if (jornada.ultimaHora > hora) {
+    if (jornada.ultimaHora > hora && !relogio.HasBetween(jornada.ultimoCoo, z.coo.Value())) {
         context.findings.Report(FindingKind::CUPOM_FORA_DO_DIA, Coo(jornada.ultimoCoo),
                                 "issued " + jornada.ultimaHora + ", after " + Crz(z.crz) + " of " +
                                     z.dataHoraEmissao.Shown(),
@@ -35,13 +36,15 @@ void CheckHoras(CheckContext& context, const ReducaoZRow& z, const std::string& 
     if (jornada.primeiraHora.empty()) {
         return;
     }
-    if (jornada.primeiraHora < horaAnterior) {
+    if (anterior != nullptr && jornada.primeiraHora < anterior->dataHoraEmissao.Value() &&
+        !relogio.HasBetween(anterior->coo.Value(), jornada.primeiroCoo)) {
         context.findings.Report(FindingKind::CUPOM_FORA_DO_DIA, Coo(jornada.primeiroCoo),
                                 "issued " + jornada.primeiraHora + ", filed under " + Crz(z.crz) +
-                                    ", before the Z of " + horaAnterior,
+                                    ", before the Z of " + anterior->dataHoraEmissao.Value(),
                                 DocumentOf(jornada.primeiroCoo));
     }
-    if (jornada.primeiraHora.substr(0, DATE_SIZE) != movimento) {
+    if (jornada.primeiraHora.substr(0, DATE_SIZE) != movimento &&
+        !relogio.HasBetween(anterior != nullptr ? anterior->coo.Value() : 0, z.coo.Value())) {
         context.findings.Report(FindingKind::Z_DATA, Crz(z.crz),
                                 "day of " + movimento + ", first receipt " +
                                     Coo(jornada.primeiroCoo) + " of " + jornada.primeiraHora,

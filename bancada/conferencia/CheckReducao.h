@@ -5,8 +5,6 @@
 #include "bancada/conferencia/ReducaoParts.h"
 #include "bancada/leitura/Tables.h"
 
-#include <string>
-
 namespace bancada::conferencia
 {
 
@@ -14,10 +12,10 @@ namespace bancada::conferencia
 void CheckTotalizadores(CheckContext& context, const leitura::ReducaoZRow& z,
                         const ReducaoParts& parts);
 
-// Its date and its time against the receipts of the day; `horaAnterior` is when the Z before it was
-// made, empty before the first.
+// Its date and its time against the receipts of the day; `anterior` is the Z before it, null before
+// the first. What the clock was set back behind is not held against the times.
 void CheckHoras(CheckContext& context, const leitura::ReducaoZRow& z,
-                const std::string& horaAnterior);
+                const leitura::ReducaoZRow* anterior);
 
 // Its payment means and its change against the payments of the day.
 void CheckMeios(CheckContext& context, const leitura::ReducaoZRow& z, const ReducaoParts& parts);

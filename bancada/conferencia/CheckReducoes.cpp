@@ -132,7 +132,7 @@ void CheckReducoes(CheckContext& context)
         }
         if (seen.insert(crz).second) {
             CheckTotalizadores(context, z, parts[crz]);
-            CheckHoras(context, z, previous ? previous->dataHoraEmissao.Value() : std::string());
+            CheckHoras(context, z, previous ? &*previous : nullptr);
             CheckMeios(context, z, parts[crz]);
         }
         CheckTempos(context, z);

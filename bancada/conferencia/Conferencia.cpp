@@ -66,6 +66,7 @@ CheckSummary CheckDatabase(const leitura::DatabaseReading& database, const Losse
     CheckCuponsNf(context);
     CheckReducoes(context);
     CheckSequencias(context);
+    CheckRelogio(context);
     CheckLinks(context);
     CheckOutrosDocumentos(context);
     CheckIdentidade(context);

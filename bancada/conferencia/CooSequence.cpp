@@ -15,8 +15,10 @@ CooSequence::CooSequence(CheckContext& context, Gaps& gaps)
 
 void CooSequence::Check(const Documento& documento)
 {
-    const std::int64_t reimpressoes = m_reimpressoes.CountUntil(documento.hora);
     const std::int64_t coo = documento.coo.Value();
+    const Acerto* acerto = m_context.Relogio().FindAt(coo);
+    const std::int64_t reimpressoes = acerto == nullptr ? m_reimpressoes.CountUntil(documento.hora)
+                                                        : m_reimpressoes.CountAcross(acerto->de);
     if (!m_last) {
         m_last = coo;
         return;

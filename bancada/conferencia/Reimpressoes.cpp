@@ -1,5 +1,6 @@
 #include "bancada/conferencia/Reimpressoes.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace bancada::conferencia
@@ -22,7 +23,16 @@ std::int64_t Reimpressoes::CountUntil(const std::string& hora)
         ReadNext();
     }
     m_lastHora = hora;
-    return static_cast<std::int64_t>(m_pending.size());
+    return std::upper_bound(m_pending.begin(), m_pending.end(), hora) - m_pending.begin();
+}
+
+std::int64_t Reimpressoes::CountAcross(const std::string& de)
+{
+    const std::int64_t count = CountUntil(de.substr(0, de.find(' ')) + " 23:59:59");
+    // By the clock as it was set, all of them may still stand before what comes.
+    m_lastHora.clear();
+    std::sort(m_pending.begin(), m_pending.end());
+    return count;
 }
 
 void Reimpressoes::Consume(std::int64_t count)

@@ -19,6 +19,9 @@ class Reimpressoes
     // How many may stand between the document asked about last and one issued at `hora`. Documents
     // are asked about in the order of their issue.
     std::int64_t CountUntil(const std::string& hora);
+    // The same for the first document behind a setting of the clock; the one before it was issued
+    // at `de`. What was reprinted later on that day counts, by whichever clock.
+    std::int64_t CountAcross(const std::string& de);
     // So many of them were found to have taken a number.
     void Consume(std::int64_t count);
 
@@ -27,7 +30,7 @@ class Reimpressoes
 
     leitura::Rows<leitura::FitaDetalheRow> m_rows;
     std::optional<std::string> m_next;
-    std::deque<std::string> m_pending;
+    std::deque<std::string> m_pending; // in ascending order
     std::string m_lastHora;
 };
 

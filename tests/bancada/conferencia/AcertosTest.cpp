@@ -1,0 +1,117 @@
+// The clock set back in an intervention, and what is then no fault.
+#include "bancada/caixa/Caixa.h"
+#include "bancada/tape/TapeClock.h"
+#include "bancada/tape/TapeReader.h"
+#include "tests/bancada/conferencia/PlantedFault.h"
+
+#include <gmock/gmock.h>
+
+namespace bancada::conferencia_test
+{
+namespace
+{
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+const PlantedFaults PLANTED({
+    {"ReadingBeforeTheDocumentBeforeIt",
+     "UPDATE outros_documentos SET data_hora_inicio_emissao = '2024-03-01 07:59:59'"
+     " WHERE cont_coo = 2",
+     {},
+     {CLEAN_NOTES[0], CLEAN_NOTES[1],
+      "relogio-acertado: COO 2: the clock went back from 2024-03-01 08:00:00 to 2024-03-01 "
+      "07:59:59, in an intervention"}},
+});
+
+INSTANTIATE_TEST_SUITE_P(Acertos, Planted, testing::ValuesIn(PLANTED.Begin(), PLANTED.End()),
+                         NameOf);
+
+// Days that a register logged, on a tape: a day's receipt, then what `then` says.
+class CheckedRelogio : public CheckedDatabase
+{
+  protected:
+    void RunTape(const std::vector<std::string>& then)
+    {
+        std::string tape =
+            R"({"cmd":"insere_aliquota","em":"2026-03-02 08:00:00","tributacao":"T","indice":1,"percentual":"18.00"}
+{"cmd":"insere_meio_pagamento","indice":1,"descricao":"DINHEIRO"}
+{"cmd":"leitura_x","em":"2026-03-02 08:10:00"}
+)" + Receipt("2026-03-02 17:30:00");
+        for (const std::string& lines : then) {
+            tape += lines + "\n";
+        }
+        TapeReader reader(folder.Write("tape", tape));
+        LogDatabase::Options options;
+        Caixa caixa(folder.File("registro2.db"), options);
+        TapeClock clock;
+        TapeCommand line;
+        while (reader.Next(line)) {
+            ASSERT_NE(caixa.Run(line, clock).fate, Answer::Fate::REFUSED) << line.place.line;
+        }
+    }
+
+    static std::string Receipt(const std::string& em)
+    {
+        return R"({"cmd":"abre_cupom","em":")" + em + R"("}
+{"cmd":"vende_item","codigo":"1","descricao":"ARROZ","quantidade":"1","valor_unitario":"10.00","tributacao":"T","indice":1}
+{"cmd":"efetua_pagamento","meio":1,"valor":"10.00"}
+{"cmd":"fecha_cupom"}
+)";
+    }
+
+    // What check finds of the tape's database, faults and notes.
+    std::vector<std::string> Findings()
+    {
+        std::vector<std::string> found;
+        const leitura::DatabaseReading database(folder.File("registro2.db"));
+        conferencia::CheckDatabase(
+            database, nullptr, [&found](const conferencia::Finding& finding) {
+                found.push_back(std::string(conferencia::InfoOf(finding.kind).name) + ": " +
+                                finding.key);
+            });
+        return found;
+    }
+};
+
+TEST_F(CheckedRelogio, AZBeforeItsReceiptsIsInOrderWhereTheClockWasSet)
+{
+    RunTape({R"({"cmd":"entrada_mit_interno","em":"2026-03-02 18:00:00"})",
+             R"({"cmd":"reimprime_mfd","em":"2026-03-02 18:00:10","coo_inicial":1,"coo_final":2})",
+             R"({"cmd":"acerta_relogio","em":"2026-03-02 06:00:00"})",
+             R"({"cmd":"reimprime_mfd","coo_inicial":1,"coo_final":2})",
+             R"({"cmd":"saida_mit_interno"})", R"({"cmd":"reducao_z"})",
+             R"({"cmd":"leitura_x","em":"2026-03-03 08:00:00"})", Receipt("2026-03-03 08:10:00"),
+             R"({"cmd":"reducao_z","em":"2026-03-03 18:00:00"})"});
+    EXPECT_THAT(Findings(), ElementsAre("relogio-acertado: COO 5"));
+}
+
+TEST_F(CheckedRelogio, ReceiptsBehindTheSettingAreInOrderToo)
+{
+    RunTape({R"({"cmd":"entrada_mil_interno","em":"2026-03-02 18:00:00"})",
+             R"({"cmd":"acerta_relogio","em":"2026-03-02 07:00:00"})",
+             R"({"cmd":"saida_mil_interno"})", Receipt("2026-03-02 07:30:00"),
+             R"({"cmd":"reducao_z","em":"2026-03-02 09:00:00"})"});
+    EXPECT_THAT(Findings(), ElementsAre("relogio-acertado: COO 4"));
+}
+
+TEST_F(CheckedRelogio, AClockSetForwardIsNothingToTell)
+{
+    RunTape({R"({"cmd":"entrada_mil_interno","em":"2026-03-02 18:00:00"})",
+             R"({"cmd":"acerta_relogio","em":"2026-03-02 19:00:00"})",
+             R"({"cmd":"saida_mil_interno"})", R"({"cmd":"reducao_z"})"});
+    EXPECT_THAT(Findings(), IsEmpty());
+}
+
+// Rows that only look as if the clock had been set: nothing set it.
+TEST_F(CheckedRelogio, WithoutAnInterventionTheClockWasNotSet)
+{
+    Execute(CLEAN_DAYS);
+    Execute("DELETE FROM intervencao; UPDATE outros_documentos SET"
+            " data_hora_inicio_emissao = '2024-03-01 07:59:59' WHERE cont_coo = 2");
+    Check();
+    EXPECT_THAT(notes, ElementsAre(CLEAN_NOTES[0], CLEAN_NOTES[1]));
+}
+
+} // namespace
+} // namespace bancada::conferencia_test
