@@ -14,24 +14,34 @@ Reimpressoes::Reimpressoes(const leitura::DatabaseReading& database)
 
 std::int64_t Reimpressoes::CountUntil(const std::string& hora)
 {
+    if (m_across) {
+        // By the clock as it was set, what is left of them may still stand before what comes.
+        m_across = false;
+        m_ahead = std::move(m_pending);
+        m_pending.clear();
+        std::sort(m_ahead.begin(), m_ahead.end());
+        m_lastHora.clear();
+    }
     // Those of an earlier second than the last document stand before it.
     while (!m_pending.empty() && m_pending.front() < m_lastHora) {
         m_pending.pop_front();
+    }
+    while (!m_ahead.empty() && m_ahead.front() <= hora) {
+        m_pending.push_back(std::move(m_ahead.front()));
+        m_ahead.pop_front();
     }
     while (m_next && *m_next <= hora) {
         m_pending.push_back(std::move(*m_next));
         ReadNext();
     }
     m_lastHora = hora;
-    return std::upper_bound(m_pending.begin(), m_pending.end(), hora) - m_pending.begin();
+    return static_cast<std::int64_t>(m_pending.size());
 }
 
 std::int64_t Reimpressoes::CountAcross(const std::string& de)
 {
     const std::int64_t count = CountUntil(de.substr(0, de.find(' ')) + " 23:59:59");
-    // By the clock as it was set, all of them may still stand before what comes.
-    m_lastHora.clear();
-    std::sort(m_pending.begin(), m_pending.end());
+    m_across = true;
     return count;
 }
 

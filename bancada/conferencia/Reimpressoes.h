@@ -30,7 +30,10 @@ class Reimpressoes
 
     leitura::Rows<leitura::FitaDetalheRow> m_rows;
     std::optional<std::string> m_next;
-    std::deque<std::string> m_pending; // in ascending order
+    std::deque<std::string> m_pending;
+    // Read already, and not yet asked for.
+    std::deque<std::string> m_ahead;
+    bool m_across = false; // what is pending was counted across a setting of the clock
     std::string m_lastHora;
 };
 
