@@ -1,7 +1,5 @@
 #include "bancada/conferencia/Acertos.h"
 
-#include "bancada/conferencia/CheckContext.h"
-#include "bancada/conferencia/Texts.h"
 #include "bancada/leitura/Counter.h"
 #include "bancada/leitura/Query.h"
 #include "bancada/leitura/Tables.h"
@@ -84,14 +82,11 @@ bool Acertos::HasBetween(std::int64_t first, std::int64_t last) const
     });
 }
 
-void CheckRelogio(CheckContext& context)
+bool Acertos::Cover(const std::string& from, const std::string& to) const
 {
-    for (const Acerto& acerto : context.Relogio().All()) {
-        context.findings.Report(FindingKind::RELOGIO_ACERTADO, Coo(acerto.coo),
-                                "the clock went back from " + acerto.de + " to " + acerto.para +
-                                    ", in an intervention",
-                                DocumentOf(acerto.coo));
-    }
+    return std::any_of(m_all.begin(), m_all.end(), [&from, &to](const Acerto& acerto) {
+        return from <= acerto.de && acerto.para <= to;
+    });
 }
 
 } // namespace bancada::conferencia

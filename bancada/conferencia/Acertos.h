@@ -33,6 +33,8 @@ class Acertos
     const Acerto* FindAt(std::int64_t coo) const;
     // Whether the clock was set back behind the document `first`, up to the issue of `last`.
     bool HasBetween(std::int64_t first, std::int64_t last) const;
+    // Whether the clock passed some instant of those from `from` to `to` twice.
+    bool Cover(const std::string& from, const std::string& to) const;
 
   private:
     std::vector<Acerto> m_all;

@@ -88,7 +88,6 @@ void CheckCupons(CheckContext& context);
 void CheckCuponsNf(CheckContext& context);
 void CheckReducoes(CheckContext& context);
 void CheckSequencias(CheckContext& context);
-void CheckRelogio(CheckContext& context);
 void CheckLinks(CheckContext& context);
 void CheckOutrosDocumentos(CheckContext& context);
 void CheckIdentidade(CheckContext& context);

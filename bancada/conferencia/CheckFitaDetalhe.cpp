@@ -43,7 +43,8 @@ void CheckFitaDetalhe(CheckContext& context)
             Report(context, row, "cont_cfd", due, Number(row.cfd),
                    "comes after CFD " + Number(previous->cfd));
         }
-        if (previous && hora < previous->dataHoraEmissao.Value()) {
+        if (previous && hora < previous->dataHoraEmissao.Value() &&
+            !context.Relogio().Cover(hora, previous->dataHoraEmissao.Value())) {
             const std::string& before = previous->dataHoraEmissao.Value();
             Report(context, row, "data_hora_emissao", "none before " + before, hora,
                    "of " + hora + ", after one of " + before);

@@ -61,6 +61,9 @@ std::vector<IntervencaoRow> CheckRows(CheckContext& context)
 void CheckCro(CheckContext& context, const ReducaoZRow& z, const std::vector<IntervencaoRow>& rows,
               const std::optional<std::int64_t>& previous)
 {
+    if (context.Relogio().Cover(z.dataHoraEmissao.Value(), z.dataHoraEmissao.Value())) {
+        return; // which interventions came before it, the times do not tell
+    }
     std::optional<std::int64_t> least = previous;
     std::optional<std::int64_t> most = previous;
     for (const IntervencaoRow& row : rows) {

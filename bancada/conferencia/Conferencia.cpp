@@ -66,7 +66,6 @@ CheckSummary CheckDatabase(const leitura::DatabaseReading& database, const Losse
     CheckCuponsNf(context);
     CheckReducoes(context);
     CheckSequencias(context);
-    CheckRelogio(context);
     CheckLinks(context);
     CheckOutrosDocumentos(context);
     CheckIdentidade(context);

@@ -28,8 +28,6 @@ constexpr FindingKindTable KINDS = {{
     {FindingKind::COO_REUTILIZADO, "coo-reutilizado", Weight::NOTE,
      "a document number that names several receipts: their items and payments cannot be told "
      "apart"},
-    {FindingKind::RELOGIO_ACERTADO, "relogio-acertado", Weight::NOTE,
-     "the clock was set back in an intervention: what is earlier behind it is in order"},
     // Rows whose document is missing.
     {FindingKind::ITEM_SEM_CUPOM, "item-sem-cupom", Weight::FAULT,
      "items of a fiscal receipt that has no row"},

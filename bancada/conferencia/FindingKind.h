@@ -21,7 +21,6 @@ enum class FindingKind : std::uint8_t {
     CRZ_DOCUMENTO,
     DOCUMENTO_SEM_LINHA,
     COO_REUTILIZADO,
-    RELOGIO_ACERTADO,
     // Rows whose document is missing.
     ITEM_SEM_CUPOM,
     ITEM_NF_SEM_CUPOM,
