@@ -86,7 +86,7 @@ void Digest(const std::string& path, Copia& copia)
 Copia CopyDatabase(const std::string& from, const std::string& to)
 {
     const DatabaseReading source(from);
-    Query(source, "SELECT 1 FROM cupom_fiscal LIMIT 0"); // which a logging database has
+    const Query hasReceipts(source, "SELECT 1 FROM cupom_fiscal LIMIT 0"); // as logging databases
     BackUp(source, to);
 
     Copia copia;

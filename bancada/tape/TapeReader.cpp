@@ -81,6 +81,13 @@ TapeReader::TapeReader(const std::string& path, Wait wait, Digest digest)
     if (m_file < 0 || fstat(m_file, &status) != 0) {
         throw Unusable("cannot read the tape " + path + ": " + std::strerror(errno));
     }
+    if (S_ISDIR(status.st_mode)) {
+        // Said before anything is made for the tape.
+        if (m_file != STDIN_FILENO) {
+            close(m_file);
+        }
+        throw Unusable("cannot read the tape " + path + ": " + std::strerror(EISDIR));
+    }
     if (S_ISREG(status.st_mode)) {
         m_size = status.st_size;
     }

@@ -150,6 +150,8 @@ TEST_F(RunTest, AFolderIsNoTape)
     const ProgramResult result = Run("run tape --db db");
     EXPECT_EQ(result.exitCode, 2);
     EXPECT_EQ(result.err, "ecf-bancada: cannot read the tape tape: Is a directory\n");
+    EXPECT_FALSE(folder.Has("db"));
+    EXPECT_FALSE(folder.Has("db.log"));
 }
 
 TEST_F(RunTest, ADatabaseThatHoldsRowsNeedsAppend)

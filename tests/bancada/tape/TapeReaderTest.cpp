@@ -127,9 +127,12 @@ TEST_F(TapeReaderTest, WhatCannotBeOpenedOrReadIsUnusable)
         EXPECT_EQ(error.what(),
                   "cannot read the tape " + folder.File("none") + ": No such file or directory");
     }
-    TapeReader reader(folder.File(""));
-    TapeCommand command;
-    EXPECT_THROW(static_cast<void>(reader.Next(command)), Unusable);
+    try {
+        TapeReader reader(folder.File(""));
+        FAIL();
+    } catch (const Unusable& error) {
+        EXPECT_EQ(error.what(), "cannot read the tape " + folder.File("") + ": Is a directory");
+    }
 }
 
 TEST_F(TapeReaderTest, ATapeEndsWhereItsReaderIsToldNotToWait)
