@@ -16,6 +16,14 @@ struct Finalize {
     void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
 };
 
+std::uint64_t Bits(double number)
+{
+    std::uint64_t bits = 0;
+    static_assert(sizeof bits == sizeof number);
+    std::memcpy(&bits, &number, sizeof bits);
+    return bits;
+}
+
 // The rows of one SELECT, one after the other.
 class Rows
 {
@@ -74,9 +82,8 @@ class Rows
             return sqlite3_column_int64(one, column) == sqlite3_column_int64(other, column);
         case SQLITE_FLOAT: {
             // By its bits: also what is equal to nothing is the same as itself.
-            const double a = sqlite3_column_double(one, column);
-            const double b = sqlite3_column_double(other, column);
-            return std::memcmp(&a, &b, sizeof a) == 0;
+            return Bits(sqlite3_column_double(one, column)) ==
+                   Bits(sqlite3_column_double(other, column));
         }
         case SQLITE_NULL:
             return true;
