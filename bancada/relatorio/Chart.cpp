@@ -90,10 +90,10 @@ std::string ChartByHora(const std::vector<VendaHora>& horas)
         const int x = LEFT + static_cast<int>(hora) * COLUMN;
         const int height = Fraction(venda.valor.Units(), top, BASE - TOP);
         if (venda.cupons > 0) {
-            svg +=
-                SvgBar(x + 3, BASE - height, COLUMN - 6, height,
-                       WithZeros(static_cast<int>(hora), 2) + " h: R$ " + AmountText(venda.valor) +
-                           ", " + std::to_string(venda.cupons) + " receipts");
+            svg += SvgBar(x + 3, BASE - height, COLUMN - 6, height,
+                          WithZeros(static_cast<int>(hora), 2) + " h: R$ " +
+                              AmountText(venda.valor) + ", " + std::to_string(venda.cupons) +
+                              (venda.cupons == 1 ? " receipt" : " receipts"));
         }
         if (hora % 2 == 0) {
             svg += SvgText("eixo meio", x + COLUMN / 2, BASE + 18,

@@ -51,7 +51,8 @@ bool ShowCrz(Report& report, const ShowOptions& options, std::ostream& out, std:
         errors << options.database << ": there is no Z reduction " << *options.crz;
         if (const std::int64_t cupons = report.Documentos().CountCuponsOf(*options.crz);
             cupons > 0) {
-            errors << " (" << cupons << " receipts wait for it)";
+            errors << " (" << cupons
+                   << (cupons == 1 ? " receipt waits for it)" : " receipts wait for it)");
         }
         errors << '\n';
         return false;

@@ -143,7 +143,7 @@ TEST_F(ShowFaults, AReductionThatIsNotThere)
     EXPECT_EQ(error, Database() + ": there is no Z reduction 9\n");
     ShowCrz(2);
     EXPECT_EQ(result, NOT_THERE);
-    EXPECT_EQ(error, Database() + ": there is no Z reduction 2 (1 receipts wait for it)\n");
+    EXPECT_EQ(error, Database() + ": there is no Z reduction 2 (1 receipt waits for it)\n");
     EXPECT_EQ(text, "");
 }
 
