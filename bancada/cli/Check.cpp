@@ -1,12 +1,17 @@
 // ecf-bancada check: reconciles a logging database by itself.
+#include "bancada/Unusable.h"
 #include "bancada/cli/Subcommands.h"
 #include "bancada/cli/UsedFiles.h"
 #include "bancada/conferencia/Conferencia.h"
+#include "bancada/conferencia/LookedAt.h"
+#include "bancada/conferencia/Texts.h"
+#include "bancada/log/FirmwareLogReader.h"
 #include "bancada/log/Losses.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <iostream>
+#include <map>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -23,8 +28,13 @@ using namespace conferencia;
 struct CheckOptions {
     std::string database;
     std::string log;
+    std::string until;
     bool json = false;
+    bool all = false;
 };
+
+// So many findings of a kind are listed; one systematic fault is told thousands of times.
+constexpr std::int64_t LISTED_OF_A_KIND = 100;
 
 std::string Count(std::int64_t number, const char* one, const char* several)
 {
@@ -42,12 +52,62 @@ std::string Utf8(const std::string& text)
     return nlohmann::ordered_json::parse(Dump(text)).get<std::string>();
 }
 
-void PrintText(const Finding& finding)
+std::string Shown(const std::string& text)
 {
-    std::cout << (InfoOf(finding.kind).weight == Weight::NOTE ? "note: " : "")
-              << InfoOf(finding.kind).name << ": " << Utf8(finding.key + ": " + finding.text)
-              << (finding.explained ? " [a lost row in the log explains it]" : "") << "\n";
+    return Utf8(OneLine(text));
 }
+
+// What was looked at, in lines of their own before the findings.
+void PrintLookedAt(const LookedAt& lookedAt)
+{
+    std::cout << "looked at " << Shown(lookedAt.file) << ", " << lookedAt.size << " bytes, SHA-256 "
+              << lookedAt.sha256 << "\n";
+    if (lookedAt.logSize > 0) {
+        std::cout << "and its write-ahead log, " << lookedAt.logSize << " bytes, SHA-256 "
+                  << lookedAt.logSha256 << "\n";
+    }
+    if (lookedAt.IsEmpty()) {
+        std::cout << "an empty database: it holds no document\n";
+        return;
+    }
+    std::cout << "register " << Shown(lookedAt.numSerie) << " of " << Shown(lookedAt.contribuinte)
+              << ": " << Coo(lookedAt.primeiroCoo) << " of " << Shown(lookedAt.primeiraHora)
+              << " to " << Coo(lookedAt.ultimoCoo) << " of " << Shown(lookedAt.ultimaHora) << ", "
+              << Crz(lookedAt.primeiroCrz) << " to " << Crz(lookedAt.ultimoCrz) << ", GT "
+              << Money(lookedAt.gt) << "\n";
+}
+
+class TextPrinter
+{
+  public:
+    explicit TextPrinter(bool all) : m_all(all) {}
+
+    void Print(const Finding& finding)
+    {
+        if (++m_counts[finding.kind] > LISTED_OF_A_KIND && !m_all) {
+            return;
+        }
+        std::cout << (InfoOf(finding.kind).weight == Weight::NOTE ? "note: " : "")
+                  << InfoOf(finding.kind).name << ": " << Utf8(finding.key + ": " + finding.text)
+                  << (finding.explained ? " [a lost row in the log explains it]" : "") << "\n";
+    }
+
+    // Behind the last finding: the kinds of which not all are listed.
+    void Finish() const
+    {
+        for (const auto& [kind, count] : m_counts) {
+            if (count > LISTED_OF_A_KIND && !m_all) {
+                std::cout << InfoOf(kind).name << ": " << count - LISTED_OF_A_KIND
+                          << " more of the kind, " << InfoOf(kind).meaning
+                          << "; --all lists them\n";
+            }
+        }
+    }
+
+  private:
+    bool m_all;
+    std::map<FindingKind, std::int64_t> m_counts;
+};
 
 void PrintSummary(const CheckSummary& summary)
 {
@@ -61,11 +121,40 @@ void PrintSummary(const CheckSummary& summary)
     std::cout << ", " << Count(summary.notes, "note", "notes") << "\n";
 }
 
+std::string SeverityOf(const Finding& finding)
+{
+    if (InfoOf(finding.kind).weight == Weight::NOTE) {
+        return "note";
+    }
+    return finding.explained ? "loss" : "fault";
+}
+
+nlohmann::ordered_json LookedAtJson(const LookedAt& lookedAt)
+{
+    return {{"file", lookedAt.file},
+            {"size", lookedAt.size},
+            {"sha256", lookedAt.sha256},
+            {"wal_size", lookedAt.logSize},
+            {"wal_sha256", lookedAt.logSha256},
+            {"empty", lookedAt.IsEmpty()},
+            {"serial_number", lookedAt.numSerie},
+            {"owner", lookedAt.contribuinte},
+            {"first_document", Number(lookedAt.primeiroCoo)},
+            {"first_time", lookedAt.primeiraHora},
+            {"last_document", Number(lookedAt.ultimoCoo)},
+            {"last_time", lookedAt.ultimaHora},
+            {"first_z", Number(lookedAt.primeiroCrz)},
+            {"last_z", Number(lookedAt.ultimoCrz)},
+            {"grand_total", Money(lookedAt.gt)}};
+}
+
 // One member of the array a line, so that findings are never held together. Nothing is printed of a
 // database that cannot be read.
 class JsonPrinter
 {
   public:
+    explicit JsonPrinter(const LookedAt& lookedAt) : m_lookedAt(lookedAt) {}
+
     void Print(const Finding& finding)
     {
         const nlohmann::ordered_json json = {
@@ -73,7 +162,17 @@ class JsonPrinter
             {"weight", InfoOf(finding.kind).weight == Weight::NOTE ? "note" : "finding"},
             {"key", finding.key},
             {"text", finding.text},
-            {"explained", finding.explained}};
+            {"explained", finding.explained},
+            {"severity", SeverityOf(finding)},
+            {"file", m_lookedAt.file},
+            {"coo", finding.subject.coo},
+            {"crz", finding.subject.crz},
+            {"table", finding.place.table},
+            {"row", finding.place.row},
+            {"column", finding.place.column},
+            {"expected", finding.place.expected},
+            {"found", finding.place.found},
+            {"next", NextStepOf(finding.kind)}};
         Begin();
         std::cout << (m_first ? "\n" : ",\n") << Dump(json);
         m_first = false;
@@ -88,7 +187,8 @@ class JsonPrinter
                                              {"explained", summary.explained},
                                              {"notes", summary.notes}};
         Begin();
-        std::cout << "\n],\n\"summary\": " << Dump(json) << "}\n";
+        std::cout << "\n],\n\"summary\": " << Dump(json)
+                  << ",\n\"looked_at\": " << Dump(LookedAtJson(m_lookedAt)) << "}\n";
     }
 
   private:
@@ -100,9 +200,33 @@ class JsonPrinter
         }
     }
 
+    const LookedAt& m_lookedAt;
     bool m_begun = false;
     bool m_first = true;
 };
+
+// Throws Unusable for a file in which no line is a record.
+Losses ReadLog(const std::string& path)
+{
+    FirmwareLogReader reader(path);
+    FirmwareLogRecord record;
+    const bool any = reader.Next(record);
+    if (!any && reader.DamagedLines() > 0) {
+        throw Unusable(path + ": not a firmware log: none of its lines is a record");
+    }
+    return ReadLosses(path);
+}
+
+Anchor ReadAnchor(const std::string& text)
+{
+    const std::optional<Anchor> anchor = ParseAnchor(text);
+    if (!anchor) {
+        throw Unusable("--until " + text +
+                       ": not COO=NUMBER,CRZ=NUMBER,GT=AMOUNT, each at most "
+                       "once");
+    }
+    return *anchor;
+}
 
 int Check(const CheckOptions& options)
 {
@@ -113,18 +237,26 @@ int Check(const CheckOptions& options)
     RequireApart("", inputs);
     std::optional<Losses> losses;
     if (!options.log.empty()) {
-        losses = ReadLosses(options.log);
+        losses = ReadLog(options.log);
     }
+    const Anchor anchor = options.until.empty() ? Anchor() : ReadAnchor(options.until);
     const leitura::DatabaseReading database(options.database);
+    const LookedAt lookedAt = ReadLookedAt(database);
     const Losses* given = losses ? &*losses : nullptr;
     CheckSummary summary;
     if (options.json) {
-        JsonPrinter printer;
-        summary =
-            CheckDatabase(database, given, [&](const Finding& finding) { printer.Print(finding); });
+        JsonPrinter printer(lookedAt);
+        const FindingSink sink = [&](const Finding& finding) { printer.Print(finding); };
+        summary = CheckDatabase(database, given, sink);
+        summary.faults += CheckAnchor(database, lookedAt, anchor, sink);
         printer.Finish(summary);
     } else {
-        summary = CheckDatabase(database, given, PrintText);
+        PrintLookedAt(lookedAt);
+        TextPrinter printer(options.all);
+        const FindingSink sink = [&](const Finding& finding) { printer.Print(finding); };
+        summary = CheckDatabase(database, given, sink);
+        summary.faults += CheckAnchor(database, lookedAt, anchor, sink);
+        printer.Finish();
         PrintSummary(summary);
     }
     return summary.faults > 0 ? EXIT_FINDINGS : EXIT_OK;
@@ -163,6 +295,14 @@ void AddCheck(CLI::App& app, int& exitCode)
             "The firmware log: its rejected statements are listed with the row each should "
             "have written")
         ->type_name("FILE");
+    check
+        ->add_option("--until", options->until,
+                     "What is known from outside, from a paper Z or the register: a last document, "
+                     "a Z, its grand total. What the rows do not reach is a finding")
+        ->type_name("COO=N,CRZ=N,GT=AMOUNT");
+    check->add_flag("--all", options->all,
+                    "List every finding, also beyond the first " +
+                        std::to_string(LISTED_OF_A_KIND) + " of a kind");
     check->add_flag("--json", options->json, "Print the findings as JSON");
     check->footer(Footer());
     check->callback([options, &exitCode] { exitCode = Check(*options); });

@@ -147,6 +147,9 @@ constexpr FindingKindTable KINDS = {{
      "a reprint out of its order, or of documents that it cannot hold"},
     {FindingKind::PROGRAMACAO, "programacao", Weight::FAULT,
      "programming that the documents say was otherwise"},
+    // What is known from outside the database.
+    {FindingKind::ANCORA, "ancora", Weight::FAULT,
+     "a database that does not reach what is known of its register from outside"},
     // The firmware log.
     {FindingKind::LINHA_PERDIDA, "linha-perdida", Weight::FAULT,
      "a statement that the engine rejected: the row is missing"},
@@ -174,6 +177,35 @@ static_assert(IsComplete());
 const FindingKindTable& FindingKinds()
 {
     return KINDS;
+}
+
+// The sections of the enumeration, each by its last kind.
+const char* NextStepOf(FindingKind kind)
+{
+    if (kind <= FindingKind::COO_REUTILIZADO) {
+        return "Look for the document on the register's paper or detail tape, and give the firmware "
+               "log with --log.";
+    }
+    if (kind <= FindingKind::CHAVE_REPETIDA) {
+        return "Compare the rows of the document with its paper, and give the firmware log with "
+               "--log.";
+    }
+    if (kind <= FindingKind::ITEM_NF_TOTAL) {
+        return "Print the document with show --coo and compare it with its paper.";
+    }
+    if (kind <= FindingKind::Z_TEMPOS) {
+        return "Print the reduction with show --crz and compare it with its paper.";
+    }
+    if (kind <= FindingKind::ESQUEMA) {
+        return "Take the database from its device again, with its log, and compare both files.";
+    }
+    if (kind <= FindingKind::PROGRAMACAO) {
+        return "Compare the row with another copy of the database and with the paper.";
+    }
+    if (kind == FindingKind::ANCORA) {
+        return "Ask for the rest of the documents: the file ends before they do.";
+    }
+    return "Ask why the register could not write the row; the log tells its reason.";
 }
 
 const FindingKindInfo& InfoOf(FindingKind kind)

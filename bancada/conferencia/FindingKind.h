@@ -83,6 +83,8 @@ enum class FindingKind : std::uint8_t {
     INTERVENCAO,
     FITA_DETALHE,
     PROGRAMACAO,
+    // What is known from outside the database.
+    ANCORA,
     // The firmware log.
     LINHA_PERDIDA,
     COMANDO_PERDIDO,
@@ -112,5 +114,8 @@ using FindingKindTable = std::array<FindingKindInfo, static_cast<std::size_t>(Fi
 const FindingKindTable& FindingKinds();
 
 const FindingKindInfo& InfoOf(FindingKind kind);
+
+// What to do next about a finding of this kind, one sentence.
+const char* NextStepOf(FindingKind kind);
 
 } // namespace bancada::conferencia

@@ -1,24 +1,11 @@
 #include "bancada/conferencia/FindingReport.h"
 
+#include "bancada/conferencia/Texts.h"
+
 #include <utility>
 
 namespace bancada::conferencia
 {
-namespace
-{
-
-std::string OneLine(std::string text)
-{
-    for (char& c : text) {
-        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f) {
-            c = '?';
-        }
-    }
-    return text;
-}
-
-} // namespace
-
 void FindingReport::Report(FindingKind kind, const std::string& key, const std::string& text,
                            const Subject& subject, const Place& place)
 {

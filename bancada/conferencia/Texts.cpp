@@ -23,4 +23,14 @@ std::string Crz(const leitura::Integer& crz)
     return "CRZ " + Number(crz);
 }
 
+std::string OneLine(std::string text)
+{
+    for (char& c : text) {
+        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f) {
+            c = '?';
+        }
+    }
+    return text;
+}
+
 } // namespace bancada::conferencia

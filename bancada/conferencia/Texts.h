@@ -20,4 +20,7 @@ std::string Number(const leitura::Integer& integer);
 std::string Coo(const leitura::Integer& coo);
 std::string Crz(const leitura::Integer& crz);
 
+// The text with a '?' for every control byte, so that it stays on its line.
+std::string OneLine(std::string text);
+
 } // namespace bancada::conferencia

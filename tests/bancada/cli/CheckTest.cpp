@@ -22,6 +22,8 @@ using testing::AnyOf;
 using testing::Each;
 using testing::EndsWith;
 using testing::HasSubstr;
+using testing::MatchesRegex;
+using testing::Not;
 using testing::SizeIs;
 using testing::StartsWith;
 
@@ -77,7 +79,13 @@ TEST_F(CheckCommand, ACleanDatabaseExitsWithZeroAndKeepsItsNotes)
 {
     Execute(conferencia_test::CLEAN_DAYS);
     EXPECT_EQ(Run({"check", Path()}), 0);
-    EXPECT_EQ(output,
+    const std::vector<std::string> lines = Lines();
+    ASSERT_GE(lines.size(), 2U);
+    EXPECT_THAT(lines[0],
+                MatchesRegex("looked at " + Path() + ", [0-9]+ bytes, SHA-256 [0-9a-f]{64}"));
+    EXPECT_EQ(lines[1], "register 0001 of MERCEARIA: COO 1 of 2024-03-01 08:00:00 to COO 21 of "
+                        "2024-03-03 08:00:00, CRZ 1 to CRZ 2, GT 75.48");
+    EXPECT_EQ(output.substr(lines[0].size() + lines[1].size() + 2),
               "note: cupom-adicional: COO 11: paid 10.00, closing never written\n"
               "note: documento-sem-linha: GNF 3: reversal of a voucher (COO 6) before COO 10\n"
               "7 fiscal receipts, 4 non-fiscal receipts, 2 Z reductions: 0 findings, 2 notes\n");
@@ -101,7 +109,15 @@ TEST_F(CheckCommand, JsonForPrograms)
     EXPECT_THAT(json["findings"], SizeIs(3));
     EXPECT_EQ(json["findings"][1],
               nlohmann::json::parse(R"({"kind": "z-gt", "weight": "finding", "key": "CRZ 2",
-                "text": "grand total from 68.48 to 75.47, gross sales 7.00", "explained": false})"));
+                "text": "grand total from 68.48 to 75.47, gross sales 7.00", "explained": false,
+                "severity": "fault", "coo": 20, "crz": 2, "table": "", "row": 0, "column": "",
+                "expected": "", "found": "", "next":
+                "Print the reduction with show --crz and compare it with its paper.", "file": ")" +
+                                    Path() + "\"}"));
+    EXPECT_EQ(json["looked_at"]["file"], Path());
+    EXPECT_EQ(json["looked_at"]["last_document"], "21");
+    EXPECT_EQ(json["looked_at"]["grand_total"], "75.47");
+    EXPECT_EQ(json["looked_at"]["empty"], false);
     EXPECT_EQ(json["summary"],
               nlohmann::json::parse(R"({"fiscal_receipts": 7, "non_fiscal_receipts": 4,
                 "z_reductions": 2, "findings": 1, "explained": 0, "notes": 2})"));
@@ -110,9 +126,11 @@ TEST_F(CheckCommand, JsonForPrograms)
 TEST_F(CheckCommand, JsonOfNothingFound)
 {
     EXPECT_EQ(Run({"check", "--json", Path()}), 0);
-    EXPECT_EQ(output, "{\"findings\": [\n],\n\"summary\": {\"fiscal_receipts\":0,"
-                      "\"non_fiscal_receipts\":0,\"z_reductions\":0,\"findings\":0,"
-                      "\"explained\":0,\"notes\":0}}\n");
+    EXPECT_THAT(output, StartsWith("{\"findings\": [\n],\n\"summary\": {\"fiscal_receipts\":0,"
+                                   "\"non_fiscal_receipts\":0,\"z_reductions\":0,"
+                                   "\"findings\":0,\"explained\":0,\"notes\":0},\n"
+                                   "\"looked_at\": {\"file\":"));
+    EXPECT_EQ(nlohmann::json::parse(output)["looked_at"]["empty"], true);
 }
 
 TEST_F(CheckCommand, TheLogListsTheLostRows)
@@ -126,7 +144,8 @@ TEST_F(CheckCommand, TheLogListsTheLostRows)
         "2024-03-01 08:00:01\tLogDatabase: the rows of this command are lost: disk I/O "
         "error\n");
     EXPECT_EQ(Run({"check", Path(), "--log", log}), 1);
-    EXPECT_EQ(output,
+    EXPECT_THAT(output, HasSubstr("\nan empty database: it holds no document\nlinha-perdida: "));
+    EXPECT_EQ(output.substr(output.find("linha-perdida")),
               "linha-perdida: item_cupom_fiscal cont_coo 5, seq_item 2: UPDATE of "
               "item_cupom_fiscal by command 3 was rejected: no such table\n"
               "comando-perdido: 2024-03-01 08:00:01: the rows of a command are lost: disk I/O "
@@ -212,6 +231,42 @@ TEST_F(CheckCommand, ADamagedDatabaseIsUnusable)
                 HasSubstr("database disk image is malformed"));
 }
 
+TEST_F(CheckCommand, WhatTheRowsDoNotReachIsAFinding)
+{
+    Execute(conferencia_test::CLEAN_DAYS);
+    EXPECT_EQ(Run({"check", Path(), "--until", "COO=21,CRZ=2,GT=75.48"}), 0);
+    EXPECT_EQ(Run({"check", Path(), "--until", "COO=22"}), 1);
+    EXPECT_THAT(output, HasSubstr("\nancora: COO 22: known to be 22, the rows end at 21\n"));
+    EXPECT_EQ(Run({"check", Path(), "--until", "CRZ=3,GT=75.48"}), 1);
+    EXPECT_THAT(output, HasSubstr("\nancora: CRZ 3: known to be 3, the rows end at 2\n"
+                                  "ancora: CRZ 3 GT: known to be 75.48, the rows end at none\n"));
+    EXPECT_EQ(Run({"check", Path(), "--until", "GT=75.47", "--json"}), 1);
+    EXPECT_EQ(nlohmann::json::parse(output)["findings"][2]["kind"], "ancora");
+    for (const char* until : {"COO", "COO=", "COO=x", "COO=1,COO=2", "GT=1.2", "CFD=1", ","}) {
+        EXPECT_THAT(WhyUnusable({"check", Path(), "--until", until}), StartsWith("--until "));
+    }
+}
+
+TEST_F(CheckCommand, ALogThatIsNoneIsUnusable)
+{
+    EXPECT_THAT(WhyUnusable({"check", Path(), "--log", folder.Write("text", "no log\n")}),
+                EndsWith("text: not a firmware log: none of its lines is a record"));
+    EXPECT_EQ(Run({"check", Path(), "--log", folder.Write("empty.log", "")}), 0);
+}
+
+TEST_F(CheckCommand, OneFaultRepeatedIsListedUpToALimit)
+{
+    Execute("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 103)"
+            " INSERT INTO meio_pagamento SELECT 1 + i % 20, 1, NULL, 'N' FROM n");
+    EXPECT_EQ(Run({"check", Path()}), 1);
+    EXPECT_THAT(output, HasSubstr("meio_pagamento row 100: "));
+    EXPECT_THAT(output, Not(HasSubstr("meio_pagamento row 101: ")));
+    EXPECT_THAT(output, HasSubstr("\nvalor-invalido: 3 more of the kind, "));
+    EXPECT_EQ(Run({"check", Path(), "--all"}), 1);
+    EXPECT_THAT(output, HasSubstr("meio_pagamento row 103: "));
+    EXPECT_THAT(output, Not(HasSubstr("more of the kind")));
+}
+
 TEST_F(CheckCommand, TheHelpNamesEveryKind)
 {
     int code = EXIT_OK;
@@ -240,6 +295,10 @@ TEST_P(CheckedExample, IsCleanButForWhatItsLogNames)
     ASSERT_GE(lines.size(), 1U);
     EXPECT_THAT(lines.back(), HasSubstr(" fiscal receipts, "));
     lines.pop_back();
+    ASSERT_GE(lines.size(), 2U);
+    EXPECT_THAT(lines[0], StartsWith("looked at "));
+    EXPECT_THAT(lines[1], StartsWith("register "));
+    lines.erase(lines.begin(), lines.begin() + 2);
     EXPECT_THAT(lines, Each(AnyOf(StartsWith("note: "), StartsWith("linha-perdida: "),
                                   EndsWith(" [a lost row in the log explains it]"))));
 }

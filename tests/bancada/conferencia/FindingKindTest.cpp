@@ -14,8 +14,10 @@ using namespace conferencia;
 
 TEST(FindingKinds, EachIsPlantedByATest)
 {
-    // Those that a log alone gives are planted in LossIndexTest.cpp.
-    std::set<std::string> planted = {"linha-perdida", "perda-prevista", "comando-perdido"};
+    // Those that a log alone gives are planted in LossIndexTest.cpp, what is known from outside in
+    // CheckTest.cpp.
+    std::set<std::string> planted = {"linha-perdida", "perda-prevista", "comando-perdido",
+                                     "ancora"};
     const auto add = [&planted](const std::vector<std::string>& findings) {
         for (const std::string& finding : findings) {
             planted.insert(finding.substr(0, finding.find(':')));
@@ -37,6 +39,7 @@ TEST(FindingKinds, AreFoundByThemselves)
     for (const FindingKindInfo& info : FindingKinds()) {
         EXPECT_EQ(InfoOf(info.kind).name, info.name);
         EXPECT_STRNE(info.meaning, "");
+        EXPECT_STRNE(NextStepOf(info.kind), "");
     }
     EXPECT_STREQ(InfoOf(FindingKind::COO_AUSENTE).name, "coo-ausente");
     EXPECT_STREQ(InfoOf(FindingKind::PERDA_PREVISTA).name, "perda-prevista");
