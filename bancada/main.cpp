@@ -71,6 +71,7 @@ int main(int argc, char** argv)
     AddGenerate(app, exitCode);
     AddHelpTape(app, exitCode);
     AddCommands(app, exitCode);
+    AddImport(app, exitCode);
     AddManPage(app, exitCode);
 
     try {

@@ -222,14 +222,12 @@ void ExportIntervencoes(Exportador& exporting)
     leitura::Rows rows(exporting.database, leitura::IntervencaoTable(),
                        "WHERE id_tipo_intervencao = 'T' ORDER BY rowid");
     leitura::IntervencaoRow row;
-    std::vector<std::int64_t> told;
-    for (const Fatos::Intervencao& one : all) {
-        told.push_back(one.cro);
-    }
     while (rows.Next(row)) {
         // Logged before the counter moves: the record has it as leaving the mode left it.
         const std::int64_t cro = row.cro.Value() == leitura::LAST_COUNTER ? 1 : row.cro.Value() + 1;
-        if (std::find(told.begin(), told.end(), cro) == told.end()) {
+        const auto& told = exporting.fatos.intervencoes;
+        if (std::none_of(told.begin(), told.end(),
+                         [cro](const auto& one) { return one.cro == cro; })) {
             all.push_back({cro, row.dataHoraIntervencao.Value(), row.perdaDadosMt.IsSet()});
         }
     }

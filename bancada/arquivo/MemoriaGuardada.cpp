@@ -3,6 +3,8 @@
 #include "bancada/Unusable.h"
 #include "bancada/arquivo/JsonFile.h"
 
+#include <filesystem>
+
 namespace bancada::arquivo
 {
 namespace
@@ -10,7 +12,7 @@ namespace
 
 using Json = nlohmann::ordered_json;
 
-constexpr std::size_t MAX_DIGITS = 15; // before the point of an amount
+constexpr std::size_t MAX_DIGITS = 16; // before the point of an amount
 
 const Json& Member(const Json& json, const char* name)
 {
@@ -54,6 +56,11 @@ std::int64_t Cents(const std::string& path, const std::string& text)
 
 MemoriaGuardada ReadMemoriaGuardada(const std::string& path, std::int64_t number)
 {
+    std::error_code error;
+    if (std::filesystem::exists(std::filesystem::canonical(path, error).string() + ".journal")) {
+        throw Unusable(path + ": a run that did not end in good order left its journal beside it: "
+                              "the next run with this memory puts both together");
+    }
     const Json json = ReadJsonFile(path);
     if (!json.is_object() || Text(json, "formato") != "ecf-bancada memoria") {
         throw Unusable(path + ": is no memory file");

@@ -90,7 +90,7 @@ nlohmann::ordered_json ToJson(const Difference& difference)
 ComparisonSummary CompareAsJson(const CompareOptions& options)
 {
     bool begun = false;
-    const ComparisonSummary summary =
+    ComparisonSummary summary =
         Compare(options.first, options.second, [&](const Difference& difference) {
             std::cout << (begun ? ",\n" : "{\"differences\": [\n") << ToJson(difference).dump();
             begun = true;

@@ -31,6 +31,7 @@ void AddRecover(CLI::App& app, int& exitCode);
 void AddGenerate(CLI::App& app, int& exitCode);
 void AddHelpTape(CLI::App& app, int& exitCode);
 void AddCommands(CLI::App& app, int& exitCode);
+void AddImport(CLI::App& app, int& exitCode);
 void AddManPage(CLI::App& app, int& exitCode);
 
 } // namespace bancada

@@ -299,6 +299,16 @@ TEST_F(ExportacaoTest, AMemoryWithTheStateBeforeACommandIsReadByTheDatabasesNumb
     EXPECT_EQ(Positions("E11", 105, 122), "000000000000000200");
 }
 
+TEST_F(ExportacaoTest, AMemoryWithAJournalBesideItIsRefused)
+{
+    Execute(DAYS);
+    options.memory = Folder().Write("memory", R"({"formato": "ecf-bancada memoria", "versao": 2})");
+    EXPECT_EQ(Fault(), "");
+    Folder().Write("memory.journal", "");
+    EXPECT_NE(Fault().find("memory: a run that did not end in good order left its journal"),
+              std::string::npos);
+}
+
 TEST_F(ExportacaoTest, TheCommandChoosesTheTypes)
 {
     Execute(DAYS);

@@ -1,0 +1,213 @@
+#include "bancada/arquivo/ArquivoLido.h"
+
+#include "bancada/Unusable.h"
+#include "bancada/leitura/Counter.h"
+#include "bancada/leitura/Limits.h"
+
+#include <algorithm>
+
+namespace bancada::arquivo
+{
+namespace
+{
+
+void AddOnce(std::vector<std::string>& names, const std::string& name)
+{
+    if (!name.empty() && std::find(names.begin(), names.end(), name) == names.end()) {
+        names.push_back(name);
+    }
+}
+
+} // namespace
+
+ArquivoLido::ArquivoLido(const std::string& path)
+    : m_reader(path), m_grupos{{"E14"}, {"E15"}, {"E16"}, {"E19"}, {"E20"}, {"E21"}}
+{
+    Record record;
+    while (m_reader.Next(record)) {
+        Take(record, m_reader.Offset());
+    }
+    Finish();
+}
+
+ArquivoLido::Grupo& ArquivoLido::GrupoOf(std::string_view type)
+{
+    return *std::find_if(m_grupos.begin(), m_grupos.end(),
+                         [type](const Grupo& grupo) { return type == grupo.type; });
+}
+
+void ArquivoLido::TakePlace(Grupo& grupo, const Record& record, std::int64_t offset, bool several)
+{
+    const auto coo = static_cast<std::int32_t>(record.Integer("coo"));
+    if (several && !grupo.places.empty() && grupo.places.back().coo == coo) {
+        ++grupo.places.back().count;
+        return;
+    }
+    grupo.places.push_back({coo, 1, offset, record.Number(), 0});
+}
+
+void ArquivoLido::TakePagamento(const Record& record)
+{
+    const auto coo = static_cast<std::int32_t>(record.Integer("coo"));
+    if (coo != m_pago) {
+        m_pago = coo;
+        const Place* cupom = Find("E14", coo);
+        cupom = cupom == nullptr ? Find("E19", coo) : cupom;
+        m_devido = cupom == nullptr ? 0 : cupom->total;
+    }
+    const std::int64_t valor = record.Integer("valor");
+    if (m_devido > 0 && valor > m_devido) {
+        m_meiosComTroco.insert(record.Text("meio"));
+    }
+    m_devido -= valor;
+}
+
+void ArquivoLido::Take(const Record& record, std::int64_t offset)
+{
+    const std::string_view type = record.Type();
+    if (type <= "E11" || type == "EAD") {
+        m_small[std::string(type)].push_back(record);
+    } else if (type == "E12") {
+        const auto coo = static_cast<std::int32_t>(record.Integer("coo"));
+        if (!m_reducoes.emplace(coo, record).second) {
+            throw Unusable(m_reader.Path() + ":" + std::to_string(record.Number()) +
+                           ": E12, coo: the number " + std::to_string(coo) + " comes twice");
+        }
+    } else if (type == "E13") {
+        m_crzTotalizadores.insert(std::string(record.Raw("crz")) + record.Text("totalizador"));
+        m_totalizadores.insert(record.Text("totalizador"));
+    } else if (type == "E17") {
+        AddOnce(m_nomesNf, record.Text("nome"));
+    } else if (type == "E18") {
+        if (record.Text("nome") != "TROCO") {
+            AddOnce(m_meios, record.Text("nome"));
+        }
+    } else {
+        TakePlace(GrupoOf(type), record, offset, type == "E15" || type == "E20" || type == "E21");
+    }
+    if (type == "E14" || type == "E19") {
+        GrupoOf(type).places.back().total = record.Integer("total");
+    } else if (type == "E15") {
+        m_totalizadores.insert(record.Text("totalizador"));
+    } else if (type == "E16") {
+        m_simbolos.emplace_back(static_cast<std::int32_t>(record.Integer("coo")),
+                                record.Text("simbolo"));
+    } else if (type == "E20") {
+        AddOnce(m_nomesNf, record.Text("nome"));
+    } else if (type == "E21") {
+        AddOnce(m_meios, record.Text("meio"));
+    }
+    // The numbers of a type are all there, in order, when the next type begins.
+    if (type == "E21") {
+        if (m_pago == 0) {
+            for (const char* done : {"E14", "E19"}) {
+                std::vector<Place>& places = GrupoOf(done).places;
+                std::sort(places.begin(), places.end(),
+                          [](const Place& a, const Place& b) { return a.coo < b.coo; });
+            }
+        }
+        TakePagamento(record);
+    }
+}
+
+void ArquivoLido::Finish()
+{
+    for (Grupo& grupo : m_grupos) {
+        std::sort(grupo.places.begin(), grupo.places.end(), [](const Place& a, const Place& b) {
+            return a.coo != b.coo ? a.coo < b.coo : a.line < b.line;
+        });
+        for (std::size_t i = 1; i < grupo.places.size(); ++i) {
+            if (grupo.places[i].coo == grupo.places[i - 1].coo) {
+                throw Unusable(m_reader.Path() + ":" + std::to_string(grupo.places[i].line) + ": " +
+                               grupo.type + ", coo: the number " +
+                               std::to_string(grupo.places[i].coo) +
+                               " comes again, apart from its first");
+            }
+        }
+        if (grupo.type != std::string("E15") && grupo.type != std::string("E20") &&
+            grupo.type != std::string("E21")) {
+            for (const Place& place : grupo.places) {
+                m_documentos.push_back(place.coo);
+            }
+        }
+    }
+    for (const auto& reducao : m_reducoes) {
+        m_documentos.push_back(reducao.first);
+    }
+    std::sort(m_simbolos.begin(), m_simbolos.end());
+    std::sort(m_documentos.begin(), m_documentos.end());
+    m_documentos.erase(std::unique(m_documentos.begin(), m_documentos.end()), m_documentos.end());
+    if (m_documentos.empty()) {
+        return;
+    }
+    std::size_t first = 0;
+    std::int64_t widest = leitura::Steps(m_documentos.back(), m_documentos.front());
+    for (std::size_t i = 1; i < m_documentos.size(); ++i) {
+        const std::int64_t gap = leitura::Steps(m_documentos[i - 1], m_documentos[i]);
+        if (gap > widest) {
+            widest = gap;
+            first = i;
+        }
+    }
+    std::rotate(m_documentos.begin(), m_documentos.begin() + static_cast<std::ptrdiff_t>(first),
+                m_documentos.end());
+}
+
+const ArquivoLido::Place* ArquivoLido::Find(const char* type, std::int64_t coo) const
+{
+    const auto grupo = std::find_if(m_grupos.begin(), m_grupos.end(), [type](const Grupo& one) {
+        return std::string_view(type) == one.type;
+    });
+    const auto found = std::lower_bound(
+        grupo->places.begin(), grupo->places.end(), coo,
+        [](const Place& place, std::int64_t number) { return place.coo < number; });
+    return found == grupo->places.end() || found->coo != coo ? nullptr : &*found;
+}
+
+bool ArquivoLido::Has(const char* type, std::int64_t coo) const
+{
+    return Find(type, coo) != nullptr;
+}
+
+std::vector<Record> ArquivoLido::Read(const char* type, std::int64_t coo)
+{
+    std::vector<Record> records;
+    const Place* place = Find(type, coo);
+    if (place == nullptr) {
+        return records;
+    }
+    m_reader.SeekTo(place->offset, place->line);
+    Record record;
+    while (static_cast<std::int32_t>(records.size()) < place->count && m_reader.Next(record)) {
+        records.push_back(record);
+    }
+    if (static_cast<std::int32_t>(records.size()) < place->count ||
+        records.front().Type() != type || records.front().Integer("coo") != coo) {
+        throw Unusable(m_reader.Path() + ": was written to while it was read");
+    }
+    return records;
+}
+
+std::string ArquivoLido::Simbolo(std::int64_t coo) const
+{
+    const auto found =
+        std::lower_bound(m_simbolos.begin(), m_simbolos.end(), coo,
+                         [](const auto& one, std::int64_t number) { return one.first < number; });
+    return found == m_simbolos.end() || found->first != coo ? "" : found->second;
+}
+
+const std::vector<Record>& ArquivoLido::Small(const char* type) const
+{
+    static const std::vector<Record> none;
+    const auto found = m_small.find(type);
+    return found == m_small.end() ? none : found->second;
+}
+
+bool ArquivoLido::HasTotalizador(std::int64_t crz, const std::string& totalizador) const
+{
+    std::string number = std::to_string(crz);
+    number.insert(0, number.size() < 6 ? 6 - number.size() : 0, '0');
+    return m_crzTotalizadores.count(number + totalizador) != 0;
+}
+
+} // namespace bancada::arquivo

@@ -1,0 +1,86 @@
+// A legal audit file read for its documents: where each document's records stand.
+#pragma once
+
+#include "bancada/arquivo/RecordReader.h"
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace bancada::arquivo
+{
+
+// The whole file is read once and found to be one before anything is made of it. What belongs to
+// documents stays in the file, some 40 bytes a document apart; the small types and the Z reductions
+// are held.
+class ArquivoLido
+{
+  public:
+    // Throws Unusable for what RecordReader refuses, for a document's number that comes twice in a
+    // type, and for items or payments of one document that do not stand together.
+    explicit ArquivoLido(const std::string& path);
+
+    // The document numbers of the file in the order in which they were issued: numbers go round
+    // after 999999, and the first is the one behind the widest gap.
+    const std::vector<std::int32_t>& Documentos() const { return m_documentos; }
+
+    // The records of a document, or none. Throws Unusable.
+    std::vector<Record> Read(const char* type, std::int64_t coo);
+    bool Has(const char* type, std::int64_t coo) const;
+    // Of the document's E16: LX and so on; empty without one.
+    std::string Simbolo(std::int64_t coo) const;
+
+    // The records of E01 to E11 and EAD of a type.
+    const std::vector<Record>& Small(const char* type) const;
+    // The E12 by the document's number.
+    const std::map<std::int32_t, Record>& Reducoes() const { return m_reducoes; }
+    // Whether the E13 of a Z reduction name a totalizer.
+    bool HasTotalizador(std::int64_t crz, const std::string& totalizador) const;
+    // Every totalizer of E13 and E15.
+    const std::set<std::string>& Totalizadores() const { return m_totalizadores; }
+    // The names of E17, E20 in the order in which they are met first; those of E18, E21 without
+    // TROCO.
+    const std::vector<std::string>& NomesNf() const { return m_nomesNf; }
+    const std::vector<std::string>& Meios() const { return m_meios; }
+    // The means of which more than was due was taken at least once.
+    const std::set<std::string>& MeiosComTroco() const { return m_meiosComTroco; }
+
+  private:
+    struct Place {
+        std::int32_t coo = 0;
+        std::int32_t count = 0;
+        std::int64_t offset = 0;
+        std::int64_t line = 0;
+        std::int64_t total = 0; // cents of an E14 or E19
+    };
+    struct Grupo {
+        const char* type;
+        std::vector<Place> places{}; // by number
+    };
+
+    void Take(const Record& record, std::int64_t offset);
+    void TakePlace(Grupo& grupo, const Record& record, std::int64_t offset, bool several);
+    void TakePagamento(const Record& record);
+    void Finish();
+    const Place* Find(const char* type, std::int64_t coo) const;
+    Grupo& GrupoOf(std::string_view type);
+
+    RecordReader m_reader;
+    std::vector<Grupo> m_grupos;
+    std::vector<std::pair<std::int32_t, std::string>> m_simbolos; // by number
+    std::map<std::string, std::vector<Record>> m_small;
+    std::map<std::int32_t, Record> m_reducoes;
+    std::set<std::string> m_crzTotalizadores; // CRZ and name
+    std::set<std::string> m_totalizadores;
+    std::vector<std::string> m_nomesNf;
+    std::vector<std::string> m_meios;
+    std::set<std::string> m_meiosComTroco;
+    std::vector<std::int32_t> m_documentos;
+    std::int32_t m_pago = 0; // the document whose payments are being added up
+    std::int64_t m_devido = 0;
+};
+
+} // namespace bancada::arquivo

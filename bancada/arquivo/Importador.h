@@ -1,0 +1,77 @@
+// What the parts of an import share.
+#pragma once
+
+#include "bancada/arquivo/ArquivoLido.h"
+#include "bancada/arquivo/Importacao.h"
+#include "bancada/arquivo/Neutros.h"
+#include "bancada/arquivo/TapeText.h"
+
+#include <cstdint>
+#include <deque>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace bancada::arquivo
+{
+
+// The programming that the register begins with, as far as the file tells it.
+struct Programacao {
+    std::vector<std::string> meios;   // by number, from 1 at place 0
+    std::vector<bool> vinculado;      // the means may have a voucher
+    std::vector<std::string> nomesNf; // likewise; the float's and the withdrawal's are 1 and 2
+    std::map<std::int64_t, std::int64_t> icms; // rates by number, hundredths of a percent
+    std::map<std::int64_t, std::int64_t> issqn;
+    std::vector<std::string> especiais; // F1 and so on
+
+    // From 1; 0 for a name that is not there.
+    std::int64_t Meio(const std::string& nome) const;
+    std::int64_t Totalizador(const std::string& nome) const;
+};
+
+// A document that has a number and no record: what became of the last receipt.
+struct SemRegistro {
+    enum class Kind {
+        ESTORNO_PAGAMENTO,
+        CANCELAMENTO
+    };
+    Kind kind = Kind::CANCELAMENTO;
+    std::int64_t origem = 0, destino = 0, valor = 0;
+};
+
+struct Importador {
+    Importador(const std::string& path, std::ostream& out) : arquivo(path), tape(out) {}
+
+    ArquivoLido arquivo;
+    TapeText tape;
+    Neutros naoDito; // what the tape cannot say
+    Fatos fatos;
+    Programacao programacao;
+
+    // As the register stands behind the last line of the tape.
+    std::int64_t gnf = 0;
+    std::int64_t registrado = 0; // cents that the grand total grew by
+    std::int64_t vendaDoDia = 0; // those since the last Z reduction
+    bool ratear = false;
+    int comprovantes = 0;                   // vouchers of the last receipt that were not reversed
+    std::vector<std::int64_t> meiosDoCupom; // means of the last receipt's payments
+    std::deque<SemRegistro> pendentes;      // due before the next receipt
+    std::size_t numerosLivres = 0;          // numbers without a record before the next receipt
+    std::int64_t crzDoDia = 0;              // of the reduction that will close the day; 0: none
+    std::map<std::string, std::int64_t> aliquotas; // as programmed: "T1" and so on
+
+    void Note(const std::string& type, const std::string& what) { naoDito.AddMissing(type, what); }
+};
+
+// The programming that the file implies.
+Programacao FindProgramacao(ArquivoLido& arquivo);
+// The lines that program the register, before its first document at `first`.
+void WriteProgramacao(Importador& importing, std::int64_t first);
+// A fiscal or a non-fiscal receipt, up to its end or its cancellation in issue; what comes of it
+// later is left pending. `end` is the end that the file tells, 0 where it does not.
+void WriteCupom(Importador& importing, std::int64_t coo);
+void WriteCupomNf(Importador& importing, std::int64_t coo, std::int64_t end);
+// The facts of the small records.
+Fatos FindFatos(ArquivoLido& arquivo);
+
+} // namespace bancada::arquivo

@@ -1,0 +1,129 @@
+// Files written by hand, for what no tape of the bench makes, and the lines that they become.
+#include "bancada/arquivo/Importacao.h"
+
+#include "bancada/Unusable.h"
+#include "tests/support/Files.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace bancada::arquivo
+{
+namespace
+{
+
+const std::string COMMON = "SERIE7                                   "; // letter and model blank
+
+std::string E16(const std::string& coo, const std::string& gnf, const std::string& simbolo,
+                const std::string& end)
+{
+    return "E16" + COMMON + "01" + coo + gnf + "0000000000000000" + simbolo + end + "\n";
+}
+
+std::string E09(const std::string& cro, const std::string& instant)
+{
+    return "E09" + COMMON + cro + instant + "S\n";
+}
+
+class ImportacaoTest : public testing::Test
+{
+  protected:
+    // The tape's lines, without those that clear the way.
+    std::vector<std::string> Lines(const std::string& content)
+    {
+        folder.Write("f", content);
+        std::ostringstream tape;
+        std::ostringstream notes;
+        result = Import(folder.File("f"), tape, notes);
+        told = notes.str();
+        std::vector<std::string> lines;
+        std::istringstream in(tape.str());
+        for (std::string line; std::getline(in, line);) {
+            if (line.find("cancela_aberto") == std::string::npos) {
+                lines.push_back(line);
+            }
+        }
+        return lines;
+    }
+
+    test_support::TempFolder folder;
+    ImportResult result;
+    std::string told;
+};
+
+TEST_F(ImportacaoTest, DocumentsKeepTheirNumbersAndEnds)
+{
+    EXPECT_EQ(Lines(E16("000007", "000000", "LX", "20240301080000") +
+                    E16("000008", "000000", "MF", "20240301080100")),
+              (std::vector<std::string>{R"({"cmd":"leitura_x","em":"2024-03-01 08:00:00"})",
+                                        R"({"cmd":"leitura_mf","em":"2024-03-01 08:01:00"})"}));
+    EXPECT_EQ(nlohmann::json::parse(result.memory)["registro"]["contadores"]["coo"], 6);
+    EXPECT_EQ(told, "");
+}
+
+TEST_F(ImportacaoTest, TheFirstIsTheOneBehindTheWidestGap)
+{
+    EXPECT_EQ(Lines(E16("000001", "000000", "MF", "20240301080100") +
+                    E16("999999", "000000", "LX", "20240301080000")),
+              (std::vector<std::string>{R"({"cmd":"leitura_x","em":"2024-03-01 08:00:00"})",
+                                        R"({"cmd":"leitura_mf","em":"2024-03-01 08:01:00"})"}));
+    EXPECT_EQ(nlohmann::json::parse(result.memory)["registro"]["contadores"]["coo"], 999998);
+}
+
+TEST_F(ImportacaoTest, ANumberWithoutARecordIsListed)
+{
+    EXPECT_EQ(Lines(E16("000007", "000000", "LX", "20240301080000") +
+                    E16("000009", "000000", "MF", "20240301080100"))
+                  .size(),
+              3U);
+    EXPECT_EQ(told, "left out: E16: numbers of documents that no record tells of, taken by X "
+                    "readings of no record (1)\n");
+}
+
+TEST_F(ImportacaoTest, AnInterventionSetsTheClockBackWhereTheFileGoesBack)
+{
+    EXPECT_EQ(
+        Lines(E09("000002", "20240301090000") + E16("000007", "000000", "MF", "20240301085900") +
+              E16("000008", "000000", "LX", "20240301080000")),
+        (std::vector<std::string>{R"({"cmd":"leitura_mf","em":"2024-03-01 08:59:00"})",
+                                  R"({"cmd":"entrada_mit_interno","em":"2024-03-01 09:00:00"})",
+                                  R"({"cmd":"acerta_relogio","em":"2024-03-01 08:00:00"})",
+                                  R"({"cmd":"saida_mit_interno","em":"2024-03-01 08:00:00"})"}));
+    ASSERT_EQ(result.fatos.intervencoes.size(), 1U) << "the loss of data, which no row will hold";
+    EXPECT_TRUE(result.fatos.intervencoes[0].perdaDados);
+    EXPECT_EQ(result.fatos.intervencoes[0].dataHora, "2024-03-01 09:00:00");
+}
+
+TEST_F(ImportacaoTest, AFileThatGoesBackWithoutAnInterventionIsListed)
+{
+    Lines(E16("000007", "000000", "LX", "20240301080000") +
+          E16("000008", "000000", "MF", "20240301075900"));
+    EXPECT_EQ(told, "neutral: E16 data_fim, hora_fim: before the end of the document before it (1 "
+                    "record)\n");
+}
+
+TEST_F(ImportacaoTest, WhatNoRowWillHoldIsAFact)
+{
+    Lines("E03" + COMMON + "0220210203040506" + "00000000000033I3            000000000000000077\n" +
+          "E05" + COMMON + "0000000000005520180102030405ABCDEFGHIJ\n" + "E08" + COMMON +
+          "00000000000077MFD7                \n");
+    EXPECT_EQ(result.fatos.prestadores.at(0).vendas, 77);
+    EXPECT_EQ(result.fatos.prestadores.at(0).dataHora, "2021-02-03 04:05:06");
+    EXPECT_EQ(result.fatos.cifras.at(0).simbolo, "ABCDEFGHIJ");
+    EXPECT_EQ(result.fatos.memorias.at(0).numeroSerie, "MFD7");
+}
+
+TEST_F(ImportacaoTest, WhatIsNoFileMakesNothing)
+{
+    EXPECT_THROW(Lines("E16 too short\n"), Unusable);
+    EXPECT_THROW(Lines(E16("000007", "000000", "LX", "20240301080000") +
+                       E16("000007", "000000", "MF", "20240301080000")),
+                 Unusable);
+    EXPECT_THROW(Lines(E16("000007", "000000", "LX", "20240301250000")), Unusable);
+}
+
+} // namespace
+} // namespace bancada::arquivo

@@ -1,0 +1,40 @@
+#include "bancada/arquivo/Rateio.h"
+
+#include <gtest/gtest.h>
+
+namespace bancada::arquivo
+{
+namespace
+{
+
+using Cents = std::vector<std::int64_t>;
+
+TEST(ArquivoRateioTest, CentsLeftOverGoToThoseThatLostMost)
+{
+    EXPECT_EQ(Apportion(100, {1000, 2000, 3000}), (Cents{17, 33, 50}));
+    EXPECT_EQ(Apportion(1, {5, 5}), (Cents{1, 0})) << "of equals the first";
+    EXPECT_EQ(Apportion(10, {0, 7, 3}), (Cents{0, 7, 3}));
+    EXPECT_EQ(Apportion(10, {0, 0}), (Cents{0, 0}));
+    EXPECT_EQ(Apportion(9999999999999, {9999999999999, 1}), (Cents{9999999999998, 1}))
+        << "beyond 64 bits in between";
+}
+
+TEST(ArquivoRateioTest, SharesAreTakenOutAgain)
+{
+    // 1.00 off 10.00, 20.00 and 30.00, the last with 2.00 off by itself: 58.00 in all.
+    const auto undone = UndoRateio(100, true, 5800, {{983, 1000}, {1965, 2000}, {2752, 3000}});
+    ASSERT_TRUE(undone);
+    EXPECT_EQ(*undone, (Cents{1000, 2000, 2800}));
+    const auto surcharge = UndoRateio(100, false, 6000, {{1017, 1000}, {2033, 2000}, {3050, 3000}});
+    ASSERT_TRUE(surcharge);
+    EXPECT_EQ(*surcharge, (Cents{1000, 2000, 3000}));
+}
+
+TEST(ArquivoRateioTest, WhatIsNoShareIsNotFound)
+{
+    EXPECT_FALSE(UndoRateio(100, true, 6000, {{1000, 1000}, {2000, 2000}, {2900, 3000}}));
+    EXPECT_FALSE(UndoRateio(100, true, 100, {{0, 100}}));
+}
+
+} // namespace
+} // namespace bancada::arquivo
