@@ -41,7 +41,8 @@ enum class LogState {
 struct LogOutcome {
     LogState state = LogState::KEPT;
     LogFault fault = LogFault::NONE;
-    const char* text = ""; // the reason; valid until the next call of the object
+    const char* text = "";     // the reason; valid until the next call of the object
+    std::int64_t logBytes = 0; // of the write-ahead log, as LogDatabase::LogBytes has it
 };
 
 // What the caller supplies, and how the database is kept. All pointers are borrowed and outlive the
@@ -51,7 +52,7 @@ struct LogDatabaseOptions {
     bool onlyEmpty = false;   // refuse a database that already holds rows
 
     const char* vfs = nullptr; // the engine's file layer; null is its default
-    int pageSize = 4096;       // of a new database, in bytes: a power of two from 512 to 65536
+    int pageSize = 1024;       // of a new database, in bytes: a power of two from 512 to 65536
 
     // After a commit that leaves more than this in the write-ahead log, it is copied into the
     // database as far as no reader needs it. Rest does the same at a better moment.

@@ -109,6 +109,7 @@ LogOutcome LogDatabase::Commit()
         m_loss[0] = '\0';
     }
     BoundLog();
+    outcome.logBytes = m_logBytes;
     return outcome;
 }
 

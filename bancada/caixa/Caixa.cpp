@@ -10,6 +10,12 @@
 
 namespace bancada
 {
+namespace
+{
+
+constexpr char ENDS_DAY[] = "reducao_z";
+
+} // namespace
 
 Caixa::Caixa(const std::string& database, const LogDatabase::Options& options,
              const Memoria& memoria)
@@ -89,6 +95,13 @@ Answer Caixa::Execute(ComandoBancada& command, RtcAbsoluteTime em, RtcAbsoluteTi
         answer.fate = Answer::Fate::KEPT;
     }
     return answer;
+}
+
+void Caixa::RestAfter(const TapeCommand& line)
+{
+    if (line.name == ENDS_DAY) {
+        m_database.Rest();
+    }
 }
 
 } // namespace bancada

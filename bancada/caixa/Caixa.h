@@ -63,6 +63,10 @@ class Caixa
     [[nodiscard]] Answer Execute(ComandoBancada& command, RtcAbsoluteTime em,
                                  RtcAbsoluteTime fim = RtcAbsoluteTime(matlong[0]));
 
+    // To be called behind the reply to a line: after a Z reduction the device has nothing to do,
+    // and the database's write-ahead log is copied (LogDatabase::Rest).
+    void RestAfter(const TapeCommand& line);
+
     // Called for each command that is executed right before its rows are committed, within their
     // transaction; what it throws comes out of Execute, and the rows are not committed.
     void SetBeforeCommit(std::function<void()> call)

@@ -139,6 +139,7 @@ class Run
         if (m_replies) {
             std::cout << line.place.line << " " << line.name << ": " << Reply(answer) << std::endl;
         }
+        m_run.GetCaixa().RestAfter(line);
     }
 
     static std::string Reply(const Answer& answer)

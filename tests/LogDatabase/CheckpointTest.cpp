@@ -1,10 +1,15 @@
 // The write-ahead log: how it grows, and how it comes back.
 #include "tests/LogDatabase/LogDatabaseTest.h"
 
+#include <atomic>
 #include <filesystem>
+#include <thread>
 
 namespace
 {
+
+// Of a new database.
+const int PAGE_BYTES = LogDatabaseOptions().pageSize;
 
 class Checkpoint : public LogDatabaseTest
 {
@@ -22,8 +27,8 @@ class Checkpoint : public LogDatabaseTest
     static LogDatabaseOptions Small()
     {
         LogDatabaseOptions options = Brief();
-        options.checkpointBytes = 20 * 4096;
-        options.tellLogBytes = 60 * 4096;
+        options.checkpointBytes = 20 * PAGE_BYTES;
+        options.tellLogBytes = 60 * PAGE_BYTES;
         return options;
     }
 };
@@ -33,7 +38,7 @@ TEST_F(Checkpoint, TheSizeOfTheLogIsKnown)
     ASSERT_EQ(Open(), LogFault::NONE);
     Commands(5);
     EXPECT_EQ(database.LogBytes(), FileBytes());
-    EXPECT_GT(database.LogBytes(), 5 * 4096);
+    EXPECT_GT(database.LogBytes(), 5 * PAGE_BYTES);
 }
 
 TEST_F(Checkpoint, RestBringsTheLogBackAndTheNextCommandsUseItsRoom)
@@ -52,7 +57,7 @@ TEST_F(Checkpoint, WithoutARestTheLogStaysWithinItsBound)
 {
     ASSERT_EQ(Open(Small()), LogFault::NONE);
     Commands(500);
-    EXPECT_LT(FileBytes(), 30 * 4096);
+    EXPECT_LT(FileBytes(), 30 * PAGE_BYTES);
 }
 
 TEST_F(Checkpoint, AReaderThatStaysMakesItGrowAndLetsItBackAfterwards)
@@ -65,15 +70,76 @@ TEST_F(Checkpoint, AReaderThatStaysMakesItGrowAndLetsItBackAfterwards)
         EXPECT_EQ(reader.Run("SELECT count(*) FROM versao_sb"), "1");
         Commands(100);
         EXPECT_EQ(database.LogBytes(), FileBytes());
-        EXPECT_GT(database.LogBytes(), 100 * 4096);
+        EXPECT_GT(database.LogBytes(), 100 * PAGE_BYTES);
         EXPECT_EQ(CountEntries("LogDatabase: the write-ahead log has "), 1) << "told once";
         EXPECT_EQ(database.Rest(), LogFault::LOCKED);
         EXPECT_EQ(reader.Run("SELECT count(*) FROM versao_sb"), "1");
     }
     EXPECT_EQ(database.Rest(), LogFault::NONE);
     Commands(2);
-    EXPECT_LT(FileBytes(), 30 * 4096) << "the room is given back";
+    EXPECT_LT(FileBytes(), 30 * PAGE_BYTES) << "the room is given back";
     EXPECT_EQ(Rows("SELECT count(*) FROM versao_sb"), "103");
+}
+
+TEST_F(Checkpoint, TheSizeIsKnownOfADatabaseOfOtherPages)
+{
+    LogDatabaseOptions options = Brief();
+    options.pageSize = 4096;
+    ASSERT_EQ(Open(options), LogFault::NONE);
+    // One of before keeps its pages.
+    ASSERT_EQ(Open(), LogFault::NONE);
+    EXPECT_EQ(Rows("PRAGMA page_size"), "4096");
+    Commands(5);
+    EXPECT_EQ(database.LogBytes(), FileBytes());
+    EXPECT_GT(database.LogBytes(), 5 * 4096);
+    EXPECT_EQ(database.Rest(), LogFault::NONE);
+    EXPECT_EQ(Rows("PRAGMA page_size"), "4096");
+}
+
+TEST_F(Checkpoint, TheOutcomeHasTheSizeOfTheLog)
+{
+    ASSERT_EQ(Open(), LogFault::NONE);
+    const LogOutcome outcome = Command({"INSERT INTO versao_sb VALUES (1, 'v')"});
+    EXPECT_EQ(outcome.logBytes, FileBytes());
+    EXPECT_GT(outcome.logBytes, 0);
+}
+
+// Two readers, of which one at least always has a snapshot: the log is never without one that
+// needs it, and only Rest can let new ones read the database itself.
+TEST_F(Checkpoint, OverlappingReadersThatComeAndGoDoNotLetItGrow)
+{
+    LogDatabaseOptions options = Small();
+    options.busyTimeoutMs = 60000; // more than any snapshot below takes
+    ASSERT_EQ(Open(options), LogFault::NONE);
+    Commands(1);
+    std::atomic<bool> ends{false};
+    std::atomic<int> snapshots{0};
+    std::thread readers([&] {
+        Other even(Path());
+        Other odd(Path());
+        even.Run("BEGIN");
+        even.Run("SELECT count(*) FROM versao_sb");
+        for (int i = 0; !ends; ++i) {
+            Other& next = i % 2 == 0 ? odd : even;
+            Other& last = i % 2 == 0 ? even : odd;
+            next.Run("BEGIN");
+            next.Run("SELECT count(*) FROM versao_sb");
+            ++snapshots;
+            std::this_thread::yield();
+            last.Run("COMMIT");
+        }
+    });
+    std::int64_t most = 0;
+    for (int round = 0; round < 20; ++round) {
+        Commands(20);
+        most = std::max(most, FileBytes());
+        EXPECT_EQ(database.Rest(), LogFault::NONE) << round;
+    }
+    ends = true;
+    readers.join();
+    EXPECT_GT(snapshots, 20);
+    EXPECT_LT(most, 50 * PAGE_BYTES) << "of 400 commands";
+    EXPECT_EQ(Rows("SELECT count(*) FROM versao_sb"), "401");
 }
 
 } // namespace

@@ -68,7 +68,7 @@ bancada::LogDatabase::Options DatabaseOptions(const SimulatedDisk& disk, bool ap
     options.append = append;
     options.pageSize = pageSize;
     // Checkpoints come soon enough to be part of a short day.
-    options.checkpointBytes = 40 * 4096;
+    options.checkpointBytes = 40 * (pageSize == 0 ? LogDatabaseOptions().pageSize : pageSize);
     return options;
 }
 
@@ -130,6 +130,7 @@ bool Bancada::Roda(const bancada::TapeCommand& linha)
 {
     const auto comando = caixa.Read(linha);
     const bancada::Answer answer = caixa.Execute(*comando, RtcAbsoluteTime(m_agora));
+    caixa.RestAfter(linha);
     // The day after a Z is another one.
     m_agora += linha.name == "reducao_z" ? UM_DIA_S : 1;
     EXPECT_TRUE(answer.Executed()) << linha.name << ": " << answer.reason;

@@ -53,7 +53,7 @@ Ran RunTape(SimulatedDisk& disk)
         bancada::TapeReader tape(tapeFile.Path());
         bancada::LogDatabase::Options options;
         options.vfs = disk.Name();
-        options.checkpointBytes = 20 * 4096;
+        options.checkpointBytes = 20 * 1024;
         bancada::TapeRun run(tape, BANCO, options,
                              std::make_unique<bancada::MemoriaFile>(
                                  MEMORIA, std::make_unique<DiskStorage>(disk), JOURNAL_BYTES));
@@ -123,8 +123,8 @@ TEST_P(PowerCutWithMemory, EveryCommandIsCarriedOutOnce)
         ++cuts;
         std::set<Image> seen; // patterns may come to the same
         for (const Damage damage : Damages(powersafe)) {
-            // With ECF_FALHAS=longa all of them; else one in six, another one at each call.
-            if (!IsLong() && (static_cast<int>(damage) + at) % 6 != 0) {
+            // With ECF_FALHAS=longa all of them; else one in nine, another one at each call.
+            if (!IsLong() && (static_cast<int>(damage) + at) % 9 != 0) {
                 continue;
             }
             SCOPED_TRACE("cut at call " + std::to_string(at) + ", behind line " +

@@ -15,12 +15,12 @@ namespace
 using namespace falhas;
 
 // A run from the opening on.
-Cut RunUntilDark(SimulatedDisk& disk)
+Cut RunUntilDark(SimulatedDisk& disk, int pageSize)
 {
     static const ScratchFile log;
     std::optional<Bancada> bancada;
     try {
-        bancada.emplace(disk, log.Path());
+        bancada.emplace(disk, log.Path(), false, pageSize);
     } catch (const bancada::Unusable&) {
         // Dark while it opened.
         Cut cut;
@@ -31,19 +31,25 @@ Cut RunUntilDark(SimulatedDisk& disk)
     return RunUntilDark(*bancada, disk);
 }
 
-class PowerCut : public ::testing::TestWithParam<bool>
+struct Case {
+    const char* name;
+    bool powersafe;
+    int pageSize; // 0 is the library's own
+};
+
+class PowerCut : public ::testing::TestWithParam<Case>
 {
 };
 
 TEST_P(PowerCut, KeepsWhatWasAcknowledgedAndNothingInPart)
 {
-    const bool powersafe = GetParam();
+    const bool powersafe = GetParam().powersafe;
     int cuts = 0;
     int images = 0;
     for (int at = 1;; at += Step()) {
         SimulatedDisk disk({}, powersafe);
         disk.CutPowerAt(at);
-        const Cut cut = RunUntilDark(disk);
+        const Cut cut = RunUntilDark(disk, GetParam().pageSize);
         if (!cut.went) {
             break;
         }
@@ -68,9 +74,13 @@ TEST_P(PowerCut, KeepsWhatWasAcknowledgedAndNothingInPart)
               << images << " different disks looked at\n";
 }
 
-INSTANTIATE_TEST_SUITE_P(Disks, PowerCut, ::testing::Bool(),
-                         [](const ::testing::TestParamInfo<bool>& disk) {
-                             return disk.param ? "WithPowersafeOverwrite" : "Without";
+INSTANTIATE_TEST_SUITE_P(Disks, PowerCut,
+                         ::testing::Values(Case{"WithPowersafeOverwrite", true, 0},
+                                           Case{"Without", false, 0},
+                                           Case{"PagesOf4096WithPowersafeOverwrite", true, 4096},
+                                           Case{"PagesOf4096Without", false, 4096}),
+                         [](const ::testing::TestParamInfo<Case>& disk) {
+                             return std::string(disk.param.name);
                          });
 
 // The same with a disk that says that it has synced and has not: were no command missing then, the
@@ -82,7 +92,7 @@ TEST(LyingDisk, LosesWhatWasAcknowledgedAndThatIsSeen)
         SimulatedDisk disk;
         disk.LieAboutSyncs();
         disk.CutPowerAt(at);
-        const Cut cut = RunUntilDark(disk);
+        const Cut cut = RunUntilDark(disk, 0);
         if (!cut.went) {
             break;
         }
