@@ -126,15 +126,21 @@ Bancada::Bancada(const SimulatedDisk& disk, const std::string& logPath, bool app
     registro.SetRatearSubtotal(true);
 }
 
-bool Bancada::Roda(const bancada::TapeCommand& linha)
+bool Bancada::Executa(const bancada::TapeCommand& linha)
 {
     const auto comando = caixa.Read(linha);
     const bancada::Answer answer = caixa.Execute(*comando, RtcAbsoluteTime(m_agora));
-    caixa.RestAfter(linha);
     // The day after a Z is another one.
     m_agora += linha.name == "reducao_z" ? UM_DIA_S : 1;
     EXPECT_TRUE(answer.Executed()) << linha.name << ": " << answer.reason;
     return answer.fate == bancada::Answer::Fate::KEPT;
+}
+
+bool Bancada::Roda(const bancada::TapeCommand& linha)
+{
+    const bool kept = Executa(linha);
+    caixa.RestAfter(linha);
+    return kept;
 }
 
 bool Bancada::Roda(const bancada::TapeCommand& linha, Bancada& outra)

@@ -44,6 +44,8 @@ class Bancada
 
     // Executes the command on the register; the answer is LogDatabase's about its rows. Fails the
     // test if the register refuses it.
+    bool Executa(const bancada::TapeCommand& linha);
+    // The same, and after a Z the device rests.
     bool Roda(const bancada::TapeCommand& linha);
     // The same, with the rows going to the database of `outra`.
     bool Roda(const bancada::TapeCommand& linha, Bancada& outra);

@@ -56,7 +56,7 @@ TEST_F(LostTransaction, NothingMoreOfTheCommandReachesTheFileAndTheNextIsLoggedW
         RefusedStatements().clear();
 
         disk.FailAt(at, FULL_ONCE);
-        const bool kept = bancada.Roda(Z());
+        const bool kept = bancada.Executa(Z());
         if (!disk.HasFailed()) {
             EXPECT_TRUE(kept);
             break;
