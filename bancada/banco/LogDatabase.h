@@ -63,8 +63,8 @@ class LogDatabase
     LogDatabase(const LogDatabase&) = delete;
     LogDatabase& operator=(const LogDatabase&) = delete;
 
-    // As those of the library's owner (Begin, Commit, Rest). CommitCommand answers whether the command is
-    // kept.
+    // As those of the library's owner (Begin, Commit, Rest). CommitCommand answers whether the
+    // command is kept.
     bool IsOpen() const { return m_owner.IsOpen(); }
     bool HasWriteAheadLog() const { return m_owner.HasWriteAheadLog(); }
     sqlite3* Handle() const { return m_owner.Handle(); }
@@ -73,7 +73,6 @@ class LogDatabase
     void NumberCommand(std::int32_t number) { m_owner.NumberCommand(number); }
     std::int32_t CommandNumber() const { return m_owner.CommandNumber(); }
     void Rest() { m_owner.Rest(); }
-    std::int64_t LogBytes() const { return m_owner.LogBytes(); }
 
     // Why the command committed last was lost; empty when it was not.
     const std::string& LastLoss() const { return m_loss; }
