@@ -68,6 +68,9 @@ class Walk
         }
     }
 
+    // What was sold on the first day before the file begins, in cents.
+    std::int64_t AntesDoArquivo() const { return m_antesDoArquivo; }
+
   private:
     static constexpr std::int64_t MAX_BEHIND = 1000;
 
@@ -427,8 +430,7 @@ class Walk
     bool m_first = true; // the first Z reduction is still to come
     std::set<std::int32_t> m_reinicios, m_entradasL, m_saidasL;
 
-  public:
-    std::int64_t m_antesDoArquivo = 0; // sold on the first day before the file begins
+    std::int64_t m_antesDoArquivo = 0;
 };
 
 // The first value of a counter, of the records in the order of the documents.
@@ -591,7 +593,7 @@ ImportResult Import(const std::string& path, std::ostream& tape, std::ostream& n
     Walk walk(importing);
     walk.Run();
     ImportResult result;
-    result.memory = MemoryText(importing, contadores, walk.m_antesDoArquivo);
+    result.memory = MemoryText(importing, contadores, walk.AntesDoArquivo());
     result.fatos = importing.fatos;
     importing.naoDito.Print(notes);
     return result;

@@ -86,19 +86,19 @@ class Writer
 
     void Item()
     {
-        static const std::pair<const char*, int> CODES[] = {
+        static const std::pair<const char*, int> codes[] = {
             {"T", 1}, {"T", 2}, {"S", 1},  {"S", 3},  {"F", 1},
             {"I", 2}, {"N", 3}, {"FS", 2}, {"IS", 1}, {"NS", 3}};
-        const auto& code = CODES[Draw(0, 9)];
-        static const char* const QUANTITIES[] = {"1", "2", "0.5", "1.375", "12.25", "3.000"};
-        static const char* const PRICES[] = {"1.99", "24.90", "0.209", "7", "10.5", "3.333"};
+        const auto& code = codes[Draw(0, 9)];
+        static const char* const quantities[] = {"1", "2", "0.5", "1.375", "12.25", "3.000"};
+        static const char* const prices[] = {"1.99", "24.90", "0.209", "7", "10.5", "3.333"};
         // The detailed command writes ISSQN with the letter T: in a file a rate's number then
         // belongs to one tax alone, as 3 does.
         const bool detalhado = code.first[0] != 'S' || code.second == 3 ? m_detalhado : false;
         Line(detalhado ? "vende_item_detalhado" : "vende_item",
              R"("codigo":")" + std::to_string(Draw(1, 99999)) + R"(","descricao":"ITEM )" +
-                 std::to_string(Draw(1, 99)) + R"(","quantidade":")" + QUANTITIES[Draw(0, 5)] +
-                 R"(","unidade":"KG","valor_unitario":")" + PRICES[Draw(0, 5)] +
+                 std::to_string(Draw(1, 99)) + R"(","quantidade":")" + quantities[Draw(0, 5)] +
+                 R"(","unidade":"KG","valor_unitario":")" + prices[Draw(0, 5)] +
                  R"(","tributacao":")" + code.first + R"(","indice":)" +
                  std::to_string(code.second) + R"(,"arredonda":)" +
                  (Chance(50) ? "true" : "false"));

@@ -253,7 +253,9 @@ void SecondWriter::Print(const Memoria& after, const char* simbolo)
 {
     const std::string kind = simbolo;
     const auto counter = [&](FISCALDATA_COUNTER_INDEX index, const char* kinds) {
-        return std::string(kinds).find(kind) == std::string::npos ? 0 : after.contadores[index];
+        return std::string(kinds).find(kind) == std::string::npos
+                   ? 0
+                   : after.contadores[static_cast<std::size_t>(index)];
     };
     m_documentos.push_back({after.contadores[COUNTER_COO], counter(COUNTER_GNF, "RG CC CN NC"),
                             counter(COUNTER_GRG, "RG"), counter(COUNTER_CDC, "CC"),
