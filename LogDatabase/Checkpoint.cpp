@@ -5,6 +5,7 @@
 
 #include "MfdServices/GravaLog.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <sqlite3.h>
 
@@ -89,7 +90,19 @@ LogFault LogDatabase::Rest()
     if (!IsOpen() || m_inCommand || !m_writeAheadLog) {
         return LogFault::NONE;
     }
-    const LogFault fault = Checkpoint(SQLITE_CHECKPOINT_RESTART);
+    // The engine waits until nobody reads in the place where a reader once held an old snapshot, and
+    // does not see that readers who overlap hold newer ones there by now, without end. Asked anew, it
+    // looks anew.
+    constexpr int LOOK_MS = 50;
+    LogFault fault = LogFault::NONE;
+    int waited = 0;
+    do {
+        const int wait = std::min(LOOK_MS, m_options.busyTimeoutMs - waited);
+        sqlite3_busy_timeout(m_db, wait);
+        fault = Checkpoint(SQLITE_CHECKPOINT_RESTART);
+        waited += wait;
+    } while (fault == LogFault::LOCKED && waited < m_options.busyTimeoutMs);
+    sqlite3_busy_timeout(m_db, m_options.busyTimeoutMs);
     if (fault == LogFault::NONE) {
         m_logBytes = 0;
     }

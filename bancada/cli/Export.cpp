@@ -23,7 +23,34 @@ struct ExportArguments {
     ExportOptions options;
     std::string output;
     std::string crz;
+    std::string comando = "TDM";
+    std::string lineEnd = "crlf";
 };
+
+const std::map<std::string, Comando>& Comandos()
+{
+    static const std::map<std::string, Comando> comandos = {
+        {"TDM", Comando::TDM}, {"MFD", Comando::MFD}, {"MF", Comando::MF}, {"RZ", Comando::RZ}};
+    return comandos;
+}
+
+const std::map<std::string, LineEnd>& LineEnds()
+{
+    static const std::map<std::string, LineEnd> lineEnds = {{"crlf", LineEnd::CRLF},
+                                                            {"lf", LineEnd::LF}};
+    return lineEnds;
+}
+
+// A name of the map; what help says of it is the option's type name alone.
+template <typename Values>
+CLI::Validator OneOf(const Values& values)
+{
+    std::vector<std::string> names;
+    for (const auto& [name, value] : values) {
+        names.push_back(name);
+    }
+    return CLI::IsMember(names).description("");
+}
 
 // "yyyy-mm-dd".
 std::string CheckDate(const std::string& text)
@@ -67,15 +94,12 @@ void AddExport(CLI::App& app, int& exitCode)
         ->required()
         ->type_name("FILE");
     command
-        ->add_option("--command", options.comando,
+        ->add_option("--command", arguments->comando,
                      "Which memories: TDM, all; MFD, the detail memory; MF, the fiscal memory; RZ, "
                      "the documents of Z reductions")
-        ->transform(CLI::CheckedTransformer(std::map<std::string, Comando>{{"TDM", Comando::TDM},
-                                                                           {"MFD", Comando::MFD},
-                                                                           {"MF", Comando::MF},
-                                                                           {"RZ", Comando::RZ}}))
+        ->check(OneOf(Comandos()))
         ->type_name("TDM|MFD|MF|RZ")
-        ->default_str("TDM");
+        ->capture_default_str();
     const CLI::Validator date(CheckDate, "");
     CLI::Option* from =
         command->add_option("--from", options.from, "The fiscal days from this date on")
@@ -96,11 +120,10 @@ void AddExport(CLI::App& app, int& exitCode)
         ->add_option("--memory", options.memory,
                      "The register's memory file, for its counters and grand total")
         ->type_name("FILE");
-    command->add_option("--line-end", options.lineEnd, "What ends a line: crlf or lf")
-        ->transform(CLI::CheckedTransformer(
-            std::map<std::string, LineEnd>{{"crlf", LineEnd::CRLF}, {"lf", LineEnd::LF}}))
+    command->add_option("--line-end", arguments->lineEnd, "What ends a line: crlf or lf")
+        ->check(OneOf(LineEnds()))
         ->type_name("crlf|lf")
-        ->default_str("crlf");
+        ->capture_default_str();
     command->footer(
         "The file states what the rows say and repairs nothing. What no source tells is left as "
         "where there is\nnothing, and listed on standard error by record and field. There is no "
@@ -108,6 +131,8 @@ void AddExport(CLI::App& app, int& exitCode)
         "cannot be read or written, or a value does not fit its field.");
     command->callback([arguments, &app, &exitCode] {
         ExportOptions& chosen = arguments->options;
+        chosen.comando = Comandos().at(arguments->comando);
+        chosen.lineEnd = LineEnds().at(arguments->lineEnd);
         if (!arguments->crz.empty()) {
             chosen.crz = ParseRange(arguments->crz);
         }
