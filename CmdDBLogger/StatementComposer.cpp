@@ -48,7 +48,8 @@ StatementComposer::StatementComposer(char* arrays, int sqlSize, int auxSize, int
     : m_sql(arrays), m_sqlSize(static_cast<std::size_t>(sqlSize)), m_end(arrays), m_room(m_sqlSize),
       m_work(arrays + sqlSize + auxSize), m_workSize(workSize)
 {
-    Clear(arrays, static_cast<std::size_t>(sqlSize + auxSize + workSize));
+    Clear(arrays,
+          m_sqlSize + static_cast<std::size_t>(auxSize) + static_cast<std::size_t>(workSize));
 }
 
 void StatementComposer::Clear(char* array, std::size_t size)

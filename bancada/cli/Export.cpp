@@ -46,6 +46,7 @@ template <typename Values>
 CLI::Validator OneOf(const Values& values)
 {
     std::vector<std::string> names;
+    names.reserve(values.size());
     for (const auto& [name, value] : values) {
         names.push_back(name);
     }

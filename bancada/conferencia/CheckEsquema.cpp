@@ -29,8 +29,8 @@ const char* const QUERIES[] = {
     " END || CASE i.partial WHEN 1 THEN ' partial' ELSE '' END || ' (' || (SELECT"
     " group_concat(coalesce(x.name, '?')) FROM pragma_index_info(i.name) x) || ')' AS what FROM"
     " sqlite_schema t, pragma_index_list(t.name) i WHERE t.type = 'table'",
-    "SELECT type || ' ' || name AS object, 'on ' || tbl_name AS what FROM sqlite_schema WHERE type"
-    " IN ('trigger', 'view')",
+    ("SELECT type || ' ' || name AS object, 'on ' || tbl_name AS what FROM sqlite_schema WHERE type"
+     " IN ('trigger', 'view')"),
 };
 
 // The words by which a table's text says more than its columns do.

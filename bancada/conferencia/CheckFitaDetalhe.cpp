@@ -47,7 +47,7 @@ void CheckFitaDetalhe(CheckContext& context)
             !context.Relogio().Cover(hora, previous->dataHoraEmissao.Value())) {
             const std::string& before = previous->dataHoraEmissao.Value();
             Report(context, row, "data_hora_emissao", "none before " + before, hora,
-                   "of " + hora + ", after one of " + before);
+                   std::string("of ").append(hora).append(", after one of ").append(before));
         }
         const std::int64_t first = row.cooInicial.Value();
         const std::int64_t last = row.cooFinal.Value();

@@ -38,7 +38,7 @@ std::vector<IntervencaoRow> CheckRows(CheckContext& context)
         if (!all.empty() && hora < all.back().dataHoraIntervencao.Value()) {
             const std::string& before = all.back().dataHoraIntervencao.Value();
             Report(context, row, "data_hora_intervencao", "none before " + before, hora,
-                   "of " + hora + ", after one of " + before);
+                   std::string("of ").append(hora).append(", after one of ").append(before));
         }
         if (row.tipoIntervencao.Value() == "L") {
             const bool read = reading.With(hora).Next();

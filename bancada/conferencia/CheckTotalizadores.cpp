@@ -152,9 +152,9 @@ void CheckImposto(CheckContext& context, const ReducaoZRow& z, const Totalizador
 // A fiscal totalizer has a tax code or one of the six fixed names, any other a name.
 void CheckCodigo(CheckContext& context, const ReducaoZRow& z, const TotalizadorReducaoRow& row)
 {
-    static const char* const FIXED[] = {"DT", "DS", "AT", "AS", "Can-T", "Can-S"};
+    static const char* const fixed[] = {"DT", "DS", "AT", "AS", "Can-T", "Can-S"};
     const std::string& code = row.totalizador.Value();
-    const bool tax = IsTaxCode(code) || std::count(std::begin(FIXED), std::end(FIXED), code) != 0;
+    const bool tax = IsTaxCode(code) || std::count(std::begin(fixed), std::end(fixed), code) != 0;
     if (row.fiscal.IsSet() ? !tax : code.empty()) {
         context.findings.Report(
             FindingKind::Z_NOME, Crz(z.crz),

@@ -208,7 +208,7 @@ class JsonChanges
     std::string& m_text;
     char* m_before;
     const char* m_after;
-    std::size_t m_size;
+    [[maybe_unused]] std::size_t m_size; // asserted alone
 };
 
 } // namespace bancada

@@ -148,7 +148,9 @@ TEST_P(PowerCutWithMemory, EveryCommandIsCarriedOutOnce)
     }
     EXPECT_GT(cuts, 0);
     EXPECT_GT(repeated, 0);
-    EXPECT_LT(repeated, images);
+    if (Step() == 1) { // else perhaps all fall between a command's record and its reply
+        EXPECT_LT(repeated, images);
+    }
     std::cout << cuts << " power cuts, " << images << " different disks looked at\n";
 }
 
