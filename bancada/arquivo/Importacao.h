@@ -15,7 +15,7 @@ struct ImportResult {
 };
 
 // Reads the file, writes the tape's lines to `tape` and, a line each, what a tape cannot say to
-// `notes`. Memory grows by some 150 bytes a document. Throws Unusable for what is no such file,
+// `notes`. Memory grows with the number of documents. Throws Unusable for what is no such file,
 // before anything of the tape is written.
 [[nodiscard]] ImportResult Import(const std::string& path, std::ostream& tape, std::ostream& notes);
 
