@@ -90,9 +90,9 @@ LogFault LogDatabase::Rest()
     if (!IsOpen() || m_inCommand || !m_writeAheadLog) {
         return LogFault::NONE;
     }
-    // The engine waits until nobody reads in the place where a reader once held an old snapshot, and
-    // does not see that readers who overlap hold newer ones there by now, without end. Asked anew, it
-    // looks anew.
+    // The engine waits until nobody reads in the place where a reader once held an old snapshot,
+    // and does not see that readers who overlap hold newer ones there by now, without end. Asked
+    // anew, it looks anew.
     constexpr int LOOK_MS = 50;
     LogFault fault = LogFault::NONE;
     int waited = 0;
