@@ -1,12 +1,13 @@
 #include "tests/LogDatabase/LogDatabaseTest.h"
 
 #include "MfdServices/GravaLog.h"
+#include "tests/LogDatabase/HeapCount.h"
 
 namespace
 {
 
 // Before anything else of the program uses the engine.
-[[maybe_unused]] const bool prepared = LogDatabase::PrepareEngine();
+[[maybe_unused]] const bool PREPARED = LogDatabase::PrepareEngine();
 
 } // namespace
 
@@ -18,6 +19,7 @@ std::vector<std::string>& Entries()
 
 void Vindral_GravaLog(char* text)
 {
+    const TestsOwnBlocks own;
     Entries().emplace_back(text);
 }
 
