@@ -66,15 +66,7 @@ Answer Caixa::RunCancelaAberto(const TapeCommand& line, TapeClock& clock)
 
 std::unique_ptr<ComandoBancada> Caixa::Read(const TapeCommand& line)
 {
-    const CatalogueEntry* entry = FindComando(line.name);
-    if (entry == nullptr) {
-        throw TapeError(line.namePlace, "there is no command \"" + line.name + "\"");
-    }
-    std::unique_ptr<ComandoBancada> command = entry->make(m_registro);
-    TapeFields fields(line);
-    command->Fields(fields);
-    fields.Finish();
-    return command;
+    return ReadComando(line, m_registro);
 }
 
 Answer Caixa::Execute(ComandoBancada& command, RtcAbsoluteTime em, RtcAbsoluteTime fim)

@@ -4,6 +4,7 @@
 #include "bancada/cli/OutputFile.h"
 #include "bancada/cli/Subcommands.h"
 #include "bancada/cli/UsedFiles.h"
+#include "bancada/tape/Instant.h"
 
 #include <CLI/CLI.hpp>
 #include <iostream>
@@ -61,7 +62,13 @@ std::string CheckDate(const std::string& text)
     for (std::size_t i = 0; fits && i < text.size(); ++i) {
         fits = FORM[i] == 'd' ? text[i] >= '0' && text[i] <= '9' : text[i] == FORM[i];
     }
-    return fits ? "" : "a date yyyy-mm-dd is due, not " + text;
+    if (!fits) {
+        return "a date yyyy-mm-dd is due, not " + text;
+    }
+    RtcAbsoluteTime noon;
+    return ParseInstant(text + " 12:00:00", noon)
+               ? ""
+               : "there is no day " + text + " from 1970-01-01 to 2106-02-06";
 }
 
 // "FIRST-LAST", or one number.
@@ -78,7 +85,11 @@ std::pair<std::int64_t, std::int64_t> ParseRange(const std::string& text)
     };
     const std::size_t hyphen = text.find('-');
     const std::int64_t first = number(text.substr(0, hyphen));
-    return {first, hyphen == std::string::npos ? first : number(text.substr(hyphen + 1))};
+    const std::int64_t last = hyphen == std::string::npos ? first : number(text.substr(hyphen + 1));
+    if (last < first) {
+        throw CLI::ValidationError("--crz", "the range " + text + " ends before it begins");
+    }
+    return {first, last};
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 // ecf-bancada run: executes a tape.
+#include "bancada/Printable.h"
 #include "bancada/Unusable.h"
+#include "bancada/caixa/TapeLint.h"
 #include "bancada/caixa/TapeRun.h"
 #include "bancada/cli/FileLock.h"
 #include "bancada/cli/Interruption.h"
@@ -7,6 +9,7 @@
 #include "bancada/cli/RunFiles.h"
 #include "bancada/cli/RunSummary.h"
 #include "bancada/cli/Subcommands.h"
+#include "bancada/cli/UsedFiles.h"
 #include "bancada/memoria/MemoriaFile.h"
 #include "bancada/memoria/WholeFile.h"
 #include "bancada/tape/TapeReader.h"
@@ -28,6 +31,19 @@ struct RunOptions {
     bool replies = false;
     bool strict = false;
     bool append = false;
+    bool lint = false;
+};
+
+// A tape, read until it ends or a signal comes.
+struct InterruptibleTape {
+    InterruptibleTape(const std::string& path, TapeReader::Digest digest)
+        : tape(
+              path, [this](int file) { return interruption.WaitToRead(file); }, digest)
+    {
+    }
+
+    Interruption interruption;
+    TapeReader tape;
 };
 
 std::unique_ptr<FileLock> LockDatabase(const RunFiles& files)
@@ -66,10 +82,9 @@ std::unique_ptr<MemoriaFile> OpenMemory(const RunFiles& files)
 class Run
 {
   public:
-    explicit Run(const RunOptions& options)
-        : m_tape(
-              options.files.tape, [this](int file) { return m_interruption.WaitToRead(file); },
-              options.files.HasMemory() ? TapeReader::Digest::TAKEN : TapeReader::Digest::LEFT_OUT),
+    // `input` is borrowed and outlives this.
+    Run(const RunOptions& options, InterruptibleTape& input)
+        : m_interruption(input.interruption), m_tape(input.tape),
           m_databaseLock(LockDatabase(options.files)), m_memoryLock(LockMemory(options.files)),
           m_run(m_tape, options.files.database, DatabaseOptions(options),
                 OpenMemory(options.files)),
@@ -82,6 +97,7 @@ class Run
         // Last, so that a database that is refused leaves no log behind.
         m_run.GetCaixa().OpenLog(options.files.log);
         m_continuedBehind = m_run.TakeUp();
+        m_lastLine = m_continuedBehind;
     }
 
     // Runs the tape to its end, or until it is interrupted between two lines. Throws TapeError
@@ -121,6 +137,8 @@ class Run
     }
 
     bool HasFindings() const { return m_summary.HasFindings(); }
+    // Of the tape, behind which nothing was run; 0 before the first.
+    int LastLine() const { return m_lastLine; }
     // The signal that ended the run, or 0.
     int Signal() const { return m_interruption.Signal(); }
 
@@ -136,6 +154,7 @@ class Run
     {
         const Answer answer = m_run.Execute(line);
         Note(line, answer);
+        m_lastLine = line.place.line;
         if (m_replies) {
             std::cout << line.place.line << " " << line.name << ": " << Reply(answer) << std::endl;
         }
@@ -175,21 +194,63 @@ class Run
         }
     }
 
-    Interruption m_interruption;
-    TapeReader m_tape;
+    Interruption& m_interruption;
+    TapeReader& m_tape;
     // Held until all that they guard is closed; null for what is no file.
     std::unique_ptr<FileLock> m_databaseLock;
     std::unique_ptr<FileLock> m_memoryLock;
     TapeRun m_run;
     RunSummary m_summary;
     int m_continuedBehind = 0;
+    int m_lastLine = 0;
     bool m_replies;
 };
+
+int EndInterrupted(int signal, const std::string& howFar)
+{
+    std::cerr << "ecf-bancada: ended by signal " << signal << "; " << howFar << "\n";
+    return EXIT_SIGNAL + signal;
+}
+
+// Whether the run would make a database for a tape that has nothing to put there.
+bool MakesNothing(const RunFiles& files, TapeReader& tape)
+{
+    std::error_code none;
+    return files.DatabaseIsFile() && !std::filesystem::exists(files.database, none) &&
+           tape.IsEmpty();
+}
+
+int Lint(const RunOptions& options)
+{
+    if (options.files.tape != "-") {
+        RequireApart("", {{options.files.tape, "tape"}});
+    }
+    InterruptibleTape input(options.files.tape, TapeReader::Digest::LEFT_OUT);
+    std::int64_t faults = 0;
+    const std::int64_t lines = LintTape(input.tape, [&](const TapeError& fault) {
+        ++faults;
+        std::cout << Printable(fault.what()) << "\n";
+    });
+    std::cout << lines << (lines == 1 ? " command, " : " commands, ") << faults
+              << (faults == 1 ? " fault\n" : " faults\n");
+    if (const int signal = input.interruption.Signal()) {
+        return EndInterrupted(signal, "the tape was not read to its end");
+    }
+    return faults > 0 ? EXIT_FINDINGS : EXIT_OK;
+}
 
 int RunTape(RunOptions options)
 {
     options.files = CheckRunFiles(options.files);
-    Run run(options);
+    InterruptibleTape input(options.files.tape, options.files.HasMemory()
+                                                    ? TapeReader::Digest::TAKEN
+                                                    : TapeReader::Digest::LEFT_OUT);
+    if (MakesNothing(options.files, input.tape)) {
+        std::cerr << "ecf-bancada: the tape " << Printable(options.files.tape)
+                  << " holds no command: no database was made\n";
+        return EXIT_OK;
+    }
+    Run run(options, input);
     try {
         run.ToTheEnd();
     } catch (...) {
@@ -198,9 +259,8 @@ int RunTape(RunOptions options)
     }
     run.PrintSummary(std::cout);
     if (run.Signal() != 0) {
-        std::cerr << "ecf-bancada: ended by signal " << run.Signal()
-                  << "; the tape was not run to its end\n";
-        return EXIT_SIGNAL + run.Signal();
+        return EndInterrupted(run.Signal(), "the tape was not run to its end, but to its line " +
+                                                std::to_string(run.LastLine()));
     }
     return options.strict && run.HasFindings() ? EXIT_FINDINGS : EXIT_OK;
 }
@@ -216,34 +276,54 @@ void AddRun(CLI::App& app, int& exitCode)
                     "The tape, JSON Lines as docs/tape.md describes; - is "
                     "standard input")
         ->required();
-    run->add_option("--db", options->files.database, "The logging database; made if it is missing")
-        ->required()
-        ->type_name("FILE");
-    run->add_option("--log", options->files.log,
-                    "The firmware log, which gets the rejected statements; records are added to "
-                    "one that exists [the database's name with .log]")
-        ->type_name("FILE");
-    run->add_option("--memory", options->files.memory,
-                    "Keep the register's state in this file, and go on from it, behind the part of "
-                    "the tape that was carried out before (docs/memory.md); without it the "
-                    "register begins as it leaves the factory")
-        ->type_name("FILE");
-    run->add_flag("--replies", options->replies,
-                  "Print a line for each line of the tape as soon as what it did is durable");
-    run->add_flag("--append", options->append, "Add to a database that already holds rows");
-    run->add_flag("--strict", options->strict,
-                  "Exit with 1 if a command was refused, a statement rejected or a command's rows "
-                  "lost");
+    CLI::Option* database =
+        run->add_option("--db", options->files.database,
+                        "The logging database; made if it is missing. Due, but for --lint")
+            ->type_name("FILE");
+    CLI::Option* log =
+        run->add_option(
+               "--log", options->files.log,
+               "The firmware log, which gets the rejected statements; records are added to "
+               "one that exists [the database's name with .log]")
+            ->type_name("FILE");
+    CLI::Option* memory =
+        run->add_option(
+               "--memory", options->files.memory,
+               "Keep the register's state in this file, and go on from it, behind the part of "
+               "the tape that was carried out before (docs/memory.md); without it the "
+               "register begins as it leaves the factory")
+            ->type_name("FILE");
+    CLI::Option* replies =
+        run->add_flag("--replies", options->replies,
+                      "Print a line for each line of the tape as soon as what it did is durable");
+    CLI::Option* append =
+        run->add_flag("--append", options->append, "Add to a database that already holds rows");
+    CLI::Option* strict = run->add_flag(
+        "--strict", options->strict,
+        "Exit with 1 if a command was refused, a statement rejected or a command's rows "
+        "lost");
+    CLI::Option* lint =
+        run->add_flag("--lint", options->lint,
+                      "Run nothing and make nothing: list all faults of the tape, of its lines, "
+                      "commands, fields and times, as file:line:column: message");
+    for (CLI::Option* other : {database, log, memory, replies, append, strict}) {
+        lint->excludes(other);
+    }
     run->footer(
         "The summary counts commands and statements, names the commands that were refused, "
         "had statements\nrejected or lost their rows with their line on the tape, and "
         "counts the rows of each table. A database\nthat is locked, read-only, full or "
         "damaged does not stop the run. INT and TERM end it behind the command\nat hand, with "
-        "the summary.\n\nExit codes: 0 the tape was executed to its end; "
-        "1 it was, and --strict found something; 2 the tape\ncannot be read (the fault is "
+        "the summary and the line that it came to. A tape without a command makes no database.\n\nExit codes: 0 the tape was executed to its end; "
+        "1 it was, and --strict found something, or --lint found faults; 2 the tape\ncannot be read (the fault is "
         "told as file:line:column: message, everything before it stays logged), or\n"
         "another file cannot be used. A run that INT or TERM ended ends by that signal.");
-    run->callback([options, &exitCode] { exitCode = RunTape(*options); });
+    run->callback([options, database, &exitCode] {
+        if (!options->lint && !*database) {
+            throw CLI::RequiredError("--db");
+        }
+        exitCode = options->lint ? Lint(*options) : RunTape(*options);
+    });
 }
 
 } // namespace bancada

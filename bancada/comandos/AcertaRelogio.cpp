@@ -6,15 +6,20 @@
 namespace bancada
 {
 
-Refusal ExecuteAcertaRelogio(const TapeCommand& line, Registro& registro)
+void ReadAcertaRelogio(const TapeCommand& line, const FaultSink& sink)
 {
     if (!line.em) {
-        throw TapeError(line.place, "acerta_relogio needs the field \"em\"");
+        ReportFault(sink, line.place, "acerta_relogio needs the field \"em\"");
     }
     if (line.fim) {
-        throw TapeError(line.fimPlace, "acerta_relogio takes no time, and no field \"fim\"");
+        ReportFault(sink, line.fimPlace, "acerta_relogio takes no time, and no field \"fim\"");
     }
-    TapeFields(line).Finish();
+    TapeFields(line, sink).Finish();
+}
+
+Refusal ExecuteAcertaRelogio(const TapeCommand& line, Registro& registro)
+{
+    ReadAcertaRelogio(line, nullptr);
     if (Refusal refusal = registro.CheckAcertaRelogio(*line.em)) {
         return refusal;
     }

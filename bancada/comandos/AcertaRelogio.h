@@ -2,6 +2,7 @@
 #pragma once
 
 #include "bancada/registro/Refusal.h"
+#include "bancada/tape/FaultSink.h"
 
 namespace bancada
 {
@@ -13,6 +14,9 @@ inline constexpr char ACERTA_RELOGIO[] = "acerta_relogio";
 inline constexpr char ACERTA_RELOGIO_SUMMARY[] =
     "sets the clock to `em`, forward or back, in an intervention mode: not a command of the "
     "register, it takes no time and logs nothing";
+
+// Reads a line of the tape, its faults into `sink`; without one it has its instant.
+void ReadAcertaRelogio(const TapeCommand& line, const FaultSink& sink);
 
 // Carries a line of the tape out, unless the register refuses it; answers why. Throws TapeError.
 // After it the line has its instant.

@@ -1,6 +1,7 @@
 #include "bancada/comandos/Catalogue.h"
 
 #include "bancada/comandos/Subjects.h"
+#include "bancada/tape/TapeFields.h"
 
 #include <algorithm>
 
@@ -32,6 +33,21 @@ const CatalogueEntry* FindComando(std::string_view name)
     const auto found = std::find_if(all.begin(), all.end(),
                                     [&](const CatalogueEntry& item) { return item.name == name; });
     return found == all.end() ? nullptr : &*found;
+}
+
+std::unique_ptr<ComandoBancada> ReadComando(const TapeCommand& line, Registro& registro,
+                                            const FaultSink& sink)
+{
+    const CatalogueEntry* entry = FindComando(line.name);
+    if (entry == nullptr) {
+        ReportFault(sink, line.namePlace, "there is no command \"" + line.name + "\"");
+        return nullptr;
+    }
+    std::unique_ptr<ComandoBancada> command = entry->make(registro);
+    TapeFields fields(line, sink);
+    command->Fields(fields);
+    fields.Finish();
+    return command;
 }
 
 } // namespace bancada

@@ -3,6 +3,7 @@
 
 #include "Interpreter.h"
 #include "bancada/comandos/ComandoBancada.h"
+#include "bancada/tape/FaultSink.h"
 
 #include <memory>
 #include <string_view>
@@ -29,5 +30,12 @@ const std::vector<CatalogueEntry>& Catalogue();
 
 // The command of that tape name, or null.
 [[nodiscard]] const CatalogueEntry* FindComando(std::string_view name);
+
+struct TapeCommand;
+
+// The command of a line of the tape, made on `registro` and its fields filled; its faults go to
+// `sink`. Null if there is none of that name.
+[[nodiscard]] std::unique_ptr<ComandoBancada>
+ReadComando(const TapeCommand& line, Registro& registro, const FaultSink& sink = nullptr);
 
 } // namespace bancada

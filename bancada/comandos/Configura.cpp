@@ -39,18 +39,23 @@ void Configura::Apply(Registro& registro) const
     registro.SetVersaoSB(m_versaoSB);
 }
 
-void ExecuteConfigura(const TapeCommand& line, Registro& registro)
+void ReadConfigura(const TapeCommand& line, Configura& settings, const FaultSink& sink)
 {
     if (line.em) {
-        throw TapeError(line.emPlace, "configura takes no time, and no field \"em\"");
+        ReportFault(sink, line.emPlace, "configura takes no time, and no field \"em\"");
     }
     if (line.fim) {
-        throw TapeError(line.fimPlace, "configura takes no time, and no field \"fim\"");
+        ReportFault(sink, line.fimPlace, "configura takes no time, and no field \"fim\"");
     }
-    Configura settings(registro);
-    TapeFields fields(line);
+    TapeFields fields(line, sink);
     settings.Fields(fields);
     fields.Finish();
+}
+
+void ExecuteConfigura(const TapeCommand& line, Registro& registro)
+{
+    Configura settings(registro);
+    ReadConfigura(line, settings, nullptr);
     settings.Apply(registro);
 }
 

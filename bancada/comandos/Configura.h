@@ -1,6 +1,7 @@
 // The directive that sets the bench itself.
 #pragma once
 
+#include "bancada/tape/FaultSink.h"
 #include "bancada/tape/FieldVisitor.h"
 
 #include <string>
@@ -30,6 +31,9 @@ class Configura
     std::string m_aplicativo;
     std::string m_versaoSB;
 };
+
+// Reads a line of the tape into `settings`, its faults into `sink`.
+void ReadConfigura(const TapeCommand& line, Configura& settings, const FaultSink& sink);
 
 // Carries a line of the tape out. Throws TapeError.
 void ExecuteConfigura(const TapeCommand& line, Registro& registro);

@@ -7,16 +7,12 @@
 #include <algorithm>
 #include <cassert>
 #include <cstring>
+#include <utility>
 
 namespace bancada
 {
 namespace
 {
-
-[[noreturn]] void ThrowValue(const TapeField& field, const std::string& message)
-{
-    throw TapeError(field.valuePlace, "field \"" + field.name + "\": " + message);
-}
 
 std::string DecimalWanted(int maxDigits, int maxDecimals, const char* example)
 {
@@ -26,7 +22,15 @@ std::string DecimalWanted(int maxDigits, int maxDecimals, const char* example)
 
 } // namespace
 
-TapeFields::TapeFields(const TapeCommand& line) : m_line(line) {}
+TapeFields::TapeFields(const TapeCommand& line, FaultSink sink)
+    : m_line(line), m_sink(std::move(sink))
+{
+}
+
+void TapeFields::ReportValue(const TapeField& field, const std::string& message) const
+{
+    ReportFault(m_sink, field.valuePlace, "field \"" + field.name + "\": " + message);
+}
 
 void TapeFields::Finish() const
 {
@@ -38,12 +42,12 @@ void TapeFields::Finish() const
         for (const std::string& name : m_asked) {
             known += (known.empty() ? "" : ", ") + name;
         }
-        throw TapeError(field.namePlace, m_line.name + " has no field \"" + field.name + "\"" +
-                                             (known.empty() ? "; it has none of its own"
-                                                            : "; its fields are " + known));
+        ReportFault(m_sink, field.namePlace,
+                    m_line.name + " has no field \"" + field.name + "\"" +
+                        (known.empty() ? "; it has none of its own" : "; its fields are " + known));
     }
-    if (!m_missing.empty()) {
-        throw TapeError(m_line.place, m_line.name + " needs the field \"" + m_missing + "\"");
+    for (const std::string& missing : m_missing) {
+        ReportFault(m_sink, m_line.place, m_line.name + " needs the field \"" + missing + "\"");
     }
 }
 
@@ -56,8 +60,8 @@ const TapeField* TapeFields::Find(const char* name, Presence presence)
             return &field;
         }
     }
-    if (presence == Presence::REQUIRED && m_missing.empty()) {
-        m_missing = name;
+    if (presence == Presence::REQUIRED) {
+        m_missing.emplace_back(name);
     }
     return nullptr;
 }
@@ -70,7 +74,8 @@ const TapeValue* TapeFields::FindKind(const char* name, Presence presence, TapeV
         return nullptr;
     }
     if (field->value.kind != kind) {
-        ThrowValue(*field, wanted + " is due, not " + KindName(field->value.kind));
+        ReportValue(*field, wanted + " is due, not " + KindName(field->value.kind));
+        return nullptr;
     }
     return &field->value;
 }
@@ -84,8 +89,9 @@ const std::string* TapeFields::FindText(const char* name, std::size_t maxBytes, 
         return nullptr;
     }
     if (value->text.size() > maxBytes) {
-        ThrowValue(*field, "a text of at most " + std::to_string(maxBytes) + " bytes is due, not " +
-                               std::to_string(value->text.size()) + why);
+        ReportValue(*field, "a text of at most " + std::to_string(maxBytes) +
+                                " bytes is due, not " + std::to_string(value->text.size()) + why);
+        return nullptr;
     }
     return &value->text;
 }
@@ -128,7 +134,8 @@ void TapeFields::Integer(const char* name, int& out, int min, int max, Presence 
         return;
     }
     if (value->integer < min || value->integer > max) {
-        ThrowValue(*field, wanted + " is due, not " + std::to_string(value->integer));
+        ReportValue(*field, wanted + " is due, not " + std::to_string(value->integer));
+        return;
     }
     out = static_cast<int>(value->integer);
 }
@@ -153,7 +160,8 @@ bool TapeFields::FindDecimal(const char* name, int maxDigits, int maxDecimals, P
         return false;
     }
     if (!ParseDecimal(value->text, maxDigits, maxDecimals, out)) {
-        ThrowValue(*field, wanted + " is due");
+        ReportValue(*field, wanted + " is due");
+        return false;
     }
     return true;
 }
@@ -211,7 +219,7 @@ void TapeFields::Choice(const char* name, int& out, std::initializer_list<Option
             return;
         }
     }
-    ThrowValue(*field, wanted + " is due");
+    ReportValue(*field, wanted + " is due");
 }
 
 } // namespace bancada

@@ -1,6 +1,7 @@
 // Reads a command's fields from a line of the tape.
 #pragma once
 
+#include "bancada/tape/FaultSink.h"
 #include "bancada/tape/FieldVisitor.h"
 #include "bancada/tape/TapeCommand.h"
 
@@ -12,15 +13,15 @@ namespace bancada
 
 // Fills a command from a line. After the command has listed its fields, Finish complains about what
 // is missing and about what nobody asked for. Until then, and after a TapeError, the command is
-// filled in part.
+// filled in part. Where `sink` is given, it gets every fault, and nothing is thrown.
 class TapeFields final : public FieldVisitor
 {
   public:
     // `line` must outlive this object.
-    explicit TapeFields(const TapeCommand& line);
+    explicit TapeFields(const TapeCommand& line, FaultSink sink = nullptr);
 
-    // Throws TapeError with the place of the first field that the command did not ask for, or else
-    // with the place of the line when a required field is missing.
+    // Reports the fields that the command did not ask for, then with the place of the line the
+    // required ones that are missing.
     void Finish() const;
 
     using FieldVisitor::Text;
@@ -44,9 +45,10 @@ class TapeFields final : public FieldVisitor
                 Presence presence, const char* doc, const char* example) override;
 
   private:
+    void ReportValue(const TapeField& field, const std::string& message) const;
     // The field of that name, or null when the line has none.
     const TapeField* Find(const char* name, Presence presence);
-    // Its value, which must be of that kind; null when the line has none.
+    // Its value, which must be of that kind; null when the line has none of it.
     const TapeValue* FindKind(const char* name, Presence presence, TapeValue::Kind kind,
                               const std::string& wanted, const TapeField*& field);
     // `why` ends the message about a longer text.
@@ -56,8 +58,9 @@ class TapeFields final : public FieldVisitor
                      const char* example, Decimal& out);
 
     const TapeCommand& m_line;
+    FaultSink m_sink;
     std::vector<std::string> m_asked;
-    std::string m_missing; // the first required field that the line has not
+    std::vector<std::string> m_missing; // the required fields that the line has not
 };
 
 } // namespace bancada

@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -20,53 +21,78 @@ namespace
 
 constexpr std::size_t BUFFER_BYTES = 64 * 1024;
 
-std::string CommonText(const TapeField& field)
+// Within a line, or at its end.
+bool IsBlank(char c)
 {
-    if (field.value.kind != TapeValue::Kind::TEXT) {
-        throw TapeError(field.valuePlace, "field \"" + field.name + "\": a text is due, not " +
-                                              KindName(field.value.kind));
-    }
-    return field.value.text;
+    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
 }
 
-RtcAbsoluteTime CommonInstant(const TapeField& field)
+// Null, and reported, where the field is no text.
+const std::string* CommonText(const TapeField& field, const FaultSink& sink)
 {
+    if (field.value.kind != TapeValue::Kind::TEXT) {
+        ReportFault(sink, field.valuePlace,
+                    "field \"" + field.name + "\": a text is due, not " +
+                        KindName(field.value.kind));
+        return nullptr;
+    }
+    return &field.value.text;
+}
+
+std::optional<RtcAbsoluteTime> CommonInstant(const TapeField& field, const FaultSink& sink)
+{
+    const std::string* text = CommonText(field, sink);
     RtcAbsoluteTime instant;
-    if (!ParseInstant(CommonText(field), instant)) {
-        throw TapeError(field.valuePlace,
-                        "field \"" + field.name +
-                            "\": an instant \"YYYY-MM-DD hh:mm:ss\" is due, after "
-                            "1970-01-01 00:00:00 and up to 2106-02-07 06:28:15");
+    if (text == nullptr) {
+        return std::nullopt;
+    }
+    if (!ParseInstant(*text, instant)) {
+        ReportFault(sink, field.valuePlace,
+                    "field \"" + field.name +
+                        "\": an instant \"YYYY-MM-DD hh:mm:ss\" is due, after "
+                        "1970-01-01 00:00:00 and up to 2106-02-07 06:28:15");
+        return std::nullopt;
     }
     return instant;
 }
 
+void ReadName(const TapeField& field, TapeCommand& command, const FaultSink& sink)
+{
+    const std::string* name = CommonText(field, sink);
+    if (name == nullptr) {
+        return;
+    }
+    command.name = *name;
+    command.namePlace = field.valuePlace;
+    if (name->empty()) {
+        ReportFault(sink, field.valuePlace, "field \"cmd\": the name of a command is due");
+    }
+}
+
 // Takes the fields that every command has out of the others.
-TapeCommand CommandOf(TapeLine line)
+TapeCommand CommandOf(TapeLine line, const FaultSink& sink)
 {
     TapeCommand command;
     command.place = line.place;
+    bool named = false;
     for (TapeField& field : line.fields) {
         if (field.name == "cmd") {
-            command.name = CommonText(field);
-            command.namePlace = field.valuePlace;
-            if (command.name.empty()) {
-                throw TapeError(field.valuePlace, "field \"cmd\": the name of a command is due");
-            }
+            named = true;
+            ReadName(field, command, sink);
         } else if (field.name == "em") {
-            command.em = CommonInstant(field);
+            command.em = CommonInstant(field, sink);
             command.emPlace = field.namePlace;
         } else if (field.name == "fim") {
-            command.fim = CommonInstant(field);
+            command.fim = CommonInstant(field, sink);
             command.fimPlace = field.namePlace;
         } else if (field.name == "obs") {
-            CommonText(field);
+            static_cast<void>(CommonText(field, sink));
         } else {
             command.fields.push_back(std::move(field));
         }
     }
-    if (command.name.empty()) {
-        throw TapeError(line.place, "the line needs the field \"cmd\"");
+    if (!named) {
+        ReportFault(sink, line.place, "the line needs the field \"cmd\"");
     }
     return command;
 }
@@ -106,17 +132,40 @@ bool TapeReader::FillBuffer()
     if (m_ended) {
         return false;
     }
+    m_at = 0;
+    m_end = ReadInto(0);
+    return m_end > 0;
+}
+
+// Reads what comes next into the buffer from `at` on; answers how many bytes.
+std::size_t TapeReader::ReadInto(std::size_t at)
+{
     ssize_t count = 0;
     do {
-        count = read(m_file, m_buffer.data(), m_buffer.size());
+        count = read(m_file, m_buffer.data() + at, m_buffer.size() - at);
     } while (count < 0 && errno == EINTR);
     if (count < 0) {
         throw Unusable("cannot read the tape " + m_path + ": " + std::strerror(errno));
     }
-    m_at = 0;
-    m_end = static_cast<std::size_t>(count);
     m_bytes += count;
-    return count > 0;
+    return static_cast<std::size_t>(count);
+}
+
+bool TapeReader::IsEmpty()
+{
+    assert(m_bytes == 0);
+    while (m_end < m_buffer.size() && (!m_wait || m_wait(m_file))) {
+        const std::size_t count = ReadInto(m_end);
+        if (count == 0) {
+            return true;
+        }
+        const char* read = m_buffer.data() + m_end;
+        m_end += count;
+        if (!std::all_of(read, read + count, IsBlank)) {
+            break;
+        }
+    }
+    return false;
 }
 
 // Moves on within the buffer.
@@ -183,10 +232,23 @@ bool TapeReader::Continue(const TapePosition& position)
     return false;
 }
 
+// Passes over what is left of a line that was too long.
+void TapeReader::PassOverLine()
+{
+    while (m_tooLong && (m_at < m_end || FillBuffer())) {
+        const char* begin = m_buffer.data() + m_at;
+        const char* end = m_buffer.data() + m_end;
+        const char* lineEnd = std::find(begin, end, '\n');
+        m_tooLong = lineEnd == end;
+        Take(static_cast<std::size_t>(lineEnd - begin) + (m_tooLong ? 0 : 1));
+    }
+}
+
 // Reads a line without its end; false at the end of the tape.
 bool TapeReader::ReadLine(std::string& line)
 {
     line.clear();
+    PassOverLine();
     if (m_at == m_end && !FillBuffer()) {
         return false;
     }
@@ -198,6 +260,7 @@ bool TapeReader::ReadLine(std::string& line)
         line.append(begin, lineEnd);
         Take(static_cast<std::size_t>(lineEnd - begin));
         if (line.size() > MAX_LINE_BYTES) {
+            m_tooLong = true;
             throw TapeError({m_path, m_line, static_cast<int>(MAX_LINE_BYTES) + 1},
                             "a line has at most " + std::to_string(MAX_LINE_BYTES) + " bytes");
         }
@@ -217,12 +280,30 @@ bool TapeReader::ReadLine(std::string& line)
 
 bool TapeReader::Next(TapeCommand& command)
 {
+    return Read(command, nullptr);
+}
+
+bool TapeReader::Next(TapeCommand& command, const FaultSink& sink)
+{
+    try {
+        return Read(command, sink);
+    } catch (const TapeError& fault) {
+        // No more can be read of the line.
+        sink(fault);
+        command = TapeCommand();
+        command.place = fault.GetPlace();
+        return true;
+    }
+}
+
+bool TapeReader::Read(TapeCommand& command, const FaultSink& sink)
+{
     std::string line;
     while (ReadLine(line)) {
-        if (line.find_first_not_of(" \t\r") == std::string::npos) {
+        if (std::all_of(line.begin(), line.end(), IsBlank)) {
             continue;
         }
-        command = CommandOf(ParseLine(line, m_path, m_line));
+        command = CommandOf(ParseLine(line, m_path, m_line), sink);
         return true;
     }
     return false;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "bancada/Sha256.h"
+#include "bancada/tape/FaultSink.h"
 #include "bancada/tape/TapeCommand.h"
 #include "bancada/tape/TapePosition.h"
 
@@ -40,9 +41,16 @@ class TapeReader
     TapeReader& operator=(const TapeReader&) = delete;
 
     // Reads the next command into `command`. Answers false, and leaves it unchanged, at the end of
-    // the tape. Throws TapeError for a line that is no command, after which the tape cannot be read
-    // further, and Unusable if the file cannot be read.
+    // the tape. Throws TapeError for a line that is no command, and Unusable if the file cannot be
+    // read. The next call goes on behind the line, also behind a faulty one.
     [[nodiscard]] bool Next(TapeCommand& command);
+    // Likewise, but hands each fault of the line to `sink`; the command then has what is left of
+    // the line, and no name where that cannot be read.
+    [[nodiscard]] bool Next(TapeCommand& command, const FaultSink& sink);
+
+    // Whether there is nothing but blanks until the tape ends. Waits for the first line of a pipe;
+    // a tape that `wait` ended before it is not known to be empty. REQUIRES: nothing was read.
+    [[nodiscard]] bool IsEmpty();
 
     // Behind the line that was read last.
     TapePosition Position() const;
@@ -57,14 +65,18 @@ class TapeReader
     std::int64_t Size() const { return m_size; }
 
   private:
+    bool Read(TapeCommand& command, const FaultSink& sink);
     bool ReadLine(std::string& line);
+    void PassOverLine();
     bool FillBuffer();
+    std::size_t ReadInto(std::size_t at);
     bool Skip(std::int64_t bytes);
     void Take(std::size_t bytes);
 
     std::string m_path;
     Wait m_wait;
-    bool m_ended = false; // as m_wait has it
+    bool m_ended = false;   // as m_wait has it
+    bool m_tooLong = false; // the rest of the last line is to be passed over
     int m_file = -1;
     int m_line = 0;
     std::int64_t m_bytes = 0;

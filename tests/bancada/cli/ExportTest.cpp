@@ -54,7 +54,9 @@ TEST_F(ExportTest, RefusesWhatItCannotTake)
     for (const char* arguments :
          {"export db", "export --output f", "export db --output f --command ABC",
           "export db --output f --crz 0-2", "export db --output f --crz 1-1000000",
-          "export db --output f --crz x", "export db --output f --from 2026-3-2",
+          "export db --output f --crz x", "export db --output f --crz 3-2",
+          "export db --output f --from 2026-02-29", "export db --output f --to 2026-00-10",
+          "export db --output f --from 2026-3-2",
           "export db --output f --crz 1-2 --from 2026-03-02", "export none --output f",
           "export db --output f --facts none", "export db --output f --memory none",
           "export m --output f"}) {

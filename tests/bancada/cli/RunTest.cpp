@@ -2,11 +2,13 @@
 #include "tests/bancada/cli/RunFixture.h"
 
 #include <filesystem>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 #include <string>
 
 using namespace bancada_test;
+using testing::HasSubstr;
 
 namespace
 {
@@ -116,10 +118,71 @@ TEST_F(RunTest, StandardInputIsATape)
     EXPECT_EQ(Rows("SELECT count(*) FROM cupom_fiscal"), "1");
 }
 
-TEST_F(RunTest, AnEmptyTapeIsATape)
+TEST_F(RunTest, AnEmptyTapeIsATapeAndMakesNoDatabase)
 {
-    EXPECT_EQ(RunTape("").exitCode, 0);
-    EXPECT_EQ(Rows("SELECT count(*) FROM cupom_fiscal"), "0");
+    for (const char* blank : {"", "\n \t\r\n"}) {
+        const ProgramResult result = RunTape(blank, "--memory memory");
+        EXPECT_EQ(result.exitCode, 0);
+        EXPECT_EQ(result.out, "");
+        EXPECT_EQ(result.err,
+                  "ecf-bancada: the tape tape holds no command: no database was made\n");
+        for (const char* made : {"db", "db.log", "db.lock", "memory"}) {
+            EXPECT_FALSE(folder.Has(made)) << made;
+        }
+    }
+    EXPECT_EQ(Run("run - --db db").err,
+              "ecf-bancada: the tape - holds no command: no database was made\n");
+    EXPECT_FALSE(folder.Has("db"));
+}
+
+TEST_F(RunTest, AnEmptyTapeLeavesADatabaseAsItIs)
+{
+    ASSERT_EQ(RunTape(PROGRAMMING + RECEIPT).exitCode, 0);
+    const ProgramResult result = RunTape("", "--append");
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(Rows("SELECT count(*) FROM cupom_fiscal"), "1");
+}
+
+TEST_F(RunTest, LintListsAllFaultsAndMakesNothing)
+{
+    folder.Write("tape", PROGRAMMING + "not JSON\n" + R"({"cmd":"vende_itens"}
+{"cmd":"vende_item","codigo":1,"descricao":"ARROZ","preco":"1.00","quantidade":"x"}
+)" + RECEIPT);
+    const ProgramResult result = Run("run tape --lint");
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.out,
+              R"(tape:3:2: not JSON: syntax error while parsing value - invalid literal
+tape:4:8: there is no command "vende_itens"
+tape:5:30: field "codigo": a text is due, not an integer
+tape:5:80: field "quantidade": a decimal text such as "1.500", of up to 12 digits and 3 decimals is due
+tape:5:52: vende_item has no field "preco"; its fields are codigo, descricao, quantidade, unidade, valor_unitario, tributacao, indice, arredonda
+tape:5:1: vende_item needs the field "valor_unitario"
+tape:5:1: vende_item needs the field "tributacao"
+tape:5:1: vende_item needs the field "indice"
+9 commands, 8 faults
+)");
+    EXPECT_FALSE(folder.Has("db"));
+    EXPECT_FALSE(folder.Has("tape.log"));
+    folder.Write("tape", PROGRAMMING + RECEIPT);
+    const ProgramResult good = Run("run tape --lint");
+    EXPECT_EQ(good.exitCode, 0);
+    EXPECT_EQ(good.out, "6 commands, 0 faults\n");
+}
+
+TEST_F(RunTest, LintTakesNoPlaceToWriteTo)
+{
+    folder.Write("tape", PROGRAMMING);
+    for (const char* option : {"--db db", "--log log", "--memory memory", "--append"}) {
+        EXPECT_EQ(Run("run tape --lint " + std::string(option)).exitCode, 2) << option;
+    }
+    EXPECT_FALSE(folder.Has("db"));
+    EXPECT_THAT(Run("run tape --lint >>tape").err, HasSubstr("standard output"));
+    EXPECT_EQ(folder.Read("tape"), PROGRAMMING);
+    EXPECT_EQ(Run("run none --lint").err,
+              "ecf-bancada: cannot read the tape none: No such file or directory\n");
+    EXPECT_THAT(Run("run tape").err, HasSubstr("--db is required"));
 }
 
 TEST_F(RunTest, ATapeOfBinaryNoiseIsTold)
@@ -213,7 +276,7 @@ TEST_F(RunTest, TapeDatabaseAndLogAreThreeFiles)
 
 TEST_F(RunTest, ALockedDatabaseDoesNotStopTheTape)
 {
-    ASSERT_EQ(RunTape("").exitCode, 0);
+    ASSERT_EQ(RunTape("{\"cmd\":\"configura\"}").exitCode, 0);
     sqlite3* db = nullptr;
     ASSERT_EQ(sqlite3_open(folder.File("db").c_str(), &db), SQLITE_OK);
     ASSERT_EQ(sqlite3_exec(db, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);

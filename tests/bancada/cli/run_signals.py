@@ -80,7 +80,7 @@ class Runs(unittest.TestCase):
                 self.assertEqual(process.returncode, -number)
                 self.assert_summary(out, 2)
                 self.assertEqual(err, f"ecf-bancada: ended by signal {int(number)}; the tape was "
-                                      "not run to its end\n")
+                                      "not run to its end, but to its line 2\n")
                 self.assertFalse((self.folder / "db.lock").exists())
         self.assertEqual(self.rows(), 4)
 

@@ -99,6 +99,37 @@ TEST_F(TapeReaderTest, CommonFieldsAreTexts)
                    "1970-01-01 00:00:00 and up to 2106-02-07 06:28:15"});
 }
 
+TEST_F(TapeReaderTest, AllFaultsAreHandedOutWhereSomebodyLooksForThem)
+{
+    TapeReader reader(folder.Write("t", std::string(1500000, 'x') +
+                                            "\nnot\n{\"cmd\":1,\"em\":\"x\",\"obs\":2}\n"
+                                            "{\"cmd\":\"b\",\"fim\":3}\n"));
+    std::vector<std::string> faults;
+    std::vector<std::string> names;
+    TapeCommand command;
+    while (reader.Next(command, [&](const TapeError& fault) {
+        faults.push_back(std::to_string(fault.GetPlace().line) + ":" +
+                         std::to_string(fault.GetPlace().column));
+    })) {
+        names.push_back(command.name);
+    }
+    EXPECT_EQ(faults, (Read{"1:1048577", "2:2", "3:8", "3:15", "3:25", "4:18"}));
+    EXPECT_EQ(names, (Read{"", "", "", "b"}));
+}
+
+TEST_F(TapeReaderTest, IsEmptyLooksAheadAndReadsNothing)
+{
+    EXPECT_TRUE(TapeReader(folder.Write("t", "")).IsEmpty());
+    EXPECT_TRUE(TapeReader(folder.Write("t", " \t\r\n\n")).IsEmpty());
+    EXPECT_FALSE(TapeReader(folder.Write("t", " \nx")).IsEmpty());
+    EXPECT_FALSE(TapeReader(folder.Write("t", ""), [](int) { return false; }).IsEmpty());
+    TapeReader reader(folder.Write("t", "\n{\"cmd\":\"a\"}\n"));
+    EXPECT_FALSE(reader.IsEmpty());
+    TapeCommand command;
+    ASSERT_TRUE(reader.Next(command));
+    EXPECT_EQ(command.place.line, 2);
+}
+
 TEST_F(TapeReaderTest, CommonFieldsAreTakenOutOfTheOthers)
 {
     TapeReader reader(
