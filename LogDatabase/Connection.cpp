@@ -76,6 +76,9 @@ LogFault LogDatabase::Open(const char* path, const LogDatabaseOptions& options)
     if (!IsOpen()) {
         RefuseEverything();
     }
+    if (m_fault == LogFault::NONE && m_engineTooLate) {
+        CopyText(m_text, LATE_ENGINE);
+    }
     return m_fault;
 }
 

@@ -19,6 +19,10 @@ struct EngineLogCounts {
 // Of this thread, since PrepareEngine answered true; zero if it never did.
 const EngineLogCounts& EngineLog();
 
+// What an opening says that the engine has not taken the log for.
+inline constexpr char LATE_ENGINE[] =
+    "LogDatabase: the engine was in use before PrepareEngine: some failures cannot be seen";
+
 // Whether the engine has taken the log.
 bool HasEngineLog();
 

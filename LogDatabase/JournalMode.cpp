@@ -1,4 +1,5 @@
 // How commits are made durable.
+#include "LogDatabase/EngineLog.h"
 #include "LogDatabase/Fault.h"
 #include "LogDatabase/LogDatabase.h"
 #include "LogDatabase/Query.h"
@@ -79,8 +80,8 @@ void LogDatabase::TellNotice()
 {
     if (m_engineTooLate) {
         m_engineTooLate = false;
-        char late[] = "LogDatabase: the engine was in use before PrepareEngine: some failures "
-                      "cannot be seen";
+        char late[sizeof LATE_ENGINE];
+        CopyText(late, LATE_ENGINE);
         Vindral_GravaLog(late);
     }
     if (m_notice[0] != '\0') {

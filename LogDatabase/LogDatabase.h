@@ -128,7 +128,8 @@ class LogDatabase
     void Close();
 
     bool IsOpen() const { return m_db != nullptr && !m_refuses; }
-    // The reason of the last Open that did not answer LogFault::NONE, else empty.
+    // The reason of the last Open that did not answer LogFault::NONE; else empty, or that
+    // PrepareEngine came too late.
     const char* Text() const { return m_text; }
 
     // The handle for Command::DBLogger, valid until the next Begin, Open or Close. Between Begin
