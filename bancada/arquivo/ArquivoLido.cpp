@@ -1,6 +1,7 @@
 #include "bancada/arquivo/ArquivoLido.h"
 
 #include "bancada/Unusable.h"
+#include "bancada/arquivo/Tributacao.h"
 #include "bancada/leitura/Counter.h"
 #include "bancada/leitura/Limits.h"
 
@@ -70,11 +71,11 @@ void ArquivoLido::Take(const Record& record, std::int64_t offset)
     } else if (type == "E12") {
         const auto coo = static_cast<std::int32_t>(record.Integer("coo"));
         if (!m_reducoes.emplace(coo, record).second) {
-            throw Unusable(m_reader.Path() + ":" + std::to_string(record.Number()) +
-                           ": E12, coo: the number " + std::to_string(coo) + " comes twice");
+            m_reader.Fail(record, "coo", "the number comes twice");
         }
     } else if (type == "E13") {
-        m_crzTotalizadores.insert(std::string(record.Raw("crz")) + record.Text("totalizador"));
+        m_crzTotalizadores[std::string(record.Raw("crz")) + record.Text("totalizador")] =
+            record.Integer("valor");
         m_totalizadores.insert(record.Text("totalizador"));
     } else if (type == "E17") {
         AddOnce(m_nomesNf, record.Text("nome"));
@@ -88,7 +89,11 @@ void ArquivoLido::Take(const Record& record, std::int64_t offset)
     if (type == "E14" || type == "E19") {
         GrupoOf(type).places.back().total = record.Integer("total");
     } else if (type == "E15") {
-        m_totalizadores.insert(record.Text("totalizador"));
+        const std::string totalizador = record.Text("totalizador");
+        if (!IsTributacao(totalizador)) {
+            m_reader.Fail(record, "totalizador", "a totalizer that items are sold in is due");
+        }
+        m_totalizadores.insert(totalizador);
     } else if (type == "E16") {
         m_simbolos.emplace_back(static_cast<std::int32_t>(record.Integer("coo")),
                                 record.Text("simbolo"));
@@ -203,11 +208,37 @@ const std::vector<Record>& ArquivoLido::Small(const char* type) const
     return found == m_small.end() ? none : found->second;
 }
 
-bool ArquivoLido::HasTotalizador(std::int64_t crz, const std::string& totalizador) const
+std::int64_t ArquivoLido::Totalizador(std::int64_t crz, const std::string& totalizador) const
 {
     std::string number = std::to_string(crz);
     number.insert(0, number.size() < 6 ? 6 - number.size() : 0, '0');
-    return m_crzTotalizadores.count(number + totalizador) != 0;
+    const auto found = m_crzTotalizadores.find(number + totalizador);
+    return found == m_crzTotalizadores.end() ? 0 : found->second;
+}
+
+std::int64_t ArquivoLido::NumbersBehind() const
+{
+    constexpr std::int64_t MAX_BEHIND = 1000;
+    if (Small("E11").empty() || m_documentos.empty()) {
+        return 0;
+    }
+    const std::int64_t behind =
+        leitura::Steps(m_documentos.back(), Small("E11").front().Integer("coo"));
+    // A counter that lies behind the last document counts no document of the file.
+    return behind <= MAX_BEHIND ? behind : 0;
+}
+
+std::size_t ArquivoLido::FreeNumbers(std::size_t at) const
+{
+    std::int64_t count = 0;
+    for (std::size_t i = at + 1; i < m_documentos.size(); ++i) {
+        const std::int32_t coo = m_documentos[i];
+        count += leitura::Steps(m_documentos[i - 1], coo) - 1;
+        if (Has("E14", coo) || Has("E19", coo) || m_reducoes.count(coo) != 0) {
+            return static_cast<std::size_t>(count);
+        }
+    }
+    return static_cast<std::size_t>(count + NumbersBehind());
 }
 
 } // namespace bancada::arquivo

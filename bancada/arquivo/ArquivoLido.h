@@ -30,6 +30,12 @@ class ArquivoLido
     // The records of a document, or none. Throws Unusable.
     std::vector<Record> Read(const char* type, std::int64_t coo);
     bool Has(const char* type, std::int64_t coo) const;
+    // The numbers without a record from the document at `at` of Documentos on to the next receipt
+    // or Z reduction; behind the last one those that E11 tells of.
+    std::size_t FreeNumbers(std::size_t at) const;
+    // How many numbers lie between the last document and the COO of E11; 0 without an E11, and for
+    // one that lies behind the documents.
+    std::int64_t NumbersBehind() const;
     // Of the document's E16: LX and so on; empty without one.
     std::string Simbolo(std::int64_t coo) const;
 
@@ -37,8 +43,8 @@ class ArquivoLido
     const std::vector<Record>& Small(const char* type) const;
     // The E12 by the document's number.
     const std::map<std::int32_t, Record>& Reducoes() const { return m_reducoes; }
-    // Whether the E13 of a Z reduction name a totalizer.
-    bool HasTotalizador(std::int64_t crz, const std::string& totalizador) const;
+    // What the E13 of a Z reduction tell of a totalizer, in cents; 0 where they do not name it.
+    std::int64_t Totalizador(std::int64_t crz, const std::string& totalizador) const;
     // Every totalizer of E13 and E15.
     const std::set<std::string>& Totalizadores() const { return m_totalizadores; }
     // The names of E17, E20 in the order in which they are met first; those of E18, E21 without
@@ -73,7 +79,7 @@ class ArquivoLido
     std::vector<std::pair<std::int32_t, std::string>> m_simbolos; // by number
     std::map<std::string, std::vector<Record>> m_small;
     std::map<std::int32_t, Record> m_reducoes;
-    std::set<std::string> m_crzTotalizadores; // CRZ and name
+    std::map<std::string, std::int64_t> m_crzTotalizadores; // by CRZ and name
     std::set<std::string> m_totalizadores;
     std::vector<std::string> m_nomesNf;
     std::vector<std::string> m_meios;

@@ -91,10 +91,10 @@ bool IsIssqn(const ArquivoLido& arquivo, const std::string& codigo)
     bool known = false;
     for (const auto& reducao : arquivo.Reducoes()) {
         const std::int64_t crz = reducao.second.Integer("crz");
-        if (arquivo.HasTotalizador(crz, codigo)) {
+        if (arquivo.Totalizador(crz, codigo) != 0) {
             return false;
         }
-        known = known || arquivo.HasTotalizador(crz, issqn);
+        known = known || arquivo.Totalizador(crz, issqn) != 0;
     }
     return known;
 }

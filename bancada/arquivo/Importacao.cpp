@@ -48,18 +48,11 @@ class Walk
             if (i > 0) {
                 WriteMissing(i, leitura::Steps(m_documentos[i - 1], m_documentos[i]) - 1);
             }
-            m_importing.numerosLivres = FreeNumbers(i);
+            m_importing.numerosLivres = m_arquivo.FreeNumbers(i);
             m_importing.crzDoDia = CrzFrom(i);
             WriteDocumento(i, m_documentos[i]);
         }
-        if (!m_arquivo.Small("E11").empty() && !m_documentos.empty()) {
-            const std::int64_t last = m_arquivo.Small("E11").front().Integer("coo");
-            const std::int64_t behind = leitura::Steps(m_documentos.back(), last);
-            // A counter that lies behind the last document counts no document of the file.
-            if (behind <= MAX_BEHIND) {
-                WriteMissing(m_documentos.size(), behind);
-            }
-        }
+        WriteMissing(m_documentos.size(), m_arquivo.NumbersBehind());
         for (; m_intervencao < m_intervencoes.size(); ++m_intervencao) {
             AddIntervencao(m_intervencoes[m_intervencao]);
         }
@@ -72,8 +65,6 @@ class Walk
     std::int64_t AntesDoArquivo() const { return m_antesDoArquivo; }
 
   private:
-    static constexpr std::int64_t MAX_BEHIND = 1000;
-
     static std::int64_t TimeOf(const Record& intervencao)
     {
         return SecondsOf(intervencao.Raw("data"), intervencao.Raw("hora"));
@@ -86,24 +77,6 @@ class Walk
     bool IsReducao(std::int64_t coo) const
     {
         return m_arquivo.Reducoes().count(static_cast<std::int32_t>(coo)) != 0;
-    }
-
-    // Numbers without a record from the document on to the next receipt or Z reduction.
-    std::size_t FreeNumbers(std::size_t at) const
-    {
-        std::int64_t count = 0;
-        for (std::size_t i = at + 1; i < m_documentos.size(); ++i) {
-            count += leitura::Steps(m_documentos[i - 1], m_documentos[i]) - 1;
-            if (IsCupom(m_documentos[i]) || IsReducao(m_documentos[i])) {
-                return static_cast<std::size_t>(count);
-            }
-        }
-        if (!m_arquivo.Small("E11").empty()) {
-            const std::int64_t behind =
-                leitura::Steps(m_documentos.back(), m_arquivo.Small("E11").front().Integer("coo"));
-            count += behind <= MAX_BEHIND ? behind : 0;
-        }
-        return static_cast<std::size_t>(count);
     }
 
     // The Z reduction that closes the day of a document; it is asked for from the first on.
@@ -236,7 +209,7 @@ class Walk
         const std::int64_t before = m_importing.tape.Now();
         if (m_arquivo.Has("E14", coo)) {
             RequireNothingPending();
-            WriteCupom(m_importing, coo);
+            WriteCupom(m_importing, at);
         } else if (m_arquivo.Has("E19", coo)) {
             RequireNothingPending();
             WriteCupomNf(m_importing, coo, end);

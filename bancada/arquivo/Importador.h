@@ -2,9 +2,11 @@
 #pragma once
 
 #include "bancada/arquivo/ArquivoLido.h"
+#include "bancada/arquivo/DiasLidos.h"
 #include "bancada/arquivo/Importacao.h"
 #include "bancada/arquivo/Neutros.h"
 #include "bancada/arquivo/TapeText.h"
+#include "bancada/arquivo/Tributacao.h"
 
 #include <cstdint>
 #include <deque>
@@ -40,13 +42,19 @@ struct SemRegistro {
 };
 
 struct Importador {
-    Importador(const std::string& path, std::ostream& out) : arquivo(path), tape(out) {}
+    Importador(const std::string& path, std::ostream& out)
+        : arquivo(path), tape(out), dias(arquivo, programacao)
+    {
+    }
+    Importador(const Importador&) = delete;
+    Importador& operator=(const Importador&) = delete;
 
     ArquivoLido arquivo;
     TapeText tape;
     Neutros naoDito; // what the tape cannot say
     Fatos fatos;
     Programacao programacao;
+    DiasLidos dias;
 
     // As the register stands behind the last line of the tape.
     std::int64_t gnf = 0;
@@ -68,8 +76,9 @@ Programacao FindProgramacao(ArquivoLido& arquivo);
 // The lines that program the register, before its first document at `first`.
 void WriteProgramacao(Importador& importing, std::int64_t first);
 // A fiscal or a non-fiscal receipt, up to its end or its cancellation in issue; what comes of it
-// later is left pending. `end` is the end that the file tells, 0 where it does not.
-void WriteCupom(Importador& importing, std::int64_t coo);
+// later is left pending. `at` is its place in Documentos; `end` is the end that the file tells, 0
+// where it does not.
+void WriteCupom(Importador& importing, std::size_t at);
 void WriteCupomNf(Importador& importing, std::int64_t coo, std::int64_t end);
 // The facts of the small records.
 Fatos FindFatos(ArquivoLido& arquivo);

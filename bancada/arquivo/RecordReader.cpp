@@ -97,6 +97,14 @@ void RecordReader::Fail(const std::string& what) const
     throw Unusable(m_path + ":" + std::to_string(m_number) + ": " + what);
 }
 
+void RecordReader::Fail(const Record& record, const char* field, const std::string& what) const
+{
+    const Leiaute& leiaute = record.GetLeiaute();
+    throw Unusable(m_path + ":" + std::to_string(record.Number()) + ": " +
+                   PlaceOf(leiaute, leiaute.fields[leiaute.IndexOf(field)]) + ": " + what +
+                   ", not " + Shown(record.Raw(field)));
+}
+
 bool RecordReader::Next(Record& record)
 {
     std::string line;

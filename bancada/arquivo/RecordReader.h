@@ -32,6 +32,10 @@ class RecordReader
     // Goes on at the record that begins there, which is line `number`, whatever its type.
     void SeekTo(std::int64_t offset, std::int64_t number);
 
+    // Throws Unusable with the file, the record's line and type, the field, its positions and what
+    // they hold.
+    [[noreturn]] void Fail(const Record& record, const char* field, const std::string& what) const;
+
     const std::string& Path() const { return m_path; }
 
   private:

@@ -1,0 +1,48 @@
+// The opening of a receipt, told by its record.
+#include "bancada/arquivo/ImportaCupom.h"
+
+#include <algorithm>
+
+namespace bancada::arquivo
+{
+namespace
+{
+
+constexpr std::size_t MAX_NOME = 30; // what the array of the opening has room for
+
+void WriteConsumidor(Importador& importing, const CupomLido& cupom, TapeLine& line)
+{
+    std::string digits(cupom.record.Raw("cpf_cnpj"));
+    constexpr std::size_t CPF_DIGITS = 11;
+    if (digits.find_first_not_of('0') == std::string::npos) {
+        digits.clear();
+    } else if (digits.compare(0, digits.size() - CPF_DIGITS, "000") == 0) {
+        digits.erase(0, digits.size() - CPF_DIGITS);
+    }
+    std::string nome = cupom.record.Text("nome");
+    if (nome.size() > MAX_NOME) {
+        nome.resize(MAX_NOME);
+        importing.naoDito.AddField(std::string(cupom.record.Type()), "nome",
+                                   "the register has room for 30 letters");
+    }
+    if (!digits.empty()) {
+        line.Text("cpf_cnpj", digits);
+    }
+    if (!nome.empty()) {
+        line.Text("nome", nome);
+    }
+}
+
+} // namespace
+
+void WriteAbertura(Importador& importing, const CupomLido& cupom, const char* command,
+                   std::int64_t em)
+{
+    importing.pendentes.clear();
+    importing.comprovantes = 0;
+    importing.meiosDoCupom.clear();
+    TapeLine line = importing.tape.At(command, std::max(importing.tape.Now(), em));
+    WriteConsumidor(importing, cupom, line);
+}
+
+} // namespace bancada::arquivo

@@ -1,0 +1,22 @@
+// The parts of a receipt's lines.
+#pragma once
+
+#include "bancada/arquivo/CupomLido.h"
+#include "bancada/arquivo/Importador.h"
+
+#include <cstdint>
+
+namespace bancada::arquivo
+{
+
+// The opening, with the buyer; nothing of the receipt before it is pending any more.
+void WriteAbertura(Importador& importing, const CupomLido& cupom, const char* command,
+                   std::int64_t em);
+// An item's surcharges and discount and its cancellation, as they were before any sharing.
+void WriteAjustesItem(Importador& importing, const ItemLido& item, std::int64_t numero);
+void WriteAjustesSubtotal(Importador& importing, const CupomLido& cupom);
+// The payments and, of a receipt still open, the reversals; those of a closed one are left pending,
+// as far as there are numbers for them.
+void WritePagamentos(Importador& importing, const CupomLido& cupom);
+
+} // namespace bancada::arquivo

@@ -1,0 +1,70 @@
+#include "bancada/arquivo/Tributacao.h"
+
+#include "bancada/arquivo/Importador.h"
+
+#include <algorithm>
+
+namespace bancada::arquivo
+{
+namespace
+{
+
+constexpr std::size_t RATE_SIZE = 7; // xxTnnnn
+
+bool AreDigits(std::string_view text)
+{
+    return std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+bool IsDetalhado(const ArquivoLido& arquivo, const Programacao& programacao, std::int64_t crz,
+                 const std::string& totalizador, const Tributacao& tributacao)
+{
+    const auto icms = programacao.icms.find(tributacao.indice);
+    if (icms == programacao.icms.end() || icms->second != *tributacao.taxa) {
+        const auto issqn = programacao.issqn.find(tributacao.indice);
+        return issqn != programacao.issqn.end() && issqn->second == *tributacao.taxa;
+    }
+    const std::string other = totalizador.substr(0, 2) + "S" + totalizador.substr(3);
+    return crz != 0 && arquivo.Totalizador(crz, totalizador) == 0 &&
+           arquivo.Totalizador(crz, other) != 0;
+}
+
+} // namespace
+
+bool IsTributacao(std::string_view totalizador)
+{
+    if (totalizador.size() == RATE_SIZE) {
+        return (totalizador[2] == 'T' || totalizador[2] == 'S') &&
+               AreDigits(totalizador.substr(0, 2)) && AreDigits(totalizador.substr(3));
+    }
+    for (const std::string_view codigo : {"F", "I", "N", "FS", "IS", "NS"}) {
+        if (totalizador.size() == codigo.size() + 1 &&
+            totalizador.substr(0, codigo.size()) == codigo && totalizador.back() >= '1' &&
+            totalizador.back() <= '3') {
+            return true;
+        }
+    }
+    return false;
+}
+
+Tributacao TributacaoOf(const ArquivoLido& arquivo, const Programacao& programacao,
+                        std::int64_t crz, const std::string& totalizador)
+{
+    Tributacao tributacao;
+    if (totalizador.size() != RATE_SIZE) {
+        tributacao.codigo = totalizador.substr(0, totalizador.size() - 1);
+        tributacao.indice = totalizador.back() - '0';
+        return tributacao;
+    }
+    tributacao.codigo = totalizador.substr(2, 1);
+    tributacao.indice = std::stoll(totalizador.substr(0, 2));
+    tributacao.taxa = std::stoll(totalizador.substr(3));
+    if (tributacao.codigo == "T" &&
+        IsDetalhado(arquivo, programacao, crz, totalizador, tributacao)) {
+        tributacao.codigo = "S";
+        tributacao.detalhado = true;
+    }
+    return tributacao;
+}
+
+} // namespace bancada::arquivo
