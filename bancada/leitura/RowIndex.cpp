@@ -9,9 +9,10 @@ namespace bancada::leitura
 {
 
 RowIndex::RowIndex(const DatabaseReading& database, const std::string& table,
-                   const std::string& column)
+                   const std::string& column, const RowRange& range)
 {
-    Query rows(database, "SELECT rowid AS row, " + column + " AS key FROM " + table);
+    Query rows(database, "SELECT rowid AS row, " + column + " AS key FROM " + table + " WHERE " +
+                             Within(range));
     while (rows.Next()) {
         if (const Integer key = rows.ReadInteger("key"); key.IsKnown()) {
             m_entries.emplace_back(key.Value(), rows.ReadInteger("row").Value());
@@ -39,6 +40,12 @@ bool RowIndex::Has(std::int64_t key) const
 {
     const auto entry = First(key);
     return entry != m_entries.end() && entry->first == key;
+}
+
+bool RowIndex::IsRepeated(std::int64_t key) const
+{
+    const auto entry = First(key);
+    return m_entries.end() - entry > 1 && entry[1].first == key;
 }
 
 } // namespace bancada::leitura

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "bancada/leitura/DatabaseReading.h"
+#include "bancada/leitura/RowRange.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -12,18 +13,21 @@
 namespace bancada::leitura
 {
 
-// Made in one pass over the table and kept in memory, 16 bytes a row, so that a report asks for the
+// Made in one pass over the rows and kept in memory, 16 bytes a row, so that a report asks for the
 // rows of each of many keys without a scan for each. Does not need the database afterwards.
 class RowIndex
 {
   public:
-    // Throws Unusable where the table or the column is missing. Cells that hold no integer are the
-    // rows of no key.
-    RowIndex(const DatabaseReading& database, const std::string& table, const std::string& column);
+    // Of the rows in `range`. Throws Unusable where the table or the column is missing. Cells that
+    // hold no integer are the rows of no key.
+    RowIndex(const DatabaseReading& database, const std::string& table, const std::string& column,
+             const RowRange& range = {});
 
     // The rowids of a key's rows, rising; empty where it has none.
     std::vector<std::int64_t> RowsOf(std::int64_t key) const;
     bool Has(std::int64_t key) const;
+    // Whether several rows have the key.
+    bool IsRepeated(std::int64_t key) const;
 
   private:
     using Entry = std::pair<std::int64_t, std::int64_t>;

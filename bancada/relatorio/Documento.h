@@ -114,6 +114,9 @@ struct ReducaoZ {
     SomaImposto issqn;
     Integer segundosEmitindo;
     Integer segundosOperacional;
+    // The number came twice, its rows do not say whose they are, they are many, and the first
+    // reduction of that number alone shows them.
+    bool rowsAtFirst = false;
     std::vector<TotalizadorReducao> totalizadores;
     // The last one is the change, TROCO.
     std::vector<MeioReducao> meios;
@@ -165,8 +168,10 @@ struct Documento {
     std::vector<Item> itens;
     std::vector<Pagamento> pagamentos;
     // The number came twice and the rows of its items or payments do not say whose they are: each
-    // document of that number shows them all.
+    // document of that number shows them all, as long as they are few.
     bool rowsUncertain = false;
+    // They are many, and the first document of that number alone shows them.
+    bool rowsAtFirst = false;
 
     // Z reductions.
     std::optional<ReducaoZ> reducao;

@@ -207,6 +207,9 @@ void PrintCupom(Bobina& papel, const Documento& d)
     if (d.rowsUncertain) {
         papel.PrintCentered("*** COO REPETIDO: LINHAS INCERTAS ***");
     }
+    if (d.rowsAtFirst) {
+        papel.PrintCentered("*** VER O PRIMEIRO DOCUMENTO DESTE COO ***");
+    }
     if (!IsBlank(d.mensagem.Shown()) || !IsBlank(d.aplicativo.Shown())) {
         papel.PrintRule('-');
     }
@@ -277,6 +280,9 @@ void PrintReducao(Bobina& papel, const ReducaoZ& z)
     for (const MeioReducao& meio : z.meios) {
         papel.PrintSides(WithZeros(meio.indice, 2) + ' ' + meio.descricao.Shown(),
                          AmountText(meio.valor));
+    }
+    if (z.rowsAtFirst) {
+        papel.PrintCentered("*** VER A PRIMEIRA REDUÇÃO DESTE CRZ ***");
     }
     papel.PrintRule('-');
     papel.PrintSides("Tempo operacional", DurationText(z.segundosOperacional));

@@ -13,6 +13,20 @@ namespace
 
 // The rows of one COO, in their order.
 constexpr const char* OF_COO = "WHERE cont_coo = ?1 ORDER BY rowid";
+constexpr const char* OF_ROW = "WHERE rowid = ?1";
+
+// The rows of items, one run of rising numbers after the other.
+RowGroups ReadRuns(leitura::Query& itens, std::int64_t coo)
+{
+    RowGroups runs;
+    std::int64_t last = 0;
+    for (itens.With(coo); itens.Next();) {
+        const std::int64_t numero = itens.ReadInteger("seq_item").Value();
+        runs.Add(itens.ReadInteger("row").Value(), numero <= last);
+        last = numero;
+    }
+    return runs;
+}
 
 } // namespace
 
@@ -24,7 +38,8 @@ bool IsIssuedBefore(const Documento& a, const Documento& b)
     return leitura::ComesBefore(a.coo.Value(), b.coo.Value());
 }
 
-DocumentoReader::DocumentoReader(const leitura::DatabaseReading& database, Cadastro& cadastro,
+DocumentoReader::DocumentoReader(const leitura::DatabaseReading& database,
+                                 const JornadaRange& range, Cadastro& cadastro,
                                  ReducaoReader& reducoes)
     : m_cadastro(cadastro), m_reducoes(reducoes),
       m_fiscais(database, leitura::CupomFiscalTable(), OF_COO),
@@ -33,16 +48,29 @@ DocumentoReader::DocumentoReader(const leitura::DatabaseReading& database, Cadas
       m_itensFiscais(database, leitura::ItemCupomFiscalTable(), OF_COO),
       m_itensNf(database, leitura::ItemCupomNfTable(), OF_COO),
       m_pagamentos(database, leitura::PagamentoCupomTable(), OF_COO),
-      m_placeOfFiscal(database, "SELECT count(*) FILTER (WHERE rowid < ?2) AS place, count(*) AS"
-                                " documents FROM cupom_fiscal WHERE cont_coo = ?1"),
-      m_placeOfNf(database, "SELECT count(*) FILTER (WHERE rowid < ?2) AS place, count(*) AS"
-                            " documents FROM cupom_nf WHERE cont_coo = ?1"),
-      m_gnfs(database, "SELECT cont_gnf FROM cupom_nf WHERE cont_coo = ?1"),
-      m_fimOfComprovante(database, "SELECT max(data_hora_fim_emissao) AS fim FROM outros_documentos"
+      m_itemFiscal(database, leitura::ItemCupomFiscalTable(), OF_ROW),
+      m_itemNf(database, leitura::ItemCupomNfTable(), OF_ROW),
+      m_pagamento(database, leitura::PagamentoCupomTable(), OF_ROW),
+      m_firstTwo(database, "SELECT 1 FROM cupom_fiscal WHERE cont_coo = ?1 UNION ALL"
+                           " SELECT 1 FROM cupom_nf WHERE cont_coo = ?1 LIMIT 2"),
+      m_fiscaisInOrder(database, "SELECT rowid AS row FROM cupom_fiscal WHERE cont_coo = ?1"
+                                 " ORDER BY rowid"),
+      m_nfsInOrder(database, "SELECT rowid AS row, cont_gnf FROM cupom_nf WHERE cont_coo = ?1"
+                             " ORDER BY rowid"),
+      m_itensFiscaisInOrder(database, "SELECT rowid AS row, seq_item FROM item_cupom_fiscal"
+                                      " WHERE cont_coo = ?1 ORDER BY rowid"),
+      m_itensNfInOrder(database, "SELECT rowid AS row, seq_item FROM item_cupom_nf"
+                                 " WHERE cont_coo = ?1 ORDER BY rowid"),
+      m_pagamentosInOrder(database, "SELECT rowid AS row, cont_gnf FROM pagamento_cupom"
+                                    " WHERE cont_coo = ?1 ORDER BY rowid"),
+      m_fimOfComprovante(database, "SELECT max(data_hora_fim_emissao) AS fim, count(*) AS documents"
+                                   " FROM outros_documentos"
                                    " WHERE cont_coo = ?1 AND id_tipo_documento = 'CN'"),
       m_hasComprovante(database, "SELECT 1 FROM cupom_nf WHERE cont_coo = ?1 LIMIT 1"),
-      m_cuponsOfCrz(database, "SELECT (SELECT count(*) FROM cupom_fiscal WHERE cont_crz = ?1) +"
-                              " (SELECT count(*) FROM cupom_nf WHERE cont_crz = ?1) AS cupons")
+      m_cuponsOfCrz(database, "SELECT (SELECT count(*) FROM cupom_fiscal WHERE " +
+                                  Within(range.cuponsFiscais) +
+                                  " AND cont_crz = ?1) + (SELECT count(*) FROM cupom_nf WHERE " +
+                                  Within(range.cuponsNf) + " AND cont_crz = ?1) AS cupons")
 {
 }
 
@@ -60,6 +88,7 @@ std::vector<Documento> DocumentoReader::WithCoo(std::int64_t coo)
     if (documentos.empty()) {
         documentos = WithoutAbertura(coo);
     }
+    const bool isWithoutAbertura = !documentos.empty() && !documentos.front().hasAbertura;
     leitura::OutroDocumentoRow row;
     for (m_outros.With(coo); m_outros.Next(row);) {
         if (!IsDocumentoItself(row)) {
@@ -67,18 +96,15 @@ std::vector<Documento> DocumentoReader::WithCoo(std::int64_t coo)
         }
         Documento outro = OutroDocumentoOf(row);
         // The row of a non-fiscal receipt whose own row is lost says when that receipt was issued.
-        const auto orphan =
-            std::find_if(documentos.begin(), documentos.end(), [&outro](const Documento& d) {
-                return !d.hasAbertura && outro.codigo.Value() == "CN" &&
-                       d.tipo == TipoDocumento::COMPROVANTE_NF;
-            });
-        if (orphan == documentos.end()) {
-            documentos.push_back(std::move(outro));
+        if (isWithoutAbertura && outro.codigo.Value() == "CN" &&
+            documentos.front().tipo == TipoDocumento::COMPROVANTE_NF) {
+            Documento& orphan = documentos.front();
+            orphan.crz = outro.crz;
+            orphan.gnf = outro.gnf;
+            orphan.inicio = outro.inicio;
+            orphan.fim = outro.fim;
         } else {
-            orphan->crz = outro.crz;
-            orphan->gnf = outro.gnf;
-            orphan->inicio = outro.inicio;
-            orphan->fim = outro.fim;
+            documentos.push_back(std::move(outro));
         }
     }
     for (const ReducaoZ& reducao : m_reducoes.WithCoo(coo)) {
@@ -120,13 +146,21 @@ std::vector<Documento> DocumentoReader::WithoutAbertura(std::int64_t coo)
 Documento DocumentoReader::ReadComprovante(const leitura::CupomNfRow& row)
 {
     Documento documento = ComprovanteNfOf(row);
-    if (row.coo.IsKnown()) {
-        m_fimOfComprovante.With(row.coo.Value()).Next();
-        // The greatest of no rows is NULL.
-        const Text fim = m_fimOfComprovante.ReadText("fim");
-        documento.fim = fim.State() == leitura::CellState::NULL_VALUE ? Text() : fim;
-        m_fimOfComprovante.End();
+    if (!row.coo.IsKnown()) {
+        return documento;
     }
+    if (const auto known = m_fins.find(row.coo.Value()); known != m_fins.end()) {
+        documento.fim = known->second;
+        return documento;
+    }
+    m_fimOfComprovante.With(row.coo.Value()).Next();
+    // The greatest of no rows is NULL.
+    const Text fim = m_fimOfComprovante.ReadText("fim");
+    documento.fim = fim.State() == leitura::CellState::NULL_VALUE ? Text() : fim;
+    if (m_fimOfComprovante.ReadInteger("documents").Value() > 1) {
+        m_fins[row.coo.Value()] = documento.fim;
+    }
+    m_fimOfComprovante.End();
     return documento;
 }
 
@@ -148,81 +182,128 @@ void DocumentoReader::Complete(Documento& documento)
     if (documento.reducao) {
         m_reducoes.Complete(*documento.reducao);
     }
-    if (documento.IsCupom() && documento.coo.IsKnown()) {
-        documento.itens = ReadItens(documento, documento.rowsUncertain);
-        documento.pagamentos = ReadPagamentos(documento, documento.rowsUncertain);
+    if (!documento.IsCupom() || !documento.coo.IsKnown()) {
+        return;
+    }
+    if (documento.hasAbertura && IsRepeated(documento.coo.Value())) {
+        CompleteRepeated(documento);
+    } else {
+        CompleteSingle(documento);
     }
 }
 
-PlaceAmongEqual DocumentoReader::PlaceOf(leitura::Query& query, const Documento& documento)
+Item DocumentoReader::ReadItem(const leitura::ItemCupomNfRow& row)
 {
-    query.With(documento.coo.Value(), documento.rowid).Next();
-    const PlaceAmongEqual place{query.ReadInteger("place").Value(),
-                                query.ReadInteger("documents").Value()};
-    query.End();
-    return place;
+    Item item = ItemOf(row);
+    item.descricao = m_cadastro.FindTotalizador(item.totalizador);
+    return item;
 }
 
-std::vector<Item> DocumentoReader::ReadItens(const Documento& documento, bool& uncertain)
+Pagamento DocumentoReader::ReadPagamento(const leitura::PagamentoCupomRow& row)
 {
-    const bool fiscal = documento.tipo == TipoDocumento::CUPOM_FISCAL;
-    std::vector<Item> itens;
-    if (fiscal) {
+    Pagamento pagamento = PagamentoOf(row);
+    pagamento.nome = m_cadastro.FindMeio(pagamento.meio);
+    return pagamento;
+}
+
+void DocumentoReader::CompleteSingle(Documento& documento)
+{
+    const std::int64_t coo = documento.coo.Value();
+    if (documento.tipo == TipoDocumento::CUPOM_FISCAL) {
         leitura::ItemCupomFiscalRow row;
-        for (m_itensFiscais.With(documento.coo.Value()); m_itensFiscais.Next(row);) {
-            itens.push_back(ItemOf(row));
+        for (m_itensFiscais.With(coo); m_itensFiscais.Next(row);) {
+            documento.itens.push_back(ItemOf(row));
         }
     } else {
         leitura::ItemCupomNfRow row;
-        for (m_itensNf.With(documento.coo.Value()); m_itensNf.Next(row);) {
-            itens.push_back(ItemOf(row));
-            itens.back().descricao = m_cadastro.FindTotalizador(itens.back().totalizador);
+        for (m_itensNf.With(coo); m_itensNf.Next(row);) {
+            documento.itens.push_back(ReadItem(row));
         }
     }
-    PlaceAmongEqual place;
-    if (documento.hasAbertura) {
-        place = PlaceOf(fiscal ? m_placeOfFiscal : m_placeOfNf, documento);
+    for (std::size_t i = 1; i < documento.itens.size(); ++i) {
+        if (documento.itens[i].numero.Value() <= documento.itens[i - 1].numero.Value()) {
+            documento.rowsUncertain = true;
+        }
     }
-    return RowsOf(place, std::move(itens), uncertain, [](const Item& one, const Item& before) {
-        return one.numero.Value() <= before.numero.Value();
-    });
+    leitura::PagamentoCupomRow row;
+    for (m_pagamentos.With(coo); m_pagamentos.Next(row);) {
+        documento.pagamentos.push_back(ReadPagamento(row));
+    }
 }
 
-std::vector<Pagamento> DocumentoReader::ReadPagamentos(const Documento& documento, bool& uncertain)
+bool DocumentoReader::IsRepeated(std::int64_t coo)
 {
-    std::vector<Pagamento> pagamentos;
-    leitura::PagamentoCupomRow row;
-    for (m_pagamentos.With(documento.coo.Value()); m_pagamentos.Next(row);) {
-        pagamentos.push_back(PagamentoOf(row));
-        pagamentos.back().nome = m_cadastro.FindMeio(pagamentos.back().meio);
-    }
-    if (!documento.hasAbertura) {
-        return pagamentos;
-    }
+    const bool repeated = m_firstTwo.With(coo).Next() && m_firstTwo.Next();
+    m_firstTwo.End();
+    return repeated;
+}
 
-    const PlaceAmongEqual place = PlaceOf(m_placeOfFiscal, documento);
-    std::vector<std::int64_t> gnfs;
-    for (m_gnfs.With(documento.coo.Value()); m_gnfs.Next();) {
-        gnfs.push_back(m_gnfs.ReadInteger("cont_gnf").Value());
+const DocumentoReader::Repeated& DocumentoReader::RepeatedOf(std::int64_t coo)
+{
+    std::unique_ptr<Repeated>& known = m_repeated[coo];
+    if (known) {
+        return *known;
     }
-    if (place.all + static_cast<std::int64_t>(gnfs.size()) <= 1) {
-        return pagamentos;
+    auto repeated = std::make_unique<Repeated>();
+    for (m_fiscaisInOrder.With(coo); m_fiscaisInOrder.Next();) {
+        repeated->fiscais.push_back(m_fiscaisInOrder.ReadInteger("row").Value());
     }
+    for (m_nfsInOrder.With(coo); m_nfsInOrder.Next();) {
+        const std::int64_t row = m_nfsInOrder.ReadInteger("row").Value();
+        repeated->nfs.push_back(row);
+        repeated->byGnf[m_nfsInOrder.ReadInteger("cont_gnf").Value()].nfs.push_back(row);
+    }
+    repeated->itensFiscais = ReadRuns(m_itensFiscaisInOrder, coo);
+    repeated->itensNf = ReadRuns(m_itensNfInOrder, coo);
+    std::int64_t last = 0;
+    for (m_pagamentosInOrder.With(coo); m_pagamentosInOrder.Next();) {
+        const std::int64_t row = m_pagamentosInOrder.ReadInteger("row").Value();
+        const std::int64_t gnf = m_pagamentosInOrder.ReadInteger("cont_gnf").Value();
+        if (const auto nf = repeated->byGnf.find(gnf); nf != repeated->byGnf.end()) {
+            nf->second.pagamentos.Add(row, false);
+        } else {
+            repeated->pagamentosFiscais.Add(row, gnf != last);
+            last = gnf;
+        }
+    }
+    known = std::move(repeated);
+    return *known;
+}
 
-    const bool fiscal = documento.tipo == TipoDocumento::CUPOM_FISCAL;
-    const auto isAnothers = [&](const Pagamento& p) {
-        return fiscal ? std::find(gnfs.begin(), gnfs.end(), p.gnf.Value()) != gnfs.end()
-                      : p.gnf.Value() != documento.gnf.Value();
-    };
-    pagamentos.erase(std::remove_if(pagamentos.begin(), pagamentos.end(), isAnothers),
-                     pagamentos.end());
-    if (!fiscal) {
-        return pagamentos;
+void DocumentoReader::CompleteRepeated(Documento& documento)
+{
+    const Repeated& repeated = RepeatedOf(documento.coo.Value());
+    Share itens;
+    Share pagamentos;
+    if (documento.tipo == TipoDocumento::CUPOM_FISCAL) {
+        const PlaceAmongEqual place = PlaceAmong(repeated.fiscais, documento.rowid);
+        itens = repeated.itensFiscais.Of(place);
+        for (const std::int64_t rowid : itens.rowids) {
+            leitura::ItemCupomFiscalRow row;
+            m_itemFiscal.With(rowid).Next(row);
+            documento.itens.push_back(ItemOf(row));
+        }
+        pagamentos = repeated.pagamentosFiscais.Of(place);
+    } else {
+        itens = repeated.itensNf.Of(PlaceAmong(repeated.nfs, documento.rowid));
+        for (const std::int64_t rowid : itens.rowids) {
+            leitura::ItemCupomNfRow row;
+            m_itemNf.With(rowid).Next(row);
+            documento.itens.push_back(ReadItem(row));
+        }
+        const Repeated::OfGnf& ofGnf = repeated.byGnf.at(documento.gnf.Value());
+        pagamentos = ofGnf.pagamentos.Of(PlaceAmong(ofGnf.nfs, documento.rowid));
     }
-    return RowsOf(place, std::move(pagamentos), uncertain,
-                  [](const Pagamento& one, const Pagamento& before) {
-                      return one.gnf.Value() != before.gnf.Value();
-                  });
+    for (const std::int64_t rowid : pagamentos.rowids) {
+        leitura::PagamentoCupomRow row;
+        m_pagamento.With(rowid).Next(row);
+        documento.pagamentos.push_back(ReadPagamento(row));
+    }
+    m_itemFiscal.End();
+    m_itemNf.End();
+    m_pagamento.End();
+    documento.rowsUncertain = itens.uncertain || pagamentos.uncertain;
+    documento.rowsAtFirst = itens.atFirst || pagamentos.atFirst;
 }
 
 std::int64_t DocumentoReader::CountCuponsOf(std::int64_t crz)

@@ -5,10 +5,14 @@
 #include "bancada/leitura/Tables.h"
 #include "bancada/relatorio/Cadastro.h"
 #include "bancada/relatorio/Documento.h"
+#include "bancada/relatorio/JornadaRange.h"
 #include "bancada/relatorio/ReducaoReader.h"
 #include "bancada/relatorio/RepeatedNumber.h"
 
 #include <cstdint>
+#include <map>
+#include <memory>
+#include <unordered_map>
 #include <vector>
 
 namespace bancada::relatorio
@@ -19,12 +23,15 @@ namespace bancada::relatorio
 //
 // Document numbers wrap, so a COO can come twice. Its receipts are told apart by the order of the
 // rows: an item whose number does not go on from the one before begins the next receipt, and
-// payments are grouped by the GNF that they carry.
+// payments are grouped by the GNF that they carry. The rows of such a number are read in order once
+// and remembered by their places, 8 bytes a row, so that time grows with them however many
+// documents bear the number.
 class DocumentoReader
 {
   public:
-    DocumentoReader(const leitura::DatabaseReading& database, Cadastro& cadastro,
-                    ReducaoReader& reducoes);
+    // Counts receipts in `range`; a document is read whole wherever its rows are.
+    DocumentoReader(const leitura::DatabaseReading& database, const JornadaRange& range,
+                    Cadastro& cadastro, ReducaoReader& reducoes);
 
     // Everything that bears the number, complete, in the order of issue: receipts whose opening is
     // lost included. Empty where there is nothing.
@@ -43,9 +50,24 @@ class DocumentoReader
 
   private:
     std::vector<Documento> WithoutAbertura(std::int64_t coo);
-    PlaceAmongEqual PlaceOf(leitura::Query& query, const Documento& documento);
-    std::vector<Item> ReadItens(const Documento& documento, bool& uncertain);
-    std::vector<Pagamento> ReadPagamentos(const Documento& documento, bool& uncertain);
+    // Documents that share a number, and their rows.
+    struct Repeated {
+        std::vector<std::int64_t> fiscais, nfs;
+        RowGroups itensFiscais, itensNf, pagamentosFiscais;
+        // Non-fiscal receipts and their payments by GNF.
+        struct OfGnf {
+            std::vector<std::int64_t> nfs;
+            RowGroups pagamentos;
+        };
+        std::map<std::int64_t, OfGnf> byGnf;
+    };
+
+    bool IsRepeated(std::int64_t coo);
+    const Repeated& RepeatedOf(std::int64_t coo);
+    void CompleteRepeated(Documento& documento);
+    void CompleteSingle(Documento& documento);
+    Item ReadItem(const leitura::ItemCupomNfRow& row);
+    Pagamento ReadPagamento(const leitura::PagamentoCupomRow& row);
 
     Cadastro& m_cadastro;
     ReducaoReader& m_reducoes;
@@ -55,12 +77,21 @@ class DocumentoReader
     leitura::Rows<leitura::ItemCupomFiscalRow> m_itensFiscais;
     leitura::Rows<leitura::ItemCupomNfRow> m_itensNf;
     leitura::Rows<leitura::PagamentoCupomRow> m_pagamentos;
-    leitura::Query m_placeOfFiscal;
-    leitura::Query m_placeOfNf;
-    leitura::Query m_gnfs;
+    leitura::Rows<leitura::ItemCupomFiscalRow> m_itemFiscal;
+    leitura::Rows<leitura::ItemCupomNfRow> m_itemNf;
+    leitura::Rows<leitura::PagamentoCupomRow> m_pagamento;
+    leitura::Query m_firstTwo;
+    leitura::Query m_fiscaisInOrder;
+    leitura::Query m_nfsInOrder;
+    leitura::Query m_itensFiscaisInOrder;
+    leitura::Query m_itensNfInOrder;
+    leitura::Query m_pagamentosInOrder;
     leitura::Query m_fimOfComprovante;
     leitura::Query m_hasComprovante;
     leitura::Query m_cuponsOfCrz;
+    std::unordered_map<std::int64_t, std::unique_ptr<Repeated>> m_repeated;
+    // The ends of non-fiscal receipts whose number came twice.
+    std::unordered_map<std::int64_t, Text> m_fins;
 };
 
 // The order of issue: by the instant of the beginning, within one second by the number. Of two that

@@ -180,7 +180,8 @@ void WriteHead(const std::string& name, std::ostream& out)
 void WriteHtmlPage(Report& report, const HtmlPage& page, std::ostream& out)
 {
     const Estabelecimento estabelecimento = report.Names().ReadEstabelecimento();
-    const std::vector<VendaHora> horas = ReadVendasByHora(report.Database(), page.crz);
+    const std::vector<VendaHora> horas =
+        ReadVendasByHora(report.Database(), report.Range(), page.crz);
     std::int64_t cupons = 0;
     Amount total;
     for (const VendaHora& venda : horas) {
@@ -208,8 +209,8 @@ void WriteHtmlPage(Report& report, const HtmlPage& page, std::ostream& out)
                 : std::string())
         << "</div>\n";
     WriteHoras(horas, out);
-    WriteMeios(ReadVendasByMeio(report.Database(), report.Names(), page.crz),
-               ReadTroco(report.Database(), page.crz), out);
+    WriteMeios(ReadVendasByMeio(report.Database(), report.Range(), report.Names(), page.crz),
+               ReadTroco(report.Database(), report.Range(), page.crz), out);
     WriteLosses(page.losses, out);
 
     out << "<section class=\"quadro\" id=\"days\"><h2>Days and documents</h2>\n"

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <functional>
+#include <string>
 #include <utility>
 
 namespace bancada::relatorio
@@ -82,6 +83,11 @@ class Calendar
     Integer m_crz;
 };
 
+std::string InOrder(const leitura::RowRange& range)
+{
+    return "WHERE " + Within(range) + " ORDER BY rowid";
+}
+
 bool IsSameCrz(const Integer& a, const Integer& b)
 {
     return a.Value() == b.Value() && a.Raw() == b.Raw();
@@ -89,15 +95,17 @@ bool IsSameCrz(const Integer& a, const Integer& b)
 
 } // namespace
 
-void WalkJornadas(const leitura::DatabaseReading& database, DocumentoReader& documentos,
-                  ReducaoReader& reducoes, JornadaVisitor& visitor)
+void WalkJornadas(const leitura::DatabaseReading& database, const JornadaRange& range,
+                  DocumentoReader& documentos, ReducaoReader& reducoes, JornadaVisitor& visitor)
 {
-    constexpr const char* IN_ORDER = "ORDER BY rowid";
-    leitura::Rows<leitura::CupomFiscalRow> fiscais(database, leitura::CupomFiscalTable(), IN_ORDER);
-    leitura::Rows<leitura::CupomNfRow> nfs(database, leitura::CupomNfTable(), IN_ORDER);
+    leitura::Rows<leitura::CupomFiscalRow> fiscais(database, leitura::CupomFiscalTable(),
+                                                   InOrder(range.cuponsFiscais));
+    leitura::Rows<leitura::CupomNfRow> nfs(database, leitura::CupomNfTable(),
+                                           InOrder(range.cuponsNf));
     leitura::Rows<leitura::OutroDocumentoRow> outros(database, leitura::OutroDocumentoTable(),
-                                                     IN_ORDER);
-    leitura::Rows<leitura::ReducaoZRow> zs(database, leitura::ReducaoZTable(), IN_ORDER);
+                                                     InOrder(range.outros));
+    leitura::Rows<leitura::ReducaoZRow> zs(database, leitura::ReducaoZTable(),
+                                           InOrder(range.reducoes));
     using Found = std::optional<Documento>;
     std::array<Stream, 4> streams{
         StreamOf(fiscais, [](const auto& row) -> Found { return CupomFiscalOf(row); }),

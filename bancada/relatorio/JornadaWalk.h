@@ -4,6 +4,7 @@
 #include "bancada/leitura/DatabaseReading.h"
 #include "bancada/relatorio/Documento.h"
 #include "bancada/relatorio/DocumentoReader.h"
+#include "bancada/relatorio/JornadaRange.h"
 #include "bancada/relatorio/ReducaoReader.h"
 
 #include <optional>
@@ -31,9 +32,9 @@ class JornadaVisitor
     virtual void EndJornada(const Jornada& jornada) = 0;
 };
 
-// One pass over each table, in the order of the rows, holding one document of each at a time.
-// Throws Unusable where the database cannot be read.
-void WalkJornadas(const leitura::DatabaseReading& database, DocumentoReader& documentos,
-                  ReducaoReader& reducoes, JornadaVisitor& visitor);
+// One pass over the rows of `range` of each table, in their order, holding one document of each at
+// a time. Throws Unusable where the database cannot be read.
+void WalkJornadas(const leitura::DatabaseReading& database, const JornadaRange& range,
+                  DocumentoReader& documentos, ReducaoReader& reducoes, JornadaVisitor& visitor);
 
 } // namespace bancada::relatorio

@@ -104,6 +104,7 @@ Json ToJson(const ReducaoZ& z, bool complete)
     if (!complete) {
         return json;
     }
+    json["linhas_na_primeira"] = z.rowsAtFirst;
     Json& totalizadores = json["totalizadores"] = Json::array();
     for (const TotalizadorReducao& t : z.totalizadores) {
         totalizadores.push_back({{"totalizador", ToJson(t.codigo)},
@@ -184,6 +185,7 @@ Json ToJson(const Documento& d, bool complete)
     json["abertura_registrada"] = d.hasAbertura;
     json["fechamento_registrado"] = d.HasFechamento();
     json["linhas_incertas"] = d.rowsUncertain;
+    json["linhas_no_primeiro"] = d.rowsAtFirst;
     Json& itens = json["itens"] = Json::array();
     for (const Item& i : d.itens) {
         itens.push_back(ToJson(i, d.tipo == TipoDocumento::CUPOM_FISCAL));

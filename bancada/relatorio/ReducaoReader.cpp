@@ -9,29 +9,32 @@ namespace bancada::relatorio
 {
 
 ReducaoReader::LazyIndex::LazyIndex(const leitura::DatabaseReading& database, std::string table,
-                                    std::string column)
-    : m_database(&database), m_table(std::move(table)), m_column(std::move(column))
+                                    std::string column, const leitura::RowRange& range)
+    : m_database(&database), m_table(std::move(table)), m_column(std::move(column)), m_range(range)
 {
 }
 
 const leitura::RowIndex& ReducaoReader::LazyIndex::Get()
 {
     if (!m_index) {
-        m_index = std::make_unique<leitura::RowIndex>(*m_database, m_table, m_column);
+        m_index = std::make_unique<leitura::RowIndex>(*m_database, m_table, m_column, m_range);
     }
     return *m_index;
 }
 
-ReducaoReader::ReducaoReader(const leitura::DatabaseReading& database)
-    : m_byCrz(database, "reducao_z", "cont_crz"), m_byCoo(database, "reducao_z", "cont_coo"),
-      m_totalizadoresByCrz(database, "totalizador_reducao", "cont_crz"),
-      m_meiosByCrz(database, "meio_pagamento_reducao", "cont_crz"),
+ReducaoReader::ReducaoReader(const leitura::DatabaseReading& database, const JornadaRange& range)
+    : m_byCrz(database, "reducao_z", "cont_crz", range.reducoes),
+      m_byCoo(database, "reducao_z", "cont_coo", range.reducoes),
+      m_totalizadoresByCrz(database, "totalizador_reducao", "cont_crz", range.totalizadores),
+      m_meiosByCrz(database, "meio_pagamento_reducao", "cont_crz", range.meios),
       m_reducao(database, leitura::ReducaoZTable(), "WHERE rowid = ?1"),
       m_totalizador(database, leitura::TotalizadorReducaoTable(), "WHERE rowid = ?1"),
       m_meio(database, leitura::MeioPagamentoReducaoTable(), "WHERE rowid = ?1"),
       m_fim(database,
             "SELECT data_hora_fim_emissao AS fim FROM outros_documentos WHERE cont_coo = ?1"
-            " AND id_tipo_documento = 'RZ' AND data_hora_inicio_emissao = ?2 LIMIT 1")
+            " AND id_tipo_documento = 'RZ' AND data_hora_inicio_emissao = ?2 LIMIT 1"),
+      m_fins(database, "SELECT data_hora_inicio_emissao AS inicio, data_hora_fim_emissao AS fim"
+                       " FROM outros_documentos WHERE cont_coo = ?1 AND id_tipo_documento = 'RZ'")
 {
 }
 
@@ -47,12 +50,67 @@ ReducaoZ ReducaoReader::ReadReducao(const leitura::ReducaoZRow& row)
 {
     ReducaoZ reducao = ReducaoOf(row);
     if (reducao.coo.IsKnown() && reducao.emissao.IsKnown()) {
-        if (m_fim.With(reducao.coo.Value(), reducao.emissao.Value()).Next()) {
-            reducao.fim = m_fim.ReadText("fim");
-        }
-        m_fim.End();
+        reducao.fim = FimOf(reducao);
     }
     return reducao;
+}
+
+Text ReducaoReader::FimOf(const ReducaoZ& reducao)
+{
+    const std::int64_t coo = reducao.coo.Value();
+    if (!m_byCoo.Get().IsRepeated(coo)) {
+        const bool any = m_fim.With(coo, reducao.emissao.Value()).Next();
+        const Text fim = any ? m_fim.ReadText("fim") : Text();
+        m_fim.End();
+        return fim;
+    }
+    const auto [known, isNew] = m_finsByInicio.try_emplace(coo);
+    if (isNew) {
+        for (m_fins.With(coo); m_fins.Next();) {
+            known->second.try_emplace(m_fins.ReadText("inicio").Value(), m_fins.ReadText("fim"));
+        }
+    }
+    const auto fim = known->second.find(reducao.emissao.Value());
+    return fim == known->second.end() ? Text() : fim->second;
+}
+
+const ReducaoReader::Repeated& ReducaoReader::RepeatedOf(std::int64_t crz)
+{
+    std::unique_ptr<Repeated>& known = m_repeated[crz];
+    if (known) {
+        return *known;
+    }
+    auto repeated = std::make_unique<Repeated>();
+    repeated->reducoes = m_byCrz.Get().RowsOf(crz);
+    std::string latest;
+    for (const std::int64_t rowid : repeated->reducoes) {
+        leitura::ReducaoZRow row;
+        m_reducao.With(rowid).Next(row);
+        latest = std::max(latest, row.dataHoraEmissao.Value());
+        repeated->latest.push_back(latest);
+    }
+    m_reducao.End();
+    // A reduction's fiscal totalizers end with Can-S, its non-fiscal ones follow.
+    leitura::TotalizadorReducaoRow before;
+    for (const std::int64_t rowid : m_totalizadoresByCrz.Get().RowsOf(crz)) {
+        leitura::TotalizadorReducaoRow row;
+        m_totalizador.With(rowid).Next(row);
+        repeated->totalizadores.Add(
+            rowid, row.fiscal.IsSet() &&
+                       (!before.fiscal.IsSet() || before.totalizador.Value() == "Can-S"));
+        before = row;
+    }
+    m_totalizador.End();
+    std::int64_t last = 0;
+    for (const std::int64_t rowid : m_meiosByCrz.Get().RowsOf(crz)) {
+        leitura::MeioPagamentoReducaoRow row;
+        m_meio.With(rowid).Next(row);
+        repeated->meios.Add(rowid, row.indiceMeioPagamento.Value() <= last);
+        last = row.indiceMeioPagamento.Value();
+    }
+    m_meio.End();
+    known = std::move(repeated);
+    return *known;
 }
 
 std::vector<ReducaoZ> ReducaoReader::WithCrz(const Integer& crz)
@@ -84,15 +142,39 @@ bool ReducaoReader::HasCoo(const Integer& coo)
 
 std::optional<ReducaoZ> ReducaoReader::ClosingOf(const Integer& crz, const Text& desde)
 {
-    if (crz.IsKnown()) {
-        for (const std::int64_t rowid : m_byCrz.Get().RowsOf(crz.Value())) {
-            ReducaoZ reducao = Read(rowid);
-            if (reducao.emissao.IsKnown() && reducao.emissao.Value() >= desde.Value()) {
-                return reducao;
-            }
-        }
+    if (!crz.IsKnown() || !m_byCrz.Get().Has(crz.Value())) {
+        return {};
     }
-    return {};
+    if (!m_byCrz.Get().IsRepeated(crz.Value())) {
+        ReducaoZ reducao = Read(m_byCrz.Get().RowsOf(crz.Value()).front());
+        const bool closes = reducao.emissao.IsKnown() && reducao.emissao.Value() >= desde.Value();
+        return closes ? std::optional(reducao) : std::nullopt;
+    }
+    const Repeated& repeated = RepeatedOf(crz.Value());
+    const auto first =
+        std::lower_bound(repeated.latest.begin(), repeated.latest.end(), desde.Value());
+    if (first == repeated.latest.end()) {
+        return {};
+    }
+    return Read(repeated.reducoes[static_cast<std::size_t>(first - repeated.latest.begin())]);
+}
+
+void ReducaoReader::AddTotalizador(std::int64_t rowid, ReducaoZ& reducao)
+{
+    leitura::TotalizadorReducaoRow row;
+    m_totalizador.With(rowid).Next(row);
+    m_totalizador.End();
+    reducao.totalizadores.push_back(
+        {row.totalizador, row.valorBaseCalculo, row.valorImposto, row.fiscal});
+}
+
+void ReducaoReader::AddMeio(std::int64_t rowid, ReducaoZ& reducao)
+{
+    leitura::MeioPagamentoReducaoRow row;
+    m_meio.With(rowid).Next(row);
+    m_meio.End();
+    reducao.meios.push_back(
+        {row.indiceMeioPagamento, row.descricaoMeioPagamento, row.valorAcumulado});
 }
 
 void ReducaoReader::Complete(ReducaoZ& reducao)
@@ -101,39 +183,24 @@ void ReducaoReader::Complete(ReducaoZ& reducao)
         return;
     }
     const std::int64_t crz = reducao.crz.Value();
-    const std::vector<std::int64_t> equal = m_byCrz.Get().RowsOf(crz);
-    const PlaceAmongEqual place{std::lower_bound(equal.begin(), equal.end(), reducao.rowid) -
-                                    equal.begin(),
-                                static_cast<std::int64_t>(equal.size())};
-
-    std::vector<TotalizadorReducao> totalizadores;
-    for (const std::int64_t rowid : m_totalizadoresByCrz.Get().RowsOf(crz)) {
-        leitura::TotalizadorReducaoRow row;
-        m_totalizador.With(rowid).Next(row);
-        totalizadores.push_back(
-            {row.totalizador, row.valorBaseCalculo, row.valorImposto, row.fiscal});
+    Share totalizadores;
+    Share meios;
+    if (m_byCrz.Get().IsRepeated(crz)) {
+        const Repeated& repeated = RepeatedOf(crz);
+        const PlaceAmongEqual place = PlaceAmong(repeated.reducoes, reducao.rowid);
+        totalizadores = repeated.totalizadores.Of(place);
+        meios = repeated.meios.Of(place);
+        reducao.rowsAtFirst = totalizadores.atFirst || meios.atFirst;
+    } else {
+        totalizadores.rowids = m_totalizadoresByCrz.Get().RowsOf(crz);
+        meios.rowids = m_meiosByCrz.Get().RowsOf(crz);
     }
-    m_totalizador.End();
-    bool uncertain = false;
-    // A reduction's fiscal totalizers end with Can-S, its non-fiscal ones follow.
-    reducao.totalizadores =
-        RowsOf(place, std::move(totalizadores), uncertain,
-               [](const TotalizadorReducao& one, const TotalizadorReducao& before) {
-                   return one.fiscal.IsSet() &&
-                          (!before.fiscal.IsSet() || before.codigo.Value() == "Can-S");
-               });
-
-    std::vector<MeioReducao> meios;
-    for (const std::int64_t rowid : m_meiosByCrz.Get().RowsOf(crz)) {
-        leitura::MeioPagamentoReducaoRow row;
-        m_meio.With(rowid).Next(row);
-        meios.push_back({row.indiceMeioPagamento, row.descricaoMeioPagamento, row.valorAcumulado});
+    for (const std::int64_t rowid : totalizadores.rowids) {
+        AddTotalizador(rowid, reducao);
     }
-    m_meio.End();
-    reducao.meios = RowsOf(place, std::move(meios), uncertain,
-                           [](const MeioReducao& one, const MeioReducao& before) {
-                               return one.indice.Value() <= before.indice.Value();
-                           });
+    for (const std::int64_t rowid : meios.rowids) {
+        AddMeio(rowid, reducao);
+    }
 }
 
 } // namespace bancada::relatorio

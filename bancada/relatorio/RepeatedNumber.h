@@ -14,29 +14,35 @@ struct PlaceAmongEqual {
     std::int64_t all = 1;
 };
 
-// The rows of the document at `place`: `rows` are those of all documents of its number, in order,
-// and `begins` says of a row and the one before it whether it begins the next document's. When
-// there are not as many groups as documents that claim them, it is all of them, and `uncertain` is
-// set.
-template <typename Row, typename Begins>
-std::vector<Row> RowsOf(const PlaceAmongEqual& place, std::vector<Row> rows, bool& uncertain,
-                        Begins begins)
+// The place of the document that is the row `rowid` among those of its number, whose rows are
+// `equal`, rising.
+PlaceAmongEqual PlaceAmong(const std::vector<std::int64_t>& equal, std::int64_t rowid);
+
+// What a document has of the rows of its number.
+struct Share {
+    std::vector<std::int64_t> rowids;
+    // There are not as many groups as documents that claim them.
+    bool uncertain = false;
+    // Uncertain, and left to the first document of the number.
+    bool atFirst = false;
+};
+
+// The rows of one number, in their order and cut into groups, one a document. Holds 8 bytes a row.
+class RowGroups
 {
-    std::int64_t group = -1;
-    std::vector<Row> own;
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        if (i == 0 || begins(rows[i], rows[i - 1])) {
-            ++group;
-        }
-        if (group == place.before) {
-            own.push_back(rows[i]);
-        }
-    }
-    if (rows.empty() || group + 1 == place.all) {
-        return own;
-    }
-    uncertain = true;
-    return rows;
-}
+  public:
+    // `begins` says whether the row is the first of the next document's. The very first one is.
+    void Add(std::int64_t rowid, bool begins);
+
+    // The group of the document at `place`. Where there are not as many groups as documents it is
+    // all rows; if that would be more for all the documents together than a receipt can have, they
+    // are the first document's alone, so that what is shown of a number grows with its rows.
+    Share Of(const PlaceAmongEqual& place) const;
+
+  private:
+    std::vector<std::int64_t> m_rowids;
+    // Where each group begins in m_rowids.
+    std::vector<std::size_t> m_begins;
+};
 
 } // namespace bancada::relatorio

@@ -4,9 +4,12 @@
 #include "bancada/leitura/DatabaseReading.h"
 #include "bancada/relatorio/Cadastro.h"
 #include "bancada/relatorio/DocumentoReader.h"
+#include "bancada/relatorio/JornadaRange.h"
 #include "bancada/relatorio/JornadaWalk.h"
 #include "bancada/relatorio/ReducaoReader.h"
 
+#include <cstdint>
+#include <optional>
 #include <string>
 
 namespace bancada::relatorio
@@ -18,11 +21,13 @@ class Report
   public:
     // Throws Unusable where the file cannot be read or is another program's, before anything is
     // told of it.
-    explicit Report(const std::string& path);
+    // With `crz` its readers know that jornada, at least, and need not read the rest.
+    explicit Report(const std::string& path, std::optional<std::int64_t> crz = {});
     Report(const Report&) = delete;
     Report& operator=(const Report&) = delete;
 
     const leitura::DatabaseReading& Database() const { return m_database; }
+    const JornadaRange& Range() const { return m_range; }
     Cadastro& Names() { return m_cadastro; }
     ReducaoReader& Reducoes() { return m_reducoes; }
     DocumentoReader& Documentos() { return m_documentos; }
@@ -31,6 +36,7 @@ class Report
 
   private:
     leitura::DatabaseReading m_database;
+    JornadaRange m_range;
     Cadastro m_cadastro;
     ReducaoReader m_reducoes;
     DocumentoReader m_documentos;

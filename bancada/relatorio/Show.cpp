@@ -129,7 +129,7 @@ bool ShowFrom(Report& report, const ShowOptions& options, std::ostream& out, std
 
 bool Show(const ShowOptions& options, std::ostream& out, std::ostream& errors)
 {
-    Report report(options.database);
+    Report report(options.database, options.crz);
     const bool shown = ShowFrom(report, options, out, errors);
     report.Database().ConfirmUnchanged();
     return shown;

@@ -2,6 +2,7 @@
 
 #include "bancada/leitura/Query.h"
 
+#include <algorithm>
 #include <map>
 #include <string>
 #include <utility>
@@ -9,13 +10,38 @@
 namespace bancada::relatorio
 {
 
+namespace
+{
+
+// The condition of the receipts that count: in the range, of the jornada ?1, not cancelled.
+std::string Counting(const leitura::RowRange& range)
+{
+    return "WHERE " + Within(range) +
+           " AND id_cancelado IS NOT 'S' AND (?1 IS NULL OR cont_crz = ?1)";
+}
+
+// Adds the numbers of the receipts that count.
+void AddCoos(const leitura::DatabaseReading& database, const std::string& table,
+             const leitura::RowRange& range, std::optional<std::int64_t> crz,
+             std::vector<std::int64_t>& coos)
+{
+    leitura::Query cupons(database, "SELECT cont_coo FROM " + table + " " + Counting(range));
+    for (cupons.With(crz); cupons.Next();) {
+        if (const Integer coo = cupons.ReadInteger("cont_coo"); coo.IsKnown()) {
+            coos.push_back(coo.Value());
+        }
+    }
+}
+
+} // namespace
+
 std::vector<VendaHora> ReadVendasByHora(const leitura::DatabaseReading& database,
-                                        std::optional<std::int64_t> crz)
+                                        const JornadaRange& range, std::optional<std::int64_t> crz)
 {
     leitura::Query cupons(
         database, "SELECT CAST(substr(data_hora_emissao, 12, 2) AS INTEGER) AS hora, valor_total"
-                  " FROM cupom_fiscal WHERE id_cancelado IS NOT 'S'"
-                  " AND (?1 IS NULL OR cont_crz = ?1)");
+                  " FROM cupom_fiscal " +
+                      Counting(range.cuponsFiscais));
     std::vector<VendaHora> horas(24);
     for (cupons.With(crz); cupons.Next();) {
         const Integer hora = cupons.ReadInteger("hora");
@@ -30,25 +56,31 @@ std::vector<VendaHora> ReadVendasByHora(const leitura::DatabaseReading& database
 }
 
 std::vector<VendaMeio> ReadVendasByMeio(const leitura::DatabaseReading& database,
-                                        Cadastro& cadastro, std::optional<std::int64_t> crz)
+                                        const JornadaRange& range, Cadastro& cadastro,
+                                        std::optional<std::int64_t> crz)
 {
+    // A payment counts once, however many receipts bear its number.
+    std::vector<std::int64_t> coos;
+    AddCoos(database, "cupom_fiscal", range.cuponsFiscais, crz, coos);
+    AddCoos(database, "cupom_nf", range.cuponsNf, crz, coos);
+    std::sort(coos.begin(), coos.end());
+    coos.erase(std::unique(coos.begin(), coos.end()), coos.end());
+
     leitura::Query pagos(database,
-                         "SELECT p.indice_meio_pagamento AS meio, p.valor_pagamento AS valor,"
-                         " p.valor_estornado AS estornado FROM pagamento_cupom p WHERE"
-                         " EXISTS (SELECT 1 FROM cupom_fiscal c WHERE c.cont_coo = p.cont_coo AND"
-                         " c.id_cancelado IS NOT 'S' AND (?1 IS NULL OR c.cont_crz = ?1)) OR"
-                         " EXISTS (SELECT 1 FROM cupom_nf n WHERE n.cont_coo = p.cont_coo AND"
-                         " n.id_cancelado IS NOT 'S' AND (?1 IS NULL OR n.cont_crz = ?1))");
+                         "SELECT indice_meio_pagamento AS meio, valor_pagamento AS valor,"
+                         " valor_estornado AS estornado FROM pagamento_cupom WHERE cont_coo = ?1");
     // By number; what is none, by what stands there.
     std::map<std::pair<std::int64_t, std::string>, VendaMeio> byIndice;
-    for (pagos.With(crz); pagos.Next();) {
-        const Integer meio = pagos.ReadInteger("meio");
-        const Amount saldo = pagos.ReadAmount("valor", 2) - pagos.ReadAmount("estornado", 2);
-        if (saldo.IsKnown() && !saldo.IsZero()) {
-            VendaMeio& venda = byIndice[{meio.Value(), meio.Raw()}];
-            venda.indice = meio;
-            ++venda.pagamentos;
-            venda.valor = venda.valor + saldo;
+    for (const std::int64_t coo : coos) {
+        for (pagos.With(coo); pagos.Next();) {
+            const Integer meio = pagos.ReadInteger("meio");
+            const Amount saldo = pagos.ReadAmount("valor", 2) - pagos.ReadAmount("estornado", 2);
+            if (saldo.IsKnown() && !saldo.IsZero()) {
+                VendaMeio& venda = byIndice[{meio.Value(), meio.Raw()}];
+                venda.indice = meio;
+                ++venda.pagamentos;
+                venda.valor = venda.valor + saldo;
+            }
         }
     }
     std::vector<VendaMeio> vendas;
@@ -59,11 +91,11 @@ std::vector<VendaMeio> ReadVendasByMeio(const leitura::DatabaseReading& database
     return vendas;
 }
 
-Amount ReadTroco(const leitura::DatabaseReading& database, std::optional<std::int64_t> crz)
+Amount ReadTroco(const leitura::DatabaseReading& database, const JornadaRange& range,
+                 std::optional<std::int64_t> crz)
 {
     leitura::Query cupons(database,
-                          "SELECT valor_troco FROM cupom_fiscal WHERE id_cancelado IS NOT 'S'"
-                          " AND (?1 IS NULL OR cont_crz = ?1)");
+                          "SELECT valor_troco FROM cupom_fiscal " + Counting(range.cuponsFiscais));
     Amount sum;
     for (cupons.With(crz); cupons.Next();) {
         const Amount troco = cupons.ReadAmount("valor_troco", 2);

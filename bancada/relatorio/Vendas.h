@@ -4,6 +4,7 @@
 #include "bancada/leitura/DatabaseReading.h"
 #include "bancada/relatorio/Cadastro.h"
 #include "bancada/relatorio/Documento.h"
+#include "bancada/relatorio/JornadaRange.h"
 
 #include <cstdint>
 #include <optional>
@@ -25,19 +26,21 @@ struct VendaMeio {
     Amount valor;
 };
 
-// Each is of one jornada when `crz` is given, and throws Unusable where the database cannot be
-// read. An amount that is not known is left out of a sum.
+// Each is of the receipts in `range`, and of one jornada alone when `crz` is given. Throws Unusable
+// where the database cannot be read. An amount that is not known is left out of a sum.
 
 // 24 hours of fiscal receipts that are not cancelled.
 std::vector<VendaHora> ReadVendasByHora(const leitura::DatabaseReading& database,
-                                        std::optional<std::int64_t> crz);
+                                        const JornadaRange& range, std::optional<std::int64_t> crz);
 
 // What the payments of receipts of either kind that are not cancelled came to, by means. Change is
 // not taken off.
 std::vector<VendaMeio> ReadVendasByMeio(const leitura::DatabaseReading& database,
-                                        Cadastro& cadastro, std::optional<std::int64_t> crz);
+                                        const JornadaRange& range, Cadastro& cadastro,
+                                        std::optional<std::int64_t> crz);
 
 // The change of the same fiscal receipts; that of non-fiscal ones is not logged.
-Amount ReadTroco(const leitura::DatabaseReading& database, std::optional<std::int64_t> crz);
+Amount ReadTroco(const leitura::DatabaseReading& database, const JornadaRange& range,
+                 std::optional<std::int64_t> crz);
 
 } // namespace bancada::relatorio
