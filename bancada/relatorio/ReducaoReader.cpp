@@ -60,7 +60,7 @@ Text ReducaoReader::FimOf(const ReducaoZ& reducao)
     const std::int64_t coo = reducao.coo.Value();
     if (!m_byCoo.Get().IsRepeated(coo)) {
         const bool any = m_fim.With(coo, reducao.emissao.Value()).Next();
-        const Text fim = any ? m_fim.ReadText("fim") : Text();
+        Text fim = any ? m_fim.ReadText("fim") : Text();
         m_fim.End();
         return fim;
     }
