@@ -45,11 +45,14 @@ void WriteCupomNf(Importador& importing, std::int64_t coo, std::int64_t end)
     WriteAbertura(importing, cupom, "abre_cnf", cupom.WasClosed() || end == 0 ? abertura : end);
     std::int64_t numero = 0;
     for (const ItemLido& item : cupom.itens) {
-        ++numero;
         const std::int64_t totalizador = programacao.Totalizador(item.record.Text("nome"));
         if (totalizador < 3) {
             importing.Note("E20", "items of a totalizer that takes none");
         }
+        if (totalizador == 0) {
+            continue; // no totalizer has its name: a tape cannot say it
+        }
+        ++numero;
         importing.tape.Then("vende_item_nf")
             .Number("totalizador", totalizador)
             .Money("valor", item.bruto);

@@ -45,6 +45,33 @@ const nlohmann::json& FieldOf(const nlohmann::json& record, const char* name)
     return *field;
 }
 
+// Whether a record of the journal says that its command waits for the database.
+bool IsPending(const nlohmann::json& record)
+{
+    const auto field = record.find("pendente");
+    if (field == record.end()) {
+        return false;
+    }
+    if (!field->is_boolean()) {
+        throw InvalidField("pendente", "true or false is due");
+    }
+    return field->get<bool>();
+}
+
+// How many states the memory has held behind a record of the journal; 0 where it does not say.
+std::int64_t StepsOf(const nlohmann::json& record)
+{
+    const nlohmann::json& execucao = FieldOf(record, "execucao");
+    const auto field = execucao.find("passos");
+    if (field == execucao.end()) {
+        return 0;
+    }
+    if (!field->is_number_integer()) {
+        throw InvalidField("execucao.passos", "an integer is due");
+    }
+    return field->get<std::int64_t>();
+}
+
 } // namespace
 
 // The file itself, where a link names it: a link is not to be replaced.
@@ -153,8 +180,7 @@ void MemoriaFile::ApplyJournal()
         // A crash has left it behind when all of it had come into the file, a pending command
         // aside that the database did not have.
         const nlohmann::json& last = journal.records.back();
-        const std::int64_t steps = FieldOf(last, "execucao").value("passos", std::int64_t{0});
-        if (steps - (last.value("pendente", false) ? 1 : 0) <= m_written.steps) {
+        if (StepsOf(last) - (IsPending(last) ? 1 : 0) <= m_written.steps) {
             return;
         }
         throw std::runtime_error("the journal holds commands of another state of the memory; "
@@ -162,7 +188,7 @@ void MemoriaFile::ApplyJournal()
     }
     for (const nlohmann::json& record : journal.records) {
         const std::int64_t step = m_written.steps + 1;
-        m_pending = record.value("pendente", false);
+        m_pending = IsPending(record);
         if (m_pending) {
             m_before = {m_state, m_written};
         }

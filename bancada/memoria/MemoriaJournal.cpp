@@ -66,6 +66,13 @@ nlohmann::json JsonOf(std::string_view line)
     return ParseJson(std::string(line.substr(DIGEST_LENGTH + 1)));
 }
 
+// A text of the journal's first line; empty where it has none of that name.
+std::string TextOf(const nlohmann::json& head, const char* name)
+{
+    const auto field = head.find(name);
+    return field != head.end() && field->is_string() ? field->get<std::string>() : std::string();
+}
+
 } // namespace
 
 MemoriaJournal::MemoriaJournal(std::string path, Storage& storage)
@@ -85,10 +92,10 @@ MemoriaJournal::Content MemoriaJournal::Read(const std::string& memory) const
     std::string base = memory;
     if (!lines.empty() && IsWhole(lines[0], "")) {
         const nlohmann::json head = JsonOf(lines[0]);
-        if (head.value("formato", "") != FORMAT) {
+        if (TextOf(head, "formato") != FORMAT) {
             throw std::runtime_error("it is no journal of this program");
         }
-        base = content.memory = head.value("memoria", "");
+        base = content.memory = TextOf(head, "memoria");
         for (whole = 1; whole < lines.size() && IsWhole(lines[whole], base); ++whole) {
             content.records.push_back(JsonOf(lines[whole]));
         }

@@ -3,9 +3,9 @@
 #pragma once
 
 #include "libs/BigInt.h"
+#include "tests/fuzz/Hold.h"
 
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
 #ifdef __SIZEOF_INT128__
@@ -54,11 +54,3 @@ inline std::string MoneyOf(Wide count, int decimals, bool grouped, const std::st
 }
 
 #endif
-
-// Ends the program, which is how a fuzzer says what it has found.
-inline void Hold(bool holds)
-{
-    if (!holds) {
-        std::abort();
-    }
-}

@@ -5,6 +5,7 @@
 #include "Interpreter.h"
 #include "MfdServices/GravaLog.h"
 #include "tests/fuzz/Decimal128.h"
+#include "tests/fuzz/Hold.h"
 
 #include <algorithm>
 #include <cstdio>

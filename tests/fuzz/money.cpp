@@ -2,6 +2,7 @@
 // takes, from the bytes that the fuzzer makes up.
 #include "libs/Financial.h"
 #include "tests/fuzz/Decimal128.h"
+#include "tests/fuzz/Hold.h"
 
 #include <cstring>
 #include <fuzzer/FuzzedDataProvider.h>

@@ -116,6 +116,23 @@ TEST_F(ImportacaoTest, WhatNoRowWillHoldIsAFact)
     EXPECT_EQ(result.fatos.memorias.at(0).numeroSerie, "MFD7");
 }
 
+// The names of the withdrawal's and the float's totalizers stand in no row: a file that was made
+// without the register's memory leaves them out.
+TEST_F(ImportacaoTest, AnItemOfNoKnownTotalizerIsNoLine)
+{
+    const std::string numbers = "01"
+                                "000007"
+                                "000003";
+    const std::string none = "0000000000000";
+    EXPECT_EQ(Lines("E19" + COMMON + numbers + "20240301" + "00000000010000" + none + "V" + none +
+                    "V" + "00000000010000" + "N" + none + "A" + std::string(40, ' ') +
+                    "00000000000000\n" + "E20" + COMMON + numbers + "001" + std::string(15, ' ') +
+                    "0000000010000" + none + none + "0000000010000" + "N" + none + "\n"),
+              (std::vector<std::string>{R"({"cmd":"abre_cnf","em":"2024-03-01 00:00:00"})",
+                                        R"({"cmd":"fecha_cupom_nf","em":"2024-03-01 00:00:00"})"}));
+    EXPECT_NE(told.find("items of a totalizer that takes none"), std::string::npos) << told;
+}
+
 TEST_F(ImportacaoTest, WhatIsNoFileMakesNothing)
 {
     EXPECT_THROW(Lines("E16 too short\n"), Unusable);

@@ -1,6 +1,7 @@
 // The journal beside a memory: what it may be, and what becomes of it.
 #include "bancada/memoria/MemoriaJournal.h"
 
+#include "bancada/Sha256.h"
 #include "bancada/Unusable.h"
 #include "bancada/memoria/FileStorage.h"
 #include "bancada/memoria/MemoriaFile.h"
@@ -197,6 +198,42 @@ TEST_F(MemoriaJournalTest, OneOfAnotherMemoryIsRefused)
     EXPECT_FALSE(folder.Has("m"));
     std::filesystem::remove(JournalPath());
     EXPECT_EQ(Refusal(), "");
+}
+
+// Whoever can make a digest can write any JSON.
+TEST_F(MemoriaJournalTest, FieldsOfAnotherKindAreRefused)
+{
+    Killed(1);
+    const std::string memory = nlohmann::json::parse(folder.Read("m"))["digest"];
+    const auto line = [](const std::string& base, const std::string& json) {
+        return Sha256Hex(base + json) + " " + json + "\n";
+    };
+    const auto refusalOf = [&](const std::string& head, const std::string& record) {
+        folder.Write("m.journal", line("", head) + line(memory, record));
+        return Refusal();
+    };
+    const std::string head = R"({"formato":"ecf-bancada diario","memoria":")" + memory + R"("})";
+    const std::string begins =
+        "cannot use the memory " + Path() + " with its journal " + JournalPath() + ": ";
+    EXPECT_EQ(refusalOf(head, R"({"execucao":{},"pendente":1,"registro":{}})"),
+              begins + "pendente: true or false is due");
+    EXPECT_EQ(refusalOf(head, R"({"execucao":[],"registro":{}})"),
+              begins + "execucao: an object is due");
+    EXPECT_EQ(refusalOf(head, "[1]"), begins + "execucao: an object is due");
+    EXPECT_EQ(refusalOf(R"({"formato":1})", "{}"), begins + "it is no journal of this program");
+    EXPECT_EQ(refusalOf("7", "{}"), begins + "it is no journal of this program");
+
+    // Of another memory: how far it has come is asked first.
+    const auto refusalOfAnother = [&](const std::string& record) {
+        folder.Write("m.journal", line("", R"({"formato":"ecf-bancada diario","memoria":"ab"})") +
+                                      line("ab", record));
+        return Refusal();
+    };
+    EXPECT_EQ(refusalOfAnother(R"({"execucao":{"passos":"7"}})"),
+              begins + "execucao.passos: an integer is due");
+    EXPECT_EQ(refusalOfAnother(R"({"execucao":{"passos":7},"pendente":"x"})"),
+              begins + "pendente: true or false is due");
+    EXPECT_EQ(refusalOfAnother(R"({"execucao":{}})"), "") << "it has not gone further";
 }
 
 TEST_F(MemoriaJournalTest, ComesIntoTheFileWhenItHasGrown)

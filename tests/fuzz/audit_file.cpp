@@ -1,0 +1,121 @@
+// A legal audit file with any of its records changed, missing, doubled or elsewhere: it is refused
+// before a line of the tape is written, or it becomes a tape that can be read to its end and a
+// memory that a register can begin with. Of one that was not changed every line is a command with
+// its fields.
+#include "bancada/Unusable.h"
+#include "bancada/arquivo/Importacao.h"
+#include "bancada/comandos/Catalogue.h"
+#include "bancada/memoria/MemoriaFile.h"
+#include "bancada/registro/Registro.h"
+#include "tests/fuzz/Day.h"
+#include "tests/fuzz/Hold.h"
+
+#include <algorithm>
+#include <fuzzer/FuzzedDataProvider.h>
+#include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace
+{
+
+using namespace bancada;
+
+std::vector<std::string> LinesOf(const std::string& text)
+{
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) {
+        lines.push_back(line + "\n");
+    }
+    return lines;
+}
+
+void Change(std::vector<std::string>& lines, FuzzedDataProvider& data)
+{
+    if (lines.empty()) {
+        return;
+    }
+    const auto anyLine = [&] {
+        return data.ConsumeIntegralInRange<std::size_t>(0, lines.size() - 1);
+    };
+    const std::size_t at = anyLine();
+    std::string& line = lines[at];
+    const auto place = lines.begin() + static_cast<std::ptrdiff_t>(at);
+    switch (data.ConsumeIntegralInRange(0, 9)) {
+    case 0:
+        lines.erase(place);
+        break;
+    case 1:
+        lines.insert(place, std::string(line));
+        break;
+    case 2:
+        std::swap(line, lines[anyLine()]);
+        break;
+    case 3:
+        line.resize(data.ConsumeIntegralInRange<std::size_t>(0, line.size()));
+        break;
+    case 4:
+        line = data.ConsumeRandomLengthString(300) + "\n";
+        break;
+    case 5: { // a field of digits, as large as it can be
+        const std::size_t from = data.ConsumeIntegralInRange<std::size_t>(0, line.size() - 1);
+        const char digit = data.PickValueInArray({'9', '0', '1'});
+        for (std::size_t i = from; i < line.size() && i < from + 13; ++i) {
+            if (line[i] >= '0' && line[i] <= '9') {
+                line[i] = digit;
+            }
+        }
+        break;
+    }
+    default: {
+        const std::string text = data.ConsumeRandomLengthString(14);
+        const std::size_t from = data.ConsumeIntegralInRange<std::size_t>(0, line.size() - 1);
+        line.replace(from, std::min(text.size(), line.size() - from), text);
+    }
+    }
+}
+
+void HoldTape(const std::string& text, bool unchanged)
+{
+    TapeReader tape(Scratch().Write("imported.jsonl", text));
+    Caixa caixa(":memory:");
+    TapeCommand line;
+    while (tape.Next(line)) {
+        if (unchanged && FindComando(line.name) != nullptr) {
+            static_cast<void>(caixa.Read(line));
+        }
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t size)
+{
+    FuzzedDataProvider data(bytes, size);
+    static const std::vector<std::string> day = LinesOf(ADay().auditFile);
+    std::vector<std::string> lines = day;
+    for (int i = 0; i < 8 && data.remaining_bytes() > 0; ++i) {
+        Change(lines, data);
+    }
+    std::string text;
+    for (const std::string& line : lines) {
+        text += line;
+    }
+    const std::string path = Scratch().Write("audit.txt", text);
+
+    std::ostringstream tape;
+    std::ostringstream notes;
+    arquivo::ImportResult result;
+    try {
+        result = arquivo::Import(path, tape, notes);
+    } catch (const Unusable&) {
+        Hold(tape.str().empty());
+        return 0;
+    }
+    HoldTape(tape.str(), lines == day);
+    const MemoriaFile memory(Scratch().Write("imported.memory", result.memory));
+    const Registro registro(memory.State());
+    return 0;
+}
