@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Judges what bench_load measured, and prints it as Markdown tables.
 
-  growth.py FILE [--limit RATIO] [--minimum COUNT] [--memory-limit KIB] [--plot SVG]
+  growth.py FILE [--limit RATIO] [--minimum COUNT] [--memory-limit KIB] [--sync-limit COUNT]
+            [--plot SVG]
 
 The cost of a command is the median of its tenth on the old till, divided by the median of the same
 commands on the young one, which had a new database each day: a machine that was busier in one tenth
@@ -10,7 +11,8 @@ last tenth to the young till itself: the growth from a database of one day.
 
 The exit code is 1 where the growth of a command that comes at least --minimum times in both tenths is
 above --limit, or where the process holds more than --memory-limit KiB more at the end than at the
-end of the fifth tenth. Before that the engine's page cache, 2 MiB, may be filling.
+end of the fifth tenth. Before that the engine's page cache, 2 MiB, may be filling. Or where a command
+of the old till syncs more than --sync-limit times.
 """
 import argparse
 import html
@@ -132,7 +134,8 @@ def plot(load, commands, limit):
     return "\n".join(drawn + ["</svg>", ""])
 
 
-def faults(commands, tenths, limit, memory_limit):
+def faults(load, commands, limit, memory_limit, sync_limit):
+    tenths = load["tenths"]
     if limit is not None:
         judged = [command for command in commands if command.judged]
         if not judged:
@@ -148,6 +151,19 @@ def faults(commands, tenths, limit, memory_limit):
         if grown > memory_limit:
             yield f"memory: {grown} KiB more than at the end of the fifth tenth, " \
                   f"above {memory_limit}"
+    if sync_limit is not None:
+        most = load["most_syncs"]
+        if most["syncs"] > sync_limit:
+            yield f"{most['command']}: {most['syncs']} syncs, above {sync_limit}"
+
+
+def print_work(load):
+    print("\n| the old till | | writes | bytes | syncs |\n|---|---|---:|---:|---:|")
+    for name, most in (("most written", "most_writes"), ("most synced", "most_syncs"),
+                       ("longest rest", "longest_rest")):
+        work = load[most]
+        print(f"| {name} | {work['command']} | {work['writes']:,} | {work['bytes']:,} "
+              f"| {work['syncs']} |")
 
 
 def main():
@@ -158,6 +174,8 @@ def main():
     parser.add_argument("--minimum", type=int, default=30, metavar="COUNT",
                         help="below, a median is the luck of single commands [30]")
     parser.add_argument("--memory-limit", type=int, metavar="KIB")
+    parser.add_argument("--sync-limit", type=int, metavar="COUNT",
+                        help="of any command of the old till")
     parser.add_argument("--plot", metavar="SVG")
     options = parser.parse_args()
 
@@ -170,11 +188,12 @@ def main():
     print_run(load)
     print_growth(commands, options.minimum)
     print_memory(tenths)
+    print_work(load)
     if options.plot:
         with open(options.plot, "w", encoding="utf-8") as file:
             file.write(plot(load, commands, options.limit))
 
-    found = list(faults(commands, tenths, options.limit, options.memory_limit))
+    found = list(faults(load, commands, options.limit, options.memory_limit, options.sync_limit))
     for fault in found:
         print(fault, file=sys.stderr)
     return 1 if found else 0

@@ -17,8 +17,10 @@ def cost(nanoseconds, count=COUNT):
     return {"count": count, "median_ns": nanoseconds, "mean_ns": nanoseconds}
 
 
-def load(costs=(COST,) * 10, young=(YOUNG,) * 10, resident=RESIDENT, count=COUNT):
-    return {"days": 10, "receipts_a_day": 20, "seed": 1, "cpu": "c", "kernel": "k",
+def load(costs=(COST,) * 10, young=(YOUNG,) * 10, resident=RESIDENT, count=COUNT, syncs=2):
+    work = {"command": "sangria", "writes": 9, "bytes": 4224, "syncs": syncs}
+    return {"most_writes": work, "most_syncs": work, "longest_rest": work,
+            "days": 10, "receipts_a_day": 20, "seed": 1, "cpu": "c", "kernel": "k",
             "compiler": "g", "sqlite": "3", "commands": 1000, "seconds": 1.0,
             "tenths": [{"rss_kib": rss, "peak_kib": rss, "database_bytes": 1, "wal_bytes": 1,
                         "commands": {"sangria": {"old": cost(old, count),
@@ -42,6 +44,12 @@ class Growth(unittest.TestCase):
         self.assertEqual((run.returncode, run.stderr), (0, ""))
         self.assertIn("| sangria | 1,000 | 1.00 | 1.05 | 1.00 | 1.00 |", run.stdout)
         self.assertIn(">sangria</text>", self.plot)
+
+    def test_a_command_that_waits_for_a_checkpoint_is_found(self):
+        self.assertEqual(self.growth(load(), "--sync-limit", "2").returncode, 0)
+        run = self.growth(load(syncs=3), "--sync-limit", "2")
+        self.assertEqual((run.returncode, run.stderr), (1, "sangria: 3 syncs, above 2\n"))
+        self.assertIn("| most synced | sangria | 9 | 4,224 | 3 |", run.stdout)
 
     def test_growth_from_the_first_tenth_is_found(self):
         run = self.growth(load(costs=(900.0,) * 9 + (1100.0,)), "--limit", "1.2")

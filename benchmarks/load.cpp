@@ -1,5 +1,6 @@
 // What each command costs while the logging database grows: runs a generated tape and measures in
-// tenths of it. For the growth of the costs and of the memory, not for what a command costs.
+// tenths of it. For the growth of the costs and of the memory, not for what a command costs. And it
+// tells which command of the old till made the engine write and sync most.
 //
 // Two tills execute each command, one after the other, in turns. The old one is the measured one:
 // one register, one database from the first command to the last. The young one takes over the state
@@ -17,6 +18,7 @@
 #include "bancada/gerador/Generator.h"
 #include "bancada/tape/TapeClock.h"
 #include "bancada/tape/TapeReader.h"
+#include "benchmarks/FileCalls.h"
 #include "benchmarks/Histogram.h"
 
 #include <CLI/CLI.hpp>
@@ -196,12 +198,33 @@ void Measure(Caixa& till, const TapeCommand& line, RtcAbsoluteTime em, Histogram
     }
 }
 
+// How the old till's database is kept.
+struct Keeping {
+    bool rests = false; // after each Z reduction
+    int pageSize = 0;   // of its pages; 0 is what the owner chooses
+};
+
+// What the engine wrote and synced for one thing that a till did.
+struct Work {
+    std::string name;
+    FileCalls calls;
+};
+
+Json ToJson(const Work& work)
+{
+    return {{"command", work.name},
+            {"writes", work.calls.writes},
+            {"bytes", work.calls.bytes},
+            {"syncs", work.calls.syncs}};
+}
+
 class Load
 {
   public:
-    Load(const GeneratorOptions& options, const std::string& folder)
+    Load(const GeneratorOptions& options, const std::string& folder, const Keeping& keeping)
         : m_receipts(std::int64_t{options.jornadas} * options.cuponsPorJornada), m_folder(folder),
-          m_source(options), m_tape(m_source.Path()), m_old(m_folder.Path(OLD))
+          m_source(options), m_tape(m_source.Path()), m_keeping(keeping),
+          m_old(m_folder.Path(OLD), OldOptions(keeping))
     {
         // All that the measuring needs is there before the first measurement.
         for (const CatalogueEntry& item : Catalogue()) {
@@ -226,7 +249,12 @@ class Load
             throw std::runtime_error("the tape has not as many receipts as it should");
         }
         const double seconds = static_cast<double>(Now(CLOCK_MONOTONIC) - began) / 1e9;
-        return {{"commands", m_commands}, {"seconds", seconds}, {"tenths", m_tenths}};
+        return {{"commands", m_commands},
+                {"seconds", seconds},
+                {"most_writes", ToJson(m_mostWrites)},
+                {"most_syncs", ToJson(m_mostSyncs)},
+                {"longest_rest", ToJson(m_longestRest)},
+                {"tenths", m_tenths}};
     }
 
   private:
@@ -237,6 +265,14 @@ class Load
         Histogram old;
         Histogram young;
     };
+
+    static bancada::LogDatabase::Options OldOptions(const Keeping& keeping)
+    {
+        bancada::LogDatabase::Options options;
+        options.vfs = CountingLayer();
+        options.pageSize = keeping.pageSize;
+        return options;
+    }
 
     void BeginYoung()
     {
@@ -289,15 +325,42 @@ class Load
         // The second of the two finds the processor's caches warm: each is it every other time.
         const bool oldFirst = costs.old.Count() % 2 == 0;
         if (oldFirst) {
-            Measure(m_old, line, em, costs.old);
+            MeasureOld(line, em, costs.old);
         }
         Measure(*m_young, line, em, costs.young);
         if (!oldFirst) {
-            Measure(m_old, line, em, costs.old);
+            MeasureOld(line, em, costs.old);
         }
         ++m_commands;
+        if (m_keeping.rests) {
+            const FileCalls before = CountFileCalls();
+            m_old.RestAfter(line);
+            KeepMost(m_longestRest, {line.name, Since(before)}, &FileCalls::writes);
+        }
         if (line.name == ENDS_DAY) {
             BeginYoung();
+        }
+    }
+
+    void MeasureOld(const TapeCommand& line, RtcAbsoluteTime em, Histogram& costs)
+    {
+        const FileCalls before = CountFileCalls();
+        Measure(m_old, line, em, costs);
+        const Work work{line.name, Since(before)};
+        KeepMost(m_mostWrites, work, &FileCalls::writes);
+        KeepMost(m_mostSyncs, work, &FileCalls::syncs);
+    }
+
+    static FileCalls Since(const FileCalls& before)
+    {
+        const FileCalls& now = CountFileCalls();
+        return {now.writes - before.writes, now.bytes - before.bytes, now.syncs - before.syncs};
+    }
+
+    static void KeepMost(Work& most, const Work& work, std::int64_t FileCalls::*calls)
+    {
+        if (work.calls.*calls > most.calls.*calls) {
+            most = work;
         }
     }
 
@@ -310,10 +373,14 @@ class Load
     TapeSource m_source;
     TapeReader m_tape;
     TapeClock m_clock;
+    Keeping m_keeping;
     Caixa m_old;
     std::optional<Caixa> m_young;
 
     std::map<std::string, Costs> m_costs;
+    Work m_mostWrites; // of the old till
+    Work m_mostSyncs;
+    Work m_longestRest;
     Json m_tenths = Json::array();
 };
 
@@ -323,6 +390,7 @@ int main(int argc, char** argv)
 {
     CLI::App app("Measures what each command costs while the logging database grows.");
     GeneratorOptions options;
+    Keeping keeping;
     std::string folder = "/dev/shm";
     std::string output;
     app.add_option("--days", options.jornadas, "Days of the tape")
@@ -335,6 +403,9 @@ int main(int argc, char** argv)
     app.add_option("--db", folder, "Where the databases are made, and removed in the end")
         ->type_name("DIR")
         ->capture_default_str();
+    app.add_flag("--rest", keeping.rests, "The old till rests after each Z reduction");
+    app.add_option("--page-size", keeping.pageSize, "Of the old till's database")
+        ->type_name("BYTES");
     app.add_option("--output", output, "Where the measurements go, as JSON")
         ->required()
         ->type_name("FILE");
@@ -351,7 +422,7 @@ int main(int argc, char** argv)
                        {"kernel", Kernel()},
                        {"compiler", COMPILER},
                        {"sqlite", sqlite3_libversion()}};
-        result.update(Load(options, folder).ToTheEnd());
+        result.update(Load(options, folder, keeping).ToTheEnd());
         std::ofstream file(output);
         file << result.dump(1) << '\n';
         file.close();

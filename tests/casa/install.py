@@ -11,6 +11,7 @@ import os
 import re
 import shlex
 import shutil
+import sqlite3
 import subprocess
 import sys
 import unittest
@@ -65,23 +66,32 @@ class Installed(unittest.TestCase):
         found = re.search("ecf_dblogger_DIR:[A-Z]+=(.*)", (build / "CMakeCache.txt").read_text())
         self.assertEqual(Path(found[1]).relative_to(prefix).name, "ecf_dblogger")
         run(tools.cmake, "--build", build)
-        return start(build / "consumer")
+        return build / "consumer", build / "owner"
 
     def by_pkg_config(self, prefix):
-        files = list(prefix.rglob("ecf_dblogger.pc"))
-        self.assertEqual(len(files), 1)
-        env = {**os.environ, "PKG_CONFIG_PATH": str(files[0].parent)}
-        flags = shlex.split(run("pkg-config", "--cflags", "--libs", "ecf_dblogger", env=env))
-        schema = run("pkg-config", "--variable=schema", "ecf_dblogger", env=env).strip()
-        program = Path(f"{prefix}-pkg-config")
-        run(tools.cxx, "-std=c++17", *shlex.split(tools.flags), f'-DSCHEMA="{schema}"',
-            CONSUMER / "consumer.cpp", *flags, "-o", program)
-        return start(program)
+        programs = []
+        for package, source in (("ecf_dblogger", "consumer"), ("ecf_logdatabase", "owner")):
+            files = list(prefix.rglob(f"{package}.pc"))
+            self.assertEqual(len(files), 1)
+            env = {**os.environ, "PKG_CONFIG_PATH": str(files[0].parent)}
+            flags = shlex.split(run("pkg-config", "--cflags", "--libs", package, env=env))
+            schema = run("pkg-config", "--variable=schema", package, env=env).strip()
+            programs.append(Path(f"{prefix}-pkg-config-{source}"))
+            run(tools.cxx, "-std=c++17", *shlex.split(tools.flags), f'-DSCHEMA="{schema}"',
+                CONSUMER / f"{source}.cpp", *flags, "-o", programs[-1])
+        return programs
 
     def assert_usable(self, prefix):
-        self.assertEqual(self.by_cmake(prefix), EXPECTED)
+        built = [self.by_cmake(prefix)]
         if not tools.toolchain:  # a sysroot's pkg-config knows nothing outside it
-            self.assertEqual(self.by_pkg_config(prefix), EXPECTED)
+            built.append(self.by_pkg_config(prefix))
+        for consumer, owner in built:
+            self.assertEqual(start(consumer), EXPECTED)
+            database = Path(f"{owner}.db")
+            self.assertEqual(start(owner, database), "kept\n")
+            with sqlite3.connect(database) as db:
+                self.assertEqual(db.execute("SELECT * FROM totalizador_nao_fiscal").fetchall(),
+                                 [(5, "X")])
 
     def test_a_user_builds_and_runs(self):
         self.assert_usable(self.prefix)

@@ -75,6 +75,8 @@ class UsersBuild(unittest.TestCase):
         env = {**os.environ, "LD_LIBRARY_PATH": tools.libraries} if tools.libraries else None
         self.assertEqual(run(*shlex.split(tools.emulator), build / "consumer", env=env),
                          "5 ESTACIONAMENTO\n")
+        self.assertEqual(run(*shlex.split(tools.emulator), build / "owner", tools.work / "owner.db",
+                             env=env), "kept\n")
         # What is installed is the other project's to say.
         run(tools.cmake, "--install", build, "--prefix", tools.work / "prefix")
         self.assertEqual([path for path in (tools.work / "prefix").rglob("*") if path.is_file()], [])
