@@ -271,7 +271,7 @@ std::string Footer()
         "counts: the row is missing.\n\nKinds of findings:\n";
     for (const FindingKindInfo& kind : FindingKinds()) {
         std::string name = kind.name;
-        name.resize(std::max<std::size_t>(name.size(), 24), ' ');
+        name.resize(std::max<std::size_t>(name.size(), 25), ' ');
         text += "  " + name + (kind.weight == Weight::NOTE ? "(note) " : "") + kind.meaning + "\n";
     }
     return text + "\nExit codes: 0 nothing found (notes are no findings); 1 something was found; 2 "

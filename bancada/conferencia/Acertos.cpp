@@ -64,7 +64,9 @@ Acertos::Acertos(const leitura::DatabaseReading& database, const RepeatedCoos& r
         if (anterior && !hora.empty() && hora < anterior->hora) {
             m_all.push_back({coo, anterior->hora, hora});
         }
+        m_leituras.push_back(hora);
     }
+    std::sort(m_leituras.begin(), m_leituras.end());
 }
 
 const Acerto* Acertos::FindAt(std::int64_t coo) const
@@ -80,6 +82,12 @@ bool Acertos::HasBetween(std::int64_t first, std::int64_t last) const
         const std::int64_t steps = leitura::Steps(first, acerto.coo);
         return steps > 0 && steps <= leitura::Steps(first, last);
     });
+}
+
+bool Acertos::MayBeWithin(const std::string& from, const std::string& to) const
+{
+    const auto first = std::lower_bound(m_leituras.begin(), m_leituras.end(), from);
+    return first != m_leituras.end() && *first <= to;
 }
 
 bool Acertos::Cover(const std::string& from, const std::string& to) const

@@ -33,11 +33,15 @@ class Acertos
     const Acerto* FindAt(std::int64_t coo) const;
     // Whether the clock was set back behind the document `first`, up to the issue of `last`.
     bool HasBetween(std::int64_t first, std::int64_t last) const;
+    // Whether it may have been set, back or forward, from one instant to another: in an
+    // intervention, which prints a reading.
+    bool MayBeWithin(const std::string& from, const std::string& to) const;
     // Whether the clock passed some instant of those from `from` to `to` twice.
     bool Cover(const std::string& from, const std::string& to) const;
 
   private:
     std::vector<Acerto> m_all;
+    std::vector<std::string> m_leituras; // instants, in their order
 };
 
 } // namespace bancada::conferencia

@@ -12,6 +12,7 @@ namespace
 {
 
 constexpr std::size_t CNPJ_SIZE = 14;
+const char* const END_OF_TIME = "9999-12-31 23:59:59";
 constexpr std::size_t TAIL_SIZE = 16; // "-yyyymmdd-000120"
 
 bool AreDigits(const std::string& text, std::size_t begin, std::size_t size)
@@ -63,6 +64,12 @@ std::string Chaves::PrefixOf(const std::string& key)
     return formed ? key.substr(0, tail) : std::string();
 }
 
+std::string Chaves::OwnPrefixOf(const std::string& key) const
+{
+    const std::string own = PrefixOf(key);
+    return own.empty() ? m_programmed : own;
+}
+
 void Chaves::Report(FindingReport& findings, const leitura::CupomFiscalRow& cupom,
                     const std::string& expected, const std::string& text) const
 {
@@ -87,6 +94,8 @@ void Chaves::Check(FindingReport& findings, const leitura::CupomFiscalRow& cupom
     if (m_waits) {
         Decide(findings, prefix);
     }
+    m_last = prefix;
+    m_lastHora = cupom.dataHoraEmissao.Value();
     if (prefix == m_programmed || prefix == m_before) {
         m_before = prefix;
         return;
@@ -95,10 +104,18 @@ void Chaves::Check(FindingReport& findings, const leitura::CupomFiscalRow& cupom
     m_waits = true;
 }
 
-void Chaves::End(FindingReport& findings)
+void Chaves::End(FindingReport& findings, const Acertos& relogio)
 {
     if (m_waits) {
         Decide(findings, {});
+    }
+    // The keys write a CNPJ that is not programmed as zeros.
+    if (!m_last.empty() && m_last != m_programmed &&
+        !relogio.MayBeWithin(m_lastHora, END_OF_TIME)) {
+        findings.Report(FindingKind::PROGRAMACAO, "dados_ecf, dados_usuario",
+                        "owner and register " + m_programmed + ", the last key says " + m_last +
+                            ", and no intervention since",
+                        {}, {"dados_ecf", 0, "num_serie", m_last, m_programmed});
     }
 }
 

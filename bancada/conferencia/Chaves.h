@@ -2,6 +2,7 @@
 // document number, joined by "-".
 #pragma once
 
+#include "bancada/conferencia/Acertos.h"
 #include "bancada/conferencia/FindingReport.h"
 #include "bancada/leitura/Tables.h"
 
@@ -20,11 +21,17 @@ class Chaves
     // were so before: those of a key that its neighbours do not share were never. Receipts are
     // given in their order. Nothing is asked of the keys of a register that makes others.
     void Check(FindingReport& findings, const leitura::CupomFiscalRow& cupom);
-    // Behind the last one.
-    void End(FindingReport& findings);
+    // Behind the last one, whose owner and register are those programmed unless there was an
+    // intervention since.
+    void End(FindingReport& findings, const Acertos& relogio);
 
     // CNPJ and serial number of a key, as the text up to the day; empty of one of another form.
     static std::string PrefixOf(const std::string& key);
+    // That of a receipt's key, or the programmed one where the key is of another form.
+    std::string OwnPrefixOf(const std::string& key) const;
+
+    // Whether the keys are the bench's.
+    bool AreKnown() const { return m_known; }
 
   private:
     void Report(FindingReport& findings, const leitura::CupomFiscalRow& cupom,
@@ -36,6 +43,8 @@ class Chaves
     std::string m_programmed;
     // Of the receipt before the one that waits for its neighbour behind.
     std::string m_before;
+    std::string m_last;     // of the last key
+    std::string m_lastHora; // of its receipt
     bool m_waits = false;
     leitura::CupomFiscalRow m_waiting;
 };

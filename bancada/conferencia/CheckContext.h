@@ -2,6 +2,7 @@
 #pragma once
 
 #include "bancada/conferencia/Acertos.h"
+#include "bancada/conferencia/Aplicativos.h"
 #include "bancada/conferencia/Chaves.h"
 #include "bancada/conferencia/Conferencia.h"
 #include "bancada/conferencia/FindingReport.h"
@@ -55,6 +56,7 @@ class CheckContext
     std::map<std::int64_t, Jornada> jornadas;
     RowCounts rows;
     Chaves chaves;
+    Aplicativos aplicativos;
     // The GNF of the payments of the fiscal receipts so far.
     std::optional<std::int64_t> gnfDePagamentos;
 
@@ -86,6 +88,7 @@ void CheckDominios(CheckContext& context);
 // The checks. CheckReducoes and CheckSequencias need what the two before them gather.
 void CheckCupons(CheckContext& context);
 void CheckCuponsNf(CheckContext& context);
+void CheckAssinaturas(CheckContext& context);
 void CheckReducoes(CheckContext& context);
 void CheckSequencias(CheckContext& context);
 void CheckLinks(CheckContext& context);

@@ -405,6 +405,7 @@ void CheckCupom(CheckContext& context, Itens& itens, const CupomFiscalRow& cupom
     CheckColunas(context, cupom, fechado);
     if (fechado) {
         context.chaves.Check(context.findings, cupom);
+        context.aplicativos.Check(context.findings, cupom);
     }
 }
 
@@ -419,7 +420,7 @@ void CheckCupons(CheckContext& context)
     while (cupons.Next(cupom)) {
         CheckCupom(context, itens, cupom);
     }
-    context.chaves.End(context.findings);
+    context.chaves.End(context.findings, context.Relogio());
 }
 
 } // namespace bancada::conferencia

@@ -1,5 +1,6 @@
 // Z reductions: each after the one before it, each against its own rows and its day, and the days
 // that have none.
+#include "bancada/conferencia/Assinatura.h"
 #include "bancada/conferencia/CheckContext.h"
 #include "bancada/conferencia/CheckReducao.h"
 #include "bancada/conferencia/Gaps.h"
@@ -55,6 +56,17 @@ void CheckFirst(CheckContext& context, const ReducaoZRow& z)
     }
 }
 
+void ReportTempo(CheckContext& context, const ReducaoZRow& z, const char* what, const char* column,
+                 const leitura::Integer& found, const std::string& due)
+{
+    context.findings.Report(FindingKind::Z_TEMPOS, Crz(z.crz),
+                            what + Number(found) + " s, the receipts of the day tell " + due + " s",
+                            SubjectOf(z), {"reducao_z", z.rowid, column, due, Number(found)});
+}
+
+// The two times against each other, and where the register is the bench's against the receipts:
+// operating goes from the first of them to the Z, issuing from the opening of each fiscal one to
+// its closing or cancellation.
 void CheckTempos(CheckContext& context, const ReducaoZRow& z)
 {
     const bool known = z.segundosEmitindo.IsKnown() && z.segundosOperacional.IsKnown();
@@ -63,6 +75,31 @@ void CheckTempos(CheckContext& context, const ReducaoZRow& z)
                                 "issuing documents " + Number(z.segundosEmitindo) +
                                     " s, operating " + Number(z.segundosOperacional) + " s",
                                 SubjectOf(z));
+        return;
+    }
+    if (!context.chaves.AreKnown()) {
+        return;
+    }
+    const Jornada& jornada = context.jornadas[z.crz.Value()];
+    const std::int64_t emitindo = z.segundosEmitindo.Value();
+    const SecondsRange& emissao = jornada.emissao;
+    if (emitindo < emissao.least || emitindo > emissao.most) {
+        const std::string least = std::to_string(emissao.least);
+        ReportTempo(context, z, "issuing documents ", "tempo_operacional", z.segundosEmitindo,
+                    emissao.least == emissao.most ? least
+                                                  : least + " to " + std::to_string(emissao.most));
+    }
+    const auto first = SecondsOf(jornada.primeiraHora);
+    const auto last = SecondsOf(z.dataHoraEmissao.Value());
+    // The clock may have been set within an intervention, which begins or ends with a reading.
+    const std::int64_t operating = first && last ? *last - *first : 0;
+    if (!last || operating < 0 ||
+        context.Relogio().MayBeWithin(jornada.primeiraHora, z.dataHoraEmissao.Value())) {
+        return;
+    }
+    if (z.segundosOperacional.Value() != operating) {
+        ReportTempo(context, z, "operating ", "tempo_emitindo_doc", z.segundosOperacional,
+                    std::to_string(operating));
     }
 }
 

@@ -64,6 +64,7 @@ CheckSummary CheckDatabase(const leitura::DatabaseReading& database, const Losse
     CheckDominios(context);
     CheckCupons(context);
     CheckCuponsNf(context);
+    CheckAssinaturas(context);
     CheckReducoes(context);
     CheckSequencias(context);
     CheckLinks(context);

@@ -30,6 +30,7 @@ void CooSequence::Check(const Documento& documento)
         return;
     }
     std::int64_t missing = steps - 1;
+    m_mayBeThere = m_mayBeThere || missing > 0;
     const std::int64_t reprinted = std::min(missing, reimpressoes);
     m_reimpressoes.Consume(reprinted);
     missing -= reprinted;
@@ -49,8 +50,13 @@ void CooSequence::Follow(const Documento& documento)
 {
     const bool ends = documento.tipo == "CN" || documento.tipo == "RZ";
     // Only the receipt issued last can be cancelled, and only on its day.
+    if (documento.fiscal || ends) {
+        ReportCancelamento();
+    }
     if (documento.fiscal) {
         m_awaitsCancelamento = documento.canceladoFechado;
+        m_cancelado = documento.coo;
+        m_mayBeThere = false;
     } else if (ends) {
         m_awaitsCancelamento = false;
     }
@@ -58,6 +64,17 @@ void CooSequence::Follow(const Documento& documento)
         m_comprovantes = 0;
     } else if (documento.tipo == "CC") {
         ++m_comprovantes;
+    }
+}
+
+void CooSequence::ReportCancelamento()
+{
+    if (m_awaitsCancelamento && !m_mayBeThere) {
+        m_context.findings.Report(FindingKind::CANCELAMENTO_AUSENTE, Coo(m_cancelado),
+                                  "cancelled, and the next documents leave no number for its"
+                                  " cancellation",
+                                  DocumentOf(m_cancelado.Value()),
+                                  {"cupom_fiscal", 0, "id_cancelado", "N", "S"});
     }
 }
 

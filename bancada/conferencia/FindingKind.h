@@ -12,6 +12,7 @@ enum class FindingKind : std::uint8_t {
     // The counters of the documents.
     COO_AUSENTE,
     COO_REPETIDO,
+    CANCELAMENTO_AUSENTE,
     CCF_AUSENTE,
     CCF_REPETIDO,
     GNF_AUSENTE,
@@ -47,6 +48,8 @@ enum class FindingKind : std::uint8_t {
     CASAS_DECIMAIS,
     CUPOM_COLUNAS,
     CUPOM_CHAVE,
+    CUPOM_ASSINATURA,
+    ASSINATURA_NAO_CONFERIDA,
     PAGAMENTO_COLUNAS,
     NF_ABERTO,
     NF_TOTAL,

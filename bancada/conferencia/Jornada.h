@@ -48,6 +48,18 @@ AmountRange Percentage(const leitura::Amount& base, const leitura::Amount& perce
 AmountRange WithShare(const leitura::Amount& item, const leitura::Amount& adjustment,
                       const leitura::Amount& subtotal);
 
+// A number of seconds of which only the bounds are known.
+struct SecondsRange {
+    std::int64_t least = 0;
+    std::int64_t most = 0;
+
+    void Add(std::int64_t atLeast, std::int64_t atMost)
+    {
+        least += atLeast;
+        most += atMost;
+    }
+};
+
 // The receipts filed under the Z that closes the day.
 struct Jornada {
     // Totals of the valid fiscal receipts; of all valid receipts that were paid; of the valid
@@ -65,6 +77,8 @@ struct Jornada {
     // surcharges. Of a surcharge that was cancelled twice the rows know the last.
     leitura::Amount bruto, descontos, acrescimos;
     bool acrescimoCancelado = false;
+    // How long fiscal receipts were being issued; known where the signatures are.
+    SecondsRange emissao;
     // Why the items cannot be told from the rows; empty when they can.
     std::string itensIncertos;
     // What each payment means took in.

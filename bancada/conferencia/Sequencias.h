@@ -35,8 +35,13 @@ class CooSequence
     Gaps& m_gaps;
     Reimpressoes m_reimpressoes;
     std::optional<std::int64_t> m_last;
+    void ReportCancelamento();
+
     // A closed receipt was cancelled and its cancellation document is still to come.
     bool m_awaitsCancelamento = false;
+    leitura::Integer m_cancelado; // its number
+    // Numbers without a row came behind it: one of them may be the cancellation.
+    bool m_mayBeThere = false;
     // Vouchers of the receipt issued last that may still be reversed.
     std::int64_t m_comprovantes = 0;
 };

@@ -114,7 +114,18 @@ const PlantedFaults PLANTED({
      "UPDATE cupom_fiscal SET chave_cupom = '00000000000000-0002-20240301-000007' WHERE cont_coo ="
      " 7",
      {"cupom-chave: COO 4: key 00000000000000-0001-20240301-000005, the receipt's ends with -20240301-000004",
-      "cupom-chave: COO 7: key of 00000000000000-0002, and neither the programming nor a receipt before or behind says so"}},
+      "cupom-chave: COO 7: key of 00000000000000-0002, and neither the programming nor a receipt before or behind says so"},
+     {"cupom-adicional: COO 11: paid 10.00, closing never written",
+      "assinatura-nao-conferida: signatures: none of them can be recomputed: another register made them",
+      "documento-sem-linha: GNF 3: reversal of a voucher (COO 6) before COO 10"}},
+    {"CancellationThatTookNoNumber",
+     "UPDATE cupom_fiscal SET id_cancelado = 'S' WHERE cont_coo = 3",
+     {"z-aliquota: CRZ 1 01T18.00: 26.10, valid items 16.10",
+      "z-aliquota: CRZ 1 F1: 5.48, valid items 0.00",
+      "z-vendas: CRZ 1: net tax totalizers 36.98, valid fiscal receipts 21.50",
+      "z-meio: CRZ 1 means 1: took in 80.00, payments 60.00",
+      "z-troco: CRZ 1: payment means 93.50 less change 26.52, valid receipts 51.50",
+      "cancelamento-ausente: COO 3: cancelled, and the next documents leave no number for its cancellation"}},
 });
 
 INSTANTIATE_TEST_SUITE_P(CheckDocumentos, Planted,

@@ -39,8 +39,11 @@ TEST_F(CooSequenceTest, ANonFiscalReceiptEndsTheTimeForACancellation)
     AddFiscal(1, 1, 1, true);
     AddOutro(2, 1, "CN", 2);
     AddOutro(4, 2, "CN", 3);
-    EXPECT_THAT(Findings(), ElementsAre("coo-ausente: COO 3: no document, and nothing logged that "
-                                        "took the number"));
+    EXPECT_THAT(Findings(),
+                ElementsAre("cancelamento-ausente: COO 1: cancelled, and the next documents leave "
+                            "no number for its cancellation",
+                            "coo-ausente: COO 3: no document, and nothing logged that took the "
+                            "number"));
 }
 
 TEST_F(CooSequenceTest, EachVoucherIsReversedOnce)

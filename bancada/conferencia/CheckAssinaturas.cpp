@@ -1,0 +1,172 @@
+// The signatures of the closed fiscal receipts, where the bench made them, and what the instants of
+// the closings tell of the days.
+#include "bancada/conferencia/Assinatura.h"
+#include "bancada/conferencia/CheckContext.h"
+#include "bancada/conferencia/Texts.h"
+#include "bancada/leitura/Tables.h"
+
+#include <algorithm>
+#include <optional>
+#include <vector>
+
+namespace bancada::conferencia
+{
+namespace
+{
+
+using leitura::CupomFiscalRow;
+
+// A receipt begun on a fiscal day is closed no later than so many seconds behind its opening: the
+// day is overdue two hours into the next.
+constexpr std::int64_t LONGEST = 26 * 60 * 60;
+// So many signatures none of which can be recomputed were made by another register.
+constexpr std::size_t ENOUGH = 3;
+
+class Assinaturas
+{
+  public:
+    explicit Assinaturas(CheckContext& context)
+        : m_context(context), m_itens(context.Database(), leitura::ItemCupomFiscalTable(),
+                                      "WHERE cont_coo = ?1 ORDER BY seq_item")
+    {
+    }
+
+    void Check()
+    {
+        leitura::Rows<CupomFiscalRow> rows(m_context.Database(), leitura::CupomFiscalTable(),
+                                           "ORDER BY rowid");
+        CupomFiscalRow next;
+        std::optional<CupomFiscalRow> cupom;
+        while (rows.Next(next)) {
+            if (cupom) {
+                CheckCupom(*cupom, &next);
+            }
+            cupom = next;
+        }
+        if (cupom) {
+            CheckCupom(*cupom, nullptr);
+        }
+        End();
+    }
+
+  private:
+    // The last instant at which the receipt can have been closed: the opening of the next one,
+    // unless the clock was set back between them.
+    std::int64_t Until(const CupomFiscalRow& cupom, std::int64_t opening,
+                       const CupomFiscalRow* next) const
+    {
+        if (next != nullptr &&
+            !m_context.Relogio().HasBetween(cupom.coo.Value(), next->coo.Value())) {
+            const std::optional<std::int64_t> end = SecondsOf(next->dataHoraEmissao.Value());
+            if (end && *end >= opening) {
+                return std::min(*end, opening + LONGEST);
+            }
+        }
+        return opening + LONGEST;
+    }
+
+    void CheckCupom(const CupomFiscalRow& cupom, const CupomFiscalRow* next)
+    {
+        const std::int64_t opening = SecondsOf(cupom.dataHoraEmissao.Value()).value_or(0);
+        const std::int64_t until = Until(cupom, opening, next);
+        Jornada& jornada = m_context.jornadas[JornadaNumber(cupom.crz)];
+        SignatureSearch search;
+        if (cupom.assinaturaDocumento.Value() != " " && m_context.Repeated().IsSingle(cupom.coo)) {
+            search = Search(cupom, until);
+        }
+        if (search.result == Signed::FOUND) {
+            jornada.emissao.Add(search.fechamento - opening, search.fechamento - opening);
+        } else {
+            jornada.emissao.Add(0, until - opening);
+        }
+    }
+
+    SignatureSearch Search(const CupomFiscalRow& cupom, std::int64_t until)
+    {
+        SignedCupom documento;
+        documento.cupom = cupom;
+        documento.prefix = m_context.chaves.OwnPrefixOf(cupom.chaveCupom.Value());
+        leitura::ItemCupomFiscalRow item;
+        m_itens.With(cupom.coo.Value());
+        while (m_itens.Next(item)) {
+            documento.itens.push_back(item);
+        }
+        documento.pagamentos = m_context.ReadPagamentos(cupom.coo.Value());
+        const SignatureSearch search = SearchSignature(documento, until);
+        if (search.result == Signed::FOUND) {
+            ++m_found;
+            std::for_each(m_missed.begin(), m_missed.end(),
+                          [this](const CupomFiscalRow& missed) { Report(missed); });
+            m_missed.clear();
+        } else if (IsLost(cupom)) {
+            Note(cupom, "a row of the receipt was lost");
+        } else if (search.result == Signed::UNDECIDED) {
+            Note(cupom, "the rows do not tell all that was signed");
+        } else if (m_found == 0 && m_missed.size() < ENOUGH) {
+            m_missed.push_back(cupom);
+        } else if (m_found != 0) {
+            Report(cupom);
+        }
+        return search;
+    }
+
+    bool IsLost(const CupomFiscalRow& cupom) const
+    {
+        const LossIndex* losses = m_context.Losses();
+        if (losses == nullptr) {
+            return false;
+        }
+        const std::string day = cupom.dataHoraEmissao.Value().substr(0, 10);
+        const std::vector<LostCommand>& lost = losses->All().lost;
+        return losses->HasCoo(cupom.coo.Value()) ||
+               std::any_of(lost.begin(), lost.end(), [&day](const LostCommand& command) {
+                   return command.time.substr(0, day.size()) == day;
+               });
+    }
+
+    void Report(const CupomFiscalRow& cupom)
+    {
+        m_context.findings.Report(FindingKind::CUPOM_ASSINATURA, Coo(cupom.coo),
+                                  "the rows of the receipt are not what was signed",
+                                  DocumentOf(cupom.coo.Value()),
+                                  {"cupom_fiscal", cupom.rowid, "assinatura_documento", "",
+                                   cupom.assinaturaDocumento.Shown()});
+    }
+
+    void Note(const CupomFiscalRow& cupom, const std::string& why)
+    {
+        m_context.findings.ReportExplained(
+            FindingKind::ASSINATURA_NAO_CONFERIDA, Coo(cupom.coo), why, false,
+            DocumentOf(cupom.coo.Value()),
+            {"cupom_fiscal", cupom.rowid, "assinatura_documento", "", ""});
+    }
+
+    void End()
+    {
+        if (m_missed.size() == ENOUGH) {
+            m_context.findings.Report(FindingKind::ASSINATURA_NAO_CONFERIDA, "signatures",
+                                      "none of them can be recomputed: another register made them",
+                                      {});
+            return;
+        }
+        std::for_each(m_missed.begin(), m_missed.end(),
+                      [this](const CupomFiscalRow& cupom) { Report(cupom); });
+    }
+
+    CheckContext& m_context;
+    leitura::Rows<leitura::ItemCupomFiscalRow> m_itens;
+    std::int64_t m_found = 0;
+    // Those told once one is found, or at the end.
+    std::vector<CupomFiscalRow> m_missed;
+};
+
+} // namespace
+
+void CheckAssinaturas(CheckContext& context)
+{
+    if (context.chaves.AreKnown()) {
+        Assinaturas(context).Check();
+    }
+}
+
+} // namespace bancada::conferencia
