@@ -133,7 +133,7 @@ LogFault LogDatabase::SetUp()
     if (identity.fresh && m_wasOpen) {
         return Fail(LogFault::NOT_A_LOG, "it was emptied while it was in use");
     }
-    const bool readOnly = sqlite3_db_readonly(m_db, "main") == 1;
+    const bool readOnly = IsReadOnly();
     if (readOnly && identity.fresh) {
         return Fail(LogFault::READ_ONLY, sqlite3_errstr(SQLITE_READONLY));
     }
@@ -250,6 +250,11 @@ void LogDatabase::RefuseEverything()
     Guard();
 }
 
+bool LogDatabase::IsReadOnly() const
+{
+    return sqlite3_db_readonly(m_db, "main") == 1;
+}
+
 // Whether what keeps a command from beginning may be the connection's own: a lock that it could not
 // give back, a file that is not the one that it has open any more.
 bool LogDatabase::NewConnectionMayHelp() const
@@ -259,6 +264,9 @@ bool LogDatabase::NewConnectionMayHelp() const
     }
     if (!IsOpen()) {
         return m_wasOpen || MayPass(m_fault);
+    }
+    if (IsReadOnly()) {
+        return true;
     }
     switch (FaultOf(sqlite3_extended_errcode(m_db))) {
     case LogFault::LOCKED:

@@ -205,6 +205,7 @@ class LogDatabase
     bool PrepareOwn();
     void Disconnect(LogAtEnd log);
     void RefuseEverything();
+    bool IsReadOnly() const;
     bool NewConnectionMayHelp() const;
     bool Reconnect();
     bool ExecuteOwn(const char* sql);

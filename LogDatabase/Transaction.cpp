@@ -38,6 +38,8 @@ bool LogDatabase::Begin()
             Lose(LogFault::CANNOT_OPEN, "no database is open");
         } else if (!IsOpen()) {
             Lose(m_fault, m_text);
+        } else if (IsReadOnly()) {
+            Lose(LogFault::READ_ONLY, sqlite3_errstr(SQLITE_READONLY));
         } else {
             LoseByEngine();
         }
@@ -50,7 +52,8 @@ bool LogDatabase::Begin()
 
 bool LogDatabase::BeginTransaction(int waitMs)
 {
-    if (!IsOpen()) {
+    // The engine begins a transaction of a file that it can only read, but as a reader.
+    if (!IsOpen() || IsReadOnly()) {
         return false;
     }
     // Nothing should be open here; a transaction that a failed rollback left behind would swallow
