@@ -113,6 +113,34 @@ def statements_of(tokens):
             yield i, end
 
 
+WORD_OR_NUMBER = re.compile(r"[A-Za-z_]{2,}|\d+")
+
+
+def words_of(text, offset, kind):
+    """A text in another language, a page's style or script: each word with its last letter another,
+    each number with one more."""
+    for match in WORD_OR_NUMBER.finditer(text):
+        if match.group().isdigit():
+            yield Mutant(offset + match.start(), offset + match.end(), str(int(match.group()) + 1),
+                         kind)
+        else:
+            other = "x" if match.group()[-1] != "x" else "y"
+            yield Mutant(offset + match.end() - 1, offset + match.end(), other, kind)
+
+
+def schema_mutants_of(text):
+    """Every mutant of the schema: its words, and its lines left out."""
+    at = 0
+    for line in text.splitlines(True):
+        statement = line.split("--")[0]
+        yield from words_of(statement, at, "schema word")
+        if re.fullmatch(r"  [a-z_]+ [^(]*,\s*", statement):
+            yield Mutant(at, at + len(line), "", "column dropped")
+        elif re.match(r"CREATE (UNIQUE )?INDEX ", statement):
+            yield Mutant(at, at + len(line), "", "index dropped")
+        at += len(line)
+
+
 def mutants_of(text):
     """Every mutant of a C++ source."""
     tokens = tokens_of(text)
@@ -123,6 +151,9 @@ def mutants_of(text):
         following = tokens[i + 1] if i + 1 < len(tokens) else None
         if token.kind in ("string", "char"):
             yield from letters(token)
+        elif token.kind == "raw":
+            first, last = token.text.index("(") + 1, token.text.rindex(")")
+            yield from words_of(token.text[first:last], token.begin + first, "embedded text")
         elif token.kind == "number" and re.fullmatch(r"\d+|0[xX][0-9A-Fa-f]+", token.text):
             number = int(token.text, 0) if not re.fullmatch(r"0\d+", token.text) else None
             if number is not None:

@@ -29,7 +29,7 @@ import tempfile
 import time
 from pathlib import Path
 
-from mutants import mutants_of
+from mutants import mutants_of, schema_mutants_of
 
 HERE = Path(__file__).resolve().parent
 ROOT = HERE.parent.parent
@@ -57,6 +57,30 @@ def run(command, timeout=None, **options):
     except subprocess.TimeoutExpired:
         return None, "took too long"
     return done.returncode, done.stdout + done.stderr
+
+
+SCHEMA = "sqlite/schema.sql"
+
+
+def mutants_in(path, text):
+    return list(schema_mutants_of(text) if path == SCHEMA else mutants_of(text))
+
+
+def suites_in(places):
+    """The test suites that these sources hold."""
+    return sorted({match.group(1) for place in places if place.exists()
+                   for match in re.finditer(r"^TEST(?:_[FP])?\((\w+),", place.read_text("utf-8"),
+                                            re.MULTILINE)})
+
+
+def filters_of(path):
+    """What to run for a mutant, the likeliest to notice it first: the tests of its source, of its
+    folder, and all others. Each test runs once."""
+    folder = ROOT / "tests" / Path(path).parent
+    own = suites_in([folder / f"{Path(path).stem}Test.cpp"])
+    near = [suite for suite in suites_in(sorted(folder.glob("*.cpp"))) if suite not in own]
+    stages = [":".join(f"{suite}.*" for suite in suites) for suites in (own, near) if suites]
+    return stages + ["-" + ":".join(f"{suite}.*" for suite in own + near)]
 
 
 def programs_of(path):
@@ -95,6 +119,8 @@ class Build:
 
     def sources_of(self, path):
         """The sources to be compiled for a mutant of `path`."""
+        if path == SCHEMA:
+            return [os.path.relpath(self.folder / "LogDatabase" / "SchemaText.cpp", ROOT)]
         if path.endswith(".cpp"):
             return [path]
         return sorted(source for source in self.includes.get(path, ())
@@ -156,8 +182,12 @@ def try_mutant(build, tests, path, text, mutant):
         objects = []
         for source in build.sources_of(path):
             result = Path(folder, f"{len(objects)}.o")
-            code, _ = build.compile(source, place if source == path else ROOT / source, overlay,
-                                    result)
+            mutated = place if source == path else ROOT / source
+            if path == SCHEMA:
+                mutated = Path(folder, "SchemaText.cpp")
+                run(["cmake", "-D", f"INPUT={place}", "-D", f"OUTPUT={mutated}", "-P",
+                     str(ROOT / "LogDatabase" / "EmbedSchema.cmake")])
+            code, _ = build.compile(source, mutated, overlay, result)
             if code != 0:
                 return "unbuilt"
             objects.append(result)
@@ -166,11 +196,13 @@ def try_mutant(build, tests, path, text, mutant):
             code, output = build.link(program, objects, binary)
             if code != 0:
                 return "unbuilt"
-            command = [str(binary), "--gtest_brief=1", "--gtest_fail_fast"]
             environment = dict(os.environ, TMPDIR=folder)
-            code, _ = run(command, timeout=tests.patience(program), env=environment)
-            if code != 0:
-                return "killed"
+            for chosen in filters_of(path):
+                code, _ = run([str(binary), "--gtest_brief=1", "--gtest_fail_fast",
+                               f"--gtest_filter={chosen}"],
+                              timeout=tests.patience(program), env=environment)
+                if code != 0:
+                    return "killed"
     return "survived"
 
 
@@ -216,7 +248,7 @@ def places_of(names):
             yield place.relative_to(ROOT).as_posix()
             continue
         for path in sorted(place.rglob("*")):
-            if path.suffix in (".cpp", ".h"):
+            if path.suffix in (".cpp", ".h", ".sql"):
                 yield path.relative_to(ROOT).as_posix()
 
 
@@ -249,7 +281,7 @@ def main():
     seed = options.seed if options.seed is not None else random.SystemRandom().randrange(1 << 32)
     texts = {path: (ROOT / path).read_text(encoding="utf-8")
              for path in places_of(options.places)}
-    every = [(path, mutant) for path, text in texts.items() for mutant in mutants_of(text)]
+    every = [(path, mutant) for path, text in texts.items() for mutant in mutants_in(path, text)]
     drawn = draw(every, options.number, random.Random(seed)) if options.number else every
     print(f"{len(drawn)} of {len(every)} mutants of {len(texts)} sources, seed {seed}", flush=True)
 

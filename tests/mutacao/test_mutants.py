@@ -2,7 +2,7 @@
 """Tries the rules of mutants.py on small sources."""
 import unittest
 
-from mutants import mutants_of
+from mutants import mutants_of, schema_mutants_of
 
 
 def changed(source, kind):
@@ -46,6 +46,20 @@ class Mutants(unittest.TestCase):
                          {"switch (a) { case 1: b(); ; case 2: break; }"})
         self.assertEqual(changed("{ return FALSE; }", "return"), set())
         self.assertEqual(changed("while (a) { break; }", "branch dropped"), {"while (a) { ; }"})
+
+    def test_embedded_texts(self):
+        self.assertEqual(changed('a = R"css(top: 4px)css";', "embedded text"),
+                         {'a = R"css(tox: 4px)css";', 'a = R"css(top: 5px)css";',
+                          'a = R"css(top: 4py)css";'})
+
+    def test_schema(self):
+        schema = "-- a b\nCREATE TABLE t (\n  ab TEXT,\n  cd REAL\n);\nCREATE INDEX i ON t (ab);\n"
+        found = {(mutant.kind, schema[:mutant.begin] + mutant.text + schema[mutant.end:])
+                 for mutant in schema_mutants_of(schema)}
+        self.assertIn(("column dropped", schema.replace("  ab TEXT,\n", "")), found)
+        self.assertIn(("index dropped", schema.replace("CREATE INDEX i ON t (ab);\n", "")), found)
+        self.assertIn(("schema word", schema.replace("TEXT", "TEXx")), found)
+        self.assertTrue(all(text.startswith("-- a b\n") for _, text in found))
 
     def test_what_is_left_alone(self):
         for source in ("// a < b 1\n", "/* 1 */", "#if 1 < 2\n", "static_assert(1 < 2);",
