@@ -57,6 +57,12 @@ CheckContext::CheckContext(const leitura::DatabaseReading& database, const LossI
 {
 }
 
+const LostRows& CheckContext::LostOf(std::int64_t coo) const
+{
+    static const LostRows none;
+    return m_losses == nullptr ? none : m_losses->Of(coo);
+}
+
 bool CheckContext::IsUltimo(const leitura::Integer& coo, bool fiscal) const
 {
     return m_ultimo.fiscal == fiscal && m_ultimo.coo.Value() == coo.Value();

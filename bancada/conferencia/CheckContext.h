@@ -39,6 +39,22 @@ class CheckContext
     const LossIndex* Losses() const { return m_losses; }
     const RepeatedCoos& Repeated() const { return m_repeated; }
     const Acertos& Relogio() const { return m_acertos; }
+    // The lost rows of a receipt; none where no firmware log was given.
+    const LostRows& LostOf(std::int64_t coo) const;
+    // Runs the check of a Z twice: with what the rows that were lost of its day would have added to
+    // it, which tells what they do not account for, then without it.
+    template <typename Check>
+    void CheckWithLosses(std::int64_t crz, const Check& check)
+    {
+        if (const auto lost = perdidas.find(crz); lost != perdidas.end()) {
+            const Jornada rowsAlone = jornadas[crz];
+            jornadas[crz].Add(lost->second);
+            findings.FindResidue(check);
+            jornadas[crz] = rowsAlone;
+        }
+        check();
+        findings.ForgetResidue();
+    }
     // Whether it is the document issued last.
     bool IsUltimo(const leitura::Integer& coo, bool fiscal) const;
 
@@ -54,6 +70,8 @@ class CheckContext
     FindingReport findings;
     // The days by their Z, as the checks of the receipts gather them.
     std::map<std::int64_t, Jornada> jornadas;
+    // What the rows that were lost of each day would have added.
+    std::map<std::int64_t, Jornada> perdidas;
     RowCounts rows;
     Chaves chaves;
     Aplicativos aplicativos;

@@ -291,6 +291,58 @@ void CheckFechado(CheckContext& context, const CupomFiscalRow& cupom, const Amou
     }
 }
 
+// What the lost items and payments of a receipt do not account for is not explained by them.
+void CheckFechadoWithLosses(CheckContext& context, const CupomFiscalRow& cupom, const Amount& itens,
+                            const Pagamentos& pagamentos, const LostRows& lost)
+{
+    if (!lost.IsEmpty()) {
+        Pagamentos all = pagamentos;
+        all.soma = all.soma + lost.Pagamentos();
+        context.findings.FindResidue(
+            [&] { CheckFechado(context, cupom, itens + lost.Itens(), all); });
+    }
+    CheckFechado(context, cupom, itens, pagamentos);
+    context.findings.ForgetResidue();
+}
+
+// What the lost rows of a receipt would have added to its day. A cancelled receipt's sales and
+// payments were taken back.
+void AddPerdidos(Jornada& perdida, const LostRows& lost, bool cancelado)
+{
+    for (const LostItem& item : lost.itens) {
+        const Amount total = item.total.WithDecimals(CENTS);
+        perdida.bruto = perdida.bruto + total;
+        if (!cancelado) {
+            perdida.porAliquota[item.aliquota].Add(total);
+        }
+    }
+    for (const LostPagamento& pagamento : lost.pagamentos) {
+        if (!cancelado) {
+            perdida.AddMeios({{pagamento.meio, pagamento.valor}});
+        }
+    }
+}
+
+// What a receipt whose own row was lost added to its day, as its items and payments tell. Paid less
+// than its items come to, it had a discount on its subtotal.
+void AddCupomPerdido(CheckContext& context, Itens& itens, std::int64_t coo, Jornada& perdida)
+{
+    const ItensSum sum = itens.Check(coo);
+    const Pagamentos pagamentos = context.ReadPagamentos(coo);
+    const LostRows& lost = context.LostOf(coo);
+    const Amount vendido = sum.soma + lost.Itens();
+    const Amount pago = pagamentos.soma + lost.Pagamentos();
+    const Amount& total = IsAtMost(vendido, pago) ? vendido : pago;
+    perdida.vendas.Add(total);
+    perdida.recebido.Add(total);
+    AddPorAliquota(perdida, sum, total - vendido);
+    AddPerdidos(perdida, lost, false);
+    perdida.AddMeios(pagamentos.porMeio);
+    perdida.bruto = perdida.bruto + sum.bruto + sum.acrescimos;
+    perdida.descontos = perdida.descontos + sum.descontos + vendido - total;
+    perdida.acrescimos = perdida.acrescimos + sum.acrescimos;
+}
+
 // Whether the closing wrote the subtotal's adjustment into the items.
 bool IsRewritten(const CupomFiscalRow& cupom, const Amount& itens)
 {
@@ -397,8 +449,12 @@ void CheckCupom(CheckContext& context, Itens& itens, const CupomFiscalRow& cupom
             jornada.itensIncertos = Coo(cupom.coo) + " was adjusted and its closing is not known";
         }
     }
+    const LostRows& lost = context.LostOf(cupom.coo.Value());
+    if (!lost.IsEmpty()) {
+        AddPerdidos(context.perdidas[JornadaNumber(cupom.crz)], lost, cancelado);
+    }
     if (fechado) {
-        CheckFechado(context, cupom, sum.soma, pagamentos);
+        CheckFechadoWithLosses(context, cupom, sum.soma, pagamentos, lost);
     } else if (!cancelado && !context.IsUltimo(cupom.coo, true)) {
         CheckAberto(context, cupom, sum.soma, pagamentos);
     }
@@ -421,6 +477,15 @@ void CheckCupons(CheckContext& context)
         CheckCupom(context, itens, cupom);
     }
     context.chaves.End(context.findings, context.Relogio());
+    if (context.Losses() == nullptr) {
+        return;
+    }
+    for (const auto& [coo, crz] : context.Losses()->Cupons()) {
+        Jornada& perdida = context.perdidas[JornadaNumber(crz)];
+        const std::int64_t number = coo;
+        context.findings.FindResidue([&] { AddCupomPerdido(context, itens, number, perdida); });
+    }
+    context.findings.ForgetResidue();
 }
 
 } // namespace bancada::conferencia

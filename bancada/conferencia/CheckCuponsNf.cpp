@@ -185,6 +185,13 @@ void CheckCupomNf(CheckContext& context, ItensNf& itens, const CupomNfRow& cupom
     if (!cancelado) {
         jornada.naoFiscais = jornada.naoFiscais + cupom.valorTotalCupom;
     }
+    const LostRows& lost = context.LostOf(cupom.coo.Value());
+    if (!cancelado) {
+        for (const LostPagamento& pagamento : lost.pagamentos) {
+            context.perdidas[JornadaNumber(cupom.crz)].AddMeios(
+                {{pagamento.meio, pagamento.valor}});
+        }
+    }
     if (!context.Repeated().IsSingle(cupom.coo)) {
         jornada.meiosIncertos = Coo(cupom.coo) + " names several receipts";
         jornada.itensIncertos = jornada.meiosIncertos;
@@ -219,6 +226,21 @@ void CheckCupomNf(CheckContext& context, ItensNf& itens, const CupomNfRow& cupom
     }
 }
 
+// What a receipt whose own row was lost added to its day.
+void AddCupomPerdido(CheckContext& context, ItensNf& itens, std::int64_t coo, Jornada& perdida)
+{
+    const ItensSum sum = itens.Check(coo);
+    AddPorTotalizador(perdida, sum, Amount(0, CENTS));
+    perdida.naoFiscais = perdida.naoFiscais + sum.liquido;
+    if (sum.fundo) {
+        perdida.fundosDeTroco.push_back(sum.liquido);
+    }
+    if (!sum.caixa) {
+        perdida.recebido.Add(sum.liquido);
+        perdida.AddMeios(context.ReadPagamentos(coo).porMeio);
+    }
+}
+
 } // namespace
 
 void CheckCuponsNf(CheckContext& context)
@@ -229,6 +251,15 @@ void CheckCuponsNf(CheckContext& context)
     while (cupons.Next(cupom)) {
         CheckCupomNf(context, itens, cupom);
     }
+    if (context.Losses() == nullptr) {
+        return;
+    }
+    for (const auto& [coo, crz] : context.Losses()->CuponsNf()) {
+        Jornada& perdida = context.perdidas[JornadaNumber(crz)];
+        const std::int64_t number = coo;
+        context.findings.FindResidue([&] { AddCupomPerdido(context, itens, number, perdida); });
+    }
+    context.findings.ForgetResidue();
 }
 
 } // namespace bancada::conferencia

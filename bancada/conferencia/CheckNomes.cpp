@@ -195,7 +195,8 @@ void CheckNomes(CheckContext& context)
     CheckMeios(context, all, programacao);
     CheckNaoFiscais(context, all, programacao);
     for (const Names& names : all) {
-        CheckTotais(context, names, programacao);
+        context.CheckWithLosses(names.z.crz.Value(),
+                                [&] { CheckTotais(context, names, programacao); });
     }
 }
 

@@ -168,9 +168,9 @@ void CheckReducoes(CheckContext& context)
             CheckFirst(context, z);
         }
         if (seen.insert(crz).second) {
-            CheckTotalizadores(context, z, parts[crz]);
+            context.CheckWithLosses(crz, [&] { CheckTotalizadores(context, z, parts[crz]); });
             CheckHoras(context, z, previous ? &*previous : nullptr);
-            CheckMeios(context, z, parts[crz]);
+            context.CheckWithLosses(crz, [&] { CheckMeios(context, z, parts[crz]); });
         }
         CheckTempos(context, z);
         if (!previous || leitura::ComesBefore(previous->crz.Value(), crz)) {

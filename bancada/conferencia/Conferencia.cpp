@@ -19,7 +19,7 @@ void AddJornadas(const leitura::DatabaseReading& database, LossIndex& losses)
     for (const std::int64_t coo : losses.Coos()) {
         jornada.With(coo);
         while (jornada.Next()) {
-            losses.AddCrz(jornada.ReadInteger("cont_crz").Value());
+            losses.AddCrz(coo, jornada.ReadInteger("cont_crz").Value());
         }
     }
 }

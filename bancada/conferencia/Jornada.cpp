@@ -82,6 +82,26 @@ bool IsAtMost(const Amount& a, const Amount& b)
     return difference.IsKnown() && difference.Units() >= 0;
 }
 
+void Jornada::Add(const Jornada& other)
+{
+    vendas.Add(other.vendas);
+    recebido.Add(other.recebido);
+    naoFiscais = naoFiscais + other.naoFiscais;
+    fundosDeTroco.insert(fundosDeTroco.end(), other.fundosDeTroco.begin(),
+                         other.fundosDeTroco.end());
+    for (const auto& [aliquota, range] : other.porAliquota) {
+        porAliquota[aliquota].Add(range);
+    }
+    for (const auto& [indice, range] : other.porTotalizadorNf) {
+        porTotalizadorNf[indice].Add(range);
+    }
+    bruto = bruto + other.bruto;
+    descontos = descontos + other.descontos;
+    acrescimos = acrescimos + other.acrescimos;
+    acrescimoCancelado = acrescimoCancelado || other.acrescimoCancelado;
+    AddMeios(other.meios);
+}
+
 void Jornada::AddCupom(std::int64_t coo, const std::string& hora)
 {
     if (primeiraHora.empty() || hora < primeiraHora) {

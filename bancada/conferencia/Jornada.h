@@ -90,6 +90,8 @@ struct Jornada {
     std::int64_t primeiroCoo = 0;
     std::int64_t ultimoCoo = 0;
 
+    // Adds what another one tells, the certainty of items and means aside.
+    void Add(const Jornada& other);
     void AddCupom(std::int64_t coo, const std::string& hora);
     void AddMeios(const std::map<std::int64_t, leitura::Amount>& porMeio);
 };

@@ -107,6 +107,107 @@ TEST_F(LossIndexTest, ALostReceiptExplainsItsDay)
                     "pagamento-sem-cupom: COO 4: 1 payments without their receipt (explained)"));
 }
 
+// The payment of COO 10 that holds an apostrophe is in its Z and has no row.
+const char LOST_PAYMENT[] =
+    "INSERT INTO pagamento_cupom (cont_coo, cont_gnf, valor_pagamento, num_parcelas, "
+    "info_adicional, indice_meio_pagamento, id_estornado, valor_estornado) VALUES "
+    "(10,4,7.00,1,'D'AGUA, 1',1,'N',0)";
+const char WITH_LOST_PAYMENT[] =
+    "UPDATE meio_pagamento_reducao SET valor_acumulado = 87.00 WHERE cont_crz = 1 AND"
+    " indice_meio_pagamento = 1;"
+    "UPDATE meio_pagamento_reducao SET valor_acumulado = 33.52 WHERE cont_crz = 1 AND"
+    " indice_meio_pagamento = 21";
+const char LOST_PAYMENT_TOLD[] =
+    "linha-perdida: pagamento_cupom cont_coo 10, cont_gnf 4, indice_meio_pagamento 1: INSERT of "
+    "pagamento_cupom by command 4 was rejected: syntax error";
+
+TEST_F(LossIndexTest, ALostPaymentExplainsItsAmount)
+{
+    Execute(CLEAN_DAYS);
+    Execute(WITH_LOST_PAYMENT);
+    Losses losses;
+    AddRejected(losses, 5, "syntax error", ADDITIONAL);
+    AddRejected(losses, 4, "syntax error", LOST_PAYMENT);
+    EXPECT_THAT(Faults(&losses),
+                ElementsAre(LOST_PAYMENT_TOLD, "z-meio: CRZ 1 means 1: took in 87.00, payments "
+                                               "80.00 (explained)"));
+}
+
+// Five reais of COO 3: its item, its total, its payment.
+TEST_F(LossIndexTest, WhatItDoesNotAccountForIsNotExplained)
+{
+    Execute(CLEAN_DAYS);
+    Execute(WITH_LOST_PAYMENT);
+    Execute("UPDATE item_cupom_fiscal SET valor_unitario = 2.50, valor_total = 5.00"
+            " WHERE cont_coo = 3 AND seq_item = 1;"
+            "UPDATE cupom_fiscal SET valor_subtotal = 10.48, valor_total = 10.48"
+            " WHERE cont_coo = 3;"
+            "UPDATE pagamento_cupom SET valor_pagamento = 15.00 WHERE cont_coo = 3");
+    Losses losses;
+    AddRejected(losses, 5, "syntax error", ADDITIONAL);
+    AddRejected(losses, 4, "syntax error", LOST_PAYMENT);
+    EXPECT_THAT(
+        Faults(&losses),
+        ElementsAre(LOST_PAYMENT_TOLD, "z-aliquota: CRZ 1 01T18.00: 26.10, valid items 21.10",
+                    "z-registrado: CRZ 1: gross sales 68.48, items of the day 63.48",
+                    "z-vendas: CRZ 1: net tax totalizers 36.98, valid fiscal receipts 31.98",
+                    "z-meio: CRZ 1 means 1: took in 87.00, payments 75.00; with the lost rows: "
+                    "took in 87.00, payments 82.00",
+                    "z-troco: CRZ 1: payment means 100.50 less change 33.52, valid receipts "
+                    "61.98"));
+    EXPECT_EQ(summary.explained, 0);
+}
+
+TEST_F(LossIndexTest, SoItIsWithALostItem)
+{
+    Execute(CLEAN_DAYS);
+    Execute("DELETE FROM item_cupom_fiscal WHERE cont_coo = 3 AND seq_item = 2;"
+            "UPDATE item_cupom_fiscal SET rowid = rowid - 1 WHERE rowid > 2");
+    Losses losses;
+    AddRejected(losses, 5, "syntax error", ADDITIONAL);
+    AddRejected(losses, 157, "near \"AGUA\": syntax error",
+                "INSERT INTO item_cupom_fiscal (seq_item, cont_coo, cod_item, descricao, "
+                "quantidade, aliquota, un_medida, valor_unitario, tipo_acrescimo, "
+                "valor_acrescimo, tipo_desconto, valor_desconto, valor_canc_acrescimo, "
+                "valor_total, casas_decimais_quantidade, casas_decimais_valor, "
+                "id_arred_trunc_valor, id_cancelado, perc_acrescimo, perc_desconto) VALUES "
+                "(2,3,'7','COPO D'AGUA, 2',1.375,'F1','UN',3.99,'V',0,'V',0,0,5.48,3,2,'T','N',0,"
+                "0)");
+    const char told[] = "linha-perdida: item_cupom_fiscal cont_coo 3, seq_item 2: INSERT of "
+                        "item_cupom_fiscal by command 157 was rejected: near \"AGUA\": syntax "
+                        "error";
+    EXPECT_THAT(
+        Faults(&losses),
+        ElementsAre(told,
+                    "cupom-itens: COO 3: live items 10.00, subtotal 15.48, total 15.48 (explained)",
+                    "z-aliquota: CRZ 1 F1: 5.48, valid items 0.00 (explained)",
+                    "z-registrado: CRZ 1: gross sales 68.48, items of the day 63.00 (explained)"));
+    Execute("UPDATE item_cupom_fiscal SET valor_unitario = 4.50, valor_total = 9.00"
+            " WHERE cont_coo = 3 AND seq_item = 1");
+    EXPECT_THAT(
+        Faults(&losses),
+        ElementsAre(told,
+                    "cupom-itens: COO 3: live items 9.00, subtotal 15.48, total 15.48; with the "
+                    "lost rows: live items 14.48, subtotal 15.48, total 15.48",
+                    "z-aliquota: CRZ 1 01T18.00: 26.10, valid items 25.10",
+                    "z-aliquota: CRZ 1 F1: 5.48, valid items 0.00 (explained)",
+                    "z-registrado: CRZ 1: gross sales 68.48, items of the day 62.00; with the "
+                    "lost rows: gross sales 68.48, items of the day 67.48"));
+}
+
+// A statement that does not tell its amounts may account for any.
+TEST_F(LossIndexTest, AStatementWithoutAmountsExplainsItsDay)
+{
+    Execute(CLEAN_DAYS);
+    Execute("UPDATE item_cupom_fiscal SET valor_unitario = 4.50, valor_total = 9.00"
+            " WHERE cont_coo = 3 AND seq_item = 1");
+    Losses losses;
+    AddRejected(losses, 5, "syntax error", ADDITIONAL);
+    AddRejected(losses, 3, "syntax error", "UPDATE item_cupom_fiscal SET x WHERE cont_coo = 3");
+    Check(&losses);
+    EXPECT_EQ(summary.faults, summary.explained + 1);
+}
+
 TEST_F(LossIndexTest, ALostRowOfAnotherDocumentExplainsNothing)
 {
     Execute(CLEAN_DAYS);
