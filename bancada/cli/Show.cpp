@@ -1,12 +1,14 @@
 // ecf-bancada show: a logging database as a person would look at it.
 #include "bancada/relatorio/Show.h"
 #include "bancada/cli/OutputFile.h"
+#include "bancada/cli/ShowVerdict.h"
 #include "bancada/cli/Subcommands.h"
 #include "bancada/cli/UsedFiles.h"
 
 #include <CLI/CLI.hpp>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -29,10 +31,22 @@ int ExitCode(bool shown)
     return shown ? EXIT_OK : EXIT_FINDINGS;
 }
 
+// The page of a whole database carries its verdict; that of one day is made without reading the
+// rest, and says that it has none.
 int ShowInto(const std::string& page, const ShowOptions& options)
 {
+    const leitura::DatabaseReading database(options.database);
+    std::optional<relatorio::Verdict> verdict;
+    if (!options.crz) {
+        std::optional<Losses> losses;
+        if (!options.log.empty()) {
+            losses = ReadLosses(options.log);
+        }
+        verdict = ReadVerdict(database, losses ? &*losses : nullptr);
+    }
     OutputFile file(page);
-    const bool shown = Show(options, file.Stream(), std::cerr);
+    const bool shown =
+        Show(database, verdict ? &*verdict : nullptr, options, file.Stream(), std::cerr);
     if (shown) {
         file.Commit();
     }
@@ -73,12 +87,13 @@ void AddShow(CLI::App& app, int& exitCode)
                  "closes each, and their documents.\n\nExit codes: 0 shown; 1 the document, the Z "
                  "reduction or the day is not in the database; 2 a file cannot be\nread or "
                  "written, or is no logging database.");
-    show->callback([options, page, crz, html, log, &exitCode] {
+    show->callback([options, page, crz, html, log, &app, &exitCode] {
         if (*log && *crz && !*html) {
             throw CLI::ExcludesError("--log", "--crz without --html");
         }
         RequireApart(*page, Inputs(*options));
         options->html = static_cast<bool>(*html);
+        options->version = app.version();
         exitCode = options->html ? ShowInto(*page, *options)
                                  : ExitCode(Show(*options, std::cout, std::cerr));
     });

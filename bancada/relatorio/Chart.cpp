@@ -11,7 +11,9 @@ namespace bancada::relatorio
 namespace
 {
 
-constexpr int WIDTH = 720;
+// The page shows the one or the other, so that the texts have their size on a phone too.
+constexpr int WIDE = 720;
+constexpr int NARROW = 340;
 constexpr int MAX_STEPS = 4;
 
 // The smallest step of 1, 2 or 5 times a power of ten, and at least one whole unit of currency,
@@ -54,21 +56,22 @@ std::string SvgBar(int x, int y, int width, int height, const std::string& tip)
            "\" rx=\"2\"><title>" + EscapeHtml(tip) + "</title></rect>";
 }
 
-std::string SvgBegin(int height, const char* label)
+std::string SvgBegin(int width, int height, const char* label)
 {
-    return "<svg class=\"grafico\" role=\"img\" aria-label=\"" + std::string(label) +
-           "\" viewBox=\"0 0 " + std::to_string(WIDTH) + ' ' + std::to_string(height) + "\">";
+    return "<svg class=\"grafico " + std::string(width == WIDE ? "largo" : "estreito") +
+           "\" role=\"img\" aria-label=\"" + label + "\" viewBox=\"0 0 " + std::to_string(width) +
+           ' ' + std::to_string(height) + "\">";
 }
 
-} // namespace
-
-std::string ChartByHora(const std::vector<VendaHora>& horas)
+// With a label at every `labelled` hours.
+std::string PlotHoras(const std::vector<VendaHora>& horas, int width, int left,
+                      std::size_t labelled)
 {
     constexpr int HEIGHT = 230;
-    constexpr int LEFT = 84;
     constexpr int TOP = 16;
     constexpr int BASE = HEIGHT - 28;
-    constexpr int COLUMN = (WIDTH - LEFT) / 24;
+    const int column = (width - left) / 24;
+    const int gap = column / 8;
 
     std::int64_t greatest = 0;
     for (const VendaHora& venda : horas) {
@@ -77,57 +80,96 @@ std::string ChartByHora(const std::vector<VendaHora>& horas)
     const std::int64_t step = StepFor(greatest);
     const std::int64_t top = step * std::max<std::int64_t>(1, (greatest + step - 1) / step);
 
-    std::string svg = SvgBegin(HEIGHT, "Sales by hour");
+    std::string svg = SvgBegin(width, HEIGHT, "Sales by hour");
     for (std::int64_t mark = 0; mark <= top; mark += step) {
         const int y = BASE - Fraction(mark, top, BASE - TOP);
-        svg += "<line class=\"grade\" x1=\"" + std::to_string(LEFT) + "\" x2=\"" +
-               std::to_string(WIDTH) + "\" y1=\"" + std::to_string(y) + "\" y2=\"" +
+        svg += "<line class=\"grade\" x1=\"" + std::to_string(left) + "\" x2=\"" +
+               std::to_string(width) + "\" y1=\"" + std::to_string(y) + "\" y2=\"" +
                std::to_string(y) + "\"/>";
-        svg += SvgText("eixo fim", LEFT - 8, y + 4, AmountText({mark, 2}, 0));
+        svg += SvgText("eixo fim", left - 8, y + 4, AmountText({mark, 2}, 0));
     }
     for (std::size_t hora = 0; hora < horas.size(); ++hora) {
         const VendaHora& venda = horas[hora];
-        const int x = LEFT + static_cast<int>(hora) * COLUMN;
+        const int x = left + static_cast<int>(hora) * column;
         const int height = Fraction(venda.valor.Units(), top, BASE - TOP);
         if (venda.cupons > 0) {
-            svg += SvgBar(x + 3, BASE - height, COLUMN - 6, height,
+            svg += SvgBar(x + gap, BASE - height, column - 2 * gap, height,
                           WithZeros(static_cast<int>(hora), 2) + " h: R$ " +
                               AmountText(venda.valor) + ", " + std::to_string(venda.cupons) +
                               (venda.cupons == 1 ? " receipt" : " receipts"));
         }
-        if (hora % 2 == 0) {
-            svg += SvgText("eixo meio", x + COLUMN / 2, BASE + 18,
+        if (hora % labelled == 0) {
+            svg += SvgText("eixo meio", x + column / 2, BASE + 18,
                            WithZeros(static_cast<int>(hora), 2));
         }
     }
     return svg + "</svg>";
 }
 
-std::string ChartByMeio(std::vector<VendaMeio> meios)
+std::string Tip(const VendaMeio& meio)
+{
+    return NameOrNumber(meio) + ": R$ " + AmountText(meio.valor) + ", " +
+           std::to_string(meio.pagamentos) + (meio.pagamentos == 1 ? " payment" : " payments");
+}
+
+std::int64_t Greatest(const std::vector<VendaMeio>& meios)
+{
+    return meios.empty() ? 0 : meios.front().valor.Units();
+}
+
+// A line a means: its name, its bar and its amount beside each other.
+std::string PlotMeiosWide(const std::vector<VendaMeio>& meios)
 {
     constexpr int LINE = 34;
     constexpr int LEFT = 190;
     constexpr int RIGHT = 130;
     constexpr std::size_t NAME_COLUMNS = 22;
 
-    std::stable_sort(meios.begin(), meios.end(), [](const VendaMeio& a, const VendaMeio& b) {
-        return a.valor.Units() > b.valor.Units();
-    });
-    const std::int64_t greatest = meios.empty() ? 0 : meios.front().valor.Units();
-
-    std::string svg = SvgBegin(LINE * static_cast<int>(meios.size()) + 8, "Sales by payment means");
+    std::string svg =
+        SvgBegin(WIDE, LINE * static_cast<int>(meios.size()) + 8, "Sales by payment means");
     int y = 4;
     for (const VendaMeio& meio : meios) {
-        const int width = Fraction(meio.valor.Units(), greatest, WIDTH - LEFT - RIGHT);
-        const std::string name = NameOrNumber(meio);
-        svg += SvgText("rotulo fim", LEFT - 10, y + 21, Cut(name, NAME_COLUMNS));
-        svg += SvgBar(LEFT, y + 5, std::max(width, 1), LINE - 10,
-                      name + ": R$ " + AmountText(meio.valor) + ", " +
-                          std::to_string(meio.pagamentos) + " payments");
+        const int width = Fraction(meio.valor.Units(), Greatest(meios), WIDE - LEFT - RIGHT);
+        svg += SvgText("rotulo fim", LEFT - 10, y + 21, Cut(NameOrNumber(meio), NAME_COLUMNS));
+        svg += SvgBar(LEFT, y + 5, std::max(width, 1), LINE - 10, Tip(meio));
         svg += SvgText("rotulo", LEFT + width + 8, y + 21, AmountText(meio.valor));
         y += LINE;
     }
     return svg + "</svg>";
+}
+
+// The bar below the name and the amount.
+std::string PlotMeiosNarrow(const std::vector<VendaMeio>& meios)
+{
+    constexpr int LINE = 40;
+    constexpr std::size_t NAME_COLUMNS = 24;
+
+    std::string svg =
+        SvgBegin(NARROW, LINE * static_cast<int>(meios.size()) + 8, "Sales by payment means");
+    int y = 4;
+    for (const VendaMeio& meio : meios) {
+        const int width = Fraction(meio.valor.Units(), Greatest(meios), NARROW);
+        svg += SvgText("rotulo", 0, y + 12, Cut(NameOrNumber(meio), NAME_COLUMNS));
+        svg += SvgText("rotulo fim", NARROW, y + 12, AmountText(meio.valor));
+        svg += SvgBar(0, y + 18, std::max(width, 1), 12, Tip(meio));
+        y += LINE;
+    }
+    return svg + "</svg>";
+}
+
+} // namespace
+
+std::string ChartByHora(const std::vector<VendaHora>& horas)
+{
+    return PlotHoras(horas, WIDE, 84, 2) + PlotHoras(horas, NARROW, 76, 4);
+}
+
+std::string ChartByMeio(std::vector<VendaMeio> meios)
+{
+    std::stable_sort(meios.begin(), meios.end(), [](const VendaMeio& a, const VendaMeio& b) {
+        return a.valor.Units() > b.valor.Units();
+    });
+    return PlotMeiosWide(meios) + PlotMeiosNarrow(meios);
 }
 
 std::string NameOrNumber(const VendaMeio& meio)

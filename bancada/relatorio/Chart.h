@@ -10,6 +10,8 @@
 namespace bancada::relatorio
 {
 
+// Each twice, for a wide and for a narrow window; the style shows one of them.
+
 // 24 columns, one an hour of the day.
 std::string ChartByHora(const std::vector<VendaHora>& horas);
 

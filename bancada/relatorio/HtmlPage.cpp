@@ -2,6 +2,7 @@
 
 #include <sodium.h>
 
+#include "bancada/log/RejectedRow.h"
 #include "bancada/relatorio/Chart.h"
 #include "bancada/relatorio/DisplayText.h"
 #include "bancada/relatorio/DocumentoPrint.h"
@@ -27,6 +28,11 @@ std::string DigestOf(std::string_view text)
 std::string NumberBox(const std::string& value, const std::string& name)
 {
     return "<div><b>" + EscapeHtml(value) + "</b><span>" + EscapeHtml(name) + "</span></div>\n";
+}
+
+std::string CountText(std::int64_t number, const char* one, const char* several)
+{
+    return std::to_string(number) + " " + (number == 1 ? one : several);
 }
 
 class PageWriter final : public JornadaVisitor
@@ -55,6 +61,9 @@ class PageWriter final : public JornadaVisitor
         } else {
             m_out << "<span>not closed</span>";
         }
+        if (m_page.verdict && jornada.crz.IsKnown()) {
+            WriteFaults(m_page.verdict->FaultsOfCrz(jornada.crz.Value()));
+        }
         m_out << "</summary>\n";
         m_inside = true;
     }
@@ -74,8 +83,11 @@ class PageWriter final : public JornadaVisitor
               << EscapeHtml(Title(d)) << "</span><span class=\"valor num\">"
               << (d.IsCupom() || d.reducao ? EscapeHtml(AmountText(d.total)) : "")
               << "</span><span class=\"marca\">"
-              << (unclosed ? "no closing" : EscapeHtml(cancelado))
-              << "</span></summary>\n<div class=\"papel\"><pre class=\"bobina\" lang=\"pt-BR\">";
+              << (unclosed ? "no closing" : EscapeHtml(cancelado)) << "</span>";
+        if (m_page.verdict && d.coo.IsKnown()) {
+            WriteFaults(m_page.verdict->FaultsOfCoo(d.coo.Value()));
+        }
+        m_out << "</summary>\n<div class=\"papel\"><pre class=\"bobina\" lang=\"pt-BR\">";
         for (const std::string& line : PrintDocumento(d, m_estabelecimento)) {
             m_out << EscapeHtml(line) << '\n';
         }
@@ -98,6 +110,15 @@ class PageWriter final : public JornadaVisitor
         return m_page.crz && (!jornada.crz.IsKnown() || *m_page.crz != jornada.crz.Value());
     }
 
+    // Of a day or a document; nothing where there are none.
+    void WriteFaults(std::int64_t faults)
+    {
+        if (faults > 0) {
+            m_out << "<span class=\"marca achados\">" << CountText(faults, "finding", "findings")
+                  << "</span>";
+        }
+    }
+
     Report& m_report;
     const HtmlPage& m_page;
     const Estabelecimento& m_estabelecimento;
@@ -106,11 +127,23 @@ class PageWriter final : public JornadaVisitor
     bool m_inside = false;
 };
 
-void WriteHoras(const std::vector<VendaHora>& horas, std::ostream& out)
+// Of what is in no sum; nothing where all is.
+void WriteUnreadable(std::int64_t number, const char* one, const char* several, std::ostream& out)
 {
+    if (number > 0) {
+        out << "<p class=\"marca ilegivel\">" << CountText(number, one, several) << "</p>\n";
+    }
+}
+
+void WriteHoras(const VendasByHora& vendas, std::ostream& out)
+{
+    const std::vector<VendaHora>& horas = vendas.horas;
     out << "<section class=\"quadro\" id=\"hours\"><h2>Sales by hour</h2>\n"
-        << ChartByHora(horas)
-        << "\n<details><summary>Figures</summary><table><tr><th>Hour</th>"
+        << ChartByHora(horas) << "\n";
+    WriteUnreadable(vendas.unreadable,
+                    "receipt whose hour or total cannot be read is in no sum here",
+                    "receipts whose hour or total cannot be read are in no sum here", out);
+    out << "<details><summary>Figures</summary><table><tr><th>Hour</th>"
            "<th class=\"num\">Receipts</th><th class=\"num\">R$</th></tr>\n";
     for (std::size_t hora = 0; hora < horas.size(); ++hora) {
         if (horas[hora].cupons > 0) {
@@ -122,9 +155,12 @@ void WriteHoras(const std::vector<VendaHora>& horas, std::ostream& out)
     out << "</table></details></section>\n";
 }
 
-void WriteMeios(const std::vector<VendaMeio>& meios, const Amount& troco, std::ostream& out)
+void WriteMeios(const VendasByMeio& vendas, const Amount& troco, std::ostream& out)
 {
+    const std::vector<VendaMeio>& meios = vendas.meios;
     out << "<section class=\"quadro\" id=\"means\"><h2>Sales by payment means</h2>\n";
+    WriteUnreadable(vendas.unreadable, "payment whose amount cannot be read is in no sum here",
+                    "payments whose amount cannot be read are in no sum here", out);
     if (meios.empty()) {
         out << "<p class=\"fraco\">No payments.</p></section>\n";
         return;
@@ -150,8 +186,13 @@ void WriteLosses(const Losses* losses, std::ostream& out)
         out << "<p class=\"fraco\">The firmware log holds none.</p>\n";
     } else {
         for (const RejectedStatement& one : losses->rejected) {
-            out << "<div class=\"perdido\"><p><b>" << EscapeHtml(FormatDateTime(one.time))
-                << "</b> command " << one.command << ", statement rejected, log line " << one.line
+            out << "<div class=\"perdido\"";
+            // The document whose row it should have written, for the search.
+            if (const auto coo = ReadRejectedRow(one.statement).Value("cont_coo")) {
+                out << " data-coo=\"" << *coo << "\"";
+            }
+            out << "><p><b>" << EscapeHtml(FormatDateTime(one.time)) << "</b> command "
+                << one.command << ", statement rejected, log line " << one.line
                 << ": <span class=\"marca\">" << EscapeHtml(one.error) << "</span></p><pre>"
                 << EscapeHtml(one.statement) << "</pre></div>\n";
         }
@@ -160,6 +201,80 @@ void WriteLosses(const Losses* losses, std::ostream& out)
                 << "</b> command lost, log line " << one.line << ": <span class=\"marca\">"
                 << EscapeHtml(one.reason) << "</span></p></div>\n";
         }
+    }
+    out << "</section>\n";
+}
+
+void WriteProperty(const char* name, const std::string& value, std::ostream& out)
+{
+    if (!value.empty()) {
+        out << "<tr><th>" << name << "</th><td>" << EscapeHtml(value) << "</td></tr>\n";
+    }
+}
+
+void WriteFindings(const Verdict& verdict, std::ostream& out)
+{
+    const std::size_t counted = static_cast<std::size_t>(verdict.faults + verdict.notes);
+    if (verdict.findings.empty()) {
+        return;
+    }
+    out << "<details" << (verdict.faults > 0 ? " open" : "") << "><summary>"
+        << CountText(verdict.faults, "finding", "findings") << ", "
+        << CountText(verdict.notes, "note", "notes") << "</summary>\n<ul class=\"achados\">\n";
+    for (const VerdictFinding& one : verdict.findings) {
+        out << "<li>" << (one.note ? "note: " : "") << "<b>" << EscapeHtml(one.kind) << "</b> "
+            << EscapeHtml(one.key) << ": " << EscapeHtml(one.text)
+            << (one.explained ? " <span class=\"fraco\">A lost row in the log explains it.</span>"
+                              : "")
+            << "</li>\n";
+    }
+    out << "</ul>\n";
+    if (counted > verdict.findings.size()) {
+        out << "<p class=\"fraco\">" << counted - verdict.findings.size()
+            << " more are counted and not listed; ecf-bancada check --all lists them.</p>\n";
+    }
+    out << "</details>\n";
+}
+
+// What the figures are of, and what a reconciliation says of them.
+void WriteVerdict(const HtmlPage& page, std::ostream& out)
+{
+    out << "<section class=\"quadro\" id=\"check\"><h2>What was looked at, and what check "
+           "says</h2>\n";
+    const Verdict* verdict = page.verdict;
+    if (!verdict) {
+        out << "<p class=\"veredicto\">Not checked: this page was made without reconciling the "
+               "database. ecf-bancada check does it.</p>\n";
+    } else if (!verdict->failure.empty()) {
+        out << "<p class=\"veredicto falha\">The check did not come to its end: "
+            << EscapeHtml(verdict->failure) << "</p>\n";
+    } else if (verdict->faults > 0) {
+        out << "<p class=\"veredicto falha\">check found "
+            << CountText(verdict->faults, "finding", "findings") << ", "
+            << verdict->faults - verdict->explained
+            << " of them not explained by a lost row. The figures of this page are what the rows "
+               "say, right or wrong.</p>\n";
+    } else {
+        out << "<p class=\"veredicto certo\">check found nothing to object to in the rows.</p>\n";
+    }
+    out << "<table class=\"ficha\">\n";
+    WriteProperty("File", page.name, out);
+    if (verdict) {
+        WriteProperty("Size", std::to_string(verdict->size) + " bytes", out);
+        WriteProperty("SHA-256", verdict->sha256, out);
+        if (verdict->logSize > 0) {
+            WriteProperty("Write-ahead log", std::to_string(verdict->logSize) + " bytes", out);
+            WriteProperty("Its SHA-256", verdict->logSha256, out);
+        }
+        WriteProperty("Holds", verdict->range, out);
+    }
+    if (page.crz) {
+        WriteProperty("This page", "the day of Z " + WithZeros(*page.crz, 4) + " alone", out);
+    }
+    WriteProperty("Made with", page.version, out);
+    out << "</table>\n";
+    if (verdict) {
+        WriteFindings(*verdict, out);
     }
     out << "</section>\n";
 }
@@ -180,11 +295,10 @@ void WriteHead(const std::string& name, std::ostream& out)
 void WriteHtmlPage(Report& report, const HtmlPage& page, std::ostream& out)
 {
     const Estabelecimento estabelecimento = report.Names().ReadEstabelecimento();
-    const std::vector<VendaHora> horas =
-        ReadVendasByHora(report.Database(), report.Range(), page.crz);
+    const VendasByHora vendas = ReadVendasByHora(report.Database(), report.Range(), page.crz);
     std::int64_t cupons = 0;
     Amount total;
-    for (const VendaHora& venda : horas) {
+    for (const VendaHora& venda : vendas.horas) {
         cupons += venda.cupons;
         total = total + venda.valor;
     }
@@ -198,17 +312,24 @@ void WriteHtmlPage(Report& report, const HtmlPage& page, std::ostream& out)
         << EscapeHtml(IsBlank(cnpj) ? "" : "CNPJ " + FormatCpfCnpj(cnpj) + " · ")
         << EscapeHtml(page.name)
         << (page.crz ? " · Z " + WithZeros(*page.crz, 4) + " alone" : std::string())
-        << "</p>\n<nav><a href=\"#hours\">By hour</a><a href=\"#means\">By payment means</a>"
+        << "</p>\n<nav><a href=\"#check\">Check</a><a href=\"#hours\">By hour</a><a href=\"#means\">By payment means</a>"
            "<a href=\"#lost\">Rejected and lost</a><a href=\"#days\">Days and documents</a></nav>\n"
            "</header><main>\n<div class=\"numeros\">\n"
-        << NumberBox(std::to_string(cupons), "fiscal receipts, without cancelled ones")
+        << NumberBox(std::to_string(cupons), cupons == 1
+                                                 ? "fiscal receipt, without cancelled ones"
+                                                 : "fiscal receipts, without cancelled ones")
         << NumberBox("R$ " + AmountText(total), "sold on these receipts")
         << (page.losses
                 ? NumberBox(std::to_string(page.losses->rejected.size()), "rejected statements") +
                       NumberBox(std::to_string(page.losses->lost.size()), "lost commands")
                 : std::string())
+        << (page.verdict && page.verdict->failure.empty()
+                ? NumberBox(std::to_string(page.verdict->faults),
+                            page.verdict->faults == 1 ? "finding of check" : "findings of check")
+                : std::string())
         << "</div>\n";
-    WriteHoras(horas, out);
+    WriteVerdict(page, out);
+    WriteHoras(vendas, out);
     WriteMeios(ReadVendasByMeio(report.Database(), report.Range(), report.Names(), page.crz),
                ReadTroco(report.Database(), report.Range(), page.crz), out);
     WriteLosses(page.losses, out);

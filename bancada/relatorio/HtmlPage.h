@@ -9,6 +9,7 @@
 
 #include "bancada/log/Losses.h"
 #include "bancada/relatorio/Report.h"
+#include "bancada/relatorio/Verdict.h"
 
 namespace bancada::relatorio
 {
@@ -20,11 +21,15 @@ namespace bancada::relatorio
 struct HtmlPage {
     // What the page calls the database.
     std::string name;
+    // Of the program; "" is not told.
+    std::string version;
     // This jornada alone.
     std::optional<std::int64_t> crz;
     // From the firmware log; null where none was given. Of the whole log, also on a page of one
     // jornada.
     const Losses* losses = nullptr;
+    // What a reconciliation says of the database; null where none was made.
+    const Verdict* verdict = nullptr;
 };
 
 // `out` is not flushed. Throws Unusable where the database cannot be read.

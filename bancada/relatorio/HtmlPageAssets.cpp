@@ -39,6 +39,7 @@ a { color: var(--destaque); }
 .numeros span { color: var(--fraco); font-size: .85em; }
 .quadro { padding: 16px 18px; margin: 18px 0; overflow-x: auto; }
 .grafico { display: block; width: 100%; height: auto; max-width: 860px; margin: 0 auto; }
+.estreito { display: none; }
 .grafico text { font-size: 12px; fill: var(--texto); }
 .grafico .eixo { fill: var(--fraco); font-size: 11px; }
 .grafico .fim { text-anchor: end; }
@@ -50,6 +51,11 @@ table { border-collapse: collapse; font-variant-numeric: tabular-nums; }
 th, td { text-align: left; padding: 3px 18px 3px 0; border-bottom: 1px solid var(--traco); }
 th { color: var(--fraco); font-weight: 600; font-size: .85em; }
 .num { text-align: right; }
+.ficha td { overflow-wrap: anywhere; }
+.ficha th { white-space: nowrap; vertical-align: top; }
+.veredicto { margin: 0 0 10px; font-weight: 600; }
+.veredicto.falha { color: var(--alerta); }
+ul.achados { margin: 8px 0; padding-left: 20px; overflow-wrap: anywhere; }
 summary { cursor: pointer; border-radius: 4px; }
 summary:focus-visible, button:focus-visible, input:focus-visible {
   outline: 2px solid var(--destaque); outline-offset: 2px;
@@ -70,12 +76,13 @@ button { cursor: pointer; }
 .doc > summary:hover { background: var(--fundo); }
 .doc > summary { display: grid; gap: 0 14px; font-variant-numeric: tabular-nums;
   grid-template-columns: 1em 5em 11.5em minmax(0, 1fr) 8em 7em; }
+.doc > summary .achados { grid-column: 4 / -1; text-align: right; }
 .doc > summary::before { content: "\25B8"; color: var(--fraco); }
 .doc[open] > summary::before { content: "\25BE"; }
 .doc > summary > * { overflow: hidden; text-overflow: ellipsis; white-space: nowrap; }
 .marca { color: var(--alerta); font-weight: 600; font-size: .8em; }
 .cancelado .valor { text-decoration: line-through; }
-.achado > summary, .achado > summary:hover { background: var(--achado); }
+.achado > summary, .achado > summary:hover, .perdido.achado { background: var(--achado); }
 .papel { filter: drop-shadow(0 1px 4px rgba(0, 0, 0, .35)); }
 .bobina {
   width: max-content; max-width: 100%; overflow-x: auto; margin: 10px auto 18px;
@@ -100,12 +107,17 @@ button { cursor: pointer; }
 footer { max-width: 1080px; margin: 0 auto; padding: 4px 20px 28px; }
 @media (max-width: 640px) {
   .doc { margin-left: 0; }
-  .doc > summary { grid-template-columns: 1em 4.5em minmax(0, 1fr) 6em; }
-  .doc > summary .hora, .doc > summary .marca { display: none; }
-  .doc > summary > span { white-space: normal; }
+  .doc > summary { grid-template-columns: 1em 4.2em minmax(0, 1fr) auto; gap: 0 8px; }
+  .doc > summary > span { white-space: normal; grid-row: 1; overflow-wrap: anywhere; }
+  .doc > summary > .hora { grid-row: 2; grid-column: 2 / 4; color: var(--fraco); }
+  .doc > summary > .marca { grid-row: 2; grid-column: 4; text-align: right; font-size: .85em; }
+  .doc > summary > .achados { grid-row: 3; grid-column: 2 / -1; }
+  .dia > summary span { display: inline-block; margin-left: 8px; }
   header, main { padding-left: 10px; padding-right: 10px; }
   .quadro { padding: 12px; }
-  .grafico { min-width: 520px; }
+  .largo { display: none; }
+  .estreito { display: block; }
+  th, td { padding-right: 10px; }
   .bobina { font-size: min(13px, calc((100vw - 76px) / 29)); padding: 14px 10px 20px; }
 }
 @media print {
@@ -116,6 +128,8 @@ footer { max-width: 1080px; margin: 0 auto; padding: 4px 20px 28px; }
   header, main, footer { max-width: none; padding: 0; }
   .quadro, .numeros div { border-radius: 0; }
   .papel { filter: none; }
+  .largo { display: block; }
+  .estreito { display: none; }
   .grafico { max-width: 460px; }
   .bobina { clip-path: none; border: 1px solid #bbb; font-size: 10px;
     padding: 8px 12px; break-inside: avoid; }
@@ -135,16 +149,23 @@ document.getElementById("fecha").addEventListener("click", () => abre(false));
 document.getElementById("procura").addEventListener("submit", (evento) => {
   evento.preventDefault();
   const coo = String(Number(document.getElementById("coo").value));
-  for (const doc of document.querySelectorAll(".achado")) doc.classList.remove("achado");
+  for (const um of document.querySelectorAll(".achado")) um.classList.remove("achado");
   const achados = document.querySelectorAll('details.doc[data-coo="' + CSS.escape(coo) + '"]');
   for (const doc of achados) {
     doc.classList.add("achado");
     doc.closest("details.dia").open = true;
     doc.open = true;
   }
-  if (achados.length > 0) achados[0].scrollIntoView({ block: "start" });
-  achadoPara.textContent = achados.length === 0 ? "No document has this number."
+  const perdidos = document.querySelectorAll('.perdido[data-coo="' + CSS.escape(coo) + '"]');
+  for (const perdido of perdidos) perdido.classList.add("achado");
+  const primeiro = achados.length > 0 ? achados[0] : perdidos[0];
+  if (primeiro) primeiro.scrollIntoView({ block: "start" });
+  const documentos = achados.length === 0 ? "No document has this number."
     : achados.length === 1 ? "" : achados.length + " documents have this number.";
+  const instrucoes = perdidos.length === 0 ? "" : perdidos.length === 1
+    ? "A rejected statement has it: see what was lost."
+    : perdidos.length + " rejected statements have it: see what was lost.";
+  achadoPara.textContent = [documentos, instrucoes].filter(Boolean).join(" ");
 });
 )js";
 

@@ -13,10 +13,10 @@ const leitura::DatabaseReading& Accepted(const leitura::DatabaseReading& databas
 
 } // namespace
 
-Report::Report(const std::string& path, std::optional<std::int64_t> crz)
-    : m_database(path), m_range(crz ? FindJornada(Accepted(m_database), *crz) : JornadaRange()),
-      m_cadastro(Accepted(m_database)), m_reducoes(m_database, m_range),
-      m_documentos(m_database, m_range, m_cadastro, m_reducoes)
+Report::Report(const leitura::DatabaseReading& database, std::optional<std::int64_t> crz)
+    : m_database(Accepted(database)), m_range(crz ? FindJornada(database, *crz) : JornadaRange()),
+      m_cadastro(database), m_reducoes(database, m_range),
+      m_documentos(database, m_range, m_cadastro, m_reducoes)
 {
 }
 

@@ -10,7 +10,6 @@
 
 #include <cstdint>
 #include <optional>
-#include <string>
 
 namespace bancada::relatorio
 {
@@ -19,10 +18,10 @@ namespace bancada::relatorio
 class Report
 {
   public:
-    // Throws Unusable where the file cannot be read or is another program's, before anything is
+    // Lives no longer than the database. With `crz` its readers know that jornada, at least, and
+    // need not read the rest. Throws Unusable for another program's database, before anything is
     // told of it.
-    // With `crz` its readers know that jornada, at least, and need not read the rest.
-    explicit Report(const std::string& path, std::optional<std::int64_t> crz = {});
+    explicit Report(const leitura::DatabaseReading& database, std::optional<std::int64_t> crz = {});
     Report(const Report&) = delete;
     Report& operator=(const Report&) = delete;
 
@@ -35,7 +34,7 @@ class Report
     void Walk(JornadaVisitor& visitor);
 
   private:
-    leitura::DatabaseReading m_database;
+    const leitura::DatabaseReading& m_database;
     JornadaRange m_range;
     Cadastro m_cadastro;
     ReducaoReader m_reducoes;

@@ -70,8 +70,8 @@ bool ShowCrz(Report& report, const ShowOptions& options, std::ostream& out, std:
     return true;
 }
 
-bool ShowPage(Report& report, const ShowOptions& options, const Losses* losses, std::ostream& out,
-              std::ostream& errors)
+bool ShowPage(Report& report, const ShowOptions& options, const Losses* losses,
+              const Verdict* verdict, std::ostream& out, std::ostream& errors)
 {
     if (options.crz && report.Reducoes().WithCrz(*options.crz).empty() &&
         report.Documentos().CountCuponsOf(*options.crz) == 0) {
@@ -80,7 +80,7 @@ bool ShowPage(Report& report, const ShowOptions& options, const Losses* losses, 
         return false;
     }
     const std::string name = std::filesystem::path(options.database).filename().string();
-    WriteHtmlPage(report, {name, options.crz, losses}, out);
+    WriteHtmlPage(report, {name, options.version, options.crz, losses, verdict}, out);
     return true;
 }
 
@@ -97,7 +97,8 @@ void ListLosses(const Losses& losses, std::ostream& out)
     }
 }
 
-bool ShowFrom(Report& report, const ShowOptions& options, std::ostream& out, std::ostream& errors)
+bool ShowFrom(Report& report, const Verdict* verdict, const ShowOptions& options, std::ostream& out,
+              std::ostream& errors)
 {
     if (options.coo) {
         return ShowCoo(report, options, out, errors);
@@ -112,7 +113,7 @@ bool ShowFrom(Report& report, const ShowOptions& options, std::ostream& out, std
         losses = &read;
     }
     if (options.html) {
-        return ShowPage(report, options, losses, out, errors);
+        return ShowPage(report, options, losses, verdict, out, errors);
     }
     if (options.json) {
         WriteListJson(report, losses, out);
@@ -129,9 +130,16 @@ bool ShowFrom(Report& report, const ShowOptions& options, std::ostream& out, std
 
 bool Show(const ShowOptions& options, std::ostream& out, std::ostream& errors)
 {
-    Report report(options.database, options.crz);
-    const bool shown = ShowFrom(report, options, out, errors);
-    report.Database().ConfirmUnchanged();
+    const leitura::DatabaseReading database(options.database);
+    return Show(database, nullptr, options, out, errors);
+}
+
+bool Show(const leitura::DatabaseReading& database, const relatorio::Verdict* verdict,
+          const ShowOptions& options, std::ostream& out, std::ostream& errors)
+{
+    Report report(database, options.crz);
+    const bool shown = ShowFrom(report, verdict, options, out, errors);
+    database.ConfirmUnchanged();
     return shown;
 }
 

@@ -1,6 +1,9 @@
 // `ecf-bancada show`: a logging database as a person would look at it.
 #pragma once
 
+#include "bancada/leitura/DatabaseReading.h"
+#include "bancada/relatorio/Verdict.h"
+
 #include <cstdint>
 #include <optional>
 #include <ostream>
@@ -18,6 +21,8 @@ struct ShowOptions {
     // The firmware log whose rejected statements go with the list and the page; "" is none.
     std::string log;
     bool json = false;
+    // Of the program, for the page; "" is not told.
+    std::string version;
 };
 
 // Shows the logging database, which is only read: with neither `coo` nor `crz` its jornadas and
@@ -28,5 +33,11 @@ struct ShowOptions {
 // the caller's to refuse: coo goes with neither crz nor html nor log, html not with json, log not
 // with crz unless there is html.
 bool Show(const ShowOptions& options, std::ostream& out, std::ostream& errors);
+
+// The same of a database that was opened already, options.database being its name. `verdict` is
+// what a reconciliation says of it, for the page; null where none was made, which the page then
+// says.
+bool Show(const leitura::DatabaseReading& database, const relatorio::Verdict* verdict,
+          const ShowOptions& options, std::ostream& out, std::ostream& errors);
 
 } // namespace bancada

@@ -20,6 +20,17 @@ std::string Counting(const leitura::RowRange& range)
            " AND id_cancelado IS NOT 'S' AND (?1 IS NULL OR cont_crz = ?1)";
 }
 
+// The two digits of an hour; nothing for any other text.
+std::optional<std::size_t> HourOf(const Text& text)
+{
+    const std::string& digits = text.Value();
+    if (digits.size() != 2 || digits.find_first_not_of("0123456789") != std::string::npos) {
+        return {};
+    }
+    const auto hora = static_cast<std::size_t>((digits[0] - '0') * 10 + (digits[1] - '0'));
+    return hora < 24 ? std::optional(hora) : std::nullopt;
+}
+
 // Adds the numbers of the receipts that count.
 void AddCoos(const leitura::DatabaseReading& database, const std::string& table,
              const leitura::RowRange& range, std::optional<std::int64_t> crz,
@@ -35,29 +46,30 @@ void AddCoos(const leitura::DatabaseReading& database, const std::string& table,
 
 } // namespace
 
-std::vector<VendaHora> ReadVendasByHora(const leitura::DatabaseReading& database,
-                                        const JornadaRange& range, std::optional<std::int64_t> crz)
+VendasByHora ReadVendasByHora(const leitura::DatabaseReading& database, const JornadaRange& range,
+                              std::optional<std::int64_t> crz)
 {
-    leitura::Query cupons(
-        database, "SELECT CAST(substr(data_hora_emissao, 12, 2) AS INTEGER) AS hora, valor_total"
-                  " FROM cupom_fiscal " +
-                      Counting(range.cuponsFiscais));
-    std::vector<VendaHora> horas(24);
+    leitura::Query cupons(database, "SELECT substr(data_hora_emissao, 12, 2) AS hora, valor_total"
+                                    " FROM cupom_fiscal " +
+                                        Counting(range.cuponsFiscais));
+    VendasByHora vendas;
+    vendas.horas.resize(24);
     for (cupons.With(crz); cupons.Next();) {
-        const Integer hora = cupons.ReadInteger("hora");
+        const std::optional<std::size_t> hora = HourOf(cupons.ReadText("hora"));
         const Amount valor = cupons.ReadAmount("valor_total", 2);
-        if (hora.IsKnown() && hora.Value() >= 0 && hora.Value() < 24 && valor.IsKnown()) {
-            VendaHora& venda = horas[static_cast<std::size_t>(hora.Value())];
+        if (hora && valor.IsKnown()) {
+            VendaHora& venda = vendas.horas[*hora];
             ++venda.cupons;
             venda.valor = venda.valor + valor;
+        } else {
+            ++vendas.unreadable;
         }
     }
-    return horas;
+    return vendas;
 }
 
-std::vector<VendaMeio> ReadVendasByMeio(const leitura::DatabaseReading& database,
-                                        const JornadaRange& range, Cadastro& cadastro,
-                                        std::optional<std::int64_t> crz)
+VendasByMeio ReadVendasByMeio(const leitura::DatabaseReading& database, const JornadaRange& range,
+                              Cadastro& cadastro, std::optional<std::int64_t> crz)
 {
     // A payment counts once, however many receipts bear its number.
     std::vector<std::int64_t> coos;
@@ -69,13 +81,16 @@ std::vector<VendaMeio> ReadVendasByMeio(const leitura::DatabaseReading& database
     leitura::Query pagos(database,
                          "SELECT indice_meio_pagamento AS meio, valor_pagamento AS valor,"
                          " valor_estornado AS estornado FROM pagamento_cupom WHERE cont_coo = ?1");
+    VendasByMeio vendas;
     // By number; what is none, by what stands there.
     std::map<std::pair<std::int64_t, std::string>, VendaMeio> byIndice;
     for (const std::int64_t coo : coos) {
         for (pagos.With(coo); pagos.Next();) {
             const Integer meio = pagos.ReadInteger("meio");
             const Amount saldo = pagos.ReadAmount("valor", 2) - pagos.ReadAmount("estornado", 2);
-            if (saldo.IsKnown() && !saldo.IsZero()) {
+            if (!saldo.IsKnown()) {
+                ++vendas.unreadable;
+            } else if (!saldo.IsZero()) {
                 VendaMeio& venda = byIndice[{meio.Value(), meio.Raw()}];
                 venda.indice = meio;
                 ++venda.pagamentos;
@@ -83,10 +98,9 @@ std::vector<VendaMeio> ReadVendasByMeio(const leitura::DatabaseReading& database
             }
         }
     }
-    std::vector<VendaMeio> vendas;
     for (auto& [indice, venda] : byIndice) {
         venda.nome = cadastro.FindMeio(venda.indice);
-        vendas.push_back(std::move(venda));
+        vendas.meios.push_back(std::move(venda));
     }
     return vendas;
 }

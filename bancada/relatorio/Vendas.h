@@ -26,18 +26,30 @@ struct VendaMeio {
     Amount valor;
 };
 
+struct VendasByHora {
+    // 24 of them.
+    std::vector<VendaHora> horas;
+    // Receipts of which the hour or the total is not known: they are in no sum.
+    std::int64_t unreadable = 0;
+};
+
+struct VendasByMeio {
+    std::vector<VendaMeio> meios;
+    // Payments whose amount is not known: they are in no sum.
+    std::int64_t unreadable = 0;
+};
+
 // Each is of the receipts in `range`, and of one jornada alone when `crz` is given. Throws Unusable
 // where the database cannot be read. An amount that is not known is left out of a sum.
 
-// 24 hours of fiscal receipts that are not cancelled.
-std::vector<VendaHora> ReadVendasByHora(const leitura::DatabaseReading& database,
-                                        const JornadaRange& range, std::optional<std::int64_t> crz);
+// Fiscal receipts that are not cancelled.
+VendasByHora ReadVendasByHora(const leitura::DatabaseReading& database, const JornadaRange& range,
+                              std::optional<std::int64_t> crz);
 
 // What the payments of receipts of either kind that are not cancelled came to, by means. Change is
 // not taken off.
-std::vector<VendaMeio> ReadVendasByMeio(const leitura::DatabaseReading& database,
-                                        const JornadaRange& range, Cadastro& cadastro,
-                                        std::optional<std::int64_t> crz);
+VendasByMeio ReadVendasByMeio(const leitura::DatabaseReading& database, const JornadaRange& range,
+                              Cadastro& cadastro, std::optional<std::int64_t> crz);
 
 // The change of the same fiscal receipts; that of non-fiscal ones is not logged.
 Amount ReadTroco(const leitura::DatabaseReading& database, const JornadaRange& range,

@@ -147,6 +147,74 @@ TEST_F(HtmlPage, NeedsNothingFromElsewhere)
     }
 }
 
+TEST_F(HtmlPage, WhatCannotBeReadIsToldAndShownAsItStands)
+{
+    WriteSample();
+    WritePage();
+    EXPECT_THAT(page, Not(HasSubstr("in no sum")));
+    Write("UPDATE cupom_fiscal SET valor_total = NULL WHERE cont_coo = 105;"
+          "UPDATE cupom_fiscal SET data_hora_emissao = 'x' WHERE cont_coo = 102;"
+          "UPDATE pagamento_cupom SET valor_pagamento = 'abc' WHERE cont_coo = 105;"
+          "UPDATE item_cupom_fiscal SET valor_total = NULL WHERE cont_coo = 105");
+    WritePage();
+    EXPECT_THAT(page, HasSubstr("2 receipts whose hour or total cannot be read are in no sum"));
+    EXPECT_THAT(page, HasSubstr("2 payments whose amount cannot be read are in no sum"));
+    const std::size_t begin = page.find("data-coo=\"105\"");
+    const std::string cupom = page.substr(begin, page.find("</pre>", begin) - begin);
+    EXPECT_THAT(cupom, HasSubstr("<span class=\"valor num\">NULL</span>"));
+    EXPECT_THAT(cupom, HasSubstr("NULL\n"));
+    EXPECT_THAT(cupom, HasSubstr("abc\n"));
+    EXPECT_THAT(cupom, Not(HasSubstr(" 0,00")));
+}
+
+TEST_F(HtmlPage, WithoutAVerdictItSaysSo)
+{
+    WriteSample();
+    WritePage();
+    EXPECT_THAT(page, HasSubstr("Not checked: "));
+}
+
+TEST_F(HtmlPage, CarriesTheVerdictThatItIsGiven)
+{
+    WriteSample();
+    relatorio::Verdict verdict;
+    verdict.sha256 = "0123abcd";
+    verdict.range = "COO 1 to <2>";
+    verdict.faults = 3;
+    verdict.explained = 1;
+    verdict.notes = 1;
+    verdict.findings = {{"KIND<", "COO 102", "a < b", false, true}};
+    verdict.byCoo[102] = 2;
+    verdict.byCrz[1] = 1;
+    ShowOptions options;
+    options.database = Database();
+    options.html = true;
+    options.version = "program 9.9";
+    const auto pageWith = [&](const relatorio::Verdict& given) {
+        const leitura::DatabaseReading database(Database());
+        std::ostringstream out;
+        std::ostringstream errors;
+        EXPECT_TRUE(Show(database, &given, options, out, errors));
+        return out.str();
+    };
+    const std::string found = pageWith(verdict);
+    EXPECT_THAT(found, HasSubstr("check found 3 findings, 2 of them not explained"));
+    EXPECT_THAT(found, HasSubstr("<b>3</b><span>findings of check</span>"));
+    EXPECT_THAT(found, HasSubstr("<td>0123abcd</td>"));
+    EXPECT_THAT(found, HasSubstr("<td>COO 1 to &lt;2&gt;</td>"));
+    EXPECT_THAT(found, HasSubstr("<td>program 9.9</td>"));
+    EXPECT_THAT(found, HasSubstr("<b>KIND&lt;</b> COO 102: a &lt; b "
+                                 "<span class=\"fraco\">A lost row in the log explains it."));
+    EXPECT_THAT(found, HasSubstr("3 more are counted and not listed"));
+    EXPECT_THAT(found, HasSubstr("<span class=\"marca achados\">2 findings</span>"));
+    EXPECT_THAT(found, HasSubstr("<span class=\"marca achados\">1 finding</span>"));
+    EXPECT_THAT(pageWith({}), HasSubstr("check found nothing to object to in the rows."));
+    relatorio::Verdict failed;
+    failed.failure = "disk <gone>";
+    EXPECT_THAT(pageWith(failed), HasSubstr("did not come to its end: disk &lt;gone&gt;"));
+    EXPECT_THAT(pageWith(failed), Not(HasSubstr("findings of check")));
+}
+
 TEST_F(HtmlPage, OfAnEmptyDatabase)
 {
     Write("");

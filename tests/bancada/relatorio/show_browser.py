@@ -5,6 +5,7 @@ Usage: show_browser.py PROGRAM SOURCE_DIR [SCREENSHOT]
 With SCREENSHOT the whole page is saved there, in the light and in the dark scheme
 (SCREENSHOT-light.png, SCREENSHOT-dark.png). Ends with 77 where there is no browser to drive.
 """
+import json
 import os
 import pathlib
 import re
@@ -114,6 +115,66 @@ class Page(unittest.TestCase):
         self.search("999")
         self.assertEqual(self.one("#achado").text, "No document has this number.")
 
+    def test_search_finds_what_a_rejected_statement_lost(self):
+        self.search("104")
+        self.assertEqual(self.one("#achado").text,
+                         "A rejected statement has it: see what was lost.")
+        self.assertTrue(self.visible(self.strip(104)))
+        found = self.one(".perdido.achado")
+        self.assertIn("WHERE cont_coo = 104", found.text)
+        self.search("105")
+        self.assertEqual(self.browser.find_elements(By.CSS_SELECTOR, ".perdido.achado"), [])
+
+    def test_search_of_a_number_that_is_lost_altogether(self):
+        text = self.page.read_text("utf-8")
+        self.assertEqual(text.count('<div class="perdido" data-coo="104">'), 1)
+        lost = self.page.with_name("lost.html")
+        lost.write_text(text.replace('<div class="perdido" data-coo="104">',
+                                     '<div class="perdido" data-coo="888">'), "utf-8")
+        self.browser.get(lost.as_uri())
+        self.search("000888")
+        self.assertEqual(self.one("#achado").text, "No document has this number. "
+                         "A rejected statement has it: see what was lost.")
+        found = self.one(".perdido.achado")
+        self.assertGreaterEqual(found.rect["y"] + 1, self.browser.execute_script(
+            "return scrollY"))
+
+    def test_the_page_carries_the_verdict_where_the_figures_stand(self):
+        checked = subprocess.run(
+            [PROGRAM, "check", self.page.with_name("registro.db"), "--json", "--log",
+             self.page.with_name("firmware.log")], capture_output=True, check=False, timeout=60)
+        summary = json.loads(checked.stdout)["summary"]
+        looked_at = json.loads(checked.stdout)["looked_at"]
+        self.assertGreater(summary["findings"], 1)
+        section = self.one("#check").text
+        self.assertIn(f"check found {summary['findings']} findings, "
+                      f"{summary['findings'] - summary['explained']} of them", section)
+        self.assertIn(looked_at["sha256"], section)
+        self.assertIn("registro.db", section)
+        self.assertRegex(section, r"Made with ecf-bancada \d+\.\d+")
+        self.assertIn("COO 101 of 2024-03-15 08:00:05 to COO 113", section)
+        listed = self.browser.find_elements(By.CSS_SELECTOR, "ul.achados li")
+        self.assertEqual(len(listed), summary["findings"] + summary["notes"])
+        boxes = {box.text.split("\n")[1]: box.text.split("\n")[0] for box in
+                 self.browser.find_elements(By.CSS_SELECTOR, ".numeros div")}
+        self.assertEqual(boxes["findings of check"], str(summary["findings"]))
+        findings = [finding for finding in json.loads(checked.stdout)["findings"]
+                    if finding["weight"] == "finding"]
+        for name, kind in (("coo", "doc"), ("crz", "dia")):
+            numbers = {finding[name] for finding in findings}
+            marked = 0
+            for number in numbers - {0}:
+                count = len([finding for finding in findings if finding[name] == number])
+                for mark in self.browser.find_elements(
+                        By.CSS_SELECTOR,
+                        f'details.{kind}[data-{name}="{number}"] > summary > .achados'):
+                    self.assertEqual(mark.get_attribute("textContent"),
+                                     f"{count} finding" + ("s" if count != 1 else ""))
+                    marked += 1
+            self.assertEqual(marked, len(self.browser.find_elements(
+                By.CSS_SELECTOR, f"details.{kind} > summary > .achados")))
+            self.assertGreater(marked, 0)
+
     def test_search_does_not_take_what_is_typed_for_a_selector(self):
         self.search('1"],*["')
         self.assertEqual(self.browser.title, "Mercearia Bom Preço")
@@ -136,7 +197,7 @@ class Page(unittest.TestCase):
                 self.one("section#" + target)
 
     def test_plots_are_drawn_to_their_amounts(self):
-        bars = self.browser.find_elements(By.CSS_SELECTOR, "#hours .barra")
+        bars = self.browser.find_elements(By.CSS_SELECTOR, "#hours .largo .barra")
         self.assertEqual(len(bars), 4)
         heights = [bar.rect["height"] for bar in bars]
         # 08 h 5.00, 09 h 29.32, 11 h an unclosed receipt, 17 h 1240.00 of an axis to 1500.
@@ -144,11 +205,11 @@ class Page(unittest.TestCase):
         self.assertGreater(heights[3], 50)
         self.assertLess(heights[2], 1)
         widths = [bar.rect["width"] for bar in
-                  self.browser.find_elements(By.CSS_SELECTOR, "#means .barra")]
+                  self.browser.find_elements(By.CSS_SELECTOR, "#means .largo .barra")]
         self.assertEqual(len(widths), 3)
         self.assertAlmostEqual(widths[1] / widths[0], 0.24, delta=0.01)
         labels = [text.text for text in
-                  self.browser.find_elements(By.CSS_SELECTOR, "#means svg text")]
+                  self.browser.find_elements(By.CSS_SELECTOR, "#means .largo text")]
         self.assertEqual(labels, ["Cartão de crédito", "1.000,00", "Cheque", "240,00", "Dinheiro",
                                   "67,10"])
 
@@ -206,6 +267,58 @@ class Page(unittest.TestCase):
         finally:
             self.browser.execute_cdp_cmd("Emulation.clearDeviceMetricsOverride", {})
 
+    def test_a_telephone_shows_times_marks_and_plots(self):
+        self.browser.execute_cdp_cmd("Emulation.setDeviceMetricsOverride", {
+            "width": 390, "height": 800, "deviceScaleFactor": 1, "mobile": True})
+        try:
+            self.one("#abre").click()
+            marks = [mark for mark in self.browser.find_elements(
+                By.CSS_SELECTOR, ".doc > summary > .marca:not(.achados)")
+                     if mark.get_attribute("textContent")]
+            self.assertEqual({mark.text for mark in marks}, {"CANCELADO", "no closing"})
+            hours = self.browser.find_elements(By.CSS_SELECTOR, ".doc > summary > .hora")
+            self.assertTrue(all(re.fullmatch(r"\d\d/\d\d/\d{4} \d\d:\d\d:\d\d", hour.text)
+                                for hour in hours))
+            # Nothing is cut, nothing lies on another, and every text has a size to be read.
+            faults = self.browser.execute_script("""
+                const faults = [];
+                for (const summary of document.querySelectorAll('.doc > summary')) {
+                    const parts = [...summary.children].filter(p => p.textContent);
+                    for (const p of parts) {
+                        const a = p.getBoundingClientRect();
+                        if (a.right > 390 || a.left < 0 || p.scrollWidth > p.clientWidth + 1
+                            || parseFloat(getComputedStyle(p).fontSize) < 12)
+                            faults.push(p.textContent + ' is cut or small');
+                        for (const q of parts) {
+                            const b = q.getBoundingClientRect();
+                            if (p !== q && a.left < b.right - 1 && b.left < a.right - 1
+                                && a.top < b.bottom - 1 && b.top < a.bottom - 1)
+                                faults.push(p.textContent + ' lies on ' + q.textContent);
+                        }
+                    }
+                }
+                for (const svg of document.querySelectorAll('svg')) {
+                    if (!svg.checkVisibility()) continue;
+                    const box = svg.getBoundingClientRect();
+                    if (box.right > 390 || box.left < 0) faults.push('a plot is too wide');
+                    for (const text of svg.querySelectorAll('text')) {
+                        const t = text.getBoundingClientRect();
+                        if (t.left < box.left - 1 || t.right > box.right + 1)
+                            faults.push(text.textContent + ' leaves its plot');
+                        if (parseFloat(getComputedStyle(text).fontSize) *
+                            box.width / svg.viewBox.baseVal.width < 9.5)
+                            faults.push(text.textContent + ' is too small');
+                    }
+                }
+                return faults;""")
+            self.assertEqual(faults, [])
+            self.assertTrue(self.visible(self.one("#hours svg.estreito")))
+            self.assertFalse(self.visible(self.one("#hours svg.largo")))
+            self.assertEqual(len(self.browser.find_elements(
+                By.CSS_SELECTOR, "#hours .estreito .barra")), 4)
+        finally:
+            self.browser.execute_cdp_cmd("Emulation.clearDeviceMetricsOverride", {})
+
     def contrast(self, selector):
         """Of an element's text to the first background behind it that is not transparent."""
         def luminance(colour):
@@ -247,7 +360,7 @@ class Page(unittest.TestCase):
         try:
             self.assertFalse(self.visible(self.one("nav")))
             self.assertFalse(self.visible(self.one("#procura")))
-            self.assertTrue(self.visible(self.one("#hours svg")))
+            self.assertTrue(self.visible(self.one("#hours svg.largo")))
         finally:
             self.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"media": ""})
 
