@@ -27,8 +27,8 @@ std::optional<std::size_t> HourOf(const Text& text)
     if (digits.size() != 2 || digits.find_first_not_of("0123456789") != std::string::npos) {
         return {};
     }
-    const auto hora = static_cast<std::size_t>((digits[0] - '0') * 10 + (digits[1] - '0'));
-    return hora < 24 ? std::optional(hora) : std::nullopt;
+    const int hora = (digits[0] - '0') * 10 + (digits[1] - '0');
+    return hora < 24 ? std::optional(static_cast<std::size_t>(hora)) : std::nullopt;
 }
 
 // Adds the numbers of the receipts that count.
