@@ -30,6 +30,18 @@ TEST(RejectedRowTest, KeysBehindATextWithCommasAndApostrophes)
               "INSERT pagamento_cupom cont_coo 120, cont_gnf 7, indice_meio_pagamento 3");
 }
 
+// Values count from both ends: a comma in a text that stands between them moves none of the others.
+TEST(RejectedRowTest, ATextThatLooksLikeValues)
+{
+    EXPECT_EQ(Row("INSERT INTO pagamento_cupom (cont_coo, cont_gnf, valor_pagamento, num_parcelas,"
+                  " info_adicional, indice_meio_pagamento, id_estornado, valor_estornado) VALUES "
+                  "(120,7,10.50,2,'AUT,12,34',3,'N',0)"),
+              "INSERT pagamento_cupom cont_coo 120, cont_gnf 7, indice_meio_pagamento 3");
+    EXPECT_EQ(Row("INSERT INTO item_cupom_fiscal (seq_item, cont_coo, cod_item, descricao) VALUES "
+                  "(2,120,'7,12,9','PAO,12,')"),
+              "INSERT item_cupom_fiscal cont_coo 120, seq_item 2");
+}
+
 TEST(RejectedRowTest, NoBlankBeforeTheColumns)
 {
     EXPECT_EQ(Row("INSERT INTO totalizador_reducao(totalizador, cont_crz, valor_base_calculo, "

@@ -37,5 +37,24 @@ TEST(Bobina, AmountsAlignWhateverTheAccents)
                                            "Maca" + std::string(39, ' ') + "10,00"));
 }
 
+TEST(Bobina, WhatIsExactlyAsWideAsThePaperTakesOneLine)
+{
+    Bobina papel;
+    papel.PrintSides("a", std::string(BOBINA_COLUMNS, '9'));
+    papel.PrintSides(std::string(43, 'b'), "1,00");
+    papel.PrintSides(std::string(44, 'c'), "1,00");
+    papel.PrintSides(std::string(39, 'd'), "1,00", 4);
+    papel.Print(std::string(BOBINA_COLUMNS, 'e'));
+    papel.Print(std::string(BOBINA_COLUMNS - 4, 'f'), 4);
+    papel.PrintCentered(std::string(BOBINA_COLUMNS - 1, 'g'));
+    EXPECT_THAT(papel.Lines(),
+                ElementsAre("a", std::string(BOBINA_COLUMNS, '9'), std::string(43, 'b') + " 1,00",
+                            std::string(44, 'c'), std::string(44, ' ') + "1,00",
+                            "    " + std::string(39, 'd') + " 1,00",
+                            std::string(BOBINA_COLUMNS, 'e'),
+                            "    " + std::string(BOBINA_COLUMNS - 4, 'f'),
+                            std::string(BOBINA_COLUMNS - 1, 'g')));
+}
+
 } // namespace
 } // namespace bancada::relatorio
