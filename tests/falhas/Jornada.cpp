@@ -1,7 +1,6 @@
 #include "tests/falhas/Jornada.h"
 
 #include "bancada/Unusable.h"
-#include "bancada/banco/LogSchema.h"
 #include "bancada/log/Losses.h"
 #include "bancada/tape/LineParser.h"
 #include "tests/falhas/RefusedStatements.h"
@@ -166,45 +165,6 @@ std::string Bancada::Retrato() const
     return retrato.str();
 }
 
-std::string Dump(sqlite3* db)
-{
-    static const std::vector<std::string> tables = [] {
-        std::vector<std::string> names;
-        for (const auto& column : bancada::LogSchemaColumns()) {
-            if (names.empty() || names.back() != column.first) {
-                names.push_back(column.first);
-            }
-        }
-        return names;
-    }();
-    std::string dump;
-    for (const std::string& table : tables) {
-        sqlite3_stmt* rows = nullptr;
-        const std::string sql = "SELECT rowid, * FROM " + table;
-        int result = sqlite3_prepare_v2(db, sql.c_str(), -1, &rows, nullptr);
-        while (result == SQLITE_OK && (result = sqlite3_step(rows)) == SQLITE_ROW) {
-            result = SQLITE_OK;
-            dump += table;
-            for (int i = 0; i < sqlite3_column_count(rows); ++i) {
-                const auto* text = static_cast<const char*>(sqlite3_column_blob(rows, i));
-                const auto length = static_cast<std::size_t>(sqlite3_column_bytes(rows, i));
-                dump += '|';
-                if (sqlite3_column_type(rows, i) == SQLITE_NULL) {
-                    dump += "NULL";
-                } else if (length > 0) {
-                    dump.append(text, length);
-                }
-            }
-            dump += '\n';
-        }
-        if (result != SQLITE_DONE) {
-            dump += table + ": " + sqlite3_errmsg(db) + '\n';
-        }
-        sqlite3_finalize(rows);
-    }
-    return dump;
-}
-
 const Esperado& SemFalhas(std::size_t quantos, const std::vector<bool>& perdidos)
 {
     static std::map<std::pair<std::size_t, std::vector<bool>>, Esperado> known;
@@ -224,36 +184,6 @@ const Esperado& SemFalhas(std::size_t quantos, const std::vector<bool>& perdidos
         EXPECT_TRUE(lost[i] ? bancada.Roda(Fita()[i], trashBancada) : bancada.Roda(Fita()[i]));
     }
     return known[{quantos, lost}] = {Dump(bancada.Handle()), bancada.Retrato()};
-}
-
-Leitura::Leitura(const SimulatedDisk& disk)
-{
-    EXPECT_EQ(sqlite3_open_v2(BANCO, &m_db, SQLITE_OPEN_READWRITE, disk.Name().c_str()), SQLITE_OK);
-}
-
-Leitura::~Leitura()
-{
-    sqlite3_close(m_db);
-}
-
-std::string Leitura::Integrity() const
-{
-    return Value(m_db, "PRAGMA integrity_check");
-}
-
-std::string Value(sqlite3* db, const std::string& sql)
-{
-    sqlite3_stmt* query = nullptr;
-    std::string value;
-    sqlite3_prepare_v2(db, sql.c_str(), -1, &query, nullptr);
-    if (sqlite3_step(query) == SQLITE_ROW) {
-        const unsigned char* text = sqlite3_column_text(query, 0);
-        value = text == nullptr ? "NULL" : reinterpret_cast<const char*>(text);
-    } else {
-        value = sqlite3_errmsg(db);
-    }
-    sqlite3_finalize(query);
-    return value;
 }
 
 ScratchFile::ScratchFile()

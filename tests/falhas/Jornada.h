@@ -4,6 +4,7 @@
 #include "bancada/caixa/Caixa.h"
 #include "bancada/log/FirmwareDuty.h"
 #include "bancada/tape/TapeCommand.h"
+#include "tests/falhas/Leitura.h"
 #include "tests/falhas/SimulatedDisk.h"
 
 #include <functional>
@@ -15,9 +16,6 @@ struct sqlite3;
 
 namespace falhas
 {
-
-// The name of the logging database on a simulated disk.
-inline constexpr char BANCO[] = "banco.db";
 
 // The lines of a tape, parsed once. REQUIRES: each is a command of the catalogue.
 std::vector<bancada::TapeCommand> ParseTape(const std::vector<std::string>& lines);
@@ -65,9 +63,6 @@ class Bancada
     UINT32 m_agora = 1709539200; // 2024-03-04 08:00:00
 };
 
-// Every row of every logging table with its rowid, as text, one a line.
-std::string Dump(sqlite3* db);
-
 // What the database holds, and what the register is, after the tape's first `quantos` commands when
 // the rows of those that `perdidos` names are lost. Made by a run without faults.
 struct Esperado {
@@ -75,26 +70,6 @@ struct Esperado {
     std::string retrato;
 };
 const Esperado& SemFalhas(std::size_t quantos, const std::vector<bool>& perdidos);
-
-// A connection of the test's own, to a healthy disk.
-class Leitura
-{
-  public:
-    explicit Leitura(const SimulatedDisk& disk);
-    ~Leitura();
-    Leitura(const Leitura&) = delete;
-    Leitura& operator=(const Leitura&) = delete;
-
-    sqlite3* Handle() const { return m_db; }
-    // What `PRAGMA integrity_check` answers.
-    std::string Integrity() const;
-
-  private:
-    sqlite3* m_db = nullptr;
-};
-
-// The first column of a query's first row, or the engine's error text.
-std::string Value(sqlite3* db, const std::string& sql);
 
 // A name for a scratch file of this process, removed with the object.
 class ScratchFile

@@ -125,6 +125,12 @@ const sqlite3_io_methods METHODS = {2,
                                     nullptr,
                                     nullptr};
 
+const sqlite3_io_methods METHODS_WITHOUT_SHARING = [] {
+    sqlite3_io_methods methods = METHODS;
+    methods.iVersion = 1;
+    return methods;
+}();
+
 SimulatedDisk& DiskOf(sqlite3_vfs* vfs)
 {
     return *static_cast<SimulatedDisk*>(vfs->pAppData);
@@ -144,7 +150,7 @@ int OpenVfs(sqlite3_vfs* vfs, const char* name, sqlite3_file* file, int flags, i
     opened.file = new std::shared_ptr<SimulatedDisk::File>(found);
     opened.syncsNames =
         name != nullptr && !existed && (flags & (SQLITE_OPEN_WAL | SQLITE_OPEN_MAIN_JOURNAL)) != 0;
-    opened.base.pMethods = &METHODS;
+    opened.base.pMethods = DiskOf(vfs).SharesMemory() ? &METHODS : &METHODS_WITHOUT_SHARING;
     if (outFlags != nullptr) {
         *outFlags = flags;
     }

@@ -87,6 +87,10 @@ class SimulatedDisk
     // A disk that says it has synced, and has not.
     void LieAboutSyncs() { m_lies = true; }
 
+    // A disk on which no memory can be shared: there is no write-ahead log on it.
+    void LeaveOutSharedMemory() { m_sharesMemory = false; }
+    bool SharesMemory() const { return m_sharesMemory; }
+
     // A file never grows beyond it; 0 is no limit. Writes beyond are SQLITE_FULL.
     void SetCapacity(std::int64_t bytesPerFile) { m_capacity = bytesPerFile; }
 
@@ -147,6 +151,7 @@ class SimulatedDisk
     int m_callsToCut = 0; // 0: none is planned
     bool m_dark = false;
     bool m_lies = false;
+    bool m_sharesMemory = true;
     std::int64_t m_capacity = 0;
 };
 
