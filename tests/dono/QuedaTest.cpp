@@ -150,7 +150,7 @@ TEST_P(OwnersOpening, AFaultThereCostsNothingThatIsAcknowledgedLater)
     int withoutLog = 0;
     int images = 0;
     bool everyCallTried = false;
-    for (int at = 1; !everyCallTried; at += Step()) {
+    for (int at = 1; !everyCallTried; ++at) {
         bool went = true;
         for (int cutAt = 1; went; cutAt += Step()) {
             SimulatedDisk disk;
