@@ -8,25 +8,36 @@ namespace bancada::arquivo
 namespace
 {
 
-// The rate as the item was sold at, programmed anew where it is another.
-void RequireAliquota(Importador& importing, const Tributacao& tributacao)
+Tributacao TributacaoOf(const Importador& importing, const ItemLido& item)
 {
-    std::int64_t& present =
-        importing.aliquotas[tributacao.codigo + std::to_string(tributacao.indice)];
-    if (present != *tributacao.taxa) {
-        importing.Note("E15", "rates that change: the register keeps the one of the day's sales");
-        present = *tributacao.taxa;
+    return TributacaoOf(importing.arquivo, importing.programacao, importing.crzDoDia,
+                        item.record.Text("totalizador"));
+}
+
+// The rates as the items were sold at, programmed anew where they are others.
+void WriteAliquotas(Importador& importing, const CupomLido& cupom)
+{
+    for (const ItemLido& item : cupom.itens) {
+        const Tributacao tributacao = TributacaoOf(importing, item);
+        if (!tributacao.taxa) {
+            continue;
+        }
+        std::int64_t& present =
+            importing.aliquotas[tributacao.codigo + std::to_string(tributacao.indice)];
+        if (present != *tributacao.taxa) {
+            present = *tributacao.taxa;
+            importing.tape.Then("insere_aliquota")
+                .Text("tributacao", tributacao.codigo)
+                .Number("indice", tributacao.indice)
+                .Decimal("percentual", present, 2);
+        }
     }
 }
 
 void WriteItem(Importador& importing, const ItemLido& item)
 {
     const Record& record = item.record;
-    const Tributacao tributacao = TributacaoOf(importing.arquivo, importing.programacao,
-                                               importing.crzDoDia, record.Text("totalizador"));
-    if (tributacao.taxa) {
-        RequireAliquota(importing, tributacao);
-    }
+    const Tributacao tributacao = TributacaoOf(importing, item);
     importing.tape.Then(tributacao.detalhado ? "vende_item_detalhado" : "vende_item")
         .Text("codigo", record.Text("codigo"))
         .Text("descricao", record.Text("descricao"))
@@ -71,6 +82,7 @@ void WriteCupom(Importador& importing, std::size_t at)
                                    "of a receipt that can have been several, of which the day's "
                                    "totals tell none");
     }
+    WriteAliquotas(importing, cupom);
     WriteAbertura(importing, cupom, "abre_cupom", SecondsOf(cupom.record.Raw("data_abertura")));
     std::int64_t numero = 0;
     for (const ItemLido& item : cupom.itens) {

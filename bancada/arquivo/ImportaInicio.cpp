@@ -83,8 +83,25 @@ void FindVinculados(ArquivoLido& arquivo, Programacao& programacao)
     }
 }
 
+// Whether some Z reduction names a rate of the number of a code, with a letter.
+bool IsReduced(const ArquivoLido& arquivo, const std::string& codigo, char letra)
+{
+    const std::string prefix = codigo.substr(0, 2) + letra;
+    for (const std::string& other : arquivo.Totalizadores()) {
+        if (other.substr(0, prefix.size()) != prefix) {
+            continue;
+        }
+        for (const auto& reducao : arquivo.Reducoes()) {
+            if (arquivo.Totalizador(reducao.second.Integer("crz"), other) != 0) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
 // Whether a code of ICMS is one of ISSQN that the detailed command wrote with the letter of the
-// other tax: the Z reductions then know it by its own letter alone.
+// other tax: the Z reductions then know it, or other rates of its number, by its own letter alone.
 bool IsIssqn(const ArquivoLido& arquivo, const std::string& codigo)
 {
     const std::string issqn = codigo.substr(0, 2) + "S" + codigo.substr(3);
@@ -96,20 +113,18 @@ bool IsIssqn(const ArquivoLido& arquivo, const std::string& codigo)
         }
         known = known || arquivo.Totalizador(crz, issqn) != 0;
     }
-    return known;
+    return known || (IsReduced(arquivo, codigo, 'S') && !IsReduced(arquivo, codigo, 'T'));
 }
 
 void FindAliquotas(const ArquivoLido& arquivo, Programacao& programacao)
 {
     for (const std::string& codigo : arquivo.Totalizadores()) {
         constexpr std::size_t RATE_SIZE = 7; // xxTnnnn
-        if (codigo.size() == RATE_SIZE && (codigo[2] == 'T' || codigo[2] == 'S')) {
-            if (codigo[2] == 'T' && IsIssqn(arquivo, codigo)) {
-                continue;
-            }
-            auto& rates = codigo[2] == 'T' ? programacao.icms : programacao.issqn;
-            rates.emplace(std::stoll(codigo.substr(0, 2)), std::stoll(codigo.substr(3)));
-        } else if (codigo.size() <= 3 && Contains(codigo, {"1", "2", "3"})) {
+        if (codigo.size() == RATE_SIZE && IsTributacao(codigo)) {
+            const bool issqn = codigo[2] == 'S' || IsIssqn(arquivo, codigo);
+            auto& rates = issqn ? programacao.issqn : programacao.icms;
+            rates[std::stoll(codigo.substr(0, 2))].insert(std::stoll(codigo.substr(3)));
+        } else if (IsTributacao(codigo)) {
             programacao.especiais.push_back(codigo);
         }
     }

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <set>
 
 namespace bancada::arquivo
@@ -15,6 +16,8 @@ namespace
 {
 
 using Json = nlohmann::ordered_json;
+
+constexpr std::int64_t SECONDS_A_DAY = 86400;
 
 std::int64_t Before(std::int64_t number)
 {
@@ -26,6 +29,43 @@ std::string Cents(std::int64_t cents)
     std::string digits = std::to_string(cents);
     digits.insert(0, digits.size() < 3 ? 3 - digits.size() : 0, '0');
     return digits.insert(digits.size() - 2, ".");
+}
+
+// A lower bound of the first document's instant.
+std::int64_t FirstInstant(ArquivoLido& arquivo)
+{
+    for (const std::int32_t coo : arquivo.Documentos()) {
+        for (const char* type : {"E14", "E19"}) {
+            if (arquivo.Has(type, coo)) {
+                return SecondsOf(arquivo.Read(type, coo).front().Raw("data_abertura"));
+            }
+        }
+        if (arquivo.Has("E16", coo)) {
+            const Record record = arquivo.Read("E16", coo).front();
+            return SecondsOf(record.Raw("data_fim"), record.Raw("hora_fim"));
+        }
+        const auto reducao = arquivo.Reducoes().find(coo);
+        if (reducao != arquivo.Reducoes().end()) {
+            return SecondsOf(reducao->second.Raw("data_emissao"),
+                             reducao->second.Raw("hora_emissao"));
+        }
+    }
+    return 1;
+}
+
+// The restart counter before the first document, where the owner was registered on its day or
+// later: then that tells it.
+std::optional<std::int64_t> CroDoCadastro(ArquivoLido& arquivo)
+{
+    if (arquivo.Small("E02").empty()) {
+        return std::nullopt;
+    }
+    const Record& usuario = arquivo.Small("E02").front();
+    const std::int64_t cadastro = SecondsOf(usuario.Raw("data_cadastro"));
+    if (cadastro == 0 || cadastro + SECONDS_A_DAY <= FirstInstant(arquivo)) {
+        return std::nullopt;
+    }
+    return usuario.Integer("cro");
 }
 
 // Goes from document to document.
@@ -141,6 +181,7 @@ class Walk
                 .Number("origem", pendente.origem)
                 .Number("destino", pendente.destino)
                 .Money("valor", pendente.valor);
+            m_importing.meiosDoCupom.push_back(pendente.destino);
             ++m_importing.gnf;
         } else if (m_importing.comprovantes > 0) {
             WriteEstornoCcd();
@@ -303,15 +344,15 @@ class Walk
     {
         TapeText& tape = m_importing.tape;
         const std::int32_t coo = m_documentos[at];
-        if (m_intervencao < m_intervencoes.size() &&
-            (TimeOf(m_intervencoes[m_intervencao]) <= end || m_fim < tape.Now())) {
+        if (m_reinicios.count(coo) != 0) {
+            WriteReinicio(tape.Now());
+        } else if (m_intervencao < m_intervencoes.size() &&
+                   (TimeOf(m_intervencoes[m_intervencao]) <= end || m_fim < tape.Now())) {
             const Record& record = m_intervencoes[m_intervencao++];
             WriteReinicio(std::max(tape.Now(), TimeOf(record)));
             if (record.Text("perda_dados") == "S") {
                 AddIntervencao(record);
             }
-        } else if (m_reinicios.count(coo) != 0) {
-            WriteReinicio(tape.Now());
         } else if (m_entradasL.count(coo) != 0) {
             tape.At("entrada_mil_interno", end);
         } else if (m_saidasL.count(coo) != 0) {
@@ -347,7 +388,7 @@ class Walk
         for (const Record& record : m_intervencoes) {
             told.insert(record.Integer("cro"));
         }
-        std::int64_t cro = -1;
+        std::int64_t cro = CroDoCadastro(m_arquivo).value_or(-1);
         std::vector<std::int32_t> leituras; // X readings since the last restart
         std::vector<std::int32_t> doDia;    // and since the last Z reduction
         for (const std::int32_t coo : m_documentos) {
@@ -388,8 +429,6 @@ class Walk
         }
         m_importing.Note("E09", "restarts without a record, which will have a row");
     }
-
-    static constexpr std::int64_t SECONDS_A_DAY = 86400;
 
     Importador& m_importing;
     ArquivoLido& m_arquivo;
@@ -463,7 +502,7 @@ Json Contadores(ArquivoLido& arquivo)
         }
     }
     contadores["crz"] = crz;
-    contadores["cro"] = cro;
+    contadores["cro"] = CroDoCadastro(arquivo).value_or(cro);
     contadores["ccf"] = CounterBefore(arquivo, {"E14"}, "ccf");
     contadores["gnf"] = CounterBefore(arquivo, {"E16", "E19"}, "gnf");
     contadores["grg"] = CounterBefore(arquivo, {"E16"}, "grg");
@@ -475,13 +514,13 @@ Json Contadores(ArquivoLido& arquivo)
     return contadores;
 }
 
-Json Totalizadores(const std::map<std::int64_t, std::int64_t>& aliquotas, const char* letter,
-                   const std::vector<std::string>& especiais, bool issqn)
+Json Totalizadores(const std::map<std::int64_t, std::set<std::int64_t>>& aliquotas,
+                   const char* letter, const std::vector<std::string>& especiais, bool issqn)
 {
     Json json = Json::object();
-    for (const auto& [numero, percentual] : aliquotas) {
+    for (const auto& [numero, percentuais] : aliquotas) {
         json[letter + std::to_string(numero)] = {{"programado", true},
-                                                 {"aliquota", Cents(percentual)}};
+                                                 {"aliquota", Cents(*percentuais.begin())}};
     }
     for (const std::string& codigo : especiais) {
         if ((codigo.size() == 3) == issqn) {
@@ -525,28 +564,6 @@ std::string MemoryText(Importador& importing, const Json& contadores, std::int64
     return memory.dump(4) + "\n";
 }
 
-// A lower bound of the first document's instant.
-std::int64_t FirstInstant(ArquivoLido& arquivo)
-{
-    for (const std::int32_t coo : arquivo.Documentos()) {
-        for (const char* type : {"E14", "E19"}) {
-            if (arquivo.Has(type, coo)) {
-                return SecondsOf(arquivo.Read(type, coo).front().Raw("data_abertura"));
-            }
-        }
-        if (arquivo.Has("E16", coo)) {
-            const Record record = arquivo.Read("E16", coo).front();
-            return SecondsOf(record.Raw("data_fim"), record.Raw("hora_fim"));
-        }
-        const auto reducao = arquivo.Reducoes().find(coo);
-        if (reducao != arquivo.Reducoes().end()) {
-            return SecondsOf(reducao->second.Raw("data_emissao"),
-                             reducao->second.Raw("hora_emissao"));
-        }
-    }
-    return 1;
-}
-
 } // namespace
 
 ImportResult Import(const std::string& path, std::ostream& tape, std::ostream& notes)
@@ -554,11 +571,11 @@ ImportResult Import(const std::string& path, std::ostream& tape, std::ostream& n
     Importador importing(path, tape);
     importing.programacao = FindProgramacao(importing.arquivo);
     importing.fatos = FindFatos(importing.arquivo);
-    for (const auto& [numero, percentual] : importing.programacao.icms) {
-        importing.aliquotas["T" + std::to_string(numero)] = percentual;
+    for (const auto& [numero, percentuais] : importing.programacao.icms) {
+        importing.aliquotas["T" + std::to_string(numero)] = *percentuais.begin();
     }
-    for (const auto& [numero, percentual] : importing.programacao.issqn) {
-        importing.aliquotas["S" + std::to_string(numero)] = percentual;
+    for (const auto& [numero, percentuais] : importing.programacao.issqn) {
+        importing.aliquotas["S" + std::to_string(numero)] = *percentuais.begin();
     }
     const Json contadores = Contadores(importing.arquivo);
     importing.gnf = contadores["gnf"].get<std::int64_t>();

@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <deque>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -22,8 +23,9 @@ struct Programacao {
     std::vector<std::string> meios;   // by number, from 1 at place 0
     std::vector<bool> vinculado;      // the means may have a voucher
     std::vector<std::string> nomesNf; // likewise; the float's and the withdrawal's are 1 and 2
-    std::map<std::int64_t, std::int64_t> icms; // rates by number, hundredths of a percent
-    std::map<std::int64_t, std::int64_t> issqn;
+    // Rates by number, hundredths of a percent; several where it was programmed anew.
+    std::map<std::int64_t, std::set<std::int64_t>> icms;
+    std::map<std::int64_t, std::set<std::int64_t>> issqn;
     std::vector<std::string> especiais; // F1 and so on
 
     // From 1; 0 for a name that is not there.

@@ -20,9 +20,9 @@ bool IsDetalhado(const ArquivoLido& arquivo, const Programacao& programacao, std
                  const std::string& totalizador, const Tributacao& tributacao)
 {
     const auto icms = programacao.icms.find(tributacao.indice);
-    if (icms == programacao.icms.end() || icms->second != *tributacao.taxa) {
+    if (icms == programacao.icms.end() || icms->second.count(*tributacao.taxa) == 0) {
         const auto issqn = programacao.issqn.find(tributacao.indice);
-        return issqn != programacao.issqn.end() && issqn->second == *tributacao.taxa;
+        return issqn != programacao.issqn.end() && issqn->second.count(*tributacao.taxa) != 0;
     }
     const std::string other = totalizador.substr(0, 2) + "S" + totalizador.substr(3);
     return crz != 0 && arquivo.Totalizador(crz, totalizador) == 0 &&

@@ -105,9 +105,13 @@ Amount ReadAmount(sqlite3_stmt* row, int column, Nullable nullable, int decimals
         }
         Amount amount(static_cast<std::int64_t>(scaled), decimals);
         // The quotient of two exact doubles is the double nearest to the decimal number, which is
-        // the one that the engine made of its text.
+        // the one that the engine made of its text. What the engine took off a row's amount itself,
+        // as a second reversal does, is off by less than this of a unit.
         constexpr double EXACT = 9007199254740992.0;
-        amount.m_exact = std::fabs(scaled) < EXACT && scaled / static_cast<double>(scale) == value;
+        constexpr double RECKONED = 1e-4;
+        const double off = value - scaled / static_cast<double>(scale);
+        amount.m_exact =
+            std::fabs(scaled) < EXACT && std::fabs(off) * static_cast<double>(scale) < RECKONED;
         return amount;
     }
     case SQLITE_NULL:

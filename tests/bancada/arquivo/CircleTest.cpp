@@ -118,17 +118,21 @@ TEST_F(CircleTest, EverythingThatARegisterDoes)
 
 TEST_F(CircleTest, CountersThatGoPastTheLastNumber)
 {
-    Memoria start;
-    start.contadores[COUNTER_COO] = 999970;
-    start.contadores[COUNTER_CCF] = 999990;
-    start.contadores[COUNTER_GNF] = 999995;
-    start.contadores[COUNTER_CRZ] = 999998;
-    start.contadores[COUNTER_GRG] = 999999;
-    start.contadores[COUNTER_CRO] = 5;
-    start.gt = Financial::FromCents(123456789);
-    start.gtUltimaRZ = start.gt;
-    folder.Write("tape", RandomTape(11, 4));
-    EXPECT_EQ(Differences(start), "") << told;
+    for (int seed = 1; seed <= Seeds(); ++seed) {
+        Memoria start;
+        start.contadores[COUNTER_COO] = 999890 + seed % 100;
+        start.contadores[COUNTER_CCF] = 999960 + seed % 40;
+        start.contadores[COUNTER_GNF] = 999950 + seed % 50;
+        start.contadores[COUNTER_CRZ] = 999996 + seed % 4;
+        start.contadores[COUNTER_GRG] = 999997 + seed % 3;
+        start.contadores[COUNTER_CRO] = 999997 + seed % 3;
+        start.gt = Financial::FromCents(123456789);
+        start.gtUltimaRZ = start.gt;
+        folder.Write("tape", RandomTape(static_cast<std::uint64_t>(seed), 4));
+        EXPECT_EQ(Differences(start), "") << "seed " << seed << "\n" << told;
+        folder.Write("first.db", "");
+        folder.Write("second.db", "");
+    }
 }
 
 // An error made both ways would close the circle: the file is also written from the tape and the

@@ -21,6 +21,10 @@ class Writer
         for (int day = 1; day <= days; ++day) {
             Day(day);
         }
+        if (Chance(20)) {
+            Line("abre_cupom");
+            Item();
+        }
         return m_tape;
     }
 
@@ -47,6 +51,12 @@ class Writer
             m_em.clear();
         }
         m_tape += (fields.empty() ? "" : ",") + fields + "}\n";
+    }
+
+    // Takes no time, and none of a command's.
+    void Directive(const std::string& cmd, const std::string& fields)
+    {
+        m_tape += "{\"cmd\":\"" + cmd + "\"," + fields + "}\n";
     }
 
     static std::string Quoted(const std::string& text) { return "\"" + text + "\""; }
@@ -126,8 +136,13 @@ class Writer
         Line("efetua_desc_acres_subtotal",
              std::string(R"("operacao":")") + operacao + R"(","tipo":")" +
                  (Chance(50) ? R"(valor","valor":)" : R"(percentual","valor":)") + Money(1, 190));
-        if (Chance(25)) {
+        // Of two cancelled surcharges the row keeps the last alone.
+        if (!m_subtotalCancelado && Chance(25)) {
+            m_subtotalCancelado = true;
             Line("cancela_desc_acres_subtotal", std::string(R"("operacao":")") + operacao + "\"");
+            if (Chance(50)) {
+                AjusteSubtotal();
+            }
         }
     }
 
@@ -147,6 +162,7 @@ class Writer
         Line("abre_cupom", Chance(30) ? R"("cpf_cnpj":"52998224725","nome":"MARIA")" : "");
         const int itens = Draw(1, 6);
         m_ajusteCancelado = false;
+        m_subtotalCancelado = false;
         m_detalhado = Chance(30);
         for (int i = 0; i < itens; ++i) {
             Item();
@@ -154,16 +170,13 @@ class Writer
         while (Chance(35)) {
             AjusteItem(itens);
         }
-        // No record tells an item cancelled before its receipt from the others: whose shares its
-        // adjustment has then is anyone's guess.
-        const bool cancelada = Chance(20);
-        if (cancelada) {
+        while (Chance(20)) {
             Line("cancela_item", R"("item":)" + std::to_string(Draw(1, itens)));
         }
         if (Chance(40)) {
             AjusteSubtotal();
         }
-        if (!cancelada && Chance(8)) {
+        if (Chance(8)) {
             Line("cancela_cupom_em_emissao");
             return;
         }
@@ -173,11 +186,25 @@ class Writer
         After();
     }
 
+    void Estorno(int origem)
+    {
+        Line("estorna_meio_pagamento", R"("origem":)" + std::to_string(origem) + R"(,"destino":)" +
+                                           std::to_string(origem % 3 + 1) + R"(,"valor":)" +
+                                           Money(1, 100));
+    }
+
     // What may follow a receipt: a reversal, a voucher, its own cancellation.
     void After()
     {
         if (Chance(10)) {
-            Line("estorna_meio_pagamento", R"("origem":2,"destino":1,"valor":)" + Money(1, 100));
+            int origem = Draw(1, 3);
+            Estorno(origem);
+            // A second one from the same means takes from what every payment in it holds, which a
+            // small one has not: no field has room for what is below zero.
+            if (Chance(40)) {
+                origem = origem == 1 && Chance(50) ? 1 : origem % 3 + 1;
+                Estorno(origem);
+            }
         }
         if (Chance(30)) {
             Line("abre_ccd", R"("meio":)" + std::to_string(Draw(2, 3)));
@@ -197,6 +224,7 @@ class Writer
         Line("abre_cnf", Chance(30) ? R"("cpf_cnpj":"11222333000181","nome":"LOJA")" : "");
         const int itens = Draw(1, 3);
         m_ajusteCancelado = false;
+        m_subtotalCancelado = false;
         for (int i = 0; i < itens; ++i) {
             Line("vende_item_nf", R"("totalizador":)" + std::to_string(Draw(3, 4)) +
                                       R"(,"valor":)" + Money(100, 2000));
@@ -219,21 +247,50 @@ class Writer
         }
     }
 
+    void Intervencoes(int day)
+    {
+        if (Chance(20)) {
+            Line("entrada_mil_interno");
+            Line("saida_mil_interno");
+        }
+        if (Chance(20)) {
+            Line("entrada_mit_interno");
+            if (Chance(50)) {
+                At(day, 7, 40);
+                Line("acerta_relogio");
+            }
+            Line("saida_mit_interno");
+        }
+    }
+
+    // Rates are programmed anew where nothing was sold at them since the Z reduction.
+    void Aliquotas()
+    {
+        static const char* const rates[] = {"7.00", "12.00", "0.50", "25.00"};
+        Line("insere_aliquota", std::string(R"("tributacao":"T","indice":2,"percentual":")") +
+                                    rates[Draw(0, 3)] + "\"");
+        Line("insere_aliquota", std::string(R"("tributacao":"S","indice":3,"percentual":")") +
+                                    rates[Draw(0, 3)] + "\"");
+    }
+
     void Day(int day)
     {
         At(day, 8, 0);
         Line("leitura_x", R"("midia":"impressao")");
-        if (Chance(20)) {
-            Line("entrada_mit_interno");
-            Line("saida_mit_interno");
-        }
+        Intervencoes(day);
         if (Chance(30)) {
             Line("leitura_mf");
         }
-        Line("configura", std::string(R"("ratear_subtotal":)") + (Chance(50) ? "true" : "false"));
+        if (Chance(25)) {
+            Aliquotas();
+        }
         Line("sangria", R"("operacao":"fundo_troco","valor":)" + Money(1000, 20000));
         for (int i = 0; i < 12; ++i) {
             At(day, 9 + i, Draw(0, 30));
+            if (Chance(25)) {
+                Directive("configura",
+                          std::string(R"("ratear_subtotal":)") + (Chance(50) ? "true" : "false"));
+            }
             if (Chance(75)) {
                 Cupom();
             } else {
@@ -254,6 +311,9 @@ class Writer
         Line("reducao_z", late ? "\"fim\":\"2024-03-" + std::string(day + 1 < 10 ? "0" : "") +
                                      std::to_string(day + 1) + " 01:59:07\""
                                : "");
+        if (Chance(10)) {
+            Line("reducao_z");
+        }
     }
 
     std::mt19937_64 m_random;
@@ -261,6 +321,7 @@ class Writer
     std::string m_em;
     bool m_detalhado = false;
     bool m_ajusteCancelado = false; // of the receipt at hand
+    bool m_subtotalCancelado = false;
 };
 
 } // namespace

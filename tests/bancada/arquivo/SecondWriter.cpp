@@ -133,7 +133,8 @@ void SecondWriter::Take(const TapeCommand& line, const Memoria& before, const Me
         SellNf(after);
         m_cupons.back().subtotal = m_cupons.back().total = m_cupons.back().itens[0].bruto;
         Print(after, "CN");
-    } else if (cmd == "leitura_x" || cmd == "saida_mit_interno") {
+    } else if (cmd == "leitura_x" || cmd == "saida_mit_interno" || cmd == "entrada_mil_interno" ||
+               cmd == "saida_mil_interno") {
         Print(after, "LX");
     } else if (cmd == "leitura_mf") {
         Print(after, "MF");
@@ -147,7 +148,7 @@ void SecondWriter::Take(const TapeCommand& line, const Memoria& before, const Me
                        N(NumberOf(line, "coo_inicial"), 6) + N(NumberOf(line, "coo_final"), 6) +
                        m_cnpj;
     } else if (cmd == "reducao_z") {
-        Reduce(line, after);
+        Reduce(line, before, after);
         Print(after, "RZ");
     }
 }
@@ -262,13 +263,15 @@ void SecondWriter::Print(const Memoria& after, const char* simbolo)
                             counter(COUNTER_CRZ, "RZ"), kind, When(after.relogio, "%Y%m%d%H%M%S")});
 }
 
-void SecondWriter::Reduce(const TapeCommand& line, const Memoria& after)
+void SecondWriter::Reduce(const TapeCommand& line, const Memoria& before, const Memoria& after)
 {
     const int crz = after.contadores[COUNTER_CRZ];
     const std::string key = "01" + N(crz, 6);
     const RtcAbsoluteTime em = line.em.value_or(after.relogio);
+    // A day without a document is the one on which it is reduced.
     m_reducoes[crz] = key + N(after.contadores[COUNTER_COO], 6) +
-                      N(after.contadores[COUNTER_CRO], 6) + When(after.jornada.data, "%Y%m%d") +
+                      N(after.contadores[COUNTER_CRO], 6) +
+                      When(before.jornada.aberta ? before.jornada.data : em, "%Y%m%d") +
                       When(em, "%Y%m%d%H%M%S") + N(Cents(after.fiscalRZ.vendaBruta), 14) + " ";
     std::string& totais = m_totalizadores[crz];
     const auto total = [&](const std::string& code, const Financial& value) {

@@ -61,7 +61,7 @@ class SecondWriter
     void AdjustSubtotal(const TapeCommand& line, const Memoria& after, bool cancels);
     void Close(const Memoria& after, bool adicional);
     void Print(const Memoria& after, const char* simbolo);
-    void Reduce(const TapeCommand& line, const Memoria& after);
+    void Reduce(const TapeCommand& line, const Memoria& before, const Memoria& after);
     std::string Prefix(const char* type) const;
     std::string CupomText(const Cupom& cupom) const;
 

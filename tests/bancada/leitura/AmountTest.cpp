@@ -153,6 +153,10 @@ TEST(Amount, MoreDecimalsThanTheColumnIsForAreTold)
     EXPECT_FALSE(column.Read("1.155", 2).IsExact());
     EXPECT_EQ(column.Read("1.156", 2).Units(), 116);
     EXPECT_FALSE(column.Read("90071992547409.93", 2).IsExact());
+    EXPECT_FALSE(column.Read("1.15001", 2).IsExact());
+    EXPECT_TRUE(column.Read("1.0 - 0.9", 2).IsExact()) << "reckoned by the engine, and not its 0.1";
+    EXPECT_EQ(column.Read("1.0 - 0.9", 2).Units(), 10);
+    EXPECT_TRUE(column.Read("99999999.99 - 99999999.93", 2).IsExact());
 }
 
 TEST(Amount, WritesAsTheTillDoes)
