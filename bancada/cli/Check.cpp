@@ -3,6 +3,7 @@
 #include "bancada/cli/Subcommands.h"
 #include "bancada/cli/UsedFiles.h"
 #include "bancada/conferencia/Conferencia.h"
+#include "bancada/conferencia/FindingGroups.h"
 #include "bancada/conferencia/LookedAt.h"
 #include "bancada/conferencia/Texts.h"
 #include "bancada/log/FirmwareLogReader.h"
@@ -11,7 +12,6 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <iostream>
-#include <map>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -33,8 +33,8 @@ struct CheckOptions {
     bool all = false;
 };
 
-// So many findings of a kind are listed; one systematic fault is told thousands of times.
-constexpr std::int64_t LISTED_OF_A_KIND = 100;
+// So many findings of one cause are listed; one systematic fault is told thousands of times.
+constexpr std::int64_t LISTED_OF_A_CAUSE = 100;
 
 std::string Count(std::int64_t number, const char* one, const char* several)
 {
@@ -61,7 +61,7 @@ std::string Shown(const std::string& text)
 void PrintLookedAt(const LookedAt& lookedAt)
 {
     std::cout << "looked at " << Shown(lookedAt.file) << ", " << lookedAt.size << " bytes, SHA-256 "
-              << lookedAt.sha256 << "\n";
+              << lookedAt.sha256 << ", by ecf-bancada " ECF_VERSION "\n";
     if (lookedAt.logSize > 0) {
         std::cout << "and its write-ahead log, " << lookedAt.logSize << " bytes, SHA-256 "
                   << lookedAt.logSha256 << "\n";
@@ -84,7 +84,7 @@ class TextPrinter
 
     void Print(const Finding& finding)
     {
-        if (++m_counts[finding.kind] > LISTED_OF_A_KIND && !m_all) {
+        if (m_groups.Add(finding) > LISTED_OF_A_CAUSE && !m_all) {
             return;
         }
         std::cout << (InfoOf(finding.kind).weight == Weight::NOTE ? "note: " : "")
@@ -92,13 +92,16 @@ class TextPrinter
                   << (finding.explained ? " [a lost row in the log explains it]" : "") << "\n";
     }
 
-    // Behind the last finding: the kinds of which not all are listed.
+    // Behind the last finding: the causes of which not all are listed.
     void Finish() const
     {
-        for (const auto& [kind, count] : m_counts) {
-            if (count > LISTED_OF_A_KIND && !m_all) {
-                std::cout << InfoOf(kind).name << ": " << count - LISTED_OF_A_KIND
-                          << " more of the kind, " << InfoOf(kind).meaning
+        for (const FindingGroup& group : m_groups.All()) {
+            if (group.count > LISTED_OF_A_CAUSE && !m_all) {
+                const std::string place =
+                    group.column.empty() ? "" : " in " + group.table + "." + group.column;
+                std::cout << InfoOf(group.kind).name << ": " << group.count - LISTED_OF_A_CAUSE
+                          << " more of the kind" << place << ", from " << Shown(group.first)
+                          << " to " << Shown(group.last) << ", " << InfoOf(group.kind).meaning
                           << "; --all lists them\n";
             }
         }
@@ -106,7 +109,7 @@ class TextPrinter
 
   private:
     bool m_all;
-    std::map<FindingKind, std::int64_t> m_counts;
+    FindingGroups m_groups;
 };
 
 void PrintSummary(const CheckSummary& summary)
@@ -121,12 +124,12 @@ void PrintSummary(const CheckSummary& summary)
     std::cout << ", " << Count(summary.notes, "note", "notes") << "\n";
 }
 
-std::string SeverityOf(const Finding& finding)
+std::string SeverityOf(FindingKind kind, bool explained)
 {
-    if (InfoOf(finding.kind).weight == Weight::NOTE) {
+    if (InfoOf(kind).weight == Weight::NOTE) {
         return "note";
     }
-    return finding.explained ? "loss" : "fault";
+    return explained ? "loss" : "fault";
 }
 
 nlohmann::ordered_json LookedAtJson(const LookedAt& lookedAt)
@@ -145,7 +148,8 @@ nlohmann::ordered_json LookedAtJson(const LookedAt& lookedAt)
             {"last_time", lookedAt.ultimaHora},
             {"first_z", Number(lookedAt.primeiroCrz)},
             {"last_z", Number(lookedAt.ultimoCrz)},
-            {"grand_total", Money(lookedAt.gt)}};
+            {"grand_total", Money(lookedAt.gt)},
+            {"tool_version", ECF_VERSION}};
 }
 
 // One member of the array a line, so that findings are never held together. Nothing is printed of a
@@ -163,7 +167,7 @@ class JsonPrinter
             {"key", finding.key},
             {"text", finding.text},
             {"explained", finding.explained},
-            {"severity", SeverityOf(finding)},
+            {"severity", SeverityOf(finding.kind, finding.explained)},
             {"file", m_lookedAt.file},
             {"coo", finding.subject.coo},
             {"crz", finding.subject.crz},
@@ -176,6 +180,7 @@ class JsonPrinter
         Begin();
         std::cout << (m_first ? "\n" : ",\n") << Dump(json);
         m_first = false;
+        m_groups.Add(finding);
     }
 
     void Finish(const CheckSummary& summary)
@@ -187,11 +192,28 @@ class JsonPrinter
                                              {"explained", summary.explained},
                                              {"notes", summary.notes}};
         Begin();
-        std::cout << "\n],\n\"summary\": " << Dump(json)
+        std::cout << "\n],\n\"groups\": " << Dump(GroupsJson()) << ",\n\"summary\": " << Dump(json)
                   << ",\n\"looked_at\": " << Dump(LookedAtJson(m_lookedAt)) << "}\n";
     }
 
   private:
+    nlohmann::ordered_json GroupsJson() const
+    {
+        nlohmann::ordered_json groups = nlohmann::ordered_json::array();
+        for (const FindingGroup& group : m_groups.All()) {
+            groups.push_back({{"kind", InfoOf(group.kind).name},
+                              {"severity", SeverityOf(group.kind, group.explained)},
+                              {"table", group.table},
+                              {"column", group.column},
+                              {"count", group.count},
+                              {"first", group.first},
+                              {"last", group.last},
+                              {"meaning", InfoOf(group.kind).meaning},
+                              {"next", NextStepOf(group.kind)}});
+        }
+        return groups;
+    }
+
     void Begin()
     {
         if (!m_begun) {
@@ -201,6 +223,7 @@ class JsonPrinter
     }
 
     const LookedAt& m_lookedAt;
+    FindingGroups m_groups;
     bool m_begun = false;
     bool m_first = true;
 };
@@ -302,7 +325,7 @@ void AddCheck(CLI::App& app, int& exitCode)
         ->type_name("COO=N,CRZ=N,GT=AMOUNT");
     check->add_flag("--all", options->all,
                     "List every finding, also beyond the first " +
-                        std::to_string(LISTED_OF_A_KIND) + " of a kind");
+                        std::to_string(LISTED_OF_A_CAUSE) + " of one cause");
     check->add_flag("--json", options->json, "Print the findings as JSON");
     check->footer(Footer());
     check->callback([options, &exitCode] { exitCode = Check(*options); });

@@ -272,7 +272,10 @@ void CheckFechado(CheckContext& context, const CupomFiscalRow& cupom, const Amou
             FindingKind::CUPOM_TOTAL, Coo(cupom.coo),
             "total " + Money(cupom.valorTotal) + ", subtotal " + Money(cupom.valorSubtotal) +
                 " less " + Money(cupom.valorDesconto) + " plus " + Money(cupom.valorAcrescimo),
-            subject);
+            subject,
+            {"cupom_fiscal", cupom.rowid, "valor_total",
+             Money(cupom.valorSubtotal - cupom.valorDesconto + cupom.valorAcrescimo),
+             Money(cupom.valorTotal)});
     }
     // Apportionment writes the subtotal adjustment into the items.
     const bool adjusted = !cupom.valorDesconto.IsZero() || !cupom.valorAcrescimo.IsZero();
@@ -281,13 +284,18 @@ void CheckFechado(CheckContext& context, const CupomFiscalRow& cupom, const Amou
                                 "live items " + Money(itens) + ", subtotal " +
                                     Money(cupom.valorSubtotal) + ", total " +
                                     Money(cupom.valorTotal),
-                                subject);
+                                subject,
+                                {"cupom_fiscal", cupom.rowid, "valor_subtotal", Money(itens),
+                                 Money(cupom.valorSubtotal)});
     }
     if (!pagamentos.incerto && !IsSame(pagamentos.soma - cupom.valorTroco, cupom.valorTotal)) {
         context.findings.Report(FindingKind::CUPOM_PAGAMENTOS, Coo(cupom.coo),
                                 "payments " + Money(pagamentos.soma) + " less change " +
                                     Money(cupom.valorTroco) + ", total " + Money(cupom.valorTotal),
-                                subject);
+                                subject,
+                                {"cupom_fiscal", cupom.rowid, "valor_total",
+                                 Money(pagamentos.soma - cupom.valorTroco),
+                                 Money(cupom.valorTotal)});
     }
 }
 

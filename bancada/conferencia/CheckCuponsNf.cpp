@@ -76,7 +76,9 @@ class ItensNf
             m_context.findings.Report(
                 FindingKind::ITEM_NF_TOTAL, Coo(coo) + " item " + Number(item.seqItem),
                 "net value " + Money(liquido) + ", value and adjustments " + Money(reckoned),
-                DocumentOf(coo));
+                DocumentOf(coo),
+                {"item_cupom_nf", item.rowid, "valor_total_liquido", Money(reckoned),
+                 Money(liquido)});
         }
         return liquido;
     }
@@ -116,20 +118,27 @@ void CheckValores(CheckContext& context, const CupomNfRow& cupom, const ItensSum
             FindingKind::NF_TOTAL, Coo(cupom.coo),
             "total " + Money(cupom.valorTotalCupom) + ", subtotal " + Money(cupom.valorSubtotal) +
                 " less " + Money(cupom.valorDesconto) + " plus " + Money(cupom.valorAcrescimo),
-            subject);
+            subject,
+            {"cupom_nf", cupom.rowid, "valor_total_cupom",
+             Money(cupom.valorSubtotal - cupom.valorDesconto + cupom.valorAcrescimo),
+             Money(cupom.valorTotalCupom)});
     }
     if (!IsSame(itens.liquido, cupom.valorSubtotal)) {
         context.findings.Report(FindingKind::NF_ITENS, Coo(cupom.coo),
                                 "live items " + Money(itens.liquido) + ", subtotal " +
                                     Money(cupom.valorSubtotal),
-                                subject);
+                                subject,
+                                {"cupom_nf", cupom.rowid, "valor_subtotal", Money(itens.liquido),
+                                 Money(cupom.valorSubtotal)});
     }
     if (itens.any && !itens.caixa && !pagamentos.incerto &&
         !IsAtMost(cupom.valorTotalCupom, pagamentos.soma)) {
-        context.findings.Report(FindingKind::NF_PAGAMENTOS, Coo(cupom.coo),
-                                "payments " + Money(pagamentos.soma) + ", total " +
-                                    Money(cupom.valorTotalCupom),
-                                subject);
+        context.findings.Report(
+            FindingKind::NF_PAGAMENTOS, Coo(cupom.coo),
+            "payments " + Money(pagamentos.soma) + ", total " + Money(cupom.valorTotalCupom),
+            subject,
+            {"cupom_nf", cupom.rowid, "valor_total_cupom", "at most " + Money(pagamentos.soma),
+             Money(cupom.valorTotalCupom)});
     }
 }
 

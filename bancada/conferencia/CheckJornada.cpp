@@ -48,7 +48,9 @@ void CheckHoras(CheckContext& context, const ReducaoZRow& z, const ReducaoZRow* 
         context.findings.Report(FindingKind::Z_DATA, Crz(z.crz),
                                 "day of " + movimento + ", first receipt " +
                                     Coo(jornada.primeiroCoo) + " of " + jornada.primeiraHora,
-                                SubjectOf(z));
+                                SubjectOf(z),
+                                {"reducao_z", z.rowid, "data_movimento",
+                                 jornada.primeiraHora.substr(0, DATE_SIZE), movimento});
     }
 }
 
@@ -79,7 +81,9 @@ void CheckMeios(CheckContext& context, const ReducaoZRow& z, const ReducaoParts&
                     "took in " + Money(valores.acumulado) + ", payments " +
                         Money(valores.pagamentos) +
                         (valores.fundos.IsZero() ? "" : ", floats " + Money(valores.fundos)),
-                    SubjectOf(z));
+                    SubjectOf(z),
+                    {"meio_pagamento_reducao", 0, "valor_acumulado",
+                     Money(valores.pagamentos + valores.fundos), Money(valores.acumulado)});
             }
         }
     }
@@ -90,10 +94,12 @@ void CheckMeios(CheckContext& context, const ReducaoZRow& z, const ReducaoParts&
     }
     const Amount& troco = parts.troco->valorAcumulado;
     if (!recebido.Contains(soma - troco)) {
-        context.findings.Report(FindingKind::Z_TROCO, Crz(z.crz),
-                                "payment means " + Money(soma) + " less change " + Money(troco) +
-                                    ", valid receipts " + recebido.Text(),
-                                SubjectOf(z));
+        context.findings.Report(
+            FindingKind::Z_TROCO, Crz(z.crz),
+            "payment means " + Money(soma) + " less change " + Money(troco) + ", valid receipts " +
+                recebido.Text(),
+            SubjectOf(z),
+            {"meio_pagamento_reducao", 0, "valor_acumulado", recebido.Text(), Money(soma - troco)});
     }
 }
 

@@ -27,8 +27,9 @@ void CheckNext(CheckContext& context, const ReducaoZRow& previous, const Reducao
     const std::int64_t crz = z.crz.Value();
     const bool follows = leitura::ComesBefore(last, crz);
     if (!follows) {
-        context.findings.Report(FindingKind::CRZ_REPETIDO, Crz(z.crz),
-                                "comes after " + Crz(previous.crz), SubjectOf(z));
+        context.findings.Report(
+            FindingKind::CRZ_REPETIDO, Crz(z.crz), "comes after " + Crz(previous.crz), SubjectOf(z),
+            {"reducao_z", z.rowid, "cont_crz", std::to_string(Following(last, 1)), Number(z.crz)});
     } else if (const std::int64_t steps = leitura::Steps(last, crz); steps != 1) {
         const std::int64_t first = Following(last, 1);
         context.findings.Report(FindingKind::CRZ_AUSENTE, Crz(first),
@@ -38,7 +39,9 @@ void CheckNext(CheckContext& context, const ReducaoZRow& previous, const Reducao
         context.findings.Report(FindingKind::Z_GT, Crz(z.crz),
                                 "grand total from " + Money(previous.valorGt) + " to " +
                                     Money(z.valorGt) + ", gross sales " + Money(z.valorVb),
-                                SubjectOf(z));
+                                SubjectOf(z),
+                                {"reducao_z", z.rowid, "valor_gt",
+                                 Money(previous.valorGt + z.valorVb), Money(z.valorGt)});
     }
 }
 
@@ -74,7 +77,10 @@ void CheckTempos(CheckContext& context, const ReducaoZRow& z)
         context.findings.Report(FindingKind::Z_TEMPOS, Crz(z.crz),
                                 "issuing documents " + Number(z.segundosEmitindo) +
                                     " s, operating " + Number(z.segundosOperacional) + " s",
-                                SubjectOf(z));
+                                SubjectOf(z),
+                                {"reducao_z", z.rowid, "tempo_operacional",
+                                 "at most " + Number(z.segundosOperacional),
+                                 Number(z.segundosEmitindo)});
         return;
     }
     if (!context.chaves.AreKnown()) {

@@ -26,30 +26,37 @@ enum Tributo {
 // A sum of the Z that a totalizer of its own holds too.
 struct FixedTotalizador {
     const char* name;
+    const char* columnName;
     Amount ReducaoZRow::*column;
 };
 
 // What the Z sums up of a tax.
 struct TributoColumns {
     const char* name;
+    const char* baseName;
     Amount ReducaoZRow::*base;
+    const char* impostoName;
     Amount ReducaoZRow::*imposto;
     FixedTotalizador desconto, acrescimo, cancelamento;
 };
 
 const TributoColumns COLUMNS[TRIBUTOS] = {
     {"ICMS",
+     "valor_base_icms",
      &ReducaoZRow::valorBaseIcms,
+     "valor_icms",
      &ReducaoZRow::valorIcms,
-     {"DT", &ReducaoZRow::valorDescIcms},
-     {"AT", &ReducaoZRow::valorAcresIcms},
-     {"Can-T", &ReducaoZRow::valorCancIcms}},
+     {"DT", "valor_desc_icms", &ReducaoZRow::valorDescIcms},
+     {"AT", "valor_acres_icms", &ReducaoZRow::valorAcresIcms},
+     {"Can-T", "valor_canc_icms", &ReducaoZRow::valorCancIcms}},
     {"ISSQN",
+     "valor_base_iss",
      &ReducaoZRow::valorBaseIss,
+     "valor_iss",
      &ReducaoZRow::valorIss,
-     {"DS", &ReducaoZRow::valorDescIss},
-     {"AS", &ReducaoZRow::valorAcresIss},
-     {"Can-S", &ReducaoZRow::valorCancIss}},
+     {"DS", "valor_desc_iss", &ReducaoZRow::valorDescIss},
+     {"AS", "valor_acres_iss", &ReducaoZRow::valorAcresIss},
+     {"Can-S", "valor_canc_iss", &ReducaoZRow::valorCancIss}},
 };
 
 // The tax of a totalizer by its code: "01T18.00" and "02S05.00" are rates, "F1" and "FS1" are
@@ -99,12 +106,13 @@ struct Sums {
 };
 
 void Compare(CheckContext& context, const ReducaoZRow& z, const std::string& name,
-             const Amount& column, const Amount& rows)
+             const char* columnName, const Amount& column, const Amount& rows)
 {
     if (!IsSame(column, rows)) {
         context.findings.Report(FindingKind::Z_TOTALIZADORES, Crz(z.crz),
                                 name + " " + Money(column) + ", its rows " + Money(rows),
-                                SubjectOf(z));
+                                SubjectOf(z),
+                                {"reducao_z", z.rowid, columnName, Money(rows), Money(column)});
     }
 }
 
@@ -116,7 +124,8 @@ void CheckFixed(CheckContext& context, const ReducaoZRow& z, const Sums& sums,
         context.findings.Report(FindingKind::REDUCAO_INCOMPLETA, Crz(z.crz),
                                 std::string("no totalizer row ") + totalizador.name, SubjectOf(z));
     } else {
-        Compare(context, z, totalizador.name, z.*totalizador.column, row->second);
+        Compare(context, z, totalizador.name, totalizador.columnName, z.*totalizador.column,
+                row->second);
     }
 }
 
@@ -249,9 +258,10 @@ void CheckTotalizadores(CheckContext& context, const ReducaoZRow& z, const Reduc
     Amount bruto;
     for (int t = 0; t < TRIBUTOS; ++t) {
         const TributoColumns& columns = COLUMNS[t];
-        Compare(context, z, std::string("base of ") + columns.name, z.*columns.base, sums.base[t]);
-        Compare(context, z, std::string("tax of ") + columns.name, z.*columns.imposto,
-                sums.imposto[t]);
+        Compare(context, z, std::string("base of ") + columns.name, columns.baseName,
+                z.*columns.base, sums.base[t]);
+        Compare(context, z, std::string("tax of ") + columns.name, columns.impostoName,
+                z.*columns.imposto, sums.imposto[t]);
         CheckFixed(context, z, sums, columns.desconto);
         CheckFixed(context, z, sums, columns.acrescimo);
         CheckFixed(context, z, sums, columns.cancelamento);
@@ -263,7 +273,8 @@ void CheckTotalizadores(CheckContext& context, const ReducaoZRow& z, const Reduc
         context.findings.Report(FindingKind::Z_VB, Crz(z.crz),
                                 "gross sales " + Money(z.valorVb) +
                                     ", net totalizers, discounts and cancellations " + Money(bruto),
-                                SubjectOf(z));
+                                SubjectOf(z),
+                                {"reducao_z", z.rowid, "valor_vb", Money(bruto), Money(z.valorVb)});
     }
     for (const TotalizadorReducaoRow& row : parts.totalizadores) {
         CheckImposto(context, z, row);
@@ -278,13 +289,17 @@ void CheckTotalizadores(CheckContext& context, const ReducaoZRow& z, const Reduc
         context.findings.Report(FindingKind::Z_VENDAS, Crz(z.crz),
                                 "net tax totalizers " + Money(liquido) +
                                     ", valid fiscal receipts " + jornada.vendas.Text(),
-                                SubjectOf(z));
+                                SubjectOf(z),
+                                {"totalizador_reducao", 0, "valor_base_calculo",
+                                 jornada.vendas.Text(), Money(liquido)});
     }
     if (!IsSame(sums.naoFiscais, jornada.naoFiscais)) {
         context.findings.Report(FindingKind::Z_NAO_FISCAIS, Crz(z.crz),
                                 "non-fiscal totalizers " + Money(sums.naoFiscais) +
                                     ", valid non-fiscal receipts " + Money(jornada.naoFiscais),
-                                SubjectOf(z));
+                                SubjectOf(z),
+                                {"totalizador_reducao", 0, "valor_base_calculo",
+                                 Money(jornada.naoFiscais), Money(sums.naoFiscais)});
     }
 }
 

@@ -81,8 +81,9 @@ TEST_F(CheckCommand, ACleanDatabaseExitsWithZeroAndKeepsItsNotes)
     EXPECT_EQ(Run({"check", Path()}), 0);
     const std::vector<std::string> lines = Lines();
     ASSERT_GE(lines.size(), 2U);
-    EXPECT_THAT(lines[0],
-                MatchesRegex("looked at " + Path() + ", [0-9]+ bytes, SHA-256 [0-9a-f]{64}"));
+    EXPECT_THAT(lines[0], MatchesRegex("looked at " + Path() +
+                                       ", [0-9]+ bytes, SHA-256 [0-9a-f]{64}, by "
+                                       "ecf-bancada [0-9.]+"));
     EXPECT_EQ(lines[1], "register 0001 of MERCEARIA: COO 1 of 2024-03-01 08:00:00 to COO 21 of "
                         "2024-03-03 08:00:00, CRZ 1 to CRZ 2, GT 75.48");
     EXPECT_EQ(output.substr(lines[0].size() + lines[1].size() + 2),
@@ -110,8 +111,8 @@ TEST_F(CheckCommand, JsonForPrograms)
     EXPECT_EQ(json["findings"][1],
               nlohmann::json::parse(R"({"kind": "z-gt", "weight": "finding", "key": "CRZ 2",
                 "text": "grand total from 68.48 to 75.47, gross sales 7.00", "explained": false,
-                "severity": "fault", "coo": 20, "crz": 2, "table": "", "row": 0, "column": "",
-                "expected": "", "found": "", "next":
+                "severity": "fault", "coo": 20, "crz": 2, "table": "reducao_z", "row": 2,
+                "column": "valor_gt", "expected": "75.48", "found": "75.47", "next":
                 "Print the reduction with show --crz and compare it with its paper.", "file": ")" +
                                     Path() + "\"}"));
     EXPECT_EQ(json["looked_at"]["file"], Path());
@@ -126,10 +127,12 @@ TEST_F(CheckCommand, JsonForPrograms)
 TEST_F(CheckCommand, JsonOfNothingFound)
 {
     EXPECT_EQ(Run({"check", "--json", Path()}), 0);
-    EXPECT_THAT(output, StartsWith("{\"findings\": [\n],\n\"summary\": {\"fiscal_receipts\":0,"
-                                   "\"non_fiscal_receipts\":0,\"z_reductions\":0,"
-                                   "\"findings\":0,\"explained\":0,\"notes\":0},\n"
-                                   "\"looked_at\": {\"file\":"));
+    EXPECT_THAT(
+        output,
+        StartsWith("{\"findings\": [\n],\n\"groups\": [],\n\"summary\": {\"fiscal_receipts\":0,"
+                   "\"non_fiscal_receipts\":0,\"z_reductions\":0,"
+                   "\"findings\":0,\"explained\":0,\"notes\":0},\n"
+                   "\"looked_at\": {\"file\":"));
     EXPECT_EQ(nlohmann::json::parse(output)["looked_at"]["empty"], true);
 }
 
@@ -261,10 +264,30 @@ TEST_F(CheckCommand, OneFaultRepeatedIsListedUpToALimit)
     EXPECT_EQ(Run({"check", Path()}), 1);
     EXPECT_THAT(output, HasSubstr("meio_pagamento row 100: "));
     EXPECT_THAT(output, Not(HasSubstr("meio_pagamento row 101: ")));
-    EXPECT_THAT(output, HasSubstr("\nvalor-invalido: 3 more of the kind, "));
+    EXPECT_THAT(output,
+                HasSubstr("\nvalor-invalido: 3 more of the kind in meio_pagamento.descricao,"
+                          " from meio_pagamento row 1 to meio_pagamento row 103, "));
     EXPECT_EQ(Run({"check", Path(), "--all"}), 1);
     EXPECT_THAT(output, HasSubstr("meio_pagamento row 103: "));
     EXPECT_THAT(output, Not(HasSubstr("more of the kind")));
+}
+
+TEST_F(CheckCommand, TheJsonCountsTheFindingsOfACause)
+{
+    Execute(conferencia_test::CLEAN_DAYS);
+    Execute("UPDATE cupom_fiscal SET id_cupom_adicional = 'S' WHERE cont_coo IN (3, 4, 7);"
+            "UPDATE reducao_z SET valor_gt = valor_gt - 0.01 WHERE cont_crz = 2");
+    EXPECT_EQ(Run({"check", Path(), "--json"}), 1);
+    const nlohmann::json groups = nlohmann::json::parse(output)["groups"];
+    const auto first = std::find_if(groups.begin(), groups.end(), [](const nlohmann::json& group) {
+        return group["kind"] == "cupom-colunas";
+    });
+    ASSERT_NE(first, groups.end());
+    EXPECT_EQ(*first, nlohmann::json::parse(
+                          R"({"kind": "cupom-colunas", "severity": "fault", "table": "cupom_fiscal",
+                  "column": "id_cupom_adicional", "count": 3, "first": "COO 3", "last": "COO 7",
+                  "meaning": "a column of a receipt that holds what its commands never write there",
+                  "next": "Print the document with show --coo and compare it with its paper."})"));
 }
 
 TEST_F(CheckCommand, TheHelpNamesEveryKind)
