@@ -1,5 +1,6 @@
 // ecf-bancada show: a logging database as a person would look at it.
 #include "bancada/relatorio/Show.h"
+#include "bancada/cli/FreshFolder.h"
 #include "bancada/cli/OutputFile.h"
 #include "bancada/cli/ShowVerdict.h"
 #include "bancada/cli/Subcommands.h"
@@ -31,6 +32,27 @@ int ExitCode(bool shown)
     return shown ? EXIT_OK : EXIT_FINDINGS;
 }
 
+relatorio::Verdict VerdictOn(const leitura::DatabaseReading& database, const std::string& log)
+{
+    std::optional<Losses> losses;
+    if (!log.empty()) {
+        losses = ReadLosses(log);
+    }
+    return ReadVerdict(database, losses ? &*losses : nullptr);
+}
+
+int ShowFolder(const std::string& folder, const ShowOptions& options)
+{
+    FreshFolder pages(folder);
+    const leitura::DatabaseReading database(options.database);
+    const relatorio::Verdict verdict = VerdictOn(database, options.log);
+    ShowPages(
+        database, &verdict, options,
+        [&](const std::string& name, const std::string& content) { pages.Write(name, content); });
+    pages.Commit();
+    return EXIT_OK;
+}
+
 // The page of a whole database carries its verdict; that of one day is made without reading the
 // rest, and says that it has none.
 int ShowInto(const std::string& page, const ShowOptions& options)
@@ -38,11 +60,7 @@ int ShowInto(const std::string& page, const ShowOptions& options)
     const leitura::DatabaseReading database(options.database);
     std::optional<relatorio::Verdict> verdict;
     if (!options.crz) {
-        std::optional<Losses> losses;
-        if (!options.log.empty()) {
-            losses = ReadLosses(options.log);
-        }
-        verdict = ReadVerdict(database, losses ? &*losses : nullptr);
+        verdict = VerdictOn(database, options.log);
     }
     OutputFile file(page);
     const bool shown =
@@ -75,6 +93,12 @@ void AddShow(CLI::App& app, int& exitCode)
                 "Write one page that needs nothing else: days, receipts, sales by hour "
                 "and by payment means, rejected statements and lost commands; - is standard output")
             ->type_name("FILE");
+    const auto folder = std::make_shared<std::string>();
+    CLI::Option* pages =
+        show->add_option("--pages", *folder,
+                         "Write a folder of pages that need nothing else, for a long history: an "
+                         "overview by month and day that links to a page a day, none above 2 MB")
+            ->type_name("FOLDER");
     CLI::Option* log = show->add_option("--log", options->log,
                                         "The firmware log, whose rejected statements and lost "
                                         "commands the list and the page then show")
@@ -83,17 +107,22 @@ void AddShow(CLI::App& app, int& exitCode)
         show->add_flag("--json", options->json, "JSON instead of text; money as decimal texts");
     coo->excludes(crz)->excludes(html)->excludes(log);
     html->excludes(json);
+    pages->excludes(coo)->excludes(crz)->excludes(html)->excludes(json);
     show->footer("Without --coo, --crz and --html it lists the days, by the Z reduction that "
                  "closes each, and their documents.\n\nExit codes: 0 shown; 1 the document, the Z "
                  "reduction or the day is not in the database; 2 a file cannot be\nread or "
                  "written, or is no logging database.");
-    show->callback([options, page, crz, html, log, &app, &exitCode] {
+    show->callback([options, page, folder, crz, html, pages, log, &app, &exitCode] {
         if (*log && *crz && !*html) {
             throw CLI::ExcludesError("--log", "--crz without --html");
         }
-        RequireApart(*page, Inputs(*options));
+        RequireApart(*pages ? *folder : *page, Inputs(*options));
         options->html = static_cast<bool>(*html);
         options->version = app.version();
+        if (*pages) {
+            exitCode = ShowFolder(*folder, *options);
+            return;
+        }
         exitCode = options->html ? ShowInto(*page, *options)
                                  : ExitCode(Show(*options, std::cout, std::cerr));
     });

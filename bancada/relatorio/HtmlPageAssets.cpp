@@ -144,11 +144,22 @@ function abre(aberto) {
   for (const dia of document.querySelectorAll("details.dia")) dia.open = aberto;
   if (!aberto) for (const doc of document.querySelectorAll("details.doc")) doc.open = false;
 }
-document.getElementById("abre").addEventListener("click", () => abre(true));
-document.getElementById("fecha").addEventListener("click", () => abre(false));
-document.getElementById("procura").addEventListener("submit", (evento) => {
-  evento.preventDefault();
-  const coo = String(Number(document.getElementById("coo").value));
+document.getElementById("abre")?.addEventListener("click", () => abre(true));
+document.getElementById("fecha")?.addEventListener("click", () => abre(false));
+function procuraPagina(coo) {
+  const paginas = [...document.querySelectorAll("a[data-de]")]
+    .filter((a) => Number(a.dataset.de) <= coo && coo <= Number(a.dataset.ate));
+  achadoPara.replaceChildren();
+  if (paginas.length === 1) location.href = paginas[0].href + "#coo-" + coo;
+  for (const pagina of paginas) {
+    const ligacao = document.createElement("a");
+    ligacao.href = pagina.href + "#coo-" + coo;
+    ligacao.textContent = pagina.closest("td").firstChild.textContent;
+    achadoPara.append(ligacao, " ");
+  }
+  if (paginas.length === 0) achadoPara.textContent = "No day has this number.";
+}
+function procura(coo) {
   for (const um of document.querySelectorAll(".achado")) um.classList.remove("achado");
   const achados = document.querySelectorAll('details.doc[data-coo="' + CSS.escape(coo) + '"]');
   for (const doc of achados) {
@@ -166,7 +177,15 @@ document.getElementById("procura").addEventListener("submit", (evento) => {
     ? "A rejected statement has it: see what was lost."
     : perdidos.length + " rejected statements have it: see what was lost.";
   achadoPara.textContent = [documentos, instrucoes].filter(Boolean).join(" ");
+}
+document.getElementById("procura")?.addEventListener("submit", (evento) => {
+  evento.preventDefault();
+  const coo = String(Number(document.getElementById("coo").value));
+  if (document.querySelector("a[data-de]")) procuraPagina(coo);
+  else procura(coo);
 });
+const pedido = /^#coo-(\d{1,6})$/.exec(location.hash);
+if (pedido) procura(pedido[1]);
 )js";
 
 } // namespace bancada::relatorio

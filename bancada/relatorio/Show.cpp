@@ -143,4 +143,17 @@ bool Show(const leitura::DatabaseReading& database, const relatorio::Verdict* ve
     return shown;
 }
 
+void ShowPages(const leitura::DatabaseReading& database, const relatorio::Verdict* verdict,
+               const ShowOptions& options, const relatorio::PageSink& sink)
+{
+    std::optional<Losses> losses;
+    if (!options.log.empty()) {
+        losses = ReadLosses(options.log);
+    }
+    Report report(database);
+    const std::string name = std::filesystem::path(options.database).filename().string();
+    WritePages(report, {name, options.version, {}, losses ? &*losses : nullptr, verdict}, sink);
+    database.ConfirmUnchanged();
+}
+
 } // namespace bancada

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "bancada/leitura/DatabaseReading.h"
+#include "bancada/relatorio/PageFolder.h"
 #include "bancada/relatorio/Verdict.h"
 
 #include <cstdint>
@@ -39,5 +40,10 @@ bool Show(const ShowOptions& options, std::ostream& out, std::ostream& errors);
 // says.
 bool Show(const leitura::DatabaseReading& database, const relatorio::Verdict* verdict,
           const ShowOptions& options, std::ostream& out, std::ostream& errors);
+
+// Hands the pages of a folder to `sink`: an overview that links to pages of days, see PageFolder.h.
+// Of the options database, log and version count. Throws as Show does.
+void ShowPages(const leitura::DatabaseReading& database, const relatorio::Verdict* verdict,
+               const ShowOptions& options, const relatorio::PageSink& sink);
 
 } // namespace bancada

@@ -57,6 +57,9 @@ class Page(unittest.TestCase):
         cls.page = folder / "page.html"
         subprocess.run([PROGRAM, "show", folder / "registro.db", "--html", cls.page, "--log",
                         folder / "firmware.log"], check=True, timeout=60)
+        cls.pages = folder / "pages"
+        subprocess.run([PROGRAM, "show", folder / "registro.db", "--pages", cls.pages, "--log",
+                        folder / "firmware.log"], check=True, timeout=60)
 
         options = webdriver.ChromeOptions()
         options.binary_location = CHROMIUM
@@ -318,6 +321,47 @@ class Page(unittest.TestCase):
                 By.CSS_SELECTOR, "#hours .estreito .barra")), 4)
         finally:
             self.browser.execute_cdp_cmd("Emulation.clearDeviceMetricsOverride", {})
+
+    def test_the_overview_leads_to_the_pages_of_days_and_back(self):
+        for width in (1200, 390):
+            self.browser.execute_cdp_cmd("Emulation.setDeviceMetricsOverride", {
+                "width": width, "height": 800, "deviceScaleFactor": 1, "mobile": width < 640})
+            try:
+                self.browser.get_log("browser")
+                self.browser.get((self.pages / "index.html").as_uri())
+                self.assertIn("What was looked at, and what check says", self.one("#check").text)
+                self.assertIn("2024-03", self.one("#months").text)
+                self.fits(width)
+                self.one('#days a[href="dia-00002.html"]').click()
+                self.assertIn("Z 0002", self.one("h1").text)
+                self.fits(width)
+                self.browser.find_element(By.LINK_TEXT, "Page before").click()
+                self.assertIn("Z 0001, 15/03/2024", self.one("h1").text)
+                self.browser.find_element(By.LINK_TEXT, "Next page").click()
+                self.browser.find_element(By.LINK_TEXT, "Overview").click()
+                self.search("000113")
+                self.assertTrue(self.browser.current_url.endswith("dia-00002.html#coo-113"))
+                self.assertTrue(self.visible(self.strip(113)))
+                self.browser.get((self.pages / "index.html").as_uri())
+                self.search("999")
+                self.assertEqual(self.one("#achado").text, "No day has this number.")
+                self.assertEqual(self.browser.get_log("browser"), [])
+            finally:
+                self.browser.execute_cdp_cmd("Emulation.clearDeviceMetricsOverride", {})
+
+    def fits(self, width):
+        self.assertLessEqual(self.browser.execute_script(
+            "return document.documentElement.scrollWidth"), width)
+
+    def test_the_pages_of_a_folder_print_without_their_tools(self):
+        self.browser.get((self.pages / "dia-00001.html").as_uri())
+        self.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"media": "print"})
+        try:
+            self.assertFalse(self.visible(self.one("nav")))
+            self.assertFalse(self.visible(self.one("#procura")))
+            self.assertTrue(self.visible(self.one('details.doc[data-coo="102"] > summary')))
+        finally:
+            self.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"media": ""})
 
     def contrast(self, selector):
         """Of an element's text to the first background behind it that is not transparent."""

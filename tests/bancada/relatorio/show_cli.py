@@ -98,11 +98,34 @@ class Show(unittest.TestCase):
     def test_options_that_exclude_each_other(self):
         for options in (("--coo", "1", "--crz", "1"), ("--coo", "1", "--html", "x"),
                         ("--html", "x", "--json"), ("--coo", "1", "--log", "x"),
-                        ("--crz", "1", "--log", "x")):
+                        ("--crz", "1", "--log", "x"), ("--pages", "x", "--html", "y"),
+                        ("--pages", "x", "--coo", "1"), ("--pages", "x", "--crz", "1"),
+                        ("--pages", "x", "--json")):
             with self.subTest(options=options):
                 code, out, err = self.show(self.db, *options)
                 self.assertEqual((code, out), (2, ""))
                 self.assertIn("excludes", err)
+
+    def test_a_folder_of_pages(self):
+        folder = os.path.join(self.folder.name, "pages")
+        os.mkdir(folder)  # an empty one is taken
+        self.assertEqual(self.show(self.db, "--pages", folder + "/"), (0, "", ""))
+        self.assertEqual(sorted(os.listdir(folder)),
+                         ["dia-00001.html", "dia-00002.html", "index.html"])
+        before = sorted(os.listdir(self.folder.name))
+        self.assertEqual(self.show(self.db, "--pages", folder),
+                         (2, "", f"ecf-bancada: {folder} exists already, and is not empty\n"))
+        code, _, err = self.show(self.db, "--pages", self.db)
+        self.assertEqual(code, 2)
+        self.assertIn(self.db, err)
+        none = os.path.join(self.folder.name, "none/pages")
+        self.assertEqual(self.show(self.db, "--pages", none),
+                         (2, "", f"ecf-bancada: {none}: cannot be written\n"))
+        # What cannot be shown leaves nothing behind.
+        code, _, _ = self.show(self.db, "--pages", os.path.join(self.folder.name, "more"),
+                               "--log", os.path.join(self.folder.name, "none.log"))
+        self.assertEqual(code, 2)
+        self.assertEqual(sorted(os.listdir(self.folder.name)), before)
 
     def test_numbers_that_are_none(self):
         for option in ("--coo", "--crz"):

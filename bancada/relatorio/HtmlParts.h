@@ -1,0 +1,58 @@
+// What the page of a database and the pages of a folder are made of. Every text of the database is
+// escaped.
+#pragma once
+
+#include "bancada/relatorio/Documento.h"
+#include "bancada/relatorio/HtmlPage.h"
+#include "bancada/relatorio/JornadaWalk.h"
+#include "bancada/relatorio/Vendas.h"
+#include "bancada/relatorio/Verdict.h"
+
+#include <cstddef>
+#include <limits>
+#include <ostream>
+#include <string>
+
+namespace bancada::relatorio
+{
+
+// As many bytes of a list as there are.
+constexpr std::size_t ALL_OF_IT = std::numeric_limits<std::size_t>::max();
+
+// "1 finding", "2 findings".
+template <typename Number>
+std::string CountText(Number number, const char* one, const char* several)
+{
+    return std::to_string(number) + " " + (number == 1 ? one : several);
+}
+
+// From the doctype to the end of the head, with the policy that runs no script but the page's own.
+void WriteHead(const std::string& name, std::ostream& out);
+
+// The name by which the owner is known; that of the database where none is programmed.
+std::string NameOf(const HtmlPage& page, const Estabelecimento& estabelecimento);
+
+// A figure with its name below.
+std::string NumberBox(const std::string& value, const std::string& name);
+
+// How many findings; empty where there are none.
+std::string FaultsMark(std::int64_t faults);
+
+// What the figures are of, and what a reconciliation says of them. Of the findings it lists texts
+// of at most `most` bytes together, and counts the others.
+void WriteVerdict(const HtmlPage& page, std::size_t most, std::ostream& out);
+
+void WriteHoras(const VendasByHora& vendas, std::ostream& out);
+void WriteMeios(const VendasByMeio& vendas, const Amount& troco, std::ostream& out);
+
+// Likewise at most `most` bytes of statements and reasons; null where no log was given.
+void WriteLosses(const Losses* losses, std::size_t most, std::ostream& out);
+
+// What is seen of a jornada that is rolled up.
+void WriteJornadaSummary(const Jornada& jornada, const Verdict* verdict, std::ostream& out);
+
+// A complete document, rolled up. `verdict` may be null.
+void WriteDocumento(const Documento& documento, const Estabelecimento& estabelecimento,
+                    const Verdict* verdict, std::ostream& out);
+
+} // namespace bancada::relatorio
