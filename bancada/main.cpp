@@ -1,6 +1,8 @@
 // ecf-bancada: the register that one can run on a desk.
+#include "bancada/Messages.h"
 #include "bancada/Printable.h"
 #include "bancada/Unusable.h"
+#include "bancada/cli/Help.h"
 #include "bancada/cli/Interruption.h"
 #include "bancada/cli/StandardFiles.h"
 #include "bancada/cli/Subcommands.h"
@@ -54,13 +56,16 @@ int main(int argc, char** argv)
 
     OpenStandardFiles();
     int exitCode = EXIT_OK;
-    CLI::App app("A reference fiscal printer: runs command tapes into a logging database.",
+    ChooseLanguage(argc, argv);
+    CLI::App app(Tr("A reference fiscal printer: runs command tapes into a logging database."),
                  "ecf-bancada");
-    app.set_version_flag("--version", "ecf-bancada " ECF_VERSION);
+    SetHelpLanguage(app);
+    app.set_version_flag("--version", "ecf-bancada " ECF_VERSION,
+                         Tr("Display program version information and exit"));
     app.require_subcommand(1);
-    app.set_help_all_flag("--help-all", "Print the help of every subcommand and exit");
-    app.footer("Exit codes: 0 done; 1 done, with findings that were asked for; 2 an input or an "
-               "output cannot be used.\nThe files of the bench are described in docs/.");
+    app.set_help_all_flag("--help-all", Tr("Print the help of every subcommand and exit"));
+    app.footer(Tr("Exit codes: 0 done; 1 done, with findings that were asked for; 2 an input or an "
+                  "output cannot be used.\nThe files of the bench are described in docs/."));
     AddRun(app, exitCode);
     AddShow(app, exitCode);
     AddCheck(app, exitCode);
@@ -73,6 +78,7 @@ int main(int argc, char** argv)
     AddCommands(app, exitCode);
     AddImport(app, exitCode);
     AddManPage(app, exitCode);
+    FinishHelp(app);
 
     try {
         app.parse(argc, argv);

@@ -52,8 +52,10 @@ endforeach()
 
 if(TARGET ecf-bancada)
   install(TARGETS ecf-bancada RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT bench)
-  install(FILES ${PROJECT_BINARY_DIR}/bancada/ecf-bancada.1
+  install(FILES ${PROJECT_BINARY_DIR}/bancada/man/en/ecf-bancada.1
     DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT bench)
+  install(FILES ${PROJECT_BINARY_DIR}/bancada/man/pt/ecf-bancada.1
+    DESTINATION ${CMAKE_INSTALL_MANDIR}/pt/man1 COMPONENT bench)
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs DESTINATION ${ecf_documents}/ecf-bancada
     COMPONENT bench)
   file(GLOB tapes ${PROJECT_SOURCE_DIR}/examples/*.jsonl)

@@ -1,5 +1,7 @@
 // ecf-bancada check: reconciles a logging database by itself.
+#include "bancada/Messages.h"
 #include "bancada/Unusable.h"
+#include "bancada/cli/Help.h"
 #include "bancada/cli/Subcommands.h"
 #include "bancada/cli/UsedFiles.h"
 #include "bancada/conferencia/Conferencia.h"
@@ -287,18 +289,20 @@ int Check(const CheckOptions& options)
 
 std::string Footer()
 {
-    std::string text =
+    std::string text = Tr(
         "A database is judged by its own rows. Without --log, a receipt that is paid in full and "
         "keeps its\nopening values is taken for an additional receipt; with it, only when the log "
         "names its closing. A\nfinding that a lost row in the log explains is marked and still "
-        "counts: the row is missing.\n\nKinds of findings:\n";
+        "counts: the row is missing.\n\nKinds of findings:\n");
     for (const FindingKindInfo& kind : FindingKinds()) {
         std::string name = kind.name;
-        name.resize(std::max<std::size_t>(name.size(), 25), ' ');
-        text += "  " + name + (kind.weight == Weight::NOTE ? "(note) " : "") + kind.meaning + "\n";
+        name.resize(std::max<std::size_t>(name.size(), 24), ' ');
+        text += "  " + name + (kind.weight == Weight::NOTE ? Tr("(note) ") : "") +
+                Tr(kind.meaning) + "\n";
     }
-    return text + "\nExit codes: 0 nothing found (notes are no findings); 1 something was found; 2 "
-                  "the database or the log\ncannot be read.";
+    return text +
+           Tr("\nExit codes: 0 nothing found (notes are no findings); 1 something was found; 2 "
+              "the database or the log\ncannot be read.");
 }
 
 } // namespace
@@ -308,26 +312,32 @@ void AddCheck(CLI::App& app, int& exitCode)
     const auto options = std::make_shared<CheckOptions>();
     CLI::App* check = app.add_subcommand(
         "check",
-        "Reconcile a logging database: receipts, items and payments, Z reductions, document "
-        "numbers, lost rows");
-    check->add_option("DB", options->database, "The logging database, which is only read")
+        Tr("Reconcile a logging database: receipts, items and payments, Z reductions, document "
+           "numbers, lost rows"));
+    check->add_option("DB", options->database, Tr("The logging database, which is only read"))
         ->required();
     check
         ->add_option(
             "--log", options->log,
-            "The firmware log: its rejected statements are listed with the row each should "
-            "have written")
+            Tr("The firmware log: its rejected statements are listed with the row each should "
+               "have written"))
         ->type_name("FILE");
     check
-        ->add_option("--until", options->until,
-                     "What is known from outside, from a paper Z or the register: a last document, "
-                     "a Z, its grand total. What the rows do not reach is a finding")
+        ->add_option(
+            "--until", options->until,
+            Tr("What is known from outside, from a paper Z or the register: a last document, "
+               "a Z, its grand total. What the rows do not reach is a finding"))
         ->type_name("COO=N,CRZ=N,GT=AMOUNT");
     check->add_flag("--all", options->all,
-                    "List every finding, also beyond the first " +
-                        std::to_string(LISTED_OF_A_CAUSE) + " of one cause");
-    check->add_flag("--json", options->json, "Print the findings as JSON");
+                    Tr("List every finding, also beyond the first %1 of one cause",
+                       {std::to_string(LISTED_OF_A_CAUSE)}));
+    check->add_flag("--json", options->json, Tr("Print the findings as JSON"));
     check->footer(Footer());
+    SetExamples(*check, {{"ecf-bancada check loja.db --log loja.db.log",
+                          Tr("Find what does not add up, and what the log says was lost")},
+                         {"ecf-bancada check loja.db --until CRZ=1,GT=1234.56",
+                          Tr("Compare with a paper Z: is the end missing?")},
+                         {"ecf-bancada check loja.db --json", Tr("The same for another program")}});
     check->callback([options, &exitCode] { exitCode = Check(*options); });
 }
 

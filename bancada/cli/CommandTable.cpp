@@ -1,6 +1,8 @@
 // ecf-bancada commands, and its table.
 #include "bancada/cli/CommandTable.h"
+#include "bancada/Messages.h"
 #include "bancada/cli/DocumentSection.h"
+#include "bancada/cli/Help.h"
 #include "bancada/cli/Subcommands.h"
 #include "bancada/comandos/Catalogue.h"
 
@@ -50,14 +52,15 @@ std::string WithCommandTable(const std::string& document)
 void AddCommands(CLI::App& app, int& exitCode)
 {
     const auto into = std::make_shared<std::string>();
-    CLI::App* commands =
-        app.add_subcommand("commands", "List the register's commands: class, code, the tables that "
-                                       "the logger writes, document type");
+    CLI::App* commands = app.add_subcommand(
+        "commands", Tr("List the register's commands: class, code, the tables that "
+                       "the logger writes, document type"));
     commands
         ->add_option("--into", *into,
-                     "Instead of printing, replace the table in this file, docs/commands.md")
+                     Tr("Instead of printing, replace the table in this file, docs/commands.md"))
         ->type_name("FILE");
-    commands->footer("Exit codes: 0 done; 2 the file cannot be used.");
+    commands->footer(Tr("Exit codes: 0 done; 2 the file cannot be used."));
+    SetExamples(*commands, {{"ecf-bancada commands", Tr("The table of all commands")}});
     commands->callback([into, &exitCode] {
         if (into->empty()) {
             std::cout << CommandTable();

@@ -1,5 +1,7 @@
 // ecf-bancada compare: what two legal audit files differ in.
+#include "bancada/Messages.h"
 #include "bancada/arquivo/Comparacao.h"
+#include "bancada/cli/Help.h"
 #include "bancada/cli/Subcommands.h"
 #include "bancada/cli/UsedFiles.h"
 
@@ -117,15 +119,17 @@ void AddCompare(CLI::App& app, int& exitCode)
 {
     const auto options = std::make_shared<CompareOptions>();
     CLI::App* compare = app.add_subcommand(
-        "compare", "Compare two legal audit files, record by record and field by field");
-    compare->add_option("FIRST", options->first, "A legal audit file")->required();
-    compare->add_option("SECOND", options->second, "The one to compare it with")->required();
-    compare->add_flag("--json", options->json, "Print the differences as JSON");
-    compare->footer(
+        "compare", Tr("Compare two legal audit files, record by record and field by field"));
+    compare->add_option("FIRST", options->first, Tr("A legal audit file"))->required();
+    compare->add_option("SECOND", options->second, Tr("The one to compare it with"))->required();
+    compare->add_flag("--json", options->json, Tr("Print the differences as JSON"));
+    compare->footer(Tr(
         "Records are paired by what tells them apart in their type: user, counter, item and so on. "
         "The totalizers\nof a Z reduction are a set, of all others the place counts. What ends a "
         "line (CR LF or LF) does not.\n\nExit codes: 0 the same; 1 they differ; 2 a file cannot be "
-        "read or is no legal audit file.");
+        "read or is no legal audit file."));
+    SetExamples(*compare, {{"ecf-bancada compare loja.txt outra.txt",
+                            Tr("List the records and fields in which two files differ")}});
     compare->callback([options, &exitCode] {
         // Standard output may be redirected.
         RequireApart("", {{options->first, "first file"}, {options->second, "second file"}});

@@ -1,4 +1,6 @@
 // ecf-bancada copy: takes a logging database from where it lies.
+#include "bancada/Messages.h"
+#include "bancada/cli/Help.h"
 #include "bancada/cli/NewDatabase.h"
 #include "bancada/cli/Subcommands.h"
 #include "bancada/copia/Copia.h"
@@ -55,21 +57,26 @@ void AddCopy(CLI::App& app, int& exitCode)
 {
     const auto options = std::make_shared<CopyOptions>();
     CLI::App* copy = app.add_subcommand(
-        "copy", "Copy a logging database as evidence: one state of it with what its write-ahead "
-                "log holds, compared row by row, with its SHA-256");
-    copy->add_option("DB", options->database, "The logging database, which is only read")
+        "copy", Tr("Copy a logging database as evidence: one state of it with what its write-ahead "
+                   "log holds, compared row by row, with its SHA-256"));
+    copy->add_option("DB", options->database, Tr("The logging database, which is only read"))
         ->required();
-    copy->add_option("TO", options->to,
-                     "The copy, which must not exist; - is standard output, and what is told goes "
-                     "to standard error")
+    copy->add_option(
+            "TO", options->to,
+            Tr("The copy, which must not exist; - is standard output, and what is told goes "
+               "to standard error"))
         ->required();
-    copy->footer(
+    copy->footer(Tr(
         "A register may go on writing meanwhile. The copy takes its name when it is whole; it "
         "needs no other\nfile beside it. docs/evidence.md tells how a database is taken from a "
         "device.\n\nExit codes: 0 copied; 1 copied, and the database, like its copy, is damaged "
         "(what SQLite's integrity check\nsays is told); 2 the database cannot be read, the copy "
         "exists already or cannot be written, or the two do\nnot hold the same: there is no copy "
-        "then.");
+        "then."));
+    SetExamples(*copy, {{"ecf-bancada copy loja.db prova.db",
+                         Tr("Take a database as evidence, from a device that may go on")},
+                        {"ecf-bancada copy loja.db - > prova2.db",
+                         Tr("The same through standard output")}});
     copy->callback([options, &exitCode] { exitCode = Copy(*options); });
 }
 

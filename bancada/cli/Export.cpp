@@ -1,6 +1,8 @@
 // ecf-bancada export: the legal audit file of a logging database.
+#include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 #include "bancada/arquivo/Exportacao.h"
+#include "bancada/cli/Help.h"
 #include "bancada/cli/OutputFile.h"
 #include "bancada/cli/Subcommands.h"
 #include "bancada/cli/UsedFiles.h"
@@ -99,48 +101,55 @@ void AddExport(CLI::App& app, int& exitCode)
     const auto arguments = std::make_shared<ExportArguments>();
     ExportOptions& options = arguments->options;
     CLI::App* command = app.add_subcommand(
-        "export", "Write the legal audit file of a logging database, records E01 to E21");
-    command->add_option("DB", options.database, "The logging database, which is only read")
+        "export", Tr("Write the legal audit file of a logging database, records E01 to E21"));
+    command->add_option("DB", options.database, Tr("The logging database, which is only read"))
         ->required();
-    command->add_option("--output", arguments->output, "The file to write; - is standard output")
+    command
+        ->add_option("--output", arguments->output, Tr("The file to write; - is standard output"))
         ->required()
         ->type_name("FILE");
     command
-        ->add_option("--command", arguments->comando,
-                     "Which memories: TDM, all; MFD, the detail memory; MF, the fiscal memory; RZ, "
-                     "the documents of Z reductions")
+        ->add_option(
+            "--command", arguments->comando,
+            Tr("Which memories: TDM, all; MFD, the detail memory; MF, the fiscal memory; RZ, "
+               "the documents of Z reductions"))
         ->check(OneOf(Comandos()))
         ->type_name("TDM|MFD|MF|RZ")
         ->capture_default_str();
     const CLI::Validator date(CheckDate, "");
     CLI::Option* from =
-        command->add_option("--from", options.from, "The fiscal days from this date on")
+        command->add_option("--from", options.from, Tr("The fiscal days from this date on"))
             ->check(date)
             ->type_name("DATE");
-    CLI::Option* to = command->add_option("--to", options.to, "The fiscal days up to this date")
+    CLI::Option* to = command->add_option("--to", options.to, Tr("The fiscal days up to this date"))
                           ->check(date)
                           ->type_name("DATE");
     command
         ->add_option("--crz", arguments->crz,
-                     "The fiscal days that these Z reductions close, FIRST-LAST")
+                     Tr("The fiscal days that these Z reductions close, FIRST-LAST"))
         ->excludes(from)
         ->excludes(to)
         ->type_name("RANGE");
-    command->add_option("--facts", options.facts, "What no row tells, a JSON file (docs/facts.md)")
+    command
+        ->add_option("--facts", options.facts, Tr("What no row tells, a JSON file (docs/facts.md)"))
         ->type_name("FILE");
     command
         ->add_option("--memory", options.memory,
-                     "The register's memory file, for its counters and grand total")
+                     Tr("The register's memory file, for its counters and grand total"))
         ->type_name("FILE");
-    command->add_option("--line-end", arguments->lineEnd, "What ends a line: crlf or lf")
+    command->add_option("--line-end", arguments->lineEnd, Tr("What ends a line: crlf or lf"))
         ->check(OneOf(LineEnds()))
         ->type_name("crlf|lf")
         ->capture_default_str();
     command->footer(
-        "The file states what the rows say and repairs nothing. What no source tells is left as "
-        "where there is\nnothing, and listed on standard error by record and field. There is no "
-        "signature EAD: it is made with\nthe maker's key.\n\nExit codes: 0 written; 2 a file "
-        "cannot be read or written, or a value does not fit its field.");
+        Tr("The file states what the rows say and repairs nothing. What no source tells is left as "
+           "where there is\nnothing, and listed on standard error by record and field. There is no "
+           "signature EAD: it is made with\nthe maker's key.\n\nExit codes: 0 written; 2 a file "
+           "cannot be read or written, or a value does not fit its field."));
+    SetExamples(*command, {{"ecf-bancada export loja.db --output loja.txt",
+                            Tr("The legal audit file of all days")},
+                           {"ecf-bancada export loja.db --output - --command RZ --crz 1-2",
+                            Tr("Z reductions 1 and 2, to standard output")}});
     command->callback([arguments, &app, &exitCode] {
         ExportOptions& chosen = arguments->options;
         chosen.comando = Comandos().at(arguments->comando);

@@ -1,8 +1,10 @@
 // ecf-bancada help-tape, and what it tells.
 #include "bancada/cli/HelpTape.h"
+#include "bancada/Messages.h"
 
 #include "bancada/Unusable.h"
 #include "bancada/cli/DocumentSection.h"
+#include "bancada/cli/Help.h"
 #include "bancada/cli/Subcommands.h"
 #include "bancada/comandos/AcertaRelogio.h"
 #include "bancada/comandos/CancelaAberto.h"
@@ -128,14 +130,17 @@ void AddHelpTape(CLI::App& app, int& exitCode)
 {
     const auto options = std::make_shared<HelpTapeOptions>();
     CLI::App* help = app.add_subcommand(
-        "help-tape", "Describe the commands of a tape: their fields, units, defaults and examples");
-    CLI::Option* command = help->add_option("COMMAND", options->command, "One command [all]");
+        "help-tape",
+        Tr("Describe the commands of a tape: their fields, units, defaults and examples"));
+    CLI::Option* command = help->add_option("COMMAND", options->command, Tr("One command [all]"));
     help->add_option("--into", options->into,
-                     "Instead of printing, replace the section of the commands in this file, "
-                     "docs/tape.md")
+                     Tr("Instead of printing, replace the section of the commands in this file, "
+                        "docs/tape.md"))
         ->type_name("FILE")
         ->excludes(command);
-    help->footer("Exit codes: 0 done; 2 there is no such command, or the file cannot be used.");
+    help->footer(Tr("Exit codes: 0 done; 2 there is no such command, or the file cannot be used."));
+    SetExamples(*help, {{"ecf-bancada help-tape vende_item", Tr("One command of the tape")},
+                        {"ecf-bancada help-tape", Tr("All commands")}});
     help->callback([options, &exitCode] {
         if (!options->into.empty()) {
             RewriteDocument(options->into, WithTapeDescription);

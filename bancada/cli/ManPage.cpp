@@ -1,5 +1,8 @@
 // ecf-bancada man-page, and how its page is made.
 #include "bancada/cli/ManPage.h"
+
+#include "bancada/Messages.h"
+#include "bancada/cli/Help.h"
 #include "bancada/cli/Subcommands.h"
 
 #include <CLI/CLI.hpp>
@@ -87,10 +90,16 @@ void Paragraphs(std::ostream& page, const std::string& text)
     }
 }
 
+// The formatter of --help, so that both say the same.
+const CLI::Formatter& FormatterOf(const CLI::App& app)
+{
+    return dynamic_cast<const CLI::Formatter&>(*app.get_formatter());
+}
+
 // The usage that --help shows, its label left out.
 std::string Usage(const CLI::App& app, const std::string& name)
 {
-    const CLI::Formatter formatter;
+    const CLI::Formatter& formatter = FormatterOf(app);
     const std::string label = formatter.get_label("Usage") + ": ";
     const std::string usage = formatter.make_usage(&app, name);
     return usage.substr(label.size(), usage.find('\n') - label.size());
@@ -103,7 +112,7 @@ std::vector<const CLI::App*> Subcommands(const CLI::App& app)
 
 void Options(std::ostream& page, const CLI::App& app, bool positional)
 {
-    const CLI::Formatter formatter;
+    const CLI::Formatter& formatter = FormatterOf(app);
     for (const CLI::Option* option : app.get_options([positional](const CLI::Option* o) {
              return !o->get_group().empty() && o->get_positional() == positional;
          })) {
@@ -114,11 +123,23 @@ void Options(std::ostream& page, const CLI::App& app, bool positional)
     }
 }
 
+void Examples(std::ostream& page, const CLI::App& app)
+{
+    const std::vector<Example> examples = ExamplesOf(app);
+    if (!examples.empty()) {
+        page << ".PP\n" << Plain(Tr("Examples:")) << "\n";
+    }
+    for (const Example& example : examples) {
+        page << ".TP\n" << Bold(example.line) << "\n" << Plain(example.does) << "\n";
+    }
+}
+
 void Subcommand(std::ostream& page, const CLI::App& app, const CLI::App& sub)
 {
     page << ".SS " << Plain(sub.get_name()) << "\n"
          << Plain(sub.get_description()) << "\n.PP\n"
          << Plain(Usage(sub, app.get_name() + " " + sub.get_name())) << "\n";
+    Examples(page, sub);
     Options(page, sub, true);
     Options(page, sub, false);
     Paragraphs(page, sub.get_footer());
@@ -130,39 +151,40 @@ std::string ManPage(const CLI::App& app)
 {
     std::ostringstream page;
     const std::string& name = app.get_name();
-    page << ".TH " << Plain(Upper(name)) << " 1 \"\" \"" << Plain(app.version())
-         << "\" \"User Commands\"\n"
-         << ".SH NAME\n"
+    page << ".TH " << Plain(Upper(name)) << " 1 \"\" \"" << Plain(app.version()) << "\" \""
+         << Plain(Tr("User Commands")) << "\"\n"
+         << ".SH " << Tr("NAME") << "\n"
          << Plain(name) << " \\- " << Plain(app.get_description()) << "\n"
-         << ".SH SYNOPSIS\n"
+         << ".SH " << Tr("SYNOPSIS") << "\n"
          << Plain(Usage(app, name)) << "\n";
     for (const CLI::App* sub : Subcommands(app)) {
         page << ".br\n" << Plain(Usage(*sub, name + " " + sub->get_name())) << "\n";
     }
-    page << ".SH OPTIONS\n";
+    page << ".SH " << Tr("OPTIONS") << "\n";
     Options(page, app, true);
     Options(page, app, false);
-    page << ".SH SUBCOMMANDS\n";
+    page << ".SH " << Tr("SUBCOMMANDS") << "\n";
     for (const CLI::App* sub : Subcommands(app)) {
         Subcommand(page, app, *sub);
     }
-    page << ".SH NOTES\n";
+    page << ".SH " << Tr("NOTES") << "\n";
     Paragraphs(page, app.get_footer());
-    page << ".SH FILES\n.TP\n"
+    page << ".SH " << Tr("FILES") << "\n.TP\n"
          << Bold("docs/") << "\n"
-         << Plain("Lies in share/doc/" + name +
-                  " below the folder that the program was installed into, /usr for the Debian "
-                  "package")
+         << Plain(Tr("Lies in share/doc/%1 below the folder that the program was installed into, "
+                     "/usr for the Debian package",
+                     {name}))
          << "\n";
     return page.str();
 }
 
 void AddManPage(CLI::App& app, int& exitCode)
 {
-    CLI::App* page =
-        app.add_subcommand("man-page", "Print the manual page that is installed with the program");
-    page->footer("Read it with: ecf-bancada man-page | man -l -\n\nExit codes: 0 done; 2 standard "
-                 "output could not be written.");
+    CLI::App* page = app.add_subcommand(
+        "man-page", Tr("Print the manual page that is installed with the program"));
+    page->footer(Tr("Exit codes: 0 done; 2 standard "
+                    "output could not be written."));
+    SetExamples(*page, {{"ecf-bancada man-page | man -l -", Tr("Read the manual page")}});
     page->callback([&app, &exitCode] {
         std::cout << ManPage(app);
         exitCode = EXIT_OK;

@@ -1,5 +1,7 @@
 // ecf-bancada recover: what can still be read of a damaged database.
+#include "bancada/Messages.h"
 #include "bancada/Printable.h"
+#include "bancada/cli/Help.h"
 #include "bancada/cli/NewDatabase.h"
 #include "bancada/cli/Subcommands.h"
 #include "bancada/recuperacao/Recuperacao.h"
@@ -78,25 +80,29 @@ void AddRecover(CLI::App& app, int& exitCode)
 {
     const auto options = std::make_shared<RecoverOptions>();
     CLI::App* recover = app.add_subcommand(
-        "recover", "Copy what can still be read of a damaged logging database into a new one, and "
-                   "list what is missing: rows by table and rowid, pages");
+        "recover",
+        Tr("Copy what can still be read of a damaged logging database into a new one, and "
+           "list what is missing: rows by table and rowid, pages"));
     recover
-        ->add_option("DB", options->database,
-                     "The damaged database, which is only read; the write-ahead log beside it is "
-                     "read with it")
+        ->add_option(
+            "DB", options->database,
+            Tr("The damaged database, which is only read; the write-ahead log beside it is "
+               "read with it"))
         ->required();
     recover
         ->add_option("TO", options->to,
-                     "The new database, which must not exist; - is standard output, and what is "
-                     "told goes to standard error")
+                     Tr("The new database, which must not exist; - is standard output, and what is "
+                        "told goes to standard error"))
         ->required();
-    recover->footer(
+    recover->footer(Tr(
         "Every row on a sound page is recovered, also where nothing leads to the page any more; a "
         "page of which\nanything does not fit gives none, so that nothing is invented. A byte "
         "changed within a value cannot be\nseen here: let check judge the new database. No "
         "register goes on with it.\n\nExit codes: 0 everything was there; 1 something is missing, "
         "and is listed; 2 the file cannot be read or\nholds no page of a database, or the new one "
-        "exists already or cannot be written.");
+        "exists already or cannot be written."));
+    SetExamples(*recover, {{"ecf-bancada recover estragada.db nova.db",
+                            Tr("Save what can still be read, and list what is missing")}});
     recover->callback([options, &exitCode] { exitCode = Recover(*options); });
 }
 

@@ -1,9 +1,11 @@
 // ecf-bancada run: executes a tape.
+#include "bancada/Messages.h"
 #include "bancada/Printable.h"
 #include "bancada/Unusable.h"
 #include "bancada/caixa/TapeLint.h"
 #include "bancada/caixa/TapeRun.h"
 #include "bancada/cli/FileLock.h"
+#include "bancada/cli/Help.h"
 #include "bancada/cli/Interruption.h"
 #include "bancada/cli/Progress.h"
 #include "bancada/cli/RunFiles.h"
@@ -271,55 +273,66 @@ void AddRun(CLI::App& app, int& exitCode)
 {
     const auto options = std::make_shared<RunOptions>();
     CLI::App* run = app.add_subcommand(
-        "run", "Execute a command tape on a register, log it into a database and print a summary");
+        "run",
+        Tr("Execute a command tape on a register, log it into a database and print a summary"));
     run->add_option("TAPE", options->files.tape,
-                    "The tape, JSON Lines as docs/tape.md describes; - is "
-                    "standard input")
+                    Tr("The tape, JSON Lines as docs/tape.md describes; - is "
+                       "standard input"))
         ->required();
     CLI::Option* database =
         run->add_option("--db", options->files.database,
-                        "The logging database; made if it is missing. Due, but for --lint")
+                        Tr("The logging database; made if it is missing. Due, but for --lint"))
             ->type_name("FILE");
     CLI::Option* log =
         run->add_option(
                "--log", options->files.log,
-               "The firmware log, which gets the rejected statements; records are added to "
-               "one that exists [the database's name with .log]")
+               Tr("The firmware log, which gets the rejected statements; records are added to "
+                  "one that exists [the database's name with .log]"))
             ->type_name("FILE");
     CLI::Option* memory =
         run->add_option(
                "--memory", options->files.memory,
-               "Keep the register's state in this file, and go on from it, behind the part of "
-               "the tape that was carried out before (docs/memory.md); without it the "
-               "register begins as it leaves the factory")
+               Tr("Keep the register's state in this file, and go on from it, behind the part of "
+                  "the tape that was carried out before (docs/memory.md); without it the "
+                  "register begins as it leaves the factory"))
             ->type_name("FILE");
-    CLI::Option* replies =
-        run->add_flag("--replies", options->replies,
-                      "Print a line for each line of the tape as soon as what it did is durable");
+    CLI::Option* replies = run->add_flag(
+        "--replies", options->replies,
+        Tr("Print a line for each line of the tape as soon as what it did is durable"));
     CLI::Option* append =
-        run->add_flag("--append", options->append, "Add to a database that already holds rows");
+        run->add_flag("--append", options->append, Tr("Add to a database that already holds rows"));
     CLI::Option* strict = run->add_flag(
         "--strict", options->strict,
-        "Exit with 1 if a command was refused, a statement rejected or a command's rows "
-        "lost");
-    CLI::Option* lint =
-        run->add_flag("--lint", options->lint,
-                      "Run nothing and make nothing: list all faults of the tape, of its lines, "
-                      "commands, fields and times, as file:line:column: message");
-    for (CLI::Option* other : {database, log, memory, replies, append, strict}) {
-        lint->excludes(other);
-    }
-    run->footer(
+        Tr("Exit with 1 if a command was refused, a statement rejected or a command's rows "
+           "lost"));
+    run->add_flag("--lint", options->lint,
+                  Tr("Run nothing and make nothing: list all faults of the tape, of its lines, "
+                     "commands, fields and times, as file:line:column: message"));
+    run->footer(Tr(
         "The summary counts commands and statements, names the commands that were refused, "
         "had statements\nrejected or lost their rows with their line on the tape, and "
         "counts the rows of each table. A database\nthat is locked, read-only, full or "
         "damaged does not stop the run. INT and TERM end it behind the command\nat hand, with "
-        "the summary and the line that it came to. A tape without a command makes no database.\n\nExit codes: 0 the tape was executed to its end; "
-        "1 it was, and --strict found something, or --lint found faults; 2 the tape\ncannot be read (the fault is "
-        "told as file:line:column: message, everything before it stays logged), or\n"
-        "another file cannot be used. A run that INT or TERM ended ends by that signal.");
-    run->callback([options, database, &exitCode] {
-        if (!options->lint && !*database) {
+        "the summary and the line that it came to. A tape without a command makes no database.\n\n"
+        "Exit codes: 0 the tape was executed to its end; 1 it was, and --strict found something, or "
+        "--lint found\nfaults; 2 the tape cannot be read (the fault is told as "
+        "file:line:column: message, everything before it\nstays logged), or another file cannot be "
+        "used. A run that INT or TERM ended ends by that signal."));
+    SetExamples(
+        *run,
+        {{"ecf-bancada run dia.jsonl --db loja.db",
+          Tr("Run the tape of a day into a database, loja.db, and its firmware log, loja.db.log")},
+         {"ecf-bancada run amanha.jsonl --db loja.db --memory loja.memoria --append",
+          Tr("Go on with a register that is kept from run to run")},
+         {"ecf-bancada run dia.jsonl --lint", Tr("List all faults of a tape and run nothing")}});
+    const std::vector<const CLI::Option*> ofRuns = {database, log, memory, replies, append, strict};
+    run->callback([options, ofRuns, &exitCode] {
+        for (const CLI::Option* option : ofRuns) {
+            if (options->lint && *option) {
+                throw CLI::ExcludesError("--lint", option->get_name());
+            }
+        }
+        if (!options->lint && !*ofRuns[0]) {
             throw CLI::RequiredError("--db");
         }
         exitCode = options->lint ? Lint(*options) : RunTape(*options);

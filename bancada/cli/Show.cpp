@@ -1,6 +1,8 @@
 // ecf-bancada show: a logging database as a person would look at it.
 #include "bancada/relatorio/Show.h"
+#include "bancada/Messages.h"
 #include "bancada/cli/FreshFolder.h"
+#include "bancada/cli/Help.h"
 #include "bancada/cli/OutputFile.h"
 #include "bancada/cli/ShowVerdict.h"
 #include "bancada/cli/Subcommands.h"
@@ -78,43 +80,51 @@ void AddShow(CLI::App& app, int& exitCode)
     const auto options = std::make_shared<ShowOptions>();
     const auto page = std::make_shared<std::string>();
     CLI::App* show = app.add_subcommand(
-        "show", "Show what a logging database holds: its days and documents, one document as on "
-                "paper, or a page for the browser");
-    show->add_option("DB", options->database, "The logging database, which is only read")
+        "show", Tr("Show what a logging database holds: its days and documents, one document as on "
+                   "paper, or a page for the browser"));
+    show->add_option("DB", options->database, Tr("The logging database, which is only read"))
         ->required();
-    CLI::Option* coo = show->add_option(
-        "--coo", options->coo, "The document of this number as on paper; both, if it came twice");
-    CLI::Option* crz = show->add_option("--crz", options->crz,
-                                        "The Z reduction of this number; with --html the page of "
-                                        "the day that it closes, open or closed");
+    CLI::Option* coo =
+        show->add_option("--coo", options->coo,
+                         Tr("The document of this number as on paper; both, if it came twice"));
+    CLI::Option* crz =
+        show->add_option("--crz", options->crz,
+                         Tr("The Z reduction of this number; with --html the page of "
+                            "the day that it closes, open or closed"));
     CLI::Option* html =
         show->add_option(
                 "--html", *page,
-                "Write one page that needs nothing else: days, receipts, sales by hour "
-                "and by payment means, rejected statements and lost commands; - is standard output")
+                Tr("Write one page that needs nothing else: days, receipts, sales by hour "
+                   "and by payment means, rejected statements and lost commands; - is standard output"))
             ->type_name("FILE");
     const auto folder = std::make_shared<std::string>();
     CLI::Option* pages =
-        show->add_option("--pages", *folder,
-                         "Write a folder of pages that need nothing else, for a long history: an "
-                         "overview by month and day that links to a page a day, none above 2 MB")
+        show->add_option(
+                "--pages", *folder,
+                Tr("Write a folder of pages that need nothing else, for a long history: an "
+                   "overview by month and day that links to a page a day, none above 2 MB"))
             ->type_name("FOLDER");
     CLI::Option* log = show->add_option("--log", options->log,
-                                        "The firmware log, whose rejected statements and lost "
-                                        "commands the list and the page then show")
+                                        Tr("The firmware log, whose rejected statements and lost "
+                                           "commands the list and the page then show"))
                            ->type_name("FILE");
     CLI::Option* json =
-        show->add_flag("--json", options->json, "JSON instead of text; money as decimal texts");
+        show->add_flag("--json", options->json, Tr("JSON instead of text; money as decimal texts"));
     coo->excludes(crz)->excludes(html)->excludes(log);
     html->excludes(json);
     pages->excludes(coo)->excludes(crz)->excludes(html)->excludes(json);
-    show->footer("Without --coo, --crz and --html it lists the days, by the Z reduction that "
-                 "closes each, and their documents.\n\nExit codes: 0 shown; 1 the document, the Z "
-                 "reduction or the day is not in the database; 2 a file cannot be\nread or "
-                 "written, or is no logging database.");
+    show->footer(
+        Tr("Without --coo, --crz and --html it lists the days, by the Z reduction that "
+           "closes each, and their documents.\n\nExit codes: 0 shown; 1 the document, the Z "
+           "reduction or the day is not in the database; 2 a file cannot be\nread or "
+           "written, or is no logging database."));
+    SetExamples(*show, {{"ecf-bancada show loja.db", Tr("List the days and their documents")},
+                        {"ecf-bancada show loja.db --coo 12", Tr("One document as on paper")},
+                        {"ecf-bancada show loja.db --html loja.html --log loja.db.log",
+                         Tr("A page for the browser, with what was lost")}});
     show->callback([options, page, folder, crz, html, pages, log, &app, &exitCode] {
         if (*log && *crz && !*html) {
-            throw CLI::ExcludesError("--log", "--crz without --html");
+            throw CLI::ExcludesError("--log", Tr("--crz without --html"));
         }
         RequireApart(*pages ? *folder : *page, Inputs(*options));
         options->html = static_cast<bool>(*html);

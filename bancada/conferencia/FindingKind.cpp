@@ -1,5 +1,7 @@
 #include "bancada/conferencia/FindingKind.h"
 
+#include "bancada/Messages.h"
+
 namespace bancada::conferencia
 {
 namespace
@@ -8,162 +10,169 @@ namespace
 constexpr FindingKindTable KINDS = {{
     // The counters of the documents.
     {FindingKind::COO_AUSENTE, "coo-ausente", Weight::FAULT,
-     "document numbers without a row, and nothing logged that explains them"},
+     TrLater("document numbers without a row, and nothing logged that explains them")},
     {FindingKind::COO_REPETIDO, "coo-repetido", Weight::FAULT,
-     "a document number that comes again, or goes back"},
+     TrLater("a document number that comes again, or goes back")},
     {FindingKind::CANCELAMENTO_AUSENTE, "cancelamento-ausente", Weight::FAULT,
-     "a receipt marked as cancelled after its closing, though no cancellation took a number"},
-    {FindingKind::CCF_AUSENTE, "ccf-ausente", Weight::FAULT, "fiscal receipts without a row"},
+     TrLater(
+         "a receipt marked as cancelled after its closing, though no cancellation took a number")},
+    {FindingKind::CCF_AUSENTE, "ccf-ausente", Weight::FAULT,
+     TrLater("fiscal receipts without a row")},
     {FindingKind::CCF_REPETIDO, "ccf-repetido", Weight::FAULT,
-     "a fiscal receipt number that comes again, or goes back"},
+     TrLater("a fiscal receipt number that comes again, or goes back")},
     {FindingKind::GNF_AUSENTE, "gnf-ausente", Weight::FAULT,
-     "non-fiscal documents without a row that no voucher reversal explains"},
+     TrLater("non-fiscal documents without a row that no voucher reversal explains")},
     {FindingKind::GNF_REPETIDO, "gnf-repetido", Weight::FAULT,
-     "a non-fiscal document number that comes again, or goes back"},
-    {FindingKind::CRZ_AUSENTE, "crz-ausente", Weight::FAULT, "Z reductions without a row"},
+     TrLater("a non-fiscal document number that comes again, or goes back")},
+    {FindingKind::CRZ_AUSENTE, "crz-ausente", Weight::FAULT, TrLater("Z reductions without a row")},
     {FindingKind::CRZ_REPETIDO, "crz-repetido", Weight::FAULT,
-     "a Z reduction number that comes again, or goes back"},
+     TrLater("a Z reduction number that comes again, or goes back")},
     {FindingKind::CRZ_DOCUMENTO, "crz-documento", Weight::FAULT,
-     "a document that is not a fiscal receipt, filed under another Z than the last one made"},
+     TrLater(
+         "a document that is not a fiscal receipt, filed under another Z than the last one made")},
     {FindingKind::DOCUMENTO_SEM_LINHA, "documento-sem-linha", Weight::NOTE,
-     "a document that leaves no row on purpose: the reversal of a voucher"},
+     TrLater("a document that leaves no row on purpose: the reversal of a voucher")},
     {FindingKind::COO_REUTILIZADO, "coo-reutilizado", Weight::NOTE,
-     "a document number that names several receipts: their items and payments cannot be told "
-     "apart"},
+     TrLater(
+         "a document number that names several receipts: their items and payments cannot be told "
+         "apart")},
     // Rows whose document is missing.
     {FindingKind::ITEM_SEM_CUPOM, "item-sem-cupom", Weight::FAULT,
-     "items of a fiscal receipt that has no row"},
+     TrLater("items of a fiscal receipt that has no row")},
     {FindingKind::ITEM_NF_SEM_CUPOM, "item-nf-sem-cupom", Weight::FAULT,
-     "items of a non-fiscal receipt that has no row"},
+     TrLater("items of a non-fiscal receipt that has no row")},
     {FindingKind::PAGAMENTO_SEM_CUPOM, "pagamento-sem-cupom", Weight::FAULT,
-     "payments of a receipt that has no row"},
+     TrLater("payments of a receipt that has no row")},
     {FindingKind::ITEM_AUSENTE, "item-ausente", Weight::FAULT,
-     "item numbers of a receipt without a row"},
+     TrLater("item numbers of a receipt without a row")},
     {FindingKind::NF_SEM_DOCUMENTO, "nf-sem-documento", Weight::FAULT,
-     "a non-fiscal receipt without its document row"},
+     TrLater("a non-fiscal receipt without its document row")},
     {FindingKind::DOCUMENTO_SEM_NF, "documento-sem-nf", Weight::FAULT,
-     "a document row of a non-fiscal receipt that has no row"},
+     TrLater("a document row of a non-fiscal receipt that has no row")},
     {FindingKind::REDUCAO_SEM_DOCUMENTO, "reducao-sem-documento", Weight::FAULT,
-     "a Z reduction without its document row"},
+     TrLater("a Z reduction without its document row")},
     {FindingKind::DOCUMENTO_SEM_REDUCAO, "documento-sem-reducao", Weight::FAULT,
-     "a document row of a Z reduction that has no row"},
+     TrLater("a document row of a Z reduction that has no row")},
     {FindingKind::TOTALIZADOR_SEM_REDUCAO, "totalizador-sem-reducao", Weight::FAULT,
-     "totalizers of a Z reduction that has no row"},
+     TrLater("totalizers of a Z reduction that has no row")},
     {FindingKind::MEIO_SEM_REDUCAO, "meio-sem-reducao", Weight::FAULT,
-     "payment means of a Z reduction that has no row"},
+     TrLater("payment means of a Z reduction that has no row")},
     {FindingKind::REDUCAO_INCOMPLETA, "reducao-incompleta", Weight::FAULT,
-     "a Z reduction without a row that every Z writes"},
+     TrLater("a Z reduction without a row that every Z writes")},
     {FindingKind::CUPOM_SEM_REDUCAO, "cupom-sem-reducao", Weight::FAULT,
-     "receipts of a day that no Z closes, though later ones do"},
+     TrLater("receipts of a day that no Z closes, though later ones do")},
     // Rows that come twice.
     {FindingKind::CHAVE_REPETIDA, "chave-repetida", Weight::FAULT,
-     "a key that should name one row and names several"},
+     TrLater("a key that should name one row and names several")},
     // Receipts.
     {FindingKind::CUPOM_ABERTO, "cupom-aberto", Weight::FAULT,
-     "a fiscal receipt never closed, though documents follow it"},
+     TrLater("a fiscal receipt never closed, though documents follow it")},
     {FindingKind::CUPOM_ADICIONAL, "cupom-adicional", Weight::NOTE,
-     "a fiscal receipt paid in full that keeps its opening values: an additional receipt, whose "
-     "closing is always rejected"},
+     TrLater(
+         "a fiscal receipt paid in full that keeps its opening values: an additional receipt, whose "
+         "closing is always rejected")},
     {FindingKind::CUPOM_TOTAL, "cupom-total", Weight::FAULT,
-     "a fiscal receipt whose total is not its subtotal with the subtotal adjustment"},
+     TrLater("a fiscal receipt whose total is not its subtotal with the subtotal adjustment")},
     {FindingKind::CUPOM_ITENS, "cupom-itens", Weight::FAULT,
-     "a fiscal receipt that its live items do not add up to"},
+     TrLater("a fiscal receipt that its live items do not add up to")},
     {FindingKind::CUPOM_PAGAMENTOS, "cupom-pagamentos", Weight::FAULT,
-     "a fiscal receipt whose payments less the change are not its total"},
+     TrLater("a fiscal receipt whose payments less the change are not its total")},
     {FindingKind::ITEM_TOTAL, "item-total", Weight::FAULT,
-     "an item whose total is not quantity by price with its adjustments"},
+     TrLater("an item whose total is not quantity by price with its adjustments")},
     {FindingKind::PERCENTUAL, "percentual", Weight::FAULT,
-     "a percentage that its kind or its amount does not agree with"},
+     TrLater("a percentage that its kind or its amount does not agree with")},
     {FindingKind::CASAS_DECIMAIS, "casas-decimais", Weight::FAULT,
-     "a quantity or a price with more decimals than the item was sold with"},
+     TrLater("a quantity or a price with more decimals than the item was sold with")},
     {FindingKind::CUPOM_COLUNAS, "cupom-colunas", Weight::FAULT,
-     "a column of a receipt that holds what its commands never write there"},
+     TrLater("a column of a receipt that holds what its commands never write there")},
     {FindingKind::CUPOM_CHAVE, "cupom-chave", Weight::FAULT,
-     "a search key that is not made of the owner, the register, the day and the document number"},
+     TrLater(
+         "a search key that is not made of the owner, the register, the day and the document number")},
     {FindingKind::CUPOM_ASSINATURA, "cupom-assinatura", Weight::FAULT,
-     "a fiscal receipt whose rows are not what was signed"},
+     TrLater("a fiscal receipt whose rows are not what was signed")},
     {FindingKind::ASSINATURA_NAO_CONFERIDA, "assinatura-nao-conferida", Weight::NOTE,
-     "a signature that the rows are not enough to recompute"},
+     TrLater("a signature that the rows are not enough to recompute")},
     {FindingKind::PAGAMENTO_COLUNAS, "pagamento-colunas", Weight::FAULT,
-     "a payment whose columns do not agree with one another or with its receipt"},
+     TrLater("a payment whose columns do not agree with one another or with its receipt")},
     {FindingKind::NF_ABERTO, "nf-aberto", Weight::FAULT,
-     "a non-fiscal receipt never closed, though documents follow it"},
+     TrLater("a non-fiscal receipt never closed, though documents follow it")},
     {FindingKind::NF_TOTAL, "nf-total", Weight::FAULT,
-     "a non-fiscal receipt whose total is not its subtotal with the subtotal adjustment"},
+     TrLater("a non-fiscal receipt whose total is not its subtotal with the subtotal adjustment")},
     {FindingKind::NF_ITENS, "nf-itens", Weight::FAULT,
-     "a non-fiscal receipt that its live items do not add up to"},
+     TrLater("a non-fiscal receipt that its live items do not add up to")},
     {FindingKind::NF_PAGAMENTOS, "nf-pagamentos", Weight::FAULT,
-     "a non-fiscal receipt whose payments do not cover its total"},
+     TrLater("a non-fiscal receipt whose payments do not cover its total")},
     {FindingKind::ITEM_NF_TOTAL, "item-nf-total", Weight::FAULT,
-     "a non-fiscal item whose net value is not its value with its adjustments"},
+     TrLater("a non-fiscal item whose net value is not its value with its adjustments")},
     // Z reductions.
     {FindingKind::CUPOM_FORA_DO_DIA, "cupom-fora-do-dia", Weight::FAULT,
-     "a receipt issued before the previous Z or after the Z that it is filed under"},
+     TrLater("a receipt issued before the previous Z or after the Z that it is filed under")},
     {FindingKind::Z_TOTALIZADORES, "z-totalizadores", Weight::FAULT,
-     "a sum of the Z that its totalizer rows do not add up to"},
+     TrLater("a sum of the Z that its totalizer rows do not add up to")},
     {FindingKind::Z_VB, "z-vb", Weight::FAULT,
-     "gross sales that are not net totalizers, discounts and cancellations together"},
+     TrLater("gross sales that are not net totalizers, discounts and cancellations together")},
     {FindingKind::Z_GT, "z-gt", Weight::FAULT,
-     "a grand total that did not grow by the gross sales of the day"},
+     TrLater("a grand total that did not grow by the gross sales of the day")},
     {FindingKind::Z_VENDAS, "z-vendas", Weight::FAULT,
-     "tax totalizers that are not the valid fiscal receipts of the day"},
+     TrLater("tax totalizers that are not the valid fiscal receipts of the day")},
     {FindingKind::Z_NAO_FISCAIS, "z-nao-fiscais", Weight::FAULT,
-     "non-fiscal totalizers that are not the valid non-fiscal receipts of the day"},
+     TrLater("non-fiscal totalizers that are not the valid non-fiscal receipts of the day")},
     {FindingKind::Z_MEIO, "z-meio", Weight::FAULT,
-     "a payment means that is not the payments of the day"},
+     TrLater("a payment means that is not the payments of the day")},
     {FindingKind::Z_TROCO, "z-troco", Weight::FAULT,
-     "payment means less the change that are not the valid receipts of the day"},
+     TrLater("payment means less the change that are not the valid receipts of the day")},
     {FindingKind::Z_ALIQUOTA, "z-aliquota", Weight::FAULT,
-     "a tax totalizer that is not the valid items of its tax code"},
+     TrLater("a tax totalizer that is not the valid items of its tax code")},
     {FindingKind::Z_REGISTRADO, "z-registrado", Weight::FAULT,
-     "gross sales, discounts or surcharges that are not those of the items of the day"},
+     TrLater("gross sales, discounts or surcharges that are not those of the items of the day")},
     {FindingKind::Z_IMPOSTO, "z-imposto", Weight::FAULT,
-     "a tax that is not its totalizer by its rate"},
+     TrLater("a tax that is not its totalizer by its rate")},
     {FindingKind::Z_NOME, "z-nome", Weight::FAULT,
-     "a means or a non-fiscal totalizer under a name that was not programmed"},
+     TrLater("a means or a non-fiscal totalizer under a name that was not programmed")},
     {FindingKind::Z_CRO, "z-cro", Weight::FAULT,
-     "a counter of restarts that the interventions do not lead to"},
+     TrLater("a counter of restarts that the interventions do not lead to")},
     {FindingKind::Z_DATA, "z-data", Weight::FAULT,
-     "a fiscal day that is not the date of its first receipt"},
+     TrLater("a fiscal day that is not the date of its first receipt")},
     {FindingKind::Z_TEMPOS, "z-tempos", Weight::FAULT,
-     "more time issuing documents than operating (the two columns are crossed on purpose)"},
+     TrLater(
+         "more time issuing documents than operating (the two columns are crossed on purpose)")},
     // The file and its schema.
     {FindingKind::ARQUIVO_DANIFICADO, "arquivo-danificado", Weight::FAULT,
-     "a file that the engine finds damaged, or that is not as long as it says"},
+     TrLater("a file that the engine finds damaged, or that is not as long as it says")},
     {FindingKind::ESQUEMA, "esquema", Weight::FAULT,
-     "a table, column, index or program that is not the schema's"},
+     TrLater("a table, column, index or program that is not the schema's")},
     // Every row.
     {FindingKind::VALOR_INVALIDO, "valor-invalido", Weight::FAULT,
-     "a value that the loggers cannot have written into its column"},
+     TrLater("a value that the loggers cannot have written into its column")},
     {FindingKind::LINHA_AUSENTE, "linha-ausente", Weight::FAULT,
-     "a table's row numbers with a gap, though nothing is ever deleted"},
+     TrLater("a table's row numbers with a gap, though nothing is ever deleted")},
     {FindingKind::LINHA_ALHEIA, "linha-alheia", Weight::FAULT,
-     "a row where the loggers never leave one, or one more than they write"},
+     TrLater("a row where the loggers never leave one, or one more than they write")},
     {FindingKind::ORDEM, "ordem", Weight::FAULT,
-     "a row out of the order of issue, or a time out of its document's"},
+     TrLater("a row out of the order of issue, or a time out of its document's")},
     {FindingKind::RELOGIO_ATRASADO, "relogio-atrasado", Weight::NOTE,
-     "a clock that went back before a reading, as when it is set in an intervention"},
+     TrLater("a clock that went back before a reading, as when it is set in an intervention")},
     {FindingKind::CONTADOR_DOCUMENTO, "contador-documento", Weight::FAULT,
-     "a counter of vouchers or reports that did not move as its documents did"},
+     TrLater("a counter of vouchers or reports that did not move as its documents did")},
     {FindingKind::DOCUMENTO_DIFERE, "documento-difere", Weight::FAULT,
-     "a document row that says another time or number than the row of what it documents"},
+     TrLater("a document row that says another time or number than the row of what it documents")},
     {FindingKind::INTERVENCAO, "intervencao", Weight::FAULT,
-     "an intervention out of its order, or without the reading that it begins with"},
+     TrLater("an intervention out of its order, or without the reading that it begins with")},
     {FindingKind::FITA_DETALHE, "fita-detalhe", Weight::FAULT,
-     "a reprint out of its order, or of documents that it cannot hold"},
+     TrLater("a reprint out of its order, or of documents that it cannot hold")},
     {FindingKind::PROGRAMACAO, "programacao", Weight::FAULT,
-     "programming that the documents say was otherwise"},
+     TrLater("programming that the documents say was otherwise")},
     // What is known from outside the database.
     {FindingKind::ANCORA, "ancora", Weight::FAULT,
-     "a database that does not reach what is known of its register from outside"},
+     TrLater("a database that does not reach what is known of its register from outside")},
     // The firmware log.
     {FindingKind::LINHA_PERDIDA, "linha-perdida", Weight::FAULT,
-     "a statement that the engine rejected: the row is missing"},
+     TrLater("a statement that the engine rejected: the row is missing")},
     {FindingKind::COMANDO_PERDIDO, "comando-perdido", Weight::FAULT,
-     "a command whose rows the caller of the loggers lost"},
+     TrLater("a command whose rows the caller of the loggers lost")},
     {FindingKind::PERDA_PREVISTA, "perda-prevista", Weight::NOTE,
-     "a statement that the engine always rejects: the closing of an additional receipt, a "
-     "currency symbol"},
+     TrLater("a statement that the engine always rejects: the closing of an additional receipt, a "
+             "currency symbol")},
 }};
 
 // Each kind stands at its place, so that none is missing and none stands twice.
@@ -189,29 +198,32 @@ const FindingKindTable& FindingKinds()
 const char* NextStepOf(FindingKind kind)
 {
     if (kind <= FindingKind::COO_REUTILIZADO) {
-        return "Look for the document on the register's paper or detail tape, and give the firmware "
-               "log with --log.";
+        return TrLater(
+            "Look for the document on the register's paper or detail tape, and give the firmware "
+            "log with --log.");
     }
     if (kind <= FindingKind::CHAVE_REPETIDA) {
-        return "Compare the rows of the document with its paper, and give the firmware log with "
-               "--log.";
+        return TrLater(
+            "Compare the rows of the document with its paper, and give the firmware log with "
+            "--log.");
     }
     if (kind <= FindingKind::ITEM_NF_TOTAL) {
-        return "Print the document with show --coo and compare it with its paper.";
+        return TrLater("Print the document with show --coo and compare it with its paper.");
     }
     if (kind <= FindingKind::Z_TEMPOS) {
-        return "Print the reduction with show --crz and compare it with its paper.";
+        return TrLater("Print the reduction with show --crz and compare it with its paper.");
     }
     if (kind <= FindingKind::ESQUEMA) {
-        return "Take the database from its device again, with its log, and compare both files.";
+        return TrLater(
+            "Take the database from its device again, with its log, and compare both files.");
     }
     if (kind <= FindingKind::PROGRAMACAO) {
-        return "Compare the row with another copy of the database and with the paper.";
+        return TrLater("Compare the row with another copy of the database and with the paper.");
     }
     if (kind == FindingKind::ANCORA) {
-        return "Ask for the rest of the documents: the file ends before they do.";
+        return TrLater("Ask for the rest of the documents: the file ends before they do.");
     }
-    return "Ask why the register could not write the row; the log tells its reason.";
+    return TrLater("Ask why the register could not write the row; the log tells its reason.");
 }
 
 const FindingKindInfo& InfoOf(FindingKind kind)

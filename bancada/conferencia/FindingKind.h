@@ -108,7 +108,7 @@ struct FindingKindInfo {
     // The word for programs: it is printed, stands in JSON, and never changes.
     const char* name;
     Weight weight;
-    const char* meaning;
+    const char* meaning; // in English, for Tr
 };
 
 using FindingKindTable = std::array<FindingKindInfo, static_cast<std::size_t>(FindingKind::END)>;
@@ -118,7 +118,7 @@ const FindingKindTable& FindingKinds();
 
 const FindingKindInfo& InfoOf(FindingKind kind);
 
-// What to do next about a finding of this kind, one sentence.
+// What to do next about a finding of this kind, one sentence in English, for Tr.
 const char* NextStepOf(FindingKind kind);
 
 } // namespace bancada::conferencia

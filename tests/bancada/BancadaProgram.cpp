@@ -14,8 +14,8 @@ std::string ProgramInShell()
 
 ProgramResult RunShell(const TempFolder& folder, const std::string& line)
 {
-    const std::string script =
-        "cd '" + folder.File("") + "' && ( " + line + "\n ) </dev/null >.out 2>.err";
+    const std::string script = "LC_ALL=C; export LC_ALL; cd '" + folder.File("") + "' && ( " +
+                               line + "\n ) </dev/null >.out 2>.err";
     const int status = std::system(script.c_str());
     ProgramResult result;
     if (WIFEXITED(status)) {

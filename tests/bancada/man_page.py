@@ -1,6 +1,6 @@
 """The manual page as man(1) shows it, against --help.
 
-Usage: man_page.py PROGRAM PAGE
+Usage: man_page.py PROGRAM PAGE LANGUAGE
 Exit code 77 where there is no man(1).
 """
 import os
@@ -12,9 +12,14 @@ import unittest
 
 PROGRAM = sys.argv[1]
 PAGE = sys.argv[2]
+LANGUAGE = sys.argv[3]
 
 # Words of --help that part its text and are none of it.
-HEADINGS = {"Options:", "Positionals:", "Subcommands:"}
+HEADINGS = {"en": {"Options:", "Positionals:", "Subcommands:"},
+            "pt": {"Opções:", "Posicionais:", "Subcomandos:"}}[LANGUAGE]
+USAGE = {"en": "Usage: ", "pt": "Uso: "}[LANGUAGE]
+SUBCOMMANDS = {"en": "\nSubcommands:\n", "pt": "\nSubcomandos:\n"}[LANGUAGE]
+TAKES = {"en": "[OPTIONS]", "pt": "[OPÇÕES]"}[LANGUAGE]
 
 
 def run(*command, **settings):
@@ -27,14 +32,14 @@ def words(text):
 
 
 def help_of(*subcommand):
-    done = run(PROGRAM, *subcommand, "--help")
+    done = run(PROGRAM, "--language", LANGUAGE, *subcommand, "--help")
     if done.returncode != 0:
         raise AssertionError(done.stderr)
     return done.stdout
 
 
 def subcommands():
-    listed = help_of().split("\nSubcommands:\n")[1].split("\n\n")[0]
+    listed = help_of().split(SUBCOMMANDS)[1].split("\n\n")[0]
     return [line.split()[0] for line in listed.splitlines() if re.match(r"  \S", line)]
 
 
@@ -55,7 +60,7 @@ class ManPage(unittest.TestCase):
 
     def test_it_is_what_the_program_tells(self):
         with open(PAGE, encoding="utf-8") as page:
-            self.assertEqual(run(PROGRAM, "man-page").stdout, page.read())
+            self.assertEqual(run(PROGRAM, "man-page", "--language", LANGUAGE).stdout, page.read())
 
     def test_it_tells_all_that_help_tells(self):
         names = subcommands()
@@ -65,7 +70,7 @@ class ManPage(unittest.TestCase):
             lines = help_of(*subcommand).splitlines()
             self.assertGreater(len(lines), 4, subcommand)
             for line in lines:
-                told = words(re.sub(r"^Usage: ", "", line))
+                told = words(line.removeprefix(USAGE))
                 if told not in HEADINGS and not subcommand_line(line, names):
                     with self.subTest(subcommand=subcommand, line=line):
                         self.assertIn(told, self.page)
@@ -74,7 +79,7 @@ class ManPage(unittest.TestCase):
         for name in subcommands():
             with self.subTest(name=name):
                 description = help_of(name).splitlines()[0]
-                self.assertIn(f"{name} {words(description)} ecf-bancada {name} [OPTIONS]", self.page)
+                self.assertIn(f"{name} {words(description)} ecf-bancada {name} {TAKES}", self.page)
 
 
 def subcommand_line(line, names):

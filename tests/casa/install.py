@@ -149,6 +149,8 @@ class Installed(unittest.TestCase):
         documents = self.prefix / "share/doc/ecf-bancada"
         self.assertEqual([name for name in sorted(named) if not (documents / name).is_file()], [])
         self.assertIn("Lies in share/doc/ecf\\-bancada below", text)
+        portuguese = self.prefix / "share/man/pt/man1/ecf-bancada.1"
+        self.assertIn(".SH NOME\necf\\-bancada \\- ", portuguese.read_text(encoding="utf-8"))
 
     def test_the_documents_of_the_library(self):
         documents = self.prefix / "share/doc/libecf-dblogger-dev"
