@@ -296,7 +296,7 @@ std::string Footer()
         "counts: the row is missing.\n\nKinds of findings:\n");
     for (const FindingKindInfo& kind : FindingKinds()) {
         std::string name = kind.name;
-        name.resize(std::max<std::size_t>(name.size(), 24), ' ');
+        name.resize(std::max<std::size_t>(name.size(), 25), ' ');
         text += "  " + name + (kind.weight == Weight::NOTE ? Tr("(note) ") : "") +
                 Tr(kind.meaning) + "\n";
     }

@@ -1,7 +1,7 @@
 """The Portuguese messages against the sources: none is missing, fuzzy or left over, and the places of
 values agree.
 
-Usage: messages.py ROOT
+Usage: messages.py ROOT PROGRAM
 """
 import subprocess
 import sys
@@ -10,6 +10,7 @@ import unittest
 from pathlib import Path
 
 ROOT = Path(sys.argv.pop(1)).resolve()
+PROGRAM = sys.argv.pop(1)
 PORTUGUESE = ROOT / "bancada/po/pt.po"
 
 # As bancada/Messages.h declares them; its texts have the places %1, %2 ... of Qt.
@@ -60,6 +61,16 @@ class Messages(unittest.TestCase):
             changed.write_text(text.replace(one, change), encoding="utf-8")
             code, told = self.compare(changed, self.marked)
             self.assertNotEqual((code, told), (0, ""), change)
+
+    def test_the_instructions_tell_every_kind_of_finding(self):
+        code, told = run(PROGRAM, "--language", "pt", "check", "--help")
+        self.assertEqual(code, 0, told)
+        kinds = told.split("\nTipos de achados:\n")[1].split("\n\n")[0].splitlines()
+        self.assertGreater(len(kinds), 50)
+        rows = ["| `{}` | {} |".format(*line.split(maxsplit=1)) for line in kinds]
+        page = (ROOT / "docs/instrucoes.md").read_text(encoding="utf-8")
+        table = page.split("| tipo | quer dizer |\n|---|---|\n")[1].split("\n\n")[0]
+        self.assertEqual(table.splitlines(), rows)
 
     def test_a_place_that_is_left_out_is_seen(self):
         text = PORTUGUESE.read_text(encoding="utf-8")
