@@ -74,7 +74,7 @@ class Messages(unittest.TestCase):
 
     def test_a_place_that_is_left_out_is_seen(self):
         text = PORTUGUESE.read_text(encoding="utf-8")
-        one = 'msgstr "Lista todos os achados, também além dos primeiros %1 de cada tipo"'
+        one = 'msgstr "Lista todos os achados, também além dos primeiros %1 de cada causa"'
         self.assertIn(one, text)
         changed = self.folder / "places.po"
         changed.write_text(text.replace(one, one.replace("%1", "100")), encoding="utf-8")
