@@ -21,9 +21,12 @@ void AddOnce(std::vector<std::string>& names, const std::string& name)
 
 } // namespace
 
-ArquivoLido::ArquivoLido(const std::string& path)
-    : m_reader(path), m_grupos{{"E14"}, {"E15"}, {"E16"}, {"E19"}, {"E20"}, {"E21"}}
+ArquivoLido::ArquivoLido(const std::string& path) : m_reader(path)
 {
+    for (const char* type : {"E14", "E15", "E16", "E19", "E20", "E21"}) {
+        m_grupos.push_back({type});
+        m_grupos.back().reader = std::make_unique<RecordReader>(path);
+    }
     Record record;
     while (m_reader.Next(record)) {
         Take(record, m_reader.Offset());
@@ -71,7 +74,7 @@ void ArquivoLido::Take(const Record& record, std::int64_t offset)
     } else if (type == "E12") {
         const auto coo = static_cast<std::int32_t>(record.Integer("coo"));
         if (!m_reducoes.emplace(coo, record).second) {
-            m_reader.Fail(record, "coo", "the number comes twice");
+            m_reader.Fail(record, "coo", "a number that did not come before is due");
         }
     } else if (type == "E13") {
         m_crzTotalizadores[std::string(record.Raw("crz")) + record.Text("totalizador")] =
@@ -181,9 +184,10 @@ std::vector<Record> ArquivoLido::Read(const char* type, std::int64_t coo)
     if (place == nullptr) {
         return records;
     }
-    m_reader.SeekTo(place->offset, place->line);
+    RecordReader& reader = *GrupoOf(type).reader;
+    reader.SeekTo(place->offset, place->line);
     Record record;
-    while (static_cast<std::int32_t>(records.size()) < place->count && m_reader.Next(record)) {
+    while (static_cast<std::int32_t>(records.size()) < place->count && reader.Next(record)) {
         records.push_back(record);
     }
     if (static_cast<std::int32_t>(records.size()) < place->count ||

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -65,6 +66,9 @@ class ArquivoLido
     struct Grupo {
         const char* type;
         std::vector<Place> places{}; // by number
+        // Its own, which stands behind the record read last: documents come in about the order of
+        // each of their types.
+        std::unique_ptr<RecordReader> reader{};
     };
 
     void Take(const Record& record, std::int64_t offset);

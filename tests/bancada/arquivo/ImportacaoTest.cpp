@@ -4,6 +4,7 @@
 #include "bancada/Unusable.h"
 #include "tests/support/Files.h"
 
+#include <fstream>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <sstream>
@@ -131,6 +132,82 @@ TEST_F(ImportacaoTest, AnItemOfNoKnownTotalizerIsNoLine)
               (std::vector<std::string>{R"({"cmd":"abre_cnf","em":"2024-03-01 00:00:00"})",
                                         R"({"cmd":"fecha_cupom_nf","em":"2024-03-01 00:00:00"})"}));
     EXPECT_NE(told.find("items of a totalizer that takes none"), std::string::npos) << told;
+}
+
+// What the process has read, as the system counts it.
+std::int64_t BytesRead()
+{
+    std::ifstream io("/proc/self/io");
+    std::string name;
+    std::int64_t count = 0;
+    io >> name >> count;
+    EXPECT_EQ(name, "rchar:");
+    return count;
+}
+
+TEST_F(ImportacaoTest, AFileIsReadAFewTimesHoweverManyDocumentsItHas)
+{
+    for (const int count : {500, 5000}) {
+        std::string content;
+        for (int i = 1; i <= count; ++i) {
+            const std::string number = std::to_string(1000000 + i).substr(1);
+            content += "E19" + COMMON + "01" + number + number + "20240301" + std::string(27, '0') +
+                       " " + std::string(13, '0') + " " + std::string(14, '0') + "N" +
+                       std::string(13, '0') + " " + std::string(40, ' ') + std::string(14, '0') +
+                       "\n";
+        }
+        for (int i = 1; i <= count; ++i) {
+            const std::string number = std::to_string(1000000 + i).substr(1);
+            content += "E20" + COMMON + "01" + number + number + "001NOME           " +
+                       std::string(52, '0') + "N" + std::string(13, '0') + "\n";
+        }
+        folder.Write("f", content);
+        std::ostringstream tape;
+        std::ostringstream notes;
+        const std::int64_t before = BytesRead();
+        EXPECT_NE(Import(folder.File("f"), tape, notes).memory, "");
+        EXPECT_LT(BytesRead() - before, static_cast<std::int64_t>(4 * content.size())) << count;
+    }
+}
+
+// A malformed file is told of by its line, the record's type, the field and its positions, before
+// a line of a tape is written.
+TEST_F(ImportacaoTest, AFaultNamesLineTypeFieldAndPositions)
+{
+    const std::string good = E16("000007", "000000", "LX", "20240301080000");
+    const auto fault = [this](const std::string& content) {
+        folder.Write("f", content);
+        std::ostringstream tape;
+        std::ostringstream notes;
+        try {
+            EXPECT_NE(Import(folder.File("f"), tape, notes).memory, "");
+        } catch (const Unusable& unusable) {
+            EXPECT_EQ(tape.str(), "");
+            EXPECT_EQ(notes.str(), "");
+            return std::string(unusable.what()).substr(folder.File("f").size());
+        }
+        return std::string("none");
+    };
+    EXPECT_EQ(fault(good), "none");
+    EXPECT_EQ(fault(good + E16("00000X", "000000", "MF", "20240301080100")),
+              ":2: E16, coo (positions 47-52): digits are due, not \"00000X\"");
+    EXPECT_EQ(fault(good + E16("000008", "000000", "MF", "20240230080100")),
+              ":2: E16, data_fim (positions 77-84): a date AAAAMMDD is due, not \"20240230\"");
+    EXPECT_EQ(fault(good + E16("000008", "000000", "MF", "20240301246000")),
+              ":2: E16, hora_fim (positions 85-90): a time HHMMSS is due, not \"246000\"");
+    EXPECT_EQ(fault(good + "E15" + COMMON + "01\n"),
+              ":2: E15 stands behind E16: the types of a file come in rising order");
+    EXPECT_EQ(fault("E16" + COMMON + "01\n"), ":1: E16 has 90 positions, not 46");
+    EXPECT_EQ(
+        fault("E15" + COMMON + "01000002000001001C             " + "D" + std::string(99, ' ') +
+              "0000001UN 00000100" + std::string(16, '0') + "0000000000010099X0000N" +
+              std::string(33, '0') + "T02\n"),
+        ":1: E15, totalizador (positions 224-230): a totalizer that items are sold in is due, "
+        "not \"99X0000\"");
+    EXPECT_EQ(
+        fault("E12" + COMMON + "01000001000007000000202403012024030123000000000000000000 \n" +
+              "E12" + COMMON + "01000002000007000000202403012024030123000000000000000000 \n"),
+        ":2: E12, coo (positions 53-58): a number that did not come before is due, not \"000007\"");
 }
 
 TEST_F(ImportacaoTest, WhatIsNoFileMakesNothing)
