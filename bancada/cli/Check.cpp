@@ -5,6 +5,7 @@
 #include "bancada/cli/Subcommands.h"
 #include "bancada/cli/UsedFiles.h"
 #include "bancada/conferencia/Conferencia.h"
+#include "bancada/conferencia/Emenda.h"
 #include "bancada/conferencia/FindingGroups.h"
 #include "bancada/conferencia/LookedAt.h"
 #include "bancada/conferencia/Texts.h"
@@ -28,7 +29,7 @@ namespace
 using namespace conferencia;
 
 struct CheckOptions {
-    std::string database;
+    std::vector<std::string> databases; // of one register, in their order
     std::string log;
     std::string until;
     bool json = false;
@@ -154,6 +155,25 @@ nlohmann::ordered_json LookedAtJson(const LookedAt& lookedAt)
             {"tool_version", ECF_VERSION}};
 }
 
+nlohmann::ordered_json FindingJson(const Finding& finding, const std::string& file)
+{
+    return {{"kind", InfoOf(finding.kind).name},
+            {"weight", InfoOf(finding.kind).weight == Weight::NOTE ? "note" : "finding"},
+            {"key", finding.key},
+            {"text", finding.text},
+            {"explained", finding.explained},
+            {"severity", SeverityOf(finding.kind, finding.explained)},
+            {"file", file},
+            {"coo", finding.subject.coo},
+            {"crz", finding.subject.crz},
+            {"table", finding.place.table},
+            {"row", finding.place.row},
+            {"column", finding.place.column},
+            {"expected", finding.place.expected},
+            {"found", finding.place.found},
+            {"next", NextStepOf(finding.kind)}};
+}
+
 // One member of the array a line, so that findings are never held together. Nothing is printed of a
 // database that cannot be read.
 class JsonPrinter
@@ -163,22 +183,7 @@ class JsonPrinter
 
     void Print(const Finding& finding)
     {
-        const nlohmann::ordered_json json = {
-            {"kind", InfoOf(finding.kind).name},
-            {"weight", InfoOf(finding.kind).weight == Weight::NOTE ? "note" : "finding"},
-            {"key", finding.key},
-            {"text", finding.text},
-            {"explained", finding.explained},
-            {"severity", SeverityOf(finding.kind, finding.explained)},
-            {"file", m_lookedAt.file},
-            {"coo", finding.subject.coo},
-            {"crz", finding.subject.crz},
-            {"table", finding.place.table},
-            {"row", finding.place.row},
-            {"column", finding.place.column},
-            {"expected", finding.place.expected},
-            {"found", finding.place.found},
-            {"next", NextStepOf(finding.kind)}};
+        const nlohmann::ordered_json json = FindingJson(finding, m_lookedAt.file);
         Begin();
         std::cout << (m_first ? "\n" : ",\n") << Dump(json);
         m_first = false;
@@ -253,9 +258,76 @@ Anchor ReadAnchor(const std::string& text)
     return *anchor;
 }
 
+// Answers how many findings there are in one database.
+std::int64_t CheckOne(const CheckOptions& options, const leitura::DatabaseReading& database,
+                      const LookedAt& lookedAt, const Losses* losses, const Anchor& anchor)
+{
+    CheckSummary summary;
+    if (options.json) {
+        JsonPrinter printer(lookedAt);
+        const FindingSink sink = [&](const Finding& finding) { printer.Print(finding); };
+        summary = CheckDatabase(database, losses, sink);
+        summary.faults += CheckAnchor(database, lookedAt, anchor, sink);
+        printer.Finish(summary);
+    } else {
+        PrintLookedAt(lookedAt);
+        TextPrinter printer(options.all);
+        const FindingSink sink = [&](const Finding& finding) { printer.Print(finding); };
+        summary = CheckDatabase(database, losses, sink);
+        summary.faults += CheckAnchor(database, lookedAt, anchor, sink);
+        printer.Finish();
+        PrintSummary(summary);
+    }
+    return summary.faults;
+}
+
+// The databases one by one, and the seams between them.
+std::int64_t CheckSeveral(const CheckOptions& options,
+                          const std::vector<std::unique_ptr<leitura::DatabaseReading>>& databases,
+                          const std::vector<LookedAt>& lookedAt, const Anchor& anchor)
+{
+    std::int64_t findings = 0;
+    for (std::size_t i = 0; i < databases.size(); ++i) {
+        if (options.json) {
+            std::cout << (i == 0 ? "{\"databases\": [\n" : ",\n");
+        }
+        const bool isLast = i + 1 == databases.size();
+        findings +=
+            CheckOne(options, *databases[i], lookedAt[i], nullptr, isLast ? anchor : Anchor());
+    }
+    std::int64_t atSeams = 0;
+    nlohmann::ordered_json seams = nlohmann::ordered_json::array();
+    TextPrinter printer(options.all);
+    for (std::size_t i = 1; i < databases.size(); ++i) {
+        atSeams += CheckEmenda(*databases[i - 1], lookedAt[i - 1], *databases[i], lookedAt[i],
+                               [&](const Finding& finding) {
+                                   if (options.json) {
+                                       seams.push_back(FindingJson(finding, lookedAt[i].file));
+                                   } else {
+                                       printer.Print(finding);
+                                   }
+                               });
+    }
+    if (options.json) {
+        std::cout << "],\n\"seams\": " << Dump(seams) << "}\n";
+    } else {
+        std::cout << Count(static_cast<std::int64_t>(databases.size()), "database", "databases")
+                  << " of one register, in their order: " << Count(atSeams, "finding", "findings")
+                  << " where one ends and the next begins\n";
+    }
+    return findings + atSeams;
+}
+
 int Check(const CheckOptions& options)
 {
-    std::vector<UsedFile> inputs = {EvidenceDatabase(options.database)};
+    const bool several = options.databases.size() > 1;
+    if (several && !options.log.empty()) {
+        throw Unusable("--log goes with one database: a log does not tell whose rows are lost");
+    }
+    std::vector<UsedFile> inputs;
+    for (const std::string& database : options.databases) {
+        inputs.push_back(EvidenceDatabase(database));
+    }
     if (!options.log.empty()) {
         inputs.push_back({options.log, "firmware log"});
     }
@@ -265,26 +337,17 @@ int Check(const CheckOptions& options)
         losses = ReadLog(options.log);
     }
     const Anchor anchor = options.until.empty() ? Anchor() : ReadAnchor(options.until);
-    const leitura::DatabaseReading database(options.database);
-    const LookedAt lookedAt = ReadLookedAt(database);
-    const Losses* given = losses ? &*losses : nullptr;
-    CheckSummary summary;
-    if (options.json) {
-        JsonPrinter printer(lookedAt);
-        const FindingSink sink = [&](const Finding& finding) { printer.Print(finding); };
-        summary = CheckDatabase(database, given, sink);
-        summary.faults += CheckAnchor(database, lookedAt, anchor, sink);
-        printer.Finish(summary);
-    } else {
-        PrintLookedAt(lookedAt);
-        TextPrinter printer(options.all);
-        const FindingSink sink = [&](const Finding& finding) { printer.Print(finding); };
-        summary = CheckDatabase(database, given, sink);
-        summary.faults += CheckAnchor(database, lookedAt, anchor, sink);
-        printer.Finish();
-        PrintSummary(summary);
+    // All of them are read before anything is printed.
+    std::vector<std::unique_ptr<leitura::DatabaseReading>> databases;
+    std::vector<LookedAt> lookedAt;
+    for (const std::string& path : options.databases) {
+        databases.push_back(std::make_unique<leitura::DatabaseReading>(path));
+        lookedAt.push_back(ReadLookedAt(*databases.back()));
     }
-    return summary.faults > 0 ? EXIT_FINDINGS : EXIT_OK;
+    const std::int64_t findings = several ? CheckSeveral(options, databases, lookedAt, anchor)
+                                          : CheckOne(options, *databases.front(), lookedAt.front(),
+                                                     losses ? &*losses : nullptr, anchor);
+    return findings > 0 ? EXIT_FINDINGS : EXIT_OK;
 }
 
 std::string Footer()
@@ -314,7 +377,10 @@ void AddCheck(CLI::App& app, int& exitCode)
         "check",
         Tr("Reconcile a logging database: receipts, items and payments, Z reductions, document "
            "numbers, lost rows"));
-    check->add_option("DB", options->database, Tr("The logging database, which is only read"))
+    check
+        ->add_option("DB", options->databases,
+                     Tr("The logging database, which is only read; several of one register, in "
+                        "their order, are also held against each other"))
         ->required();
     check
         ->add_option(

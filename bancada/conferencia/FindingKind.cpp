@@ -165,6 +165,9 @@ constexpr FindingKindTable KINDS = {{
     // What is known from outside the database.
     {FindingKind::ANCORA, "ancora", Weight::FAULT,
      TrLater("a database that does not reach what is known of its register from outside")},
+    // Several databases of one register.
+    {FindingKind::EMENDA, "emenda", Weight::FAULT,
+     TrLater("a database that does not continue the one before it")},
     // The firmware log.
     {FindingKind::LINHA_PERDIDA, "linha-perdida", Weight::FAULT,
      TrLater("a statement that the engine rejected: the row is missing")},
@@ -222,6 +225,10 @@ const char* NextStepOf(FindingKind kind)
     }
     if (kind == FindingKind::ANCORA) {
         return TrLater("Ask for the rest of the documents: the file ends before they do.");
+    }
+    if (kind == FindingKind::EMENDA) {
+        return TrLater(
+            "Ask for the database that lies between them, and give all of them in their order.");
     }
     return TrLater("Ask why the register could not write the row; the log tells its reason.");
 }

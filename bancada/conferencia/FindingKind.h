@@ -88,6 +88,8 @@ enum class FindingKind : std::uint8_t {
     PROGRAMACAO,
     // What is known from outside the database.
     ANCORA,
+    // Several databases of one register.
+    EMENDA,
     // The firmware log.
     LINHA_PERDIDA,
     COMANDO_PERDIDO,

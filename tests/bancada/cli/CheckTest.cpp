@@ -250,6 +250,156 @@ TEST_F(CheckCommand, WhatTheRowsDoNotReachIsAFinding)
     }
 }
 
+// Two databases of one register: the first ends with its first Z, the next begins behind it.
+class CheckSeveral : public CheckCommand
+{
+  protected:
+    void SetUp() override
+    {
+        CheckCommand::SetUp();
+        Execute(conferencia_test::CLEAN_DAYS);
+        before = Part("before.db", "cont_coo > 14", "cont_crz > 1");
+        after = Part("after.db", "cont_coo <= 14", "cont_crz <= 1");
+    }
+
+    // A copy without the documents and the Z reductions that these conditions name.
+    std::string Part(const std::string& name, const std::string& documents,
+                     const std::string& reducoes)
+    {
+        const std::string path = folder.File(name);
+        Execute("VACUUM INTO '" + path + "'");
+        for (const char* table : {"outros_documentos", "cupom_fiscal", "item_cupom_fiscal",
+                                  "cupom_nf", "item_cupom_nf", "pagamento_cupom"}) {
+            Change(path, std::string("DELETE FROM ") + table + " WHERE " + documents);
+        }
+        for (const char* table : {"reducao_z", "totalizador_reducao", "meio_pagamento_reducao"}) {
+            Change(path, std::string("DELETE FROM ") + table + " WHERE " + reducoes);
+        }
+        return path;
+    }
+
+    static void Change(const std::string& path, const std::string& sql)
+    {
+        sqlite3* db = nullptr;
+        ASSERT_EQ(sqlite3_open(path.c_str(), &db), SQLITE_OK);
+        EXPECT_EQ(sqlite3_exec(db, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sql;
+        sqlite3_close(db);
+    }
+
+    // What is told of the seam, a line each.
+    std::string Seam()
+    {
+        Run({"check", before, after});
+        std::istringstream lines(output);
+        const std::string head = "emenda: " + before + " to " + after + ": ";
+        std::string seam;
+        for (std::string line; std::getline(lines, line);) {
+            if (line.rfind(head, 0) == 0) {
+                seam += line.substr(head.size()) + "\n";
+            }
+        }
+        return seam;
+    }
+
+    std::string before;
+    std::string after;
+};
+
+TEST_F(CheckSeveral, EachIsCheckedAndTheSeamIsInOrder)
+{
+    EXPECT_EQ(Seam(), "");
+    EXPECT_THAT(output, HasSubstr("looked at " + before + ", "));
+    EXPECT_THAT(output, HasSubstr("looked at " + after + ", "));
+    EXPECT_THAT(output, EndsWith("\n2 databases of one register, in their order: 0 findings where "
+                                 "one ends and the next begins\n"));
+}
+
+TEST_F(CheckSeveral, AGapIsTold)
+{
+    Change(after, "DELETE FROM cupom_fiscal WHERE cont_coo = 15");
+    EXPECT_EQ(Seam(), "a document is missing between them: the first ends at 14, the next begins "
+                      "at 17\n");
+    Change(before, "DELETE FROM reducao_z");
+    EXPECT_THAT(Seam(), Not(HasSubstr("Z reduction")));
+}
+
+TEST_F(CheckSeveral, AMissingZIsTold)
+{
+    Change(after, "UPDATE reducao_z SET cont_crz = 3");
+    EXPECT_EQ(Seam(), "a Z reduction is missing between them: the first ends at 1, the next begins "
+                      "at 3\n");
+}
+
+TEST_F(CheckSeveral, WhatStandsInBothIsTold)
+{
+    after = Part("overlap.db", "cont_coo <= 10", "cont_crz <= 1");
+    EXPECT_THAT(Seam(),
+                HasSubstr("a document stands in both: the first ends at 14, the next begins "
+                          "at 11\n"));
+}
+
+TEST_F(CheckSeveral, TheGrandTotalIsHeldToTheCent)
+{
+    Change(after, "UPDATE reducao_z SET valor_gt = valor_gt + 0.01");
+    EXPECT_THAT(Seam(), MatchesRegex("the grand total does not continue: GT [0-9.]+ and VB [0-9.]+ "
+                                     "of CRZ 2 are not GT [0-9.]+\n"));
+}
+
+TEST_F(CheckSeveral, NonFiscalOperationsFollowEachOther)
+{
+    Change(after, "UPDATE outros_documentos SET cont_gnf = cont_gnf + 5");
+    EXPECT_EQ(Seam(), "non-fiscal operations do not follow each other: GNF 5, then GNF 12\n");
+}
+
+TEST_F(CheckSeveral, AnotherRegisterIsToldAndOneThatIsNotProgrammedIsNot)
+{
+    Change(before, "DELETE FROM dados_ecf");
+    Change(before, "INSERT INTO dados_ecf (num_serie) VALUES ('A1')");
+    Change(after, "DELETE FROM dados_ecf");
+    EXPECT_EQ(Seam(), "");
+    Change(after, "INSERT INTO dados_ecf (num_serie) VALUES ('B2')");
+    EXPECT_EQ(Seam(), "another register: serial number A1, then B2\n");
+}
+
+TEST_F(CheckSeveral, TheOtherWayRoundEverythingIsWrong)
+{
+    std::swap(before, after);
+    EXPECT_THAT(Seam(),
+                HasSubstr("a document stands in both: the first ends at 21, the next begins "
+                          "at 1\na Z reduction stands in both: "));
+    EXPECT_THAT(output, HasSubstr(", before the first ends on "));
+}
+
+TEST_F(CheckSeveral, JsonHasTheDatabasesAndTheSeams)
+{
+    Change(after, "DELETE FROM cupom_fiscal WHERE cont_coo = 15");
+    EXPECT_EQ(Run({"check", before, after, "--json"}), 1);
+    const auto json = nlohmann::json::parse(output);
+    EXPECT_THAT(json["databases"], SizeIs(2));
+    EXPECT_EQ(json["databases"][0]["looked_at"]["file"], before);
+    EXPECT_EQ(json["databases"][1]["looked_at"]["file"], after);
+    ASSERT_THAT(json["seams"], SizeIs(1));
+    EXPECT_EQ(json["seams"][0]["kind"], "emenda");
+    EXPECT_EQ(json["seams"][0]["file"], after);
+    EXPECT_EQ(json["seams"][0]["expected"], "15");
+    EXPECT_EQ(json["seams"][0]["found"], "17");
+}
+
+TEST_F(CheckSeveral, ALogGoesWithOne)
+{
+    EXPECT_THAT(WhyUnusable({"check", before, after, "--log", folder.Write("empty.log", "")}),
+                StartsWith("--log goes with one database"));
+}
+
+// What is known from outside is known of the last.
+TEST_F(CheckSeveral, TheAnchorIsOfTheLast)
+{
+    Run({"check", before, after, "--until", "COO=21,CRZ=2"});
+    EXPECT_THAT(output, Not(HasSubstr("ancora")));
+    Run({"check", before, after, "--until", "COO=22"});
+    EXPECT_THAT(output, HasSubstr("\nancora: COO 22"));
+}
+
 TEST_F(CheckCommand, ALogThatIsNoneIsUnusable)
 {
     EXPECT_THAT(WhyUnusable({"check", Path(), "--log", folder.Write("text", "no log\n")}),

@@ -16,8 +16,8 @@ TEST(FindingKinds, EachIsPlantedByATest)
 {
     // Those that a log alone gives are planted in LossIndexTest.cpp, what is known from outside in
     // CheckTest.cpp, what takes a signature in CheckAssinaturasTest.cpp.
-    std::set<std::string> planted = {"linha-perdida", "perda-prevista", "comando-perdido", "ancora",
-                                     "cupom-assinatura"};
+    std::set<std::string> planted = {"linha-perdida", "perda-prevista", "comando-perdido",
+                                     "ancora",        "emenda",         "cupom-assinatura"};
     const auto add = [&planted](const std::vector<std::string>& findings) {
         for (const std::string& finding : findings) {
             planted.insert(finding.substr(0, finding.find(':')));
