@@ -158,8 +158,8 @@ TEST_F(HelpTest, WhatCannotBeParsedIsToldInThePersonsLanguage)
     EXPECT_EQ(told("show x --coo 1 --crz 2"), "--coo exclui --crz");
     EXPECT_EQ(told("generate --days 0 --receipts 1 --seed 1"),
               "--days: o valor 0 não está entre 1 e 20000");
-    EXPECT_EQ(told("check x y"), "Este argumento não era esperado: y");
-    EXPECT_EQ(told("check x y z"), "Estes argumentos não eram esperados: z y");
+    EXPECT_EQ(told("copy x y z"), "Este argumento não era esperado: z");
+    EXPECT_EQ(told("copy x y z w"), "Estes argumentos não eram esperados: w z");
     EXPECT_THAT(Run("--language pt check").err,
                 HasSubstr("\nUse --help ou --help-all para mais informações.\n"));
 }
