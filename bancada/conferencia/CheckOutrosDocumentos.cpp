@@ -6,6 +6,9 @@
 #include "bancada/leitura/Tables.h"
 
 #include <map>
+#include <optional>
+#include <unordered_map>
+#include <utility>
 
 namespace bancada::conferencia
 {
@@ -30,15 +33,16 @@ class OutrosDocumentos
     explicit OutrosDocumentos(CheckContext& context)
         : m_context(context),
           m_cupons(context.Database(), leitura::CupomNfTable(), "WHERE cont_coo = ?1"),
-          m_sameCoo(context.Database(), "SELECT count(*) AS row_count FROM outros_documentos WHERE"
-                                        " cont_coo = ?1")
+          m_sameCoo(context.Database(), "SELECT count(*) AS row_count FROM (SELECT 1 FROM"
+                                        " outros_documentos WHERE cont_coo = ?1 LIMIT 2)")
     {
         leitura::Rows<ReducaoZRow> rows(context.Database(), leitura::ReducaoZTable(),
                                         "ORDER BY rowid");
         ReducaoZRow z;
         while (rows.Next(z)) {
-            m_reducoes.emplace(z.coo.Value(),
-                               Said{Crz(z.crz), z.dataHoraEmissao.Value(), z.gnf, z.crz});
+            const Said said{Crz(z.crz), z.dataHoraEmissao.Value(), z.gnf, z.crz};
+            m_reducoes.emplace(std::pair(z.coo.Value(), z.crz.Value()), said);
+            m_lastReducoes.insert_or_assign(z.coo.Value(), said);
         }
     }
 
@@ -89,37 +93,64 @@ class OutrosDocumentos
 
     void CheckReducao(const OutroDocumentoRow& row)
     {
-        const auto [begin, end] = m_reducoes.equal_range(row.coo.Value());
-        if (begin == end) {
+        const auto last = m_lastReducoes.find(row.coo.Value());
+        if (last == m_lastReducoes.end()) {
             return; // told as a document without its Z
         }
         // A number that came round again names several.
-        for (auto z = begin; z != end; ++z) {
-            if (z->second.crz.Value() == row.crz.Value() || std::next(z) == end) {
-                Compare(row, z->second, row.crz.Value() == z->second.crz.Value());
-                return;
-            }
-        }
+        const auto same = m_reducoes.find({row.coo.Value(), row.crz.Value()});
+        Compare(row, same != m_reducoes.end() ? same->second : last->second,
+                same != m_reducoes.end());
     }
 
     void CheckCupom(const OutroDocumentoRow& row)
     {
-        m_cupons.With(row.coo.Value());
-        CupomNfRow cupom;
-        std::optional<Said> said;
-        while (m_cupons.Next(cupom)) {
-            said = Said{"its receipt", cupom.dataHoraEmissao.Value(), cupom.gnf, cupom.crz};
-            if (said->hora == row.dataHoraInicioEmissao.Value()) {
-                break;
-            }
-        }
-        m_cupons.End();
-        if (said) {
+        const Said* said = SaidByCupom(row.coo.Value(), row.dataHoraInicioEmissao.Value());
+        if (said != nullptr) {
             // A receipt is filed under the Z to come, its document under the one made last, and
             // under 1 before the first.
             const std::int64_t next = Following(row.crz.Value(), 1);
             const std::int64_t crz = Following(said->crz.Value(), 0);
             Compare(row, *said, crz == next || (crz == 1 && row.crz.Value() == 1));
+        }
+    }
+
+    // The first receipt of the number that began at the hour, or else the number's last; null where
+    // it has none. Stays valid until the next call.
+    const Said* SaidByCupom(std::int64_t coo, const std::string& hora)
+    {
+        const auto remembered = m_remembered.find(coo);
+        Cupons& cupons = remembered != m_remembered.end() ? remembered->second : m_read;
+        if (remembered == m_remembered.end()) {
+            Read(coo, m_read);
+        }
+        const auto same = cupons.byHora.find(hora);
+        if (same != cupons.byHora.end()) {
+            return &same->second;
+        }
+        return cupons.last ? &*cupons.last : nullptr;
+    }
+
+    struct Cupons {
+        std::unordered_map<std::string, Said> byHora;
+        std::optional<Said> last;
+    };
+
+    // Those of a number that came many times are remembered: it is asked for as often.
+    void Read(std::int64_t coo, Cupons& cupons)
+    {
+        constexpr int MANY = 16;
+        cupons = {};
+        m_cupons.With(coo);
+        CupomNfRow cupom;
+        int read = 0;
+        for (; m_cupons.Next(cupom); ++read) {
+            cupons.last = Said{"its receipt", cupom.dataHoraEmissao.Value(), cupom.gnf, cupom.crz};
+            cupons.byHora.emplace(cupons.last->hora, *cupons.last);
+        }
+        m_cupons.End();
+        if (read > MANY) {
+            m_remembered.emplace(coo, cupons);
         }
     }
 
@@ -145,8 +176,11 @@ class OutrosDocumentos
     CheckContext& m_context;
     leitura::Rows<CupomNfRow> m_cupons;
     leitura::Query m_sameCoo;
-    // By their documents' numbers.
-    std::multimap<std::int64_t, Said> m_reducoes;
+    Cupons m_read;
+    std::unordered_map<std::int64_t, Cupons> m_remembered;
+    // By their documents' numbers and their own; the last of each document's number.
+    std::map<std::pair<std::int64_t, std::int64_t>, Said> m_reducoes;
+    std::unordered_map<std::int64_t, Said> m_lastReducoes;
 };
 
 } // namespace
