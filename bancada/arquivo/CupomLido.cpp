@@ -1,5 +1,6 @@
 #include "bancada/arquivo/CupomLido.h"
 
+#include "bancada/arquivo/Percentual.h"
 #include "bancada/arquivo/Rateio.h"
 
 #include <algorithm>
@@ -223,6 +224,13 @@ void AddWithoutTotals(const CupomLido& cupom, bool mayBeCancelledLater,
     }
 }
 
+// Whether some percentage of what it was applied to comes to a surcharge by percentage.
+bool HasPercentual(const CupomLido& cupom)
+{
+    return cupom.acrescimo == 0 || cupom.record.Text("tipo_acrescimo") != "P" ||
+           PercentualOf(cupom.Due() - cupom.acrescimo + cupom.desconto, cupom.acrescimo) != 0;
+}
+
 } // namespace
 
 std::int64_t CupomLido::Due() const
@@ -264,6 +272,7 @@ std::vector<CupomLido> Interpretacoes(const CupomLido& cupom, bool mayBeCancelle
     } else {
         AddWithoutTotals(cupom, mayBeCancelledLater, found);
     }
+    std::stable_partition(found.begin(), found.end(), HasPercentual);
     return found;
 }
 

@@ -127,6 +127,22 @@ TEST_F(DiasLidosTest, TheDiscountsTellWhichItemsWereCancelledBeforeTheirReceipt)
     EXPECT_FALSE(issqn.itens[1].cancelado);
 }
 
+// 0.15, 0.13, 1.83 and 305.03 with a surcharge of 4.81 by percentage: no hundredth of a percent of
+// all comes to it, 1.57 % of all but the first does; the day's totals are the same with both.
+TEST_F(DiasLidosTest, APercentageTellsWhichItemsItWasOf)
+{
+    std::string receipt = E14(2, 0, 481, 'S');
+    receipt[107] = 'P';
+    const CupomLido cupom =
+        Read(E12(1, 3) + E13(1, "AS", 481) + E13(1, "Can-T", 28) + E13(1, "Can-S", 31167) +
+                 receipt + E15(2, 1, 15, 0, "01T1800", 'S') + E15(2, 2, 13, 0, "01T1800", 'S') +
+                 E15(2, 3, 183, 0, "01S0200", 'S') + E15(2, 4, 30503, 0, "NS3", 'S'),
+             0);
+    EXPECT_EQ(cupom.Due() - 481, 30699);
+    EXPECT_TRUE(cupom.itens[0].cancelado);
+    EXPECT_FALSE(cupom.duvidoso);
+}
+
 TEST_F(DiasLidosTest, ReceiptsOfOneDayAreDecidedTogetherAndThoseOfAnotherApart)
 {
     // On the first day one of both items and one of ISSQN alone, on the second both items.
