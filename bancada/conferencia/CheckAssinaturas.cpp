@@ -2,6 +2,7 @@
 // the closings tell of the days.
 #include "bancada/conferencia/Assinatura.h"
 #include "bancada/conferencia/CheckContext.h"
+#include "bancada/conferencia/Gaps.h"
 #include "bancada/conferencia/Texts.h"
 #include "bancada/leitura/Tables.h"
 
@@ -27,7 +28,9 @@ class Assinaturas
   public:
     explicit Assinaturas(CheckContext& context)
         : m_context(context), m_itens(context.Database(), leitura::ItemCupomFiscalTable(),
-                                      "WHERE cont_coo = ?1 ORDER BY seq_item")
+                                      "WHERE cont_coo = ?1 ORDER BY seq_item"),
+          m_outros(context.Database(), "SELECT min(data_hora_inicio_emissao) AS begin FROM"
+                                       " outros_documentos WHERE cont_coo = ?1")
     {
     }
 
@@ -50,19 +53,28 @@ class Assinaturas
     }
 
   private:
-    // The last instant at which the receipt can have been closed: the opening of the next one,
-    // unless the clock was set back between them.
+    // The last instant at which the receipt can have been closed: the beginning of the next
+    // document, unless the clock was set back between them.
     std::int64_t Until(const CupomFiscalRow& cupom, std::int64_t opening,
-                       const CupomFiscalRow* next) const
+                       const CupomFiscalRow* next)
     {
-        if (next != nullptr &&
-            !m_context.Relogio().HasBetween(cupom.coo.Value(), next->coo.Value())) {
-            const std::optional<std::int64_t> end = SecondsOf(next->dataHoraEmissao.Value());
-            if (end && *end >= opening) {
-                return std::min(*end, opening + LONGEST);
+        std::int64_t until = opening + LONGEST;
+        const auto bound = [&](std::int64_t coo, const std::string& begin) {
+            const std::optional<std::int64_t> end = SecondsOf(begin);
+            if (end && *end >= opening && !m_context.Relogio().HasBetween(cupom.coo.Value(), coo)) {
+                until = std::min(until, *end);
             }
+        };
+        if (next != nullptr) {
+            bound(next->coo.Value(), next->dataHoraEmissao.Value());
         }
-        return opening + LONGEST;
+        if (m_context.Repeated().IsSingle(cupom.coo)) {
+            const std::int64_t following = Following(cupom.coo.Value(), 1);
+            m_outros.With(following).Next();
+            bound(following, m_outros.ReadText("begin").Value());
+            m_outros.End();
+        }
+        return until;
     }
 
     void CheckCupom(const CupomFiscalRow& cupom, const CupomFiscalRow* next)
@@ -155,6 +167,7 @@ class Assinaturas
 
     CheckContext& m_context;
     leitura::Rows<leitura::ItemCupomFiscalRow> m_itens;
+    leitura::Query m_outros;
     std::int64_t m_found = 0;
     // Those told once one is found, or at the end.
     std::vector<CupomFiscalRow> m_missed;

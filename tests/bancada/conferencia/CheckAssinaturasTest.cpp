@@ -136,6 +136,17 @@ TEST_F(CheckAssinaturas, NorBehindTheOpeningOfTheNextOne)
                 testing::Contains(std::string("cupom-assinatura: COO 3: ") + NOT_SIGNED));
 }
 
+TEST_F(CheckAssinaturas, NorBehindTheBeginningOfTheNextDocument)
+{
+    const std::string unsigned15 = std::string("cupom-assinatura: COO 15: ") + NOT_SIGNED;
+    EXPECT_THAT(FaultsOf("INSERT INTO outros_documentos VALUES (16, 1, 6, 0, 1, 1,"
+                         " '2024-03-02 08:01:00', '2024-03-02 08:01:00', 'LX')"),
+                testing::Not(testing::Contains(unsigned15)));
+    EXPECT_THAT(FaultsOf("UPDATE outros_documentos SET data_hora_inicio_emissao ="
+                         " '2024-03-02 08:00:59' WHERE cont_coo = 16"),
+                testing::Contains(unsigned15));
+}
+
 TEST_F(CheckAssinaturas, AConsumerWhomTheClosingNamedIsTheOpeningsOrNone)
 {
     const std::string label = "UPDATE cupom_fiscal SET texto_suplementar = 'CNPJ/CPF consumidor:"
