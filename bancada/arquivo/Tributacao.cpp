@@ -10,6 +10,8 @@ namespace
 {
 
 constexpr std::size_t RATE_SIZE = 7; // xxTnnnn
+constexpr std::string_view FIRST_RATE = "01";
+constexpr std::string_view LAST_RATE = "30"; // a register has thirty of each tax
 
 bool AreDigits(std::string_view text)
 {
@@ -34,8 +36,9 @@ bool IsDetalhado(const ArquivoLido& arquivo, const Programacao& programacao, std
 bool IsTributacao(std::string_view totalizador)
 {
     if (totalizador.size() == RATE_SIZE) {
-        return (totalizador[2] == 'T' || totalizador[2] == 'S') &&
-               AreDigits(totalizador.substr(0, 2)) && AreDigits(totalizador.substr(3));
+        const std::string_view indice = totalizador.substr(0, 2);
+        return (totalizador[2] == 'T' || totalizador[2] == 'S') && AreDigits(indice) &&
+               indice >= FIRST_RATE && indice <= LAST_RATE && AreDigits(totalizador.substr(3));
     }
     for (const std::string_view codigo : {"F", "I", "N", "FS", "IS", "NS"}) {
         if (totalizador.size() == codigo.size() + 1 &&

@@ -21,7 +21,8 @@ struct Tributacao {
     bool IsIssqn() const { return codigo.back() == 'S'; }
 };
 
-// Whether an item can be sold in it: a rate xxTnnnn or xxSnnnn, or F1 to NS3.
+// Whether an item can be sold in it: a rate xxTnnnn or xxSnnnn with xx from 01 to 30,
+// or F1 to NS3.
 bool IsTributacao(std::string_view totalizador);
 
 // A detailed command writes a rate of ISSQN with the letter T: the Z reduction of the day, 0 for

@@ -198,12 +198,15 @@ TEST_F(ImportacaoTest, AFaultNamesLineTypeFieldAndPositions)
     EXPECT_EQ(fault(good + "E15" + COMMON + "01\n"),
               ":2: E15 stands behind E16: the types of a file come in rising order");
     EXPECT_EQ(fault("E16" + COMMON + "01\n"), ":1: E16 has 90 positions, not 46");
-    EXPECT_EQ(
-        fault("E15" + COMMON + "01000002000001001C             " + "D" + std::string(99, ' ') +
-              "0000001UN 00000100" + std::string(16, '0') + "0000000000010099X0000N" +
-              std::string(33, '0') + "T02\n"),
-        ":1: E15, totalizador (positions 224-230): a totalizer that items are sold in is due, "
-        "not \"99X0000\"");
+    for (const std::string totalizador : {"99X0000", "00T1800", "31T1800"}) {
+        EXPECT_EQ(
+            fault("E15" + COMMON + "01000002000001001C             " + "D" + std::string(99, ' ') +
+                  "0000001UN 00000100" + std::string(16, '0') + "00000000000100" + totalizador +
+                  "N" + std::string(33, '0') + "T02\n"),
+            ":1: E15, totalizador (positions 224-230): a totalizer that items are sold in is due, "
+            "not \"" +
+                totalizador + "\"");
+    }
     EXPECT_EQ(
         fault("E12" + COMMON + "01000001000007000000202403012024030123000000000000000000 \n" +
               "E12" + COMMON + "01000002000007000000202403012024030123000000000000000000 \n"),
