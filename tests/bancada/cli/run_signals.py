@@ -204,4 +204,6 @@ class Runs(unittest.TestCase):
 
 
 if __name__ == "__main__":
+    # Started in the background, this would be ignored here and in the runs.
+    signal.signal(signal.SIGINT, signal.default_int_handler)
     unittest.main()
