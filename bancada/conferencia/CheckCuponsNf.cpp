@@ -204,6 +204,9 @@ void CheckCupomNf(CheckContext& context, ItensNf& itens, const CupomNfRow& cupom
     if (!context.Repeated().IsSingle(cupom.coo)) {
         jornada.meiosIncertos = Coo(cupom.coo) + " names several receipts";
         jornada.itensIncertos = jornada.meiosIncertos;
+        if (context.Repeated().HasComeRound(cupom.coo)) {
+            jornada.totaisIncertos = jornada.meiosIncertos;
+        }
         return;
     }
     const ItensSum sum = itens.Check(cupom.coo.Value());

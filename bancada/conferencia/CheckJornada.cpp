@@ -93,7 +93,7 @@ void CheckMeios(CheckContext& context, const ReducaoZRow& z, const ReducaoParts&
         return;
     }
     const Amount& troco = parts.troco->valorAcumulado;
-    if (!recebido.Contains(soma - troco)) {
+    if (jornada.totaisIncertos.empty() && !recebido.Contains(soma - troco)) {
         context.findings.Report(
             FindingKind::Z_TROCO, Crz(z.crz),
             "payment means " + Money(soma) + " less change " + Money(troco) + ", valid receipts " +

@@ -61,14 +61,25 @@ const Link LINKS[] = {
      "FROM reducao_z z WHERE NOT EXISTS (SELECT 1 FROM outros_documentos o WHERE o.cont_coo ="
      " z.cont_coo AND o.id_tipo_documento = 'RZ') GROUP BY cont_coo"},
     // A number that comes round again names several receipts without any fault.
-    {FindingKind::COO_REUTILIZADO, COO, "", "receipts share the number",
+    {FindingKind::COO_REUTILIZADO, COO, "",
+     "receipts share the number: their amounts, items and payments cannot be told apart",
      "FROM cupom_fiscal GROUP BY cont_coo HAVING count(*) > 1"},
-    {FindingKind::COO_REUTILIZADO, COO, "", "non-fiscal receipts share the number",
+    {FindingKind::COO_REUTILIZADO, COO, "",
+     "non-fiscal receipts share the number: their amounts, items and payments cannot be told apart",
      "FROM cupom_nf n GROUP BY cont_coo HAVING count(*) > 1"},
     {FindingKind::COO_REUTILIZADO, COO, "",
-     "fiscal receipts share the number with a non-fiscal one",
+     "fiscal receipts share the number with a non-fiscal one: their payments cannot be told apart",
      "FROM cupom_fiscal c WHERE EXISTS (SELECT 1 FROM cupom_nf n WHERE n.cont_coo ="
      " c.cont_coo) GROUP BY cont_coo"},
+    {FindingKind::COO_REUTILIZADO, COO, "",
+     "other documents share the number with a receipt: their ends cannot be told apart",
+     "FROM outros_documentos o WHERE id_tipo_documento <> 'CN' AND (EXISTS (SELECT 1 FROM"
+     " cupom_fiscal c WHERE c.cont_coo = o.cont_coo) OR EXISTS (SELECT 1 FROM cupom_nf n WHERE"
+     " n.cont_coo = o.cont_coo)) GROUP BY cont_coo"},
+    {FindingKind::COO_REUTILIZADO, COO, "",
+     "other documents share the number: their ends cannot be told apart",
+     "FROM outros_documentos WHERE id_tipo_documento <> 'CN' GROUP BY cont_coo HAVING"
+     " count(*) > 1"},
     {FindingKind::CHAVE_REPETIDA, COO, "item_cupom_fiscal ", "rows of the same item",
      "FROM item_cupom_fiscal i GROUP BY cont_coo, seq_item HAVING count(*) > 1 AND NOT EXISTS"
      " (SELECT 1 FROM cupom_fiscal c WHERE c.cont_coo = i.cont_coo LIMIT 1 OFFSET 1)"},

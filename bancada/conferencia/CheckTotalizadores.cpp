@@ -285,6 +285,9 @@ void CheckTotalizadores(CheckContext& context, const ReducaoZRow& z, const Reduc
         CheckAliquotas(context, z, parts, jornada);
         CheckRegistrado(context, z, jornada);
     }
+    if (!jornada.totaisIncertos.empty()) {
+        return;
+    }
     if (!jornada.vendas.Contains(liquido)) {
         context.findings.Report(FindingKind::Z_VENDAS, Crz(z.crz),
                                 "net tax totalizers " + Money(liquido) +

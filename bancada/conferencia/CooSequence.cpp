@@ -69,7 +69,8 @@ void CooSequence::Follow(const Documento& documento)
 
 void CooSequence::ReportCancelamento()
 {
-    if (m_awaitsCancelamento && !m_mayBeThere) {
+    // A number that came round may have been cancelled for another receipt.
+    if (m_awaitsCancelamento && !m_mayBeThere && !m_context.Repeated().HasComeRound(m_cancelado)) {
         m_context.findings.Report(FindingKind::CANCELAMENTO_AUSENTE, Coo(m_cancelado),
                                   "cancelled, and the next documents leave no number for its"
                                   " cancellation",

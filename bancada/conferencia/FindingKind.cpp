@@ -34,8 +34,8 @@ constexpr FindingKindTable KINDS = {{
      TrLater("a document that leaves no row on purpose: the reversal of a voucher")},
     {FindingKind::COO_REUTILIZADO, "coo-reutilizado", Weight::NOTE,
      TrLater(
-         "a document number that names several receipts: their items and payments cannot be told "
-         "apart")},
+         "a document number that came round and names several documents: what was written for the "
+         "last may stand in the rows of all")},
     // Rows whose document is missing.
     {FindingKind::ITEM_SEM_CUPOM, "item-sem-cupom", Weight::FAULT,
      TrLater("items of a fiscal receipt that has no row")},

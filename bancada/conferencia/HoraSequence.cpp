@@ -22,7 +22,8 @@ void HoraSequence::Check(const Documento& documento)
     }
     m_coo = Coo(documento.coo);
     m_hora = documento.hora;
-    m_fim = documento.fim;
+    // The end of a number that came round may be that of another document.
+    m_fim = m_context.Repeated().IsSingleOutro(documento.coo) ? documento.fim : documento.hora;
 }
 
 } // namespace bancada::conferencia

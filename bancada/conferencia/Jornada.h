@@ -81,6 +81,8 @@ struct Jornada {
     SecondsRange emissao;
     // Why the items cannot be told from the rows; empty when they can.
     std::string itensIncertos;
+    // Why the totals of the receipts cannot be told from the rows; empty when they can.
+    std::string totaisIncertos;
     // What each payment means took in.
     std::map<std::int64_t, leitura::Amount> meios;
     // Why the means cannot be told from the rows; empty when they can.

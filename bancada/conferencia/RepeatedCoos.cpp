@@ -49,11 +49,36 @@ RepeatedCoos::RepeatedCoos(const leitura::DatabaseReading& database)
         last = next.Current();
         next.Advance();
     }
+    leitura::Query days(database, "SELECT count(DISTINCT cont_crz) AS day_count FROM"
+                                  " (SELECT cont_crz FROM cupom_fiscal WHERE cont_coo = ?1"
+                                  " UNION ALL SELECT cont_crz FROM cupom_nf WHERE cont_coo = ?1)");
+    for (const std::int64_t coo : m_repeated) {
+        days.With(coo);
+        if (days.Next() && days.ReadInteger("day_count").Value() > 1) {
+            m_round.insert(coo);
+        }
+    }
+    leitura::Query outros(database, "SELECT cont_coo FROM outros_documentos"
+                                    " WHERE typeof(cont_coo) = 'integer'"
+                                    " GROUP BY cont_coo HAVING count(*) > 1");
+    while (outros.Next()) {
+        m_outros.insert(outros.ReadInteger("cont_coo").Value());
+    }
 }
 
 bool RepeatedCoos::IsSingle(const leitura::Integer& coo) const
 {
     return coo.IsKnown() && m_repeated.count(coo.Value()) == 0;
+}
+
+bool RepeatedCoos::HasComeRound(const leitura::Integer& coo) const
+{
+    return coo.IsKnown() && m_round.count(coo.Value()) != 0;
+}
+
+bool RepeatedCoos::IsSingleOutro(const leitura::Integer& coo) const
+{
+    return coo.IsKnown() && m_outros.count(coo.Value()) == 0;
 }
 
 } // namespace bancada::conferencia

@@ -1,6 +1,6 @@
 #include "tests/LogDatabase/HeapCount.h"
 
-#include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstddef>
 #include <sqlite3.h>
@@ -26,12 +26,13 @@ extern "C" int __sanitizer_install_malloc_and_free_hooks(
 namespace
 {
 
-// Of one thread: the tests have no other.
-HeapBlocks blocks;
-int engineCalls = 0;
-int testsOwn = 0;
-long bytes = 0;
-long peak = 0;
+// Of the thread that asks: a test has readers in a thread of their own.
+thread_local HeapBlocks blocks;
+thread_local int engineCalls = 0;
+thread_local int testsOwn = 0;
+// Of all threads.
+std::atomic<long> bytes = 0;
+std::atomic<long> peak = 0;
 
 void Count()
 {
@@ -44,8 +45,10 @@ sqlite3_mem_methods real;
 
 void Hold(long difference)
 {
-    bytes += difference;
-    peak = std::max(peak, bytes);
+    const long now = bytes += difference;
+    long before = peak;
+    while (before < now && !peak.compare_exchange_weak(before, now)) {
+    }
 }
 
 void* EngineAllocates(int size)
@@ -150,7 +153,7 @@ const HeapBlocks& CountBlocks()
 void ForgetBlocks()
 {
     blocks = {};
-    peak = bytes;
+    peak = bytes.load();
 }
 
 long EngineBytes()

@@ -3,6 +3,7 @@
 #include "tests/LogDatabase/LogDatabaseTest.h"
 
 #include <cstdlib>
+#include <thread>
 
 namespace
 {
@@ -53,6 +54,31 @@ TEST_F(Heap, TheCountSeesEveryWayToABlock)
     EXPECT_EQ(Others(), 0);
     EXPECT_GE(held - EngineBytes(), 10);
     EXPECT_EQ(EnginePeakBytes(), held);
+}
+
+// A test's readers have a thread of their own; what it takes disturbs no count.
+TEST_F(Heap, AThreadDoesNotDisturbTheCountOfAnother)
+{
+    ASSERT_EQ(sqlite3_initialize(), SQLITE_OK);
+    const auto take = [] {
+        for (int i = 0; i < 200000; ++i) {
+            void* volatile engines = sqlite3_malloc(10);
+            sqlite3_free(engines);
+        }
+    };
+    const long before = EngineBytes();
+    std::thread other(take);
+    ForgetBlocks();
+    take();
+    EXPECT_EQ(CountBlocks().engine, 200000);
+    EXPECT_EQ(Others(), 0);
+    other.join();
+    EXPECT_EQ(EngineBytes(), before);
+    ForgetBlocks();
+    void* volatile block = std::malloc(10);
+    std::free(block);
+    EXPECT_EQ(Others(), 1);
+    EXPECT_EQ(CountBlocks().engine, 0);
 }
 
 TEST_F(Heap, OpeningAFileTakesNothing)

@@ -44,6 +44,14 @@ class Day
         Line("sangria", R"(,"em":")" + instant + R"(","operacao":"fundo_troco","valor":"100.00")");
     }
 
+    // `em` is the field of the instant, or empty: as the clock goes.
+    void Reprint(const std::string& em, int lastCoo)
+    {
+        const std::uint32_t first = 1 + Below(static_cast<std::uint32_t>(lastCoo));
+        Line("reimprime_mfd", em + R"(,"coo_inicial":)" + std::to_string(first) +
+                                  R"(,"coo_final":)" + std::to_string(first));
+    }
+
     void Document()
     {
         const std::uint32_t kind = Below(100);
@@ -107,6 +115,13 @@ class Day
     std::mt19937 m_chance;
 };
 
+std::string Instant(int day)
+{
+    const RtcAbsoluteTime opens(FIRST_DAY + static_cast<UINT32>(day) * DAY_SECONDS + 8 * 3600);
+    char instant[32];
+    return opens.ToStrDateTime("yyyy-mm-dd", "hh:mm:ss", instant);
+}
+
 } // namespace
 
 std::string DayTape(int day, int documents, std::uint32_t seed)
@@ -115,14 +130,21 @@ std::string DayTape(int day, int documents, std::uint32_t seed)
     if (day == 0) {
         tape.text = PROGRAMMING;
     }
-    const RtcAbsoluteTime opens(FIRST_DAY + static_cast<UINT32>(day) * DAY_SECONDS + 8 * 3600);
-    char instant[32];
-    tape.Begin(opens.ToStrDateTime("yyyy-mm-dd", "hh:mm:ss", instant));
+    tape.Begin(Instant(day));
     // The float and the Z reduction are documents too.
     for (int i = 2; i < documents; ++i) {
         tape.Document();
     }
     tape.Line("reducao_z");
+    return tape.text;
+}
+
+std::string ReprintTape(int day, std::int64_t reprints, int lastCoo, std::uint32_t seed)
+{
+    Day tape(day, seed);
+    for (std::int64_t i = 0; i < reprints; ++i) {
+        tape.Reprint(i == 0 ? R"(,"em":")" + Instant(day) + '"' : "", lastCoo);
+    }
     return tape.text;
 }
 

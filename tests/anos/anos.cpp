@@ -13,6 +13,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -44,11 +45,13 @@ struct Options {
     int days = 3652;
     int documents = 270; // a day
     int cuts = 100;
-    int coo = 500000; // before the first document
-    int firstDay = 0; // of an older folder: the day that comes next
+    int coo = 500000;   // before the first document
+    int reprintsTo = 0; // documents
+    int firstDay = 0;   // of an older folder: the day that comes next
     std::uint32_t seed = 1;
     std::string folder;
     std::string expect; // the digest that is due, with nothing found by check
+    bool round = false; // skips numbers until they come round
     bool count = false; // each command's instructions, for callgrind
 };
 
@@ -63,6 +66,10 @@ std::int64_t MemoryKib()
     }
     return 0;
 }
+
+constexpr int LAST_COO = 999999;
+// How often --round makes the counter go on elsewhere.
+constexpr int SKIPS = 3;
 
 class Years
 {
@@ -92,18 +99,24 @@ class Years
     {
         const int end = m_options.firstDay + m_options.days;
         for (int day = m_options.firstDay; day < end; ++day) {
-            std::ofstream(File("tape")) << anos::DayTape(day, m_options.documents, m_options.seed);
+            if (m_options.round) {
+                SkipOn(day - m_options.firstDay);
+            }
             const std::int64_t before = m_disk.Calls();
             if (std::binary_search(m_cutDays.begin(), m_cutDays.end(), day)) {
                 m_disk.CutPowerAt(1 + Draw(std::max<std::int64_t>(m_callsADay, 1000)));
             }
-            RunDay();
+            RunDay(anos::DayTape(day, m_options.documents, m_options.seed));
             m_callsADay = m_disk.Calls() - before;
             const int tenth = (day + 1 - m_options.firstDay) * 10 / m_options.days;
             if (tenth > static_cast<int>(m_memoryKib.size())) {
                 m_memoryKib.push_back(MemoryKib());
                 std::cerr << "day " << day + 1 << ", " << m_memoryKib.back() << " KiB\n";
             }
+        }
+        if (m_documents < m_options.reprintsTo) {
+            RunDay(
+                anos::ReprintTape(end, m_options.reprintsTo - m_documents, m_coo, m_options.seed));
         }
     }
 
@@ -135,9 +148,27 @@ class Years
         return m_options.folder + "/registro." + name;
     }
 
-    // Until the day's tape is at its end, whatever happens to the power.
-    void RunDay()
+    // Behind each quarter of the days the counter goes on elsewhere, so that the numbers of the
+    // last quarter are those of the first and no step goes back.
+    void SkipOn(int day)
     {
+        const int quarter = m_options.days / 4;
+        if (day % quarter != 0 || day / quarter < 1 || day / quarter > SKIPS) {
+            return;
+        }
+        const std::array<int, SKIPS> to = {LAST_COO - 50, m_options.coo / 2, m_options.coo - 10};
+        m_coo = to[static_cast<std::size_t>(day / quarter) - 1];
+        std::ifstream file(File("memory"));
+        nlohmann::json memory = nlohmann::json::parse(file);
+        memory.erase("digest"); // of a memory that is written by hand there is none
+        memory["registro"]["contadores"]["coo"] = m_coo;
+        std::ofstream(File("memory")) << memory.dump();
+    }
+
+    // Until the day's tape is at its end, whatever happens to the power.
+    void RunDay(const std::string& tape)
+    {
+        std::ofstream(File("tape")) << tape;
         for (;;) {
             try {
                 ++m_runs;
@@ -315,10 +346,15 @@ int main(int argc, char** argv)
     app.add_option("--coo", options.coo, "The COO before the first document")
         ->capture_default_str()
         ->check(CLI::Range(0, 999999));
+    app.add_option("--reprints-to", options.reprintsTo,
+                   "A day more, of reprints, until there have been so many documents");
     app.add_option("--seed", options.seed)->capture_default_str();
     app.add_option("--first-day", options.firstDay, "Goes on with the folder's files at this day");
     app.add_option("--expect", options.expect,
                    "The digest of the rows that is due; anything else, or a finding, is an error");
+    app.add_flag("--round", options.round,
+                 "The counter skips numbers until they come round: those skipped and those that "
+                 "stand twice are all that check may find");
     app.add_flag("--count", options.count, "Dump each command's instructions, under callgrind");
     CLI11_PARSE(app, argc, argv);
     try {
@@ -326,10 +362,16 @@ int main(int argc, char** argv)
         years.Run();
         const Json result = years.Result();
         std::cout << result.dump(1) << "\n";
+        std::map<std::string, std::int64_t> due;
+        if (options.round) {
+            due = {{"coo-ausente", SKIPS},
+                   {"coo-reutilizado", result["numbers_that_stand_twice"].get<std::int64_t>()}};
+        }
         if (!options.expect.empty() &&
-            (result["rows_sha256"] != options.expect || result["check_findings"] != 0 ||
-             result["check_notes"] != 0 || result["power_cuts"] < options.cuts / 2)) {
-            throw std::runtime_error("the rows, or the power cuts, are not those that are due");
+            (result["rows_sha256"] != options.expect || result["check_kinds"] != due ||
+             result["power_cuts"] < options.cuts / 2)) {
+            throw std::runtime_error("the rows, what check finds, or the power cuts are not those "
+                                     "that are due");
         }
     } catch (const std::exception& error) {
         std::cerr << "anos: " << error.what() << "\n";

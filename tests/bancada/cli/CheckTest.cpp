@@ -451,6 +451,29 @@ TEST_F(CheckCommand, TheHelpNamesEveryKind)
     }
 }
 
+TEST_F(CheckCommand, TheHelpEndsWithWhatIsJudgedTheKindsAndTheExitCodes)
+{
+    int code = EXIT_OK;
+    CLI::App app;
+    AddCheck(app, code);
+    std::string kinds;
+    for (const conferencia::FindingKindInfo& kind : conferencia::FindingKinds()) {
+        kinds += "  " + std::string(kind.name);
+        kinds.append(25 - std::string(kind.name).size(), ' ');
+        kinds += kind.weight == conferencia::Weight::NOTE ? "(note) " : "";
+        kinds += std::string(kind.meaning) + "\n";
+    }
+    EXPECT_EQ(app.get_subcommand("check")->get_footer(),
+              "A database is judged by its own rows. Without --log, a receipt that is paid in "
+              "full and keeps its\nopening values is taken for an additional receipt; with it, "
+              "only when the log names its closing. A\nfinding that a lost row in the log "
+              "explains is marked and still counts: the row is missing.\n\nKinds of "
+              "findings:\n" +
+                  kinds +
+                  "\nExit codes: 0 nothing found (notes are no findings); 1 something was found; 2 "
+                  "the database or the log\ncannot be read.");
+}
+
 class CheckedExample : public CheckCommand, public testing::WithParamInterface<const char*>
 {
 };

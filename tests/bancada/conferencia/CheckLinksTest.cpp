@@ -16,7 +16,8 @@ const PlantedFaults PLANTED({
       "pagamento-sem-cupom: COO 15: 3 payments without their receipt"},
      {"cupom-adicional: COO 11: paid 10.00, closing never written",
       "documento-sem-linha: GNF 3: reversal of a voucher (COO 6) before COO 10",
-      "coo-reutilizado: COO 3: 2 receipts share the number"}},
+      "coo-reutilizado: COO 3: 2 receipts share the number: their amounts, items and payments "
+      "cannot be told apart"}},
     {"ItemsWithoutReceipt",
      "DELETE FROM cupom_fiscal WHERE cont_coo = 3",
      {"linha-ausente: cupom_fiscal: no row 1, and rows are never deleted",
@@ -93,7 +94,48 @@ const PlantedFaults PLANTED({
       "chave-repetida: cupom_nf COO 13: 2 rows of one document"},
      {"cupom-adicional: COO 11: paid 10.00, closing never written",
       "documento-sem-linha: GNF 3: reversal of a voucher (COO 6) before COO 10",
-      "coo-reutilizado: COO 13: 2 non-fiscal receipts share the number"}},
+      "coo-reutilizado: COO 13: 2 non-fiscal receipts share the number: their amounts, items and "
+      "payments cannot be told apart"}},
+    {"NonFiscalReceiptsOfTwoDays",
+     "UPDATE cupom_nf SET cont_coo = 10 WHERE cont_coo = 17;"
+     "UPDATE outros_documentos SET cont_coo = 10 WHERE cont_coo = 17;"
+     "UPDATE cupom_nf SET valor_total_cupom = 31 WHERE cont_coo = 10",
+     {"ordem: cupom_nf row 4: cont_coo 10 comes after 13",
+      "coo-repetido: COO 10: comes after COO 15",
+      "coo-ausente: COO 16 to 17: no document, and nothing logged that took the number",
+      "item-nf-sem-cupom: COO 17: 1 items without their receipt",
+      "pagamento-sem-cupom: COO 17: 1 payments without their receipt"},
+     {"cupom-adicional: COO 11: paid 10.00, closing never written",
+      "documento-sem-linha: GNF 3: reversal of a voucher (COO 6) before COO 10",
+      "coo-reutilizado: COO 10: 2 non-fiscal receipts share the number: their amounts, items and "
+      "payments cannot be told apart"}},
+    {"FiscalAndNonFiscalReceiptOfOneNumber",
+     "UPDATE cupom_nf SET cont_coo = 15 WHERE cont_coo = 17;"
+     "UPDATE item_cupom_nf SET cont_coo = 15 WHERE cont_coo = 17;"
+     "UPDATE outros_documentos SET cont_coo = 15 WHERE cont_coo = 17",
+     {"coo-repetido: COO 15: comes after COO 15",
+      "gnf-ausente: GNF 6: no non-fiscal document before COO 15",
+      "coo-ausente: COO 16 to 17: no document, and nothing logged that took the number",
+      "pagamento-sem-cupom: COO 17: 1 payments without their receipt"},
+     {"cupom-adicional: COO 11: paid 10.00, closing never written",
+      "documento-sem-linha: GNF 3: reversal of a voucher (COO 6) before COO 10",
+      "coo-reutilizado: COO 15: 1 fiscal receipts share the number with a non-fiscal one: their "
+      "payments cannot be told apart"}},
+    {"OtherDocumentsOfOneNumber",
+     "UPDATE outros_documentos SET cont_coo = 2 WHERE cont_coo = 19",
+     {"coo-repetido: COO 2: comes after COO 18",
+      "coo-ausente: COO 19: no document, and nothing logged that took the number"},
+     {"cupom-adicional: COO 11: paid 10.00, closing never written",
+      "documento-sem-linha: GNF 3: reversal of a voucher (COO 6) before COO 10",
+      "coo-reutilizado: COO 2: 2 other documents share the number: their ends cannot be told apart"}},
+    {"AReadingWithTheNumberOfAReceipt",
+     "UPDATE outros_documentos SET cont_coo = 15 WHERE cont_coo = 19",
+     {"coo-repetido: COO 15: comes after COO 18",
+      "coo-ausente: COO 19: no document, and nothing logged that took the number"},
+     {"cupom-adicional: COO 11: paid 10.00, closing never written",
+      "documento-sem-linha: GNF 3: reversal of a voucher (COO 6) before COO 10",
+      "coo-reutilizado: COO 15: 1 other documents share the number with a receipt: their ends cannot "
+      "be told apart"}},
     {"TotalizerTwice",
      "INSERT INTO totalizador_reducao SELECT * FROM totalizador_reducao"
      " WHERE cont_crz = 2 AND totalizador = 'F1'",

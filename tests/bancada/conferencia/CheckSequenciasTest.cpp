@@ -40,7 +40,9 @@ const PlantedFaults PLANTED({
      {"coo-repetido: COO 20: comes after COO 21"},
      {"cupom-adicional: COO 11: paid 10.00, closing never written",
       "documento-sem-linha: GNF 3: reversal of a voucher (COO 6) before COO 10",
-      "relogio-atrasado: COO 20: of 2024-03-02 18:00:00, after COO 21 of 2024-03-03 08:00:00"}},
+      "relogio-atrasado: COO 20: of 2024-03-02 18:00:00, after COO 21 of 2024-03-03 08:00:00",
+      "coo-reutilizado: COO 20: 2 other documents share the number: their ends cannot be told "
+      "apart"}},
     {"DocumentGoesBack",
      "INSERT INTO outros_documentos VALUES"
      " (12,1,9,1,1,2,'2024-03-02 19:00:00','2024-03-02 19:00:00','LX')",

@@ -1,5 +1,7 @@
 // What programs read.
+#include <sstream>
 #include <string>
+#include <vector>
 
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
@@ -40,6 +42,39 @@ TEST_F(JsonShow, JsonOfAReceipt)
     EXPECT_EQ(cupom["itens"][2]["cancelado"], true);
     EXPECT_EQ(cupom["pagamentos"][0]["valor"], "30.00");
     EXPECT_EQ(cupom["troco"], "0.68");
+}
+
+// In the order in which programs are told that they stand.
+TEST_F(JsonShow, TheListHasEachDocumentOnALineOfItsOwn)
+{
+    WriteSample();
+    ShowJson();
+    std::vector<std::string> lines;
+    std::istringstream all(text);
+    for (std::string line; std::getline(all, line);) {
+        if (line.find("\"coo\":101,") != std::string::npos ||
+            line.find("\"coo\":102,") != std::string::npos) {
+            lines.push_back(line);
+        }
+    }
+    EXPECT_THAT(
+        lines,
+        testing::ElementsAre(
+            R"({"tipo":"comprovante_nf","coo":101,"crz":1,"inicio":"2024-03-15 08:00:05",)"
+            R"("documento":"CN","gnf":1,"fim":"2024-03-15 08:00:05","cancelado":false,)"
+            R"("cpf_cnpj":"","nome":"","subtotal":"100.00",)"
+            R"("desconto":{"tipo":"V","percentual":"0.00","valor":"0.00"},)"
+            R"("acrescimo":{"tipo":"V","percentual":"0.00","valor":"0.00"},)"
+            R"("acrescimo_cancelado":"0.00","total":"100.00"},)",
+            R"({"tipo":"cupom_fiscal","coo":102,"crz":1,"inicio":"2024-03-15 09:12:44","ccf":51,)"
+            R"("cancelado":false,"cpf_cnpj":"12345678909","nome":"José da Conceição",)"
+            R"("subtotal":"30.86","desconto":{"tipo":"V","percentual":"5.00","valor":"1.54"},)"
+            R"("acrescimo":{"tipo":"V","percentual":"0.00","valor":"0.00"},)"
+            R"("acrescimo_cancelado":"0.00","total":"29.32","endereco":"Av. Brasil, 1",)"
+            R"("troco":"0.68","mensagem":"CNPJ/CPF consumidor: 123.456.789-09\n)"
+            R"(Obrigado pela preferência, volte sempre!","aplicativo":"PDV Exemplo 2.1",)"
+            R"("chave":" ","assinatura":"kX9mVb0cQ1nq6fYJ2yZk0r1mQ8yT5u7wA3sD4fG5hJ0=",)"
+            R"("adicional":false},)"));
 }
 
 TEST_F(JsonShow, JsonOfAReductionNamesTheTimesByTheirMeaning)
