@@ -12,9 +12,13 @@ namespace bancada::arquivo
 namespace
 {
 
+// A register has a few of them: so many are kept of whatever the file names.
+constexpr std::size_t MAX_NAMES = 200;
+
 void AddOnce(std::vector<std::string>& names, const std::string& name)
 {
-    if (!name.empty() && std::find(names.begin(), names.end(), name) == names.end()) {
+    if (!name.empty() && names.size() < MAX_NAMES &&
+        std::find(names.begin(), names.end(), name) == names.end()) {
         names.push_back(name);
     }
 }
@@ -66,11 +70,65 @@ void ArquivoLido::TakePagamento(const Record& record)
     m_devido -= valor;
 }
 
+// Those that a register's clock can have, of which a tape can tell.
+void ArquivoLido::RequireDates(const Record& record) const
+{
+    constexpr std::string_view NONE = "00000000";
+    constexpr std::string_view FIRST = "19700102";
+    constexpr std::string_view LAST = "21060206";
+    for (const Field& field : record.GetLeiaute().fields) {
+        if (field.form == Form::D) {
+            const std::string_view date = record.Raw(field.name);
+            if (date != NONE && (date < FIRST || date > LAST)) {
+                m_reader.Fail(record, field.name, "a date from 1970-01-02 to 2106-02-06 is due");
+            }
+        }
+    }
+}
+
+// The tape's register is that of E01, with one owner; its Z reductions are those of the documents.
+void ArquivoLido::HoldComuns(const Record& record)
+{
+    const std::string type(record.Type());
+    if (type == "E01") {
+        m_numeroSerie = record.Raw("numero_serie");
+        m_modelo = record.Raw("modelo");
+    }
+    if (!record.GetLeiaute().IsPrefixed()) {
+        return;
+    }
+    const auto hold = [&](bool holds, const char* field, const char* reason) {
+        if (!holds) {
+            m_naoDito.AddField(type, field, reason);
+        }
+    };
+    hold(record.Raw("numero_serie") == m_numeroSerie, "numero_serie", "not that of E01");
+    hold(record.Raw("modelo") == m_modelo, "modelo", "not that of E01");
+    hold(record.Text("letra_adicional").empty(), "letra_adicional",
+         "the register has no additional fiscal memory");
+    if (type == "E02" || type >= "E12") {
+        hold(record.Integer("usuario") == USUARIO, "usuario", "the register has one owner");
+    }
+    if (type == "E12" || (type == "E16" && record.Text("simbolo") == "RZ")) {
+        m_crzs.insert(record.Integer("crz"));
+    } else if (type == "E13" || type == "E17" || type == "E18") {
+        hold(m_crzs.count(record.Integer("crz")) != 0, "crz",
+             "no Z reduction of the file has the number");
+    }
+}
+
 void ArquivoLido::Take(const Record& record, std::int64_t offset)
 {
+    RequireDates(record);
+    HoldComuns(record);
     const std::string_view type = record.Type();
     if (type <= "E11" || type == "EAD") {
         m_small[std::string(type)].push_back(record);
+        for (const char* field : {"coo_inicial", "coo_final"}) {
+            if (type == "E10" && record.Integer(field) == 0) {
+                m_reader.Fail(record, field, "the number of a document is due");
+            }
+        }
     } else if (type == "E12") {
         const auto coo = static_cast<std::int32_t>(record.Integer("coo"));
         if (!m_reducoes.emplace(coo, record).second) {

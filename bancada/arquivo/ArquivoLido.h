@@ -1,6 +1,7 @@
 // A legal audit file read for its documents: where each document's records stand.
 #pragma once
 
+#include "bancada/arquivo/Neutros.h"
 #include "bancada/arquivo/RecordReader.h"
 
 #include <cstdint>
@@ -23,6 +24,9 @@ class ArquivoLido
     // Throws Unusable for what RecordReader refuses, for a document's number that comes twice in a
     // type, and for items or payments of one document that do not stand together.
     explicit ArquivoLido(const std::string& path);
+
+    // What the common fields tell that no tape can say, and which Z reductions are not there.
+    const Neutros& NaoDito() const { return m_naoDito; }
 
     // The document numbers of the file in the order in which they were issued: numbers go round
     // after 999999, and the first is the one behind the widest gap.
@@ -72,6 +76,8 @@ class ArquivoLido
     };
 
     void Take(const Record& record, std::int64_t offset);
+    void RequireDates(const Record& record) const;
+    void HoldComuns(const Record& record);
     void TakePlace(Grupo& grupo, const Record& record, std::int64_t offset, bool several);
     void TakePagamento(const Record& record);
     void Finish();
@@ -79,6 +85,11 @@ class ArquivoLido
     Grupo& GrupoOf(std::string_view type);
 
     RecordReader m_reader;
+    Neutros m_naoDito;
+    // Of E01; without it the register has none.
+    std::string m_numeroSerie = std::string(20, ' ');
+    std::string m_modelo = std::string(20, ' ');
+    std::set<std::int64_t> m_crzs; // of E12 and E16
     std::vector<Grupo> m_grupos;
     std::vector<std::pair<std::int32_t, std::string>> m_simbolos; // by number
     std::map<std::string, std::vector<Record>> m_small;

@@ -11,8 +11,6 @@ namespace bancada::arquivo
 namespace
 {
 
-constexpr char VERSAO_ATO[] = "AC1704 01.00.00";
-
 // The version that the register has now, and since when.
 Fatos::Software PresentSoftware(const Exportador& exporting)
 {
@@ -224,7 +222,7 @@ void ExportIntervencoes(Exportador& exporting)
     leitura::IntervencaoRow row;
     while (rows.Next(row)) {
         // Logged before the counter moves: the record has it as leaving the mode left it.
-        const std::int64_t cro = row.cro.Value() == leitura::LAST_COUNTER ? 1 : row.cro.Value() + 1;
+        const std::int64_t cro = leitura::NextNumber(row.cro.Value());
         const auto& told = exporting.fatos.intervencoes;
         if (std::none_of(told.begin(), told.end(),
                          [cro](const auto& one) { return one.cro == cro; })) {

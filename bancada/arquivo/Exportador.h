@@ -18,9 +18,6 @@
 namespace bancada::arquivo
 {
 
-// The number of the owner that the register has now; a database knows no other.
-constexpr std::int64_t USUARIO = 1;
-
 // The non-fiscal totalizers of the till's floats and withdrawals.
 constexpr std::int64_t NUMERO_FUNDO_TROCO = 1;
 constexpr std::int64_t NUMERO_SANGRIA = 2;

@@ -1,6 +1,7 @@
 // The grand total as the register has it now.
 #include "bancada/arquivo/Exportador.h"
 
+#include "bancada/leitura/Counter.h"
 #include "bancada/leitura/Query.h"
 
 namespace bancada::arquivo
@@ -55,7 +56,7 @@ leitura::Amount GrandeTotal(const Exportador& exporting)
     leitura::ReducaoZRow reducao;
     if (reducoes.Next(reducao)) {
         gt = reducao.valorGt;
-        crz = reducao.crz.Value() == leitura::LAST_COUNTER ? 1 : reducao.crz.Value() + 1;
+        crz = leitura::NextNumber(reducao.crz.Value());
     }
     // A receipt's surcharge was written into its items' where the closing shared it among them:
     // the items then come to the total, not to the subtotal.

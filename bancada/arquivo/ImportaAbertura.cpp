@@ -35,14 +35,24 @@ void WriteConsumidor(Importador& importing, const CupomLido& cupom, TapeLine& li
 
 } // namespace
 
-void WriteAbertura(Importador& importing, const CupomLido& cupom, const char* command,
-                   std::int64_t em)
+void OpenMovimento(Importador& importing, std::int64_t em)
+{
+    if (importing.movimento == 0) {
+        importing.movimento = em;
+    }
+}
+
+std::int64_t WriteAbertura(Importador& importing, const CupomLido& cupom, const char* command,
+                           std::int64_t em)
 {
     importing.pendentes.clear();
     importing.comprovantes = 0;
     importing.meiosDoCupom.clear();
-    TapeLine line = importing.tape.At(command, std::max(importing.tape.Now(), em));
+    const std::int64_t began = std::max(importing.tape.Now(), em);
+    OpenMovimento(importing, began);
+    TapeLine line = importing.tape.At(command, began);
     WriteConsumidor(importing, cupom, line);
+    return began;
 }
 
 } // namespace bancada::arquivo

@@ -1,6 +1,7 @@
 // The commands of a fiscal receipt, told by its records.
 #include "bancada/arquivo/ImportaCupom.h"
 
+#include "bancada/arquivo/Coerencia.h"
 #include "bancada/arquivo/Instante.h"
 
 namespace bancada::arquivo
@@ -34,25 +35,39 @@ void WriteAliquotas(Importador& importing, const CupomLido& cupom)
     }
 }
 
+// A number of an item with its decimals, of which the register has three at most.
+struct Decimal {
+    Decimal(Importador& importing, const Record& record, const char* field, const char* count)
+        : units(record.Integer(field)), decimals(static_cast<int>(record.Integer(count)))
+    {
+        constexpr int MAX_DECIMALS = 3;
+        if (decimals > MAX_DECIMALS) {
+            importing.naoDito.AddField("E15", count, "the register has three decimals at most");
+        }
+        for (; decimals > MAX_DECIMALS; --decimals) {
+            units /= 10;
+        }
+    }
+
+    std::int64_t units;
+    int decimals;
+};
+
 void WriteItem(Importador& importing, const ItemLido& item)
 {
     const Record& record = item.record;
+    const Decimal quantidade(importing, record, "quantidade", "decimais_quantidade");
+    const Decimal unitario(importing, record, "valor_unitario", "decimais_valor");
     const Tributacao tributacao = TributacaoOf(importing, item);
     importing.tape.Then(tributacao.detalhado ? "vende_item_detalhado" : "vende_item")
         .Text("codigo", record.Text("codigo"))
         .Text("descricao", record.Text("descricao"))
-        .Decimal("quantidade", record.Integer("quantidade"),
-                 static_cast<int>(record.Integer("decimais_quantidade")))
+        .Decimal("quantidade", quantidade.units, quantidade.decimals)
         .Text("unidade", record.Text("unidade"))
-        .Decimal("valor_unitario", record.Integer("valor_unitario"),
-                 static_cast<int>(record.Integer("decimais_valor")))
+        .Decimal("valor_unitario", unitario.units, unitario.decimals)
         .Text("tributacao", tributacao.codigo)
         .Number("indice", tributacao.indice)
         .Flag("arredonda", record.Text("arredonda_trunca") == "A");
-    if (record.Text("cancelado") == "P") {
-        importing.naoDito.AddField("E15", "cancelado, quantidade_cancelada, valor_cancelado",
-                                   "an item is cancelled whole or not at all");
-    }
     if (item.bruto + item.record.Integer("acrescimo") - item.record.Integer("desconto") !=
         item.liquido) {
         importing.naoDito.AddField("E15", "total", "not quantity times price with its adjustments");
@@ -83,9 +98,16 @@ void WriteCupom(Importador& importing, std::size_t at)
                                    "totals tell none");
     }
     WriteAliquotas(importing, cupom);
-    WriteAbertura(importing, cupom, "abre_cupom", SecondsOf(cupom.record.Raw("data_abertura")));
+    importing.Count("ccf");
+    HoldCupom(importing, cupom,
+              WriteAbertura(importing, cupom, "abre_cupom",
+                            SecondsOf(cupom.record.Raw("data_abertura"))));
     std::int64_t numero = 0;
     for (const ItemLido& item : cupom.itens) {
+        if (numero == MAX_ITENS) {
+            importing.Note("E15", "items behind the last number that a receipt has for them");
+            break;
+        }
         ++numero;
         WriteItem(importing, item);
         WriteAjustesItem(importing, item, numero);

@@ -9,9 +9,15 @@
 namespace bancada::arquivo
 {
 
-// The opening, with the buyer; nothing of the receipt before it is pending any more.
-void WriteAbertura(Importador& importing, const CupomLido& cupom, const char* command,
-                   std::int64_t em);
+// The numbers that a receipt has for its items.
+constexpr std::int64_t MAX_ITENS = 999;
+
+// The first receipt since the last Z reduction begins the day.
+void OpenMovimento(Importador& importing, std::int64_t em);
+// The opening, with the buyer; nothing of the receipt before it is pending any more. Answers when
+// it is: at `em`, or when the document before it ended where that is later.
+std::int64_t WriteAbertura(Importador& importing, const CupomLido& cupom, const char* command,
+                           std::int64_t em);
 // An item's surcharges and discount and its cancellation, as they were before any sharing.
 void WriteAjustesItem(Importador& importing, const ItemLido& item, std::int64_t numero);
 void WriteAjustesSubtotal(Importador& importing, const CupomLido& cupom);

@@ -1,6 +1,7 @@
 // The commands of a non-fiscal receipt, told by its records.
 #include "bancada/arquivo/ImportaCupom.h"
 
+#include "bancada/arquivo/Coerencia.h"
 #include "bancada/arquivo/Instante.h"
 
 #include <algorithm>
@@ -19,7 +20,7 @@ void WriteCupomNf(Importador& importing, std::int64_t coo, std::int64_t end)
     const CupomLido cupom =
         Interpretacoes(ReadCupomNf(importing.arquivo, coo), importing.numerosLivres > 0).front();
     const std::int64_t abertura = SecondsOf(cupom.record.Raw("data_abertura"));
-    ++importing.gnf;
+    importing.Count("gnf");
 
     const Programacao& programacao = importing.programacao;
     const std::int64_t first =
@@ -28,7 +29,11 @@ void WriteCupomNf(Importador& importing, std::int64_t coo, std::int64_t end)
         importing.pendentes.clear();
         importing.comprovantes = 0;
         const std::int64_t em = end == 0 ? abertura : std::min(end, abertura + SECONDS_A_DAY - 1);
-        TapeLine caixa = importing.tape.At("sangria", std::max(importing.tape.Now(), em), end);
+        const std::int64_t began = std::max(importing.tape.Now(), em);
+        OpenMovimento(importing, began);
+        HoldCupom(importing, cupom, began);
+        HoldCaixa(importing, cupom, first == 1);
+        TapeLine caixa = importing.tape.At("sangria", began, end);
         caixa.Text("operacao", first == 1 ? "fundo_troco" : "sangria")
             .Money("valor", cupom.itens.front().bruto);
         if (first == 1 && !cupom.pagamentos.empty()) {
@@ -42,7 +47,9 @@ void WriteCupomNf(Importador& importing, std::int64_t coo, std::int64_t end)
         importing.naoDito.AddField("E19", "subtotal", "not what the items come to");
     }
     // The document of one that was not closed ends with its opening.
-    WriteAbertura(importing, cupom, "abre_cnf", cupom.WasClosed() || end == 0 ? abertura : end);
+    HoldCupom(importing, cupom,
+              WriteAbertura(importing, cupom, "abre_cnf",
+                            cupom.WasClosed() || end == 0 ? abertura : end));
     std::int64_t numero = 0;
     for (const ItemLido& item : cupom.itens) {
         const std::int64_t totalizador = programacao.Totalizador(item.record.Text("nome"));
@@ -51,6 +58,10 @@ void WriteCupomNf(Importador& importing, std::int64_t coo, std::int64_t end)
         }
         if (totalizador == 0) {
             continue; // no totalizer has its name: a tape cannot say it
+        }
+        if (numero == MAX_ITENS) {
+            importing.Note("E20", "items behind the last number that a receipt has for them");
+            break;
         }
         ++numero;
         importing.tape.Then("vende_item_nf")

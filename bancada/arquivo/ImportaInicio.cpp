@@ -16,6 +16,9 @@ namespace
 constexpr std::size_t MAX_MARCA = 15;
 constexpr std::size_t MAX_NOME_NF = 20;
 constexpr std::size_t MAX_MEIO = 15;
+// What the register has room for.
+constexpr std::size_t MAX_MEIOS = 20;
+constexpr std::size_t MAX_NOMES_NF = 39;
 
 std::string Instant(const Record& record, const char* data, const char* hora)
 {
@@ -130,6 +133,15 @@ void FindAliquotas(const ArquivoLido& arquivo, Programacao& programacao)
     }
 }
 
+// Those that the register has no room for: nothing can be registered on them.
+void Limit(Importador& importing, const char* type, const char* what,
+           std::vector<std::string>& names, std::size_t room)
+{
+    for (; names.size() > room; names.pop_back()) {
+        importing.Note(type, what);
+    }
+}
+
 void Cut(Importador& importing, const char* type, const char* field, std::string& text,
          std::size_t size)
 {
@@ -154,14 +166,22 @@ std::int64_t Programacao::Totalizador(const std::string& nome) const
     return nome.empty() || found == nomesNf.end() ? 0 : found - nomesNf.begin() + 1;
 }
 
-Programacao FindProgramacao(ArquivoLido& arquivo)
+void FindProgramacao(Importador& importing)
 {
-    Programacao programacao;
-    programacao.meios = arquivo.Meios();
-    FindNomesNf(arquivo, programacao);
-    FindVinculados(arquivo, programacao);
-    FindAliquotas(arquivo, programacao);
-    return programacao;
+    Programacao& programacao = importing.programacao;
+    programacao.meios = importing.arquivo.Meios();
+    Limit(importing, "E18", "payment means behind the register's 20", programacao.meios, MAX_MEIOS);
+    FindNomesNf(importing.arquivo, programacao);
+    Limit(importing, "E17", "totalizers behind the register's 39", programacao.nomesNf,
+          MAX_NOMES_NF);
+    FindVinculados(importing.arquivo, programacao);
+    FindAliquotas(importing.arquivo, programacao);
+    for (const auto& [numero, percentuais] : programacao.icms) {
+        importing.aliquotas["T" + std::to_string(numero)] = *percentuais.begin();
+    }
+    for (const auto& [numero, percentuais] : programacao.issqn) {
+        importing.aliquotas["S" + std::to_string(numero)] = *percentuais.begin();
+    }
 }
 
 void WriteProgramacao(Importador& importing, std::int64_t first)

@@ -7,6 +7,7 @@
 #include "bancada/arquivo/Neutros.h"
 #include "bancada/arquivo/TapeText.h"
 #include "bancada/arquivo/Tributacao.h"
+#include "bancada/leitura/Counter.h"
 
 #include <cstdint>
 #include <deque>
@@ -45,7 +46,7 @@ struct SemRegistro {
 
 struct Importador {
     Importador(const std::string& path, std::ostream& out)
-        : arquivo(path), tape(out), dias(arquivo, programacao)
+        : arquivo(path), tape(out), naoDito(arquivo.NaoDito()), dias(arquivo, programacao)
     {
     }
     Importador(const Importador&) = delete;
@@ -53,15 +54,16 @@ struct Importador {
 
     ArquivoLido arquivo;
     TapeText tape;
-    Neutros naoDito; // what the tape cannot say
+    Neutros naoDito; // what the tape cannot say, begun with what the common fields tell
     Fatos fatos;
     Programacao programacao;
     DiasLidos dias;
 
     // As the register stands behind the last line of the tape.
-    std::int64_t gnf = 0;
-    std::int64_t registrado = 0; // cents that the grand total grew by
-    std::int64_t vendaDoDia = 0; // those since the last Z reduction
+    std::map<std::string, std::int64_t> contadores; // by name: "ccf"
+    std::int64_t registrado = 0;                    // cents that the grand total grew by
+    std::int64_t vendaDoDia = 0;                    // those since the last Z reduction
+    std::int64_t movimento = 0; // when the first receipt since it was opened; 0: none was
     bool ratear = false;
     int comprovantes = 0;                   // vouchers of the last receipt that were not reversed
     std::vector<std::int64_t> meiosDoCupom; // means of the last receipt's payments
@@ -70,11 +72,18 @@ struct Importador {
     std::int64_t crzDoDia = 0;              // of the reduction that will close the day; 0: none
     std::map<std::string, std::int64_t> aliquotas; // as programmed: "T1" and so on
 
+    // Moves a counter on by one; its number then.
+    std::int64_t Count(const char* counter)
+    {
+        std::int64_t& number = contadores[counter];
+        return number = leitura::NextNumber(number);
+    }
+
     void Note(const std::string& type, const std::string& what) { naoDito.AddMissing(type, what); }
 };
 
 // The programming that the file implies.
-Programacao FindProgramacao(ArquivoLido& arquivo);
+void FindProgramacao(Importador& importing);
 // The lines that program the register, before its first document at `first`.
 void WriteProgramacao(Importador& importing, std::int64_t first);
 // A fiscal or a non-fiscal receipt, up to its end or its cancellation in issue; what comes of it
@@ -82,6 +91,13 @@ void WriteProgramacao(Importador& importing, std::int64_t first);
 // where it does not.
 void WriteCupom(Importador& importing, std::size_t at);
 void WriteCupomNf(Importador& importing, std::int64_t coo, std::int64_t end);
+// Every document's lines, in their order; what was sold on the first day before the file begins, in
+// cents.
+std::int64_t WriteDocumentos(Importador& importing);
+// The memory's content, when the tape is written: the counters as they were before it.
+std::string MemoriaInicial(Importador& importing,
+                           const std::map<std::string, std::int64_t>& contadores,
+                           std::int64_t antes);
 // The facts of the small records.
 Fatos FindFatos(ArquivoLido& arquivo);
 

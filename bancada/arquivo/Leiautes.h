@@ -39,6 +39,12 @@ struct Field {
 // else says that its type has no data.
 constexpr std::size_t PREFIX_WIDTH = 44;
 
+// The version of the act that fixes these layouts, as E01 has it.
+constexpr char VERSAO_ATO[] = "AC1704 01.00.00";
+
+// The number of the owner that the register has now; a database knows no other.
+constexpr std::int64_t USUARIO = 1;
+
 struct Leiaute {
     const char* type; // three letters, with which a record begins
     const char* meaning;

@@ -100,7 +100,7 @@ bool Selecao::HasDocumento(std::int64_t rowid, const std::string& inicio) const
     }
     // The day that is open: its number is the one after the last.
     const std::int64_t last = m_reducoes.empty() ? 0 : m_reducoes.back().crz;
-    return HasCrz(last == leitura::LAST_COUNTER ? 1 : last + 1) && HasDate(DateOf(inicio));
+    return HasCrz(leitura::NextNumber(last)) && HasDate(DateOf(inicio));
 }
 
 bool Selecao::HasInstante(const std::string& instante) const

@@ -52,7 +52,7 @@ class TapeText
 
   private:
     std::ostream& m_out;
-    std::int64_t m_now = 0;
+    std::int64_t m_now = 1; // the first instant that a tape can name
 };
 
 } // namespace bancada::arquivo

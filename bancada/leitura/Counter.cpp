@@ -5,6 +5,11 @@
 namespace bancada::leitura
 {
 
+std::int64_t NextNumber(std::int64_t number)
+{
+    return number == LAST_COUNTER ? 1 : number + 1;
+}
+
 std::int64_t Steps(std::int64_t from, std::int64_t to)
 {
     // Each is brought onto the circle first: a row may hold any number.

@@ -6,6 +6,9 @@
 namespace bancada::leitura
 {
 
+// The number that follows. Defined for numbers from 0 to LAST_COUNTER.
+std::int64_t NextNumber(std::int64_t number);
+
 // How many steps lead from `from` on to `to`, 0 to LAST_COUNTER - 1. Defined for any two numbers.
 std::int64_t Steps(std::int64_t from, std::int64_t to);
 

@@ -1,8 +1,6 @@
 // A legal audit file with any of its records changed, missing, doubled or elsewhere: it is refused
-// before a line of the tape is written, or read to its end. Of one that was not changed come a tape
-// of which every line is a command with its fields, and a memory that a register can begin with. Of
-// a changed one they may hold values that no register has (a day of the year 9999), which run then
-// refuses with their place.
+// before a line of the tape is written, or there come of it a tape of which every line is a command
+// with its fields, a memory that a register can begin with, and facts that can be read.
 #include "bancada/Unusable.h"
 #include "bancada/arquivo/Importacao.h"
 #include "bancada/comandos/Catalogue.h"
@@ -118,10 +116,10 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t si
         Hold(tape.str().empty());
         return 0;
     }
-    if (lines == day) {
-        HoldTape(tape.str());
-        const MemoriaFile memory(Scratch().Write("imported.memory", result.memory));
-        const Registro registro(memory.State());
-    }
+    HoldTape(tape.str());
+    const MemoriaFile memory(Scratch().Write("imported.memory", result.memory));
+    const Registro registro(memory.State());
+    const std::string facts = arquivo::FatosText(result.fatos);
+    Hold(FatosText(arquivo::ReadFatos(Scratch().Write("imported.facts", facts))) == facts);
     return 0;
 }

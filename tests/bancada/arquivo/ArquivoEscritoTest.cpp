@@ -9,12 +9,14 @@
 // cancelled), a withdrawal, a reprint, a fiscal-memory reading, an intervention, a reduction after
 // midnight; then an additional receipt with an item of the detailed command, and an intervention
 // that lost data.
+#include "bancada/Unusable.h"
 #include "bancada/arquivo/Exportacao.h"
 #include "bancada/arquivo/Importacao.h"
+#include "bancada/arquivo/Leiautes.h"
 #include "tests/bancada/arquivo/Replay.h"
 
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
+#include <set>
 #include <sstream>
 #include <string>
 
@@ -215,6 +217,107 @@ const char* const TAPE_LINES[] = {
     R"({"cmd":"cancela_aberto","em":"2024-03-06 18:01:00"})",
     R"({"cmd":"reducao_z","em":"2024-03-06 22:00:00","fim":"2024-03-06 22:00:25"})",
 };
+// What no tape makes: another letter, owner and version of the act, a make and a name longer than the
+// register's, both a discount by percentage and a surcharge, an item cancelled in part, four decimals,
+// counters and a document that nothing moves, a reprint before the tape, a withdrawal with a discount
+// and a payment.
+const char* const STRANGE_LINES[] = {
+    "E01SR7                 AECF-IF MARCA-DE-20-LETRAS-XM7                  01.00.00  2022110304050600022333444000155MFD0000030000092024030420240309        AC1704 02.00.00",
+    "E02SR7                 AM7                  11222333000181IE1           LOJA                                    RUA                                                                                                                     2021060708091000000400000000000000077702",
+    "E09SR7                 AM7                  00000920240305200000X",
+    "E10SR7                 AM7                  0000042024030300000100000222333444000155",
+    "E11SR7                 AM7                  00000300000900001500000900000900000000000000000900000000000900000000000000088820240307091011",
+    "E12SR7                 AM7                  01000002000013000006202403062024030522000000000000005000S",
+    "E14SR7                 AM7                  0100000500001020240305000000000020000000000000100P0000000000050V00000000001950N0000000000000ANOME DE QUARENTA LETRAS QUE NAO CABE TDO00052998224725",
+    "E14SR7                 AM7                  0100000700001120240305000000000003000000000000000 0000000000000P00000000000400N0000000000000D                                        00000000000000",
+    "E15SR7                 AM7                  010000100000050011             A                                                                                                   0000002UN 0000100000000000000000000000000000200001T1800P000000100000000010000000000000000 02",
+    "E15SR7                 AM7                  010000110000090031             B                                                                                                   0030000UN 00010000000000000000000000000000000300F1     N000000000000000000000000000000000T44",
+    "E16SR7                 AM7                  010000120000080000010001000001XX20240305210000",
+    "E16SR7                 AM7                  010000130000000000000000000002RZ20240305220009",
+    "E16SR7                 AM7                  010000140000030000000000000000LX00000000000000",
+    "E17SR7                 AM7                  01000004NOME           0000000000001",
+    "E18SR7                 AM7                  01000002DINHEIRO       0000000000002",
+    "E19SR7                 AM7                  0100001500000420240304000000000000000000000000000V0000000000000V00000000000000N0000000000000                                         00000000000000",
+    "E20SR7                 AM7                  01000015000007002SANGRIA        0000000000500000000000001000000000000000000000000480S0000000000000",
+    "E21SR7                 AM7                  01000010000006000001DINHEIRO       0000000001950P0000000001950",
+    "E21SR7                 AM7                  01000011000007000000               0000000000300N0000000000000",
+    "E21SR7                 AM7                  01000015000000000004DINHEIRO       0000000000500S0000000000500",
+};
+
+const char* const STRANGE_NOTES[] = {
+    "neutral: E01 cnpj: not the owner's of E02 (1 record)",
+    "neutral: E01 crz_final: not those of the first and the last Z reduction (1 record)",
+    "neutral: E01 crz_inicial: not those of the first and the last Z reduction (1 record)",
+    "neutral: E01 data_final: not those of the first and the last Z reduction (1 record)",
+    "neutral: E01 data_inicial: not those of the first and the last Z reduction (1 record)",
+    "neutral: E01 letra_adicional: the register has no additional fiscal memory (1 record)",
+    "neutral: E01 marca: the register has room for 15 letters (1 record)",
+    "neutral: E01 versao_ato: another version of the act than that of these layouts (1 record)",
+    "neutral: E02 cro: the owner is programmed under the counter of the first document (1 record)",
+    "neutral: E02 gt: not that of E11 (1 record)",
+    "neutral: E02 letra_adicional: the register has no additional fiscal memory (1 record)",
+    "neutral: E02 usuario: the register has one owner (1 record)",
+    "neutral: E09 cro: not what the documents come to (1 record)",
+    "neutral: E09 letra_adicional: the register has no additional fiscal memory (1 record)",
+    "neutral: E09 perda_dados: no value that the register gives it (1 record)",
+    "neutral: E10 letra_adicional: the register has no additional fiscal memory (1 record)",
+    "neutral: E11 ccf: not what the documents come to (1 record)",
+    "neutral: E11 cfd: not what the documents come to (1 record)",
+    "neutral: E11 cro: not what the documents come to (1 record)",
+    "neutral: E11 crz: not what the documents come to (1 record)",
+    "neutral: E11 gnf: not what the documents come to (1 record)",
+    "neutral: E11 grg: not what the documents come to (1 record)",
+    "neutral: E11 gt: less than the receipts come to (1 record)",
+    "neutral: E11 letra_adicional: the register has no additional fiscal memory (1 record)",
+    "neutral: E12 cro: not what the documents come to (1 record)",
+    "neutral: E12 data_movimento: not when the tape comes to it (1 record)",
+    "neutral: E12 letra_adicional: the register has no additional fiscal memory (1 record)",
+    "neutral: E14 acrescimo: the register has one adjustment of a subtotal at a time (1 record)",
+    "neutral: E14 ccf: not what the documents come to (1 record)",
+    "neutral: E14 letra_adicional: the register has no additional fiscal memory (2 records)",
+    "neutral: E14 nome: the register has room for 30 letters (1 record)",
+    "neutral: E14 ordem: not that of the adjustment (2 records)",
+    "neutral: E14 tipo_acrescimo: the percentage of no surcharge (1 record)",
+    "neutral: E14 tipo_desconto: a percentage of discount is logged as V (1 record)",
+    "neutral: E14 tipo_desconto: no value that the register gives it (1 record)",
+    "neutral: E14 total: not the subtotal with its adjustment (1 record)",
+    "neutral: E15 arredonda_trunca: no value that the register gives it (1 record)",
+    "neutral: E15 cancelado: an item is cancelled whole or not at all (1 record)",
+    "neutral: E15 ccf: not its receipt's (1 record)",
+    "neutral: E15 decimais_quantidade: the register has three decimals at most (1 record)",
+    "neutral: E15 decimais_valor: the register has three decimals at most (1 record)",
+    "neutral: E15 item: not one more than the item before it (1 record)",
+    "neutral: E15 letra_adicional: the register has no additional fiscal memory (2 records)",
+    "neutral: E15 quantidade_cancelada: an item is cancelled whole or not at all (1 record)",
+    "neutral: E15 valor_cancelado: an item is cancelled whole or not at all (1 record)",
+    "neutral: E16 cdc: not what the documents come to (1 record)",
+    "neutral: E16 crz: not what the documents come to (1 record)",
+    "neutral: E16 data_fim, hora_fim: before the end of the document before it (1 record)",
+    "neutral: E16 gnf: not what the documents come to (2 records)",
+    "neutral: E16 grg: not what the documents come to (1 record)",
+    "neutral: E16 letra_adicional: the register has no additional fiscal memory (3 records)",
+    "neutral: E16 simbolo: not of the document that has the number (1 record)",
+    "neutral: E17 crz: no Z reduction of the file has the number (1 record)",
+    "neutral: E17 letra_adicional: the register has no additional fiscal memory (1 record)",
+    "neutral: E18 letra_adicional: the register has no additional fiscal memory (1 record)",
+    "neutral: E19 data_abertura: not when the tape comes to it (1 record)",
+    "neutral: E19 gnf: not what the documents come to (1 record)",
+    "neutral: E19 letra_adicional: the register has no additional fiscal memory (1 record)",
+    "neutral: E19 subtotal: a float or a withdrawal is one item without adjustments (1 record)",
+    "neutral: E20 gnf: not its receipt's (1 record)",
+    "neutral: E20 item: not one more than the item before it (1 record)",
+    "neutral: E20 letra_adicional: the register has no additional fiscal memory (1 record)",
+    "neutral: E20 total: not the amount with its adjustments (1 record)",
+    "neutral: E21 ccf: not its receipt's (1 record)",
+    "neutral: E21 estornado, valor_estornado: not of the amount that was paid (1 record)",
+    "neutral: E21 gnf: not its receipt's (1 record)",
+    "neutral: E21 letra_adicional: the register has no additional fiscal memory (3 records)",
+    "neutral: E21 valor, estornado, valor_estornado: not what payments and reversals of the receipt come to (1 record)",
+    "neutral: E21 valor: a float has one payment, of its amount, a withdrawal none (1 record)",
+    "left out: E10: reprints for which no number is left (1)",
+    "left out: E16: documents XX, for which there is no command (1)",
+    "left out: E21: payments in a means without a name (1)",
+};
 // clang-format on
 
 constexpr char MEMORY[] = R"({
@@ -222,14 +325,14 @@ constexpr char MEMORY[] = R"({
     "versao": 1,
     "registro": {
         "contadores": {
-            "coo": 119,
-            "crz": 40,
-            "cro": 5,
             "ccf": 60,
-            "gnf": 44,
-            "grg": 7,
             "cdc": 2,
-            "cfd": 8
+            "cfd": 8,
+            "coo": 119,
+            "cro": 5,
+            "crz": 40,
+            "gnf": 44,
+            "grg": 7
         },
         "gt": "12345555.97",
         "gt_ultima_rz": "12345555.97",
@@ -403,6 +506,65 @@ TEST_F(ArquivoEscritoTest, WhatIsRunAndExportedIsTheSameFile)
     Export(options, file, notes);
     EXPECT_EQ(file.str(), Joined(FILE_LINES, "\r\n"));
     EXPECT_EQ(notes.str(), "");
+}
+
+TEST_F(ArquivoEscritoTest, WhatNoTapeCanSayIsListed)
+{
+    const Imported made = ImportText(Joined(STRANGE_LINES, "\r\n"));
+    EXPECT_EQ(made.notes, Joined(STRANGE_NOTES, "\n"));
+    folder.Write("tape", made.tape);
+    folder.Write("start", made.memory);
+    std::string reason;
+    EXPECT_EQ(arquivo_test::Replay(folder, "tape", arquivo_test::ReadMemory(folder.File("start")),
+                                   "again", reason),
+              2)
+        << "the receipt that was not paid is cancelled by the line before the next document";
+    EXPECT_EQ(reason, "fecha_cupom at line 15: 3.00 is still to be paid");
+}
+
+// Any one letter of a field, changed to another value that the field may have.
+std::string Changed(const Field& field, std::string text)
+{
+    if (field.form == Form::X) {
+        text.front() = text.front() == 'Q' ? 'W' : 'Q';
+    } else if (text.find_first_not_of('0') == std::string::npos && field.form == Form::D) {
+        text = "20240101";
+    } else {
+        text.back() = text.back() == '1' ? '2' : '1';
+    }
+    return text;
+}
+
+// A changed field changes what is made, or it is listed as what no tape can say, or refused. What
+// the totalizers of the Z reductions hold is the register's to say, and the command the user's:
+// those are seen when the replay's file is compared.
+TEST_F(ArquivoEscritoTest, NoFieldIsLostInSilence)
+{
+    const std::set<std::string> elsewhere = {"E01 comando", "E13 crz",  "E13 totalizador",
+                                             "E13 valor",   "E17 crz",  "E17 valor",
+                                             "E18 crz",     "E18 valor"};
+    const std::string whole = Joined(FILE_LINES, "\n");
+    const Imported made = ImportText(whole);
+    std::size_t begin = 0;
+    std::set<std::string> silent;
+    for (const std::string line : FILE_LINES) {
+        const Leiaute& leiaute = *FindLeiaute(line.substr(0, 3));
+        for (const Field& field : leiaute.fields) {
+            std::string other = whole;
+            other.replace(begin + field.Begin(), field.Size(),
+                          Changed(field, line.substr(field.Begin(), field.Size())));
+            try {
+                const Imported now = ImportText(other);
+                if (now.tape == made.tape && now.memory == made.memory && now.facts == made.facts &&
+                    now.notes == made.notes) {
+                    silent.insert(std::string(leiaute.type) + " " + field.name);
+                }
+            } catch (const Unusable&) {
+            }
+        }
+        begin += line.size() + 1;
+    }
+    EXPECT_EQ(silent, elsewhere);
 }
 
 } // namespace

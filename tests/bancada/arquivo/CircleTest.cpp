@@ -65,6 +65,13 @@ class CircleTest : public testing::Test
         if (refused != 0) {
             text += std::to_string(refused) + " refused, first " + reason + "\n";
         }
+        // Nothing of a file that comes out the same is listed as what a tape cannot say.
+        std::istringstream notes(told);
+        for (std::string note; std::getline(notes, note);) {
+            if (note.find("receipt that can have been several") == std::string::npos) {
+                text += note + "\n";
+            }
+        }
         int shown = 0;
         summary = Compare(folder.File("first"), folder.File("second"), [&](const Difference& d) {
             if (shown++ < 10) {

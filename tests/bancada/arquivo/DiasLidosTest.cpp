@@ -65,7 +65,7 @@ class DiasLidosTest : public testing::Test
         folder.Write("f", content);
         std::ostringstream tape;
         Importador importing(folder.File("f"), tape);
-        importing.programacao = FindProgramacao(importing.arquivo);
+        FindProgramacao(importing);
         return importing.dias.Read(at);
     }
 

@@ -16,7 +16,8 @@ namespace bancada::arquivo
 namespace
 {
 
-const std::string COMMON = "SERIE7                                   "; // letter and model blank
+// Without an E01 the register has no serial number, letter or model.
+const std::string COMMON(41, ' ');
 
 std::string E16(const std::string& coo, const std::string& gnf, const std::string& simbolo,
                 const std::string& end)
@@ -134,6 +135,43 @@ TEST_F(ImportacaoTest, AnItemOfNoKnownTotalizerIsNoLine)
     EXPECT_NE(told.find("items of a totalizer that takes none"), std::string::npos) << told;
 }
 
+TEST_F(ImportacaoTest, WhatTheRegisterHasNoRoomForIsListed)
+{
+    std::string content;
+    for (int i = 1; i <= 40; ++i) {
+        content += "E17" + COMMON + "01000001NOME " + std::to_string(100 + i) + "       " +
+                   std::string(13, '0') + "\n";
+    }
+    for (int i = 1; i <= 22; ++i) {
+        content += "E18" + COMMON + "01000001MEIO " + std::to_string(100 + i) + "       " +
+                   std::string(13, '0') + "\n";
+    }
+    const std::vector<std::string> lines = Lines(content);
+    ASSERT_EQ(lines.size(), 20U + 37U);
+    EXPECT_EQ(lines[19], R"({"cmd":"insere_meio_pagamento","em":"1970-01-01 00:00:01",)"
+                         R"("indice":20,"descricao":"MEIO 120"})");
+    EXPECT_EQ(lines[56], R"({"cmd":"insere_reg_ope_nf","em":"1970-01-01 00:00:01",)"
+                         R"("indice":39,"descricao":"NOME 137"})");
+    EXPECT_NE(told.find("left out: E17: totalizers behind the register's 39 (3)\n"
+                        "left out: E18: payment means behind the register's 20 (2)\n"),
+              std::string::npos)
+        << told;
+}
+
+TEST_F(ImportacaoTest, AReceiptHasNoMoreItemsThanNumbers)
+{
+    std::string content = "E19" + COMMON + "0100000700000320240301" + std::string(27, '0') + "V" +
+                          std::string(13, '0') + "V" + std::string(14, '0') + "N" +
+                          std::string(13, '0') + " " + std::string(40, ' ') + std::string(14, '0') +
+                          "\n";
+    for (int i = 0; i < 1001; ++i) {
+        content += "E20" + COMMON + "01000007000003001NOME           " + "0000000000100" +
+                   std::string(26, '0') + "0000000000100N" + std::string(13, '0') + "\n";
+    }
+    EXPECT_EQ(Lines(content).size(), 1U + 1U + 999U) << "the name, the opening, the items";
+    EXPECT_NE(told.find("items behind the last number"), std::string::npos);
+}
+
 // What the process has read, as the system counts it.
 std::int64_t BytesRead()
 {
@@ -195,6 +233,18 @@ TEST_F(ImportacaoTest, AFaultNamesLineTypeFieldAndPositions)
               ":2: E16, data_fim (positions 77-84): a date AAAAMMDD is due, not \"20240230\"");
     EXPECT_EQ(fault(good + E16("000008", "000000", "MF", "20240301246000")),
               ":2: E16, hora_fim (positions 85-90): a time HHMMSS is due, not \"246000\"");
+    for (const std::string data : {"19700101", "21060207", "99991231"}) {
+        EXPECT_EQ(fault(good + E16("000008", "000000", "MF", data + "080100")),
+                  ":2: E16, data_fim (positions 77-84): a date from 1970-01-02 to 2106-02-06 is "
+                  "due, not \"" +
+                      data + "\"");
+    }
+    EXPECT_EQ(fault(E16("000007", "000000", "LX", "19700102000000") +
+                    E16("000008", "000000", "MF", "21060206235959")),
+              "none");
+    EXPECT_EQ(fault("E10" + COMMON + "00000120240301000000000004" + std::string(14, '0') + "\n"),
+              ":1: E10, coo_inicial (positions 59-64): the number of a document is due, not "
+              "\"000000\"");
     EXPECT_EQ(fault(good + "E15" + COMMON + "01\n"),
               ":2: E15 stands behind E16: the types of a file come in rising order");
     EXPECT_EQ(fault("E16" + COMMON + "01\n"), ":1: E16 has 90 positions, not 46");

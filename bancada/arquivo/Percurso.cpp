@@ -1,0 +1,369 @@
+// From document to document: the lines that replay them.
+#include "bancada/arquivo/Coerencia.h"
+#include "bancada/arquivo/Importador.h"
+#include "bancada/arquivo/Instante.h"
+#include "bancada/arquivo/Reinicios.h"
+#include "bancada/leitura/Counter.h"
+
+#include <algorithm>
+
+namespace bancada::arquivo
+{
+namespace
+{
+
+constexpr std::int64_t SECONDS_A_DAY = 86400;
+
+class Percurso
+{
+  public:
+    explicit Percurso(Importador& importing)
+        : m_importing(importing), m_arquivo(importing.arquivo),
+          m_documentos(importing.arquivo.Documentos()), m_intervencoes(m_arquivo.Small("E09")),
+          m_fitas(m_arquivo.Small("E10")), m_reinicios(FindReinicios(importing))
+    {
+        std::sort(m_intervencoes.begin(), m_intervencoes.end(),
+                  [](const Record& a, const Record& b) { return TimeOf(a) < TimeOf(b); });
+    }
+
+    void Run()
+    {
+        for (std::size_t i = 0; i < m_documentos.size(); ++i) {
+            if (i > 0) {
+                WriteMissing(i, leitura::Steps(m_documentos[i - 1], m_documentos[i]) - 1);
+            }
+            m_importing.numerosLivres = m_arquivo.FreeNumbers(i);
+            m_importing.crzDoDia = CrzFrom(i);
+            WriteDocumento(i, m_documentos[i]);
+        }
+        WriteMissing(m_documentos.size(), m_arquivo.NumbersBehind());
+        for (; m_intervencao < m_intervencoes.size(); ++m_intervencao) {
+            AddIntervencao(m_intervencoes[m_intervencao]);
+        }
+        for (; m_fita < m_fitas.size(); ++m_fita) {
+            m_importing.Note("E10", "reprints for which no number is left");
+        }
+    }
+
+    // What was sold on the first day before the file begins, in cents.
+    std::int64_t AntesDoArquivo() const { return m_antesDoArquivo; }
+
+  private:
+    static std::int64_t TimeOf(const Record& intervencao)
+    {
+        return SecondsOf(intervencao.Raw("data"), intervencao.Raw("hora"));
+    }
+
+    bool IsReducao(std::int64_t coo) const
+    {
+        return m_arquivo.Reducoes().count(static_cast<std::int32_t>(coo)) != 0;
+    }
+
+    // The Z reduction that closes the day of a document; it is asked for from the first on.
+    std::int64_t CrzFrom(std::size_t at)
+    {
+        for (m_reducaoAt = std::max(m_reducaoAt, at); m_reducaoAt < m_documentos.size();
+             ++m_reducaoAt) {
+            const auto found = m_arquivo.Reducoes().find(m_documentos[m_reducaoAt]);
+            if (found != m_arquivo.Reducoes().end()) {
+                return found->second.Integer("crz");
+            }
+        }
+        return 0;
+    }
+
+    // How many of the numbers without a record, from the document on to the next one that tells
+    // its GNF, moved that counter.
+    std::int64_t MissingGnf(std::size_t at)
+    {
+        for (std::size_t i = at; i < m_documentos.size(); ++i) {
+            std::int64_t gnf = 0;
+            for (const char* type : {"E16", "E19"}) {
+                if (m_arquivo.Has(type, m_documentos[i])) {
+                    gnf =
+                        std::max(gnf, m_arquivo.Read(type, m_documentos[i]).front().Integer("gnf"));
+                }
+            }
+            if (gnf != 0) {
+                return leitura::Steps(m_importing.contadores["gnf"], gnf) - 1;
+            }
+        }
+        const std::vector<Record>& contadores = m_arquivo.Small("E11");
+        return contadores.empty() ? 0
+                                  : leitura::Steps(m_importing.contadores["gnf"],
+                                                   contadores.front().Integer("gnf"));
+    }
+
+    // The numbers before the document at `next` that have no record.
+    void WriteMissing(std::size_t next, std::int64_t count)
+    {
+        for (; count > 0; --count) {
+            if (!m_importing.pendentes.empty()) {
+                WritePendente();
+            } else if (m_importing.comprovantes > 0 && MissingGnf(next) > 0) {
+                WriteEstornoCcd();
+            } else if (m_fita < m_fitas.size() && IsDue(m_fitas[m_fita], next)) {
+                WriteFita(m_fitas[m_fita++]);
+            } else {
+                // Any document keeps the numbers of those behind it.
+                m_importing.Note("E16", "numbers of documents that no record tells of, taken by X "
+                                        "readings of no record");
+                m_importing.tape.Then("leitura_x");
+            }
+        }
+    }
+
+    void WritePendente()
+    {
+        const SemRegistro pendente = m_importing.pendentes.front();
+        if (pendente.kind == SemRegistro::Kind::ESTORNO_PAGAMENTO) {
+            m_importing.tape.Then("estorna_meio_pagamento")
+                .Number("origem", pendente.origem)
+                .Number("destino", pendente.destino)
+                .Money("valor", pendente.valor);
+            m_importing.meiosDoCupom.push_back(pendente.destino);
+            m_importing.Count("gnf");
+        } else if (m_importing.comprovantes > 0) {
+            WriteEstornoCcd();
+            return;
+        } else {
+            m_importing.tape.Then("cancela_cupom");
+        }
+        m_importing.pendentes.pop_front();
+    }
+
+    void WriteEstornoCcd()
+    {
+        m_importing.tape.Then("abre_estorno_ccd");
+        m_importing.tape.Then("fecha_ccd_gerencial");
+        --m_importing.comprovantes;
+        m_importing.Count("gnf");
+    }
+
+    // A reprint has a date and no number of its own.
+    bool IsDue(const Record& fita, std::size_t next)
+    {
+        const std::int64_t data = SecondsOf(fita.Raw("data"));
+        if (data + SECONDS_A_DAY <= m_importing.tape.Now()) {
+            return true;
+        }
+        if (next >= m_documentos.size()) {
+            return true;
+        }
+        return data <= StartOf(m_documentos[next]);
+    }
+
+    // A lower bound of when the document began.
+    std::int64_t StartOf(std::int64_t coo)
+    {
+        if (m_arquivo.Has("E14", coo)) {
+            return SecondsOf(m_arquivo.Read("E14", coo).front().Raw("data_abertura"));
+        }
+        if (m_arquivo.Has("E16", coo)) {
+            const Record record = m_arquivo.Read("E16", coo).front();
+            return SecondsOf(record.Raw("data_fim"), record.Raw("hora_fim"));
+        }
+        return m_importing.tape.Now() + SECONDS_A_DAY;
+    }
+
+    void WriteFita(const Record& fita)
+    {
+        const std::int64_t em = std::max(m_importing.tape.Now(), SecondsOf(fita.Raw("data")));
+        HoldFita(m_importing, fita, m_importing.Count("cfd"), em);
+        m_importing.tape.At("reimprime_mfd", em)
+            .Number("coo_inicial", fita.Integer("coo_inicial"))
+            .Number("coo_final", fita.Integer("coo_final"));
+    }
+
+    void WriteDocumento(std::size_t at, std::int64_t coo)
+    {
+        std::int64_t end = 0;
+        std::string simbolo;
+        Record record;
+        const bool told = m_arquivo.Has("E16", coo);
+        if (told) {
+            record = m_arquivo.Read("E16", coo).front();
+            simbolo = record.Text("simbolo");
+            end = SecondsOf(record.Raw("data_fim"), record.Raw("hora_fim"));
+        }
+        m_fim = end;
+        if (at > 0) {
+            // What a refusal left open must not refuse the rest.
+            m_importing.tape.Then("cancela_aberto");
+        }
+        const std::int64_t before = m_importing.tape.Now();
+        OutroNumeros numeros;
+        if (m_arquivo.Has("E14", coo)) {
+            RequireNothingPending();
+            WriteCupom(m_importing, at);
+        } else if (m_arquivo.Has("E19", coo)) {
+            RequireNothingPending();
+            WriteCupomNf(m_importing, coo, end);
+            numeros = {"CN", m_importing.contadores["gnf"]};
+        } else if (IsReducao(coo) || simbolo == "RZ") {
+            RequireNothingPending();
+            numeros = {"RZ", 0, 0, 0, m_importing.Count("crz")};
+            WriteReducao(coo, end);
+        } else {
+            numeros = WriteOutro(at, simbolo, std::max(end, m_importing.tape.Now()));
+        }
+        if (told) {
+            HoldOutro(m_importing, record, numeros);
+        }
+        if (told && end < before && m_importing.tape.Now() >= before) {
+            m_importing.naoDito.AddField("E16", "data_fim, hora_fim",
+                                         "before the end of the document before it");
+        }
+    }
+
+    void RequireNothingPending()
+    {
+        if (!m_importing.pendentes.empty()) {
+            m_importing.Note("E14", "cancellations or reversals for which no number is left");
+            m_importing.pendentes.clear();
+        }
+    }
+
+    void WriteReducao(std::int64_t coo, std::int64_t end)
+    {
+        std::int64_t em = std::max(end, m_importing.tape.Now());
+        const auto reducao = m_arquivo.Reducoes().find(static_cast<std::int32_t>(coo));
+        if (reducao != m_arquivo.Reducoes().end()) {
+            const Record& record = reducao->second;
+            HoldReducao(m_importing, record);
+            em = std::max(m_importing.tape.Now(),
+                          SecondsOf(record.Raw("data_emissao"), record.Raw("hora_emissao")));
+            const std::int64_t venda = record.Integer("venda_bruta");
+            if (m_first && venda > m_importing.vendaDoDia) {
+                m_antesDoArquivo = venda - m_importing.vendaDoDia;
+            } else if (venda != m_importing.vendaDoDia) {
+                m_importing.naoDito.AddField("E12", "venda_bruta",
+                                             "not what the receipts of the day come to");
+            }
+        }
+        m_first = false;
+        m_importing.vendaDoDia = 0;
+        m_importing.movimento = 0;
+        m_importing.tape.At("reducao_z", em, end);
+    }
+
+    OutroNumeros WriteOutro(std::size_t at, const std::string& simbolo, std::int64_t end)
+    {
+        TapeText& tape = m_importing.tape;
+        OutroNumeros numeros;
+        numeros.simbolo = simbolo;
+        if (simbolo == "LX") {
+            WriteLeituraX(at, end);
+        } else if (simbolo == "MF") {
+            tape.At("leitura_mf", end);
+        } else if (simbolo == "RG") {
+            numeros.gnf = m_importing.Count("gnf");
+            numeros.grg = m_importing.Count("grg");
+            tape.At("abre_gerencial", end);
+            tape.Then("fecha_ccd_gerencial");
+        } else if (simbolo == "CC") {
+            WriteComprovante(end, numeros);
+        } else if (simbolo == "NC") {
+            numeros.gnf = m_importing.Count("gnf");
+            tape.At("cancela_cupom", end);
+        } else {
+            m_importing.Note("E16", "documents " + simbolo + ", for which there is no command");
+            numeros.simbolo = "LX";
+            tape.At("leitura_x", end);
+        }
+        return numeros;
+    }
+
+    void WriteComprovante(std::int64_t end, OutroNumeros& numeros)
+    {
+        const std::vector<std::int64_t>& meios = m_importing.meiosDoCupom;
+        int skip = m_importing.comprovantes;
+        std::int64_t chosen = 0;
+        for (const std::int64_t meio : meios) {
+            if (m_importing.programacao.vinculado[static_cast<std::size_t>(meio) - 1] &&
+                skip-- <= 0) {
+                chosen = meio;
+                break;
+            }
+        }
+        if (chosen == 0) {
+            m_importing.Note("E16", "vouchers of a payment that is not there");
+            numeros.simbolo = "LX";
+            m_importing.tape.At("leitura_x", end);
+            return;
+        }
+        numeros.gnf = m_importing.Count("gnf");
+        numeros.cdc = m_importing.Count("cdc");
+        ++m_importing.comprovantes;
+        m_importing.tape.At("abre_ccd", end).Number("meio", chosen);
+        m_importing.tape.Then("fecha_ccd_gerencial");
+    }
+
+    void WriteLeituraX(std::size_t at, std::int64_t end)
+    {
+        TapeText& tape = m_importing.tape;
+        const std::int32_t coo = m_documentos[at];
+        if (m_reinicios.reinicios.count(coo) != 0) {
+            WriteReinicio(tape.Now());
+        } else if (m_intervencao < m_intervencoes.size() &&
+                   (TimeOf(m_intervencoes[m_intervencao]) <= end || m_fim < tape.Now())) {
+            const Record& record = m_intervencoes[m_intervencao++];
+            WriteReinicio(std::max(tape.Now(), TimeOf(record)));
+            HoldIntervencao(m_importing, record);
+            if (record.Text("perda_dados") == "S") {
+                AddIntervencao(record);
+            }
+        } else if (m_reinicios.entradasL.count(coo) != 0) {
+            tape.At("entrada_mil_interno", end);
+        } else if (m_reinicios.saidasL.count(coo) != 0) {
+            tape.At("saida_mil_interno", end);
+        } else {
+            tape.At("leitura_x", end);
+        }
+    }
+
+    // The clock may go back in an intervention.
+    void WriteReinicio(std::int64_t em)
+    {
+        m_importing.Count("cro");
+        TapeText& tape = m_importing.tape;
+        tape.At("entrada_mit_interno", em);
+        if (m_fim != 0 && m_fim < tape.Now()) {
+            tape.SetClock(m_fim);
+        }
+        tape.At("saida_mit_interno", std::max(tape.Now(), m_fim));
+    }
+
+    void AddIntervencao(const Record& record)
+    {
+        const std::int64_t time = TimeOf(record);
+        m_importing.fatos.intervencoes.push_back({record.Integer("cro"),
+                                                  time == 0 ? "" : InstantText(time),
+                                                  record.Text("perda_dados") == "S"});
+    }
+
+    Importador& m_importing;
+    ArquivoLido& m_arquivo;
+    const std::vector<std::int32_t>& m_documentos;
+    std::vector<Record> m_intervencoes;
+    std::vector<Record> m_fitas;
+    std::int64_t m_fim = 0;        // the end of the document at hand, as the file tells it
+    std::size_t m_intervencao = 0; // the next one
+    std::size_t m_fita = 0;
+    std::size_t m_reducaoAt = 0;
+    bool m_first = true; // the first Z reduction is still to come
+    Reinicios m_reinicios;
+
+    std::int64_t m_antesDoArquivo = 0;
+};
+
+} // namespace
+
+std::int64_t WriteDocumentos(Importador& importing)
+{
+    Percurso percurso(importing);
+    percurso.Run();
+    return percurso.AntesDoArquivo();
+}
+
+} // namespace bancada::arquivo
