@@ -89,6 +89,16 @@ Language LanguageOfEnvironment()
     return language;
 }
 
+TextsForPrograms::TextsForPrograms() : m_before(chosen)
+{
+    chosen = Language::ENGLISH;
+}
+
+TextsForPrograms::~TextsForPrograms()
+{
+    chosen = m_before;
+}
+
 const char* Tr(const char* english)
 {
     return chosen == Language::PORTUGUESE ? Portuguese().Find(english, 0) : english;

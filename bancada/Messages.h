@@ -28,6 +28,19 @@ void SetLanguage(Language language);
 // come before it. English where nothing is asked for or known.
 [[nodiscard]] Language LanguageOfEnvironment();
 
+// While one lives, texts are English: those that programs read have no other language.
+class TextsForPrograms
+{
+  public:
+    TextsForPrograms();
+    ~TextsForPrograms();
+    TextsForPrograms(const TextsForPrograms&) = delete;
+    TextsForPrograms& operator=(const TextsForPrograms&) = delete;
+
+  private:
+    Language m_before;
+};
+
 // The text in the language chosen, or as it is where the catalogue has none. REQUIRES: a literal,
 // by which xgettext finds it; what is answered lives as long as the program.
 [[nodiscard]] const char* Tr(const char* english);

@@ -1,5 +1,6 @@
 #include "bancada/arquivo/ArquivoLido.h"
 
+#include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 #include "bancada/arquivo/Tributacao.h"
 #include "bancada/leitura/Counter.h"
@@ -250,7 +251,7 @@ std::vector<Record> ArquivoLido::Read(const char* type, std::int64_t coo)
     }
     if (static_cast<std::int32_t>(records.size()) < place->count ||
         records.front().Type() != type || records.front().Integer("coo") != coo) {
-        throw Unusable(m_reader.Path() + ": was written to while it was read");
+        throw Unusable(Tr("%1: was written to while it was read", {m_reader.Path()}));
     }
     return records;
 }

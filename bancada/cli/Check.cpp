@@ -39,11 +39,6 @@ struct CheckOptions {
 // So many findings of one cause are listed; one systematic fault is told thousands of times.
 constexpr std::int64_t LISTED_OF_A_CAUSE = 100;
 
-std::string Count(std::int64_t number, const char* one, const char* several)
-{
-    return std::to_string(number) + " " + (number == 1 ? one : several);
-}
-
 // A byte that is no UTF-8 becomes U+FFFD, in text as in JSON.
 std::string Dump(const nlohmann::ordered_json& json)
 {
@@ -63,21 +58,23 @@ std::string Shown(const std::string& text)
 // What was looked at, in lines of their own before the findings.
 void PrintLookedAt(const LookedAt& lookedAt)
 {
-    std::cout << "looked at " << Shown(lookedAt.file) << ", " << lookedAt.size << " bytes, SHA-256 "
-              << lookedAt.sha256 << ", by ecf-bancada " ECF_VERSION "\n";
+    std::cout << Tr("looked at %1, %2 bytes, SHA-256 %3, by ecf-bancada %4",
+                    {Shown(lookedAt.file), std::to_string(lookedAt.size), lookedAt.sha256,
+                     ECF_VERSION})
+              << "\n";
     if (lookedAt.logSize > 0) {
-        std::cout << "and its write-ahead log, " << lookedAt.logSize << " bytes, SHA-256 "
-                  << lookedAt.logSha256 << "\n";
+        std::cout << Tr("and its write-ahead log, %1 bytes, SHA-256 %2",
+                        {std::to_string(lookedAt.logSize), lookedAt.logSha256})
+                  << "\n";
     }
     if (lookedAt.IsEmpty()) {
-        std::cout << "an empty database: it holds no document\n";
+        std::cout << Tr("an empty database: it holds no document") << "\n";
         return;
     }
-    std::cout << "register " << Shown(lookedAt.numSerie) << " of " << Shown(lookedAt.contribuinte)
-              << ": " << Coo(lookedAt.primeiroCoo) << " of " << Shown(lookedAt.primeiraHora)
-              << " to " << Coo(lookedAt.ultimoCoo) << " of " << Shown(lookedAt.ultimaHora) << ", "
-              << Crz(lookedAt.primeiroCrz) << " to " << Crz(lookedAt.ultimoCrz) << ", GT "
-              << Money(lookedAt.gt) << "\n";
+    std::cout << Tr("register %1 of %2: %3, GT %4",
+                    {Shown(lookedAt.numSerie), Shown(lookedAt.contribuinte),
+                     Shown(RangeOf(lookedAt)), Money(lookedAt.gt)})
+              << "\n";
 }
 
 class TextPrinter
@@ -90,9 +87,9 @@ class TextPrinter
         if (m_groups.Add(finding) > LISTED_OF_A_CAUSE && !m_all) {
             return;
         }
-        std::cout << (InfoOf(finding.kind).weight == Weight::NOTE ? "note: " : "")
+        std::cout << (InfoOf(finding.kind).weight == Weight::NOTE ? Tr("note: ") : "")
                   << InfoOf(finding.kind).name << ": " << Utf8(finding.key + ": " + finding.text)
-                  << (finding.explained ? " [a lost row in the log explains it]" : "") << "\n";
+                  << (finding.explained ? Tr(" [a lost row in the log explains it]") : "") << "\n";
     }
 
     // Behind the last finding: the causes of which not all are listed.
@@ -100,12 +97,15 @@ class TextPrinter
     {
         for (const FindingGroup& group : m_groups.All()) {
             if (group.count > LISTED_OF_A_CAUSE && !m_all) {
-                const std::string place =
-                    group.column.empty() ? "" : " in " + group.table + "." + group.column;
-                std::cout << InfoOf(group.kind).name << ": " << group.count - LISTED_OF_A_CAUSE
-                          << " more of the kind" << place << ", from " << Shown(group.first)
-                          << " to " << Shown(group.last) << ", " << InfoOf(group.kind).meaning
-                          << "; --all lists them\n";
+                const std::string place = group.column.empty()
+                                              ? std::string()
+                                              : Tr(" in %1", {group.table + "." + group.column});
+                std::cout << Tr("%1: %2 more of the kind%3, from %4 to %5, %6; --all lists them",
+                                {InfoOf(group.kind).name,
+                                 std::to_string(group.count - LISTED_OF_A_CAUSE), place,
+                                 Shown(group.first), Shown(group.last),
+                                 Tr(InfoOf(group.kind).meaning)})
+                          << "\n";
             }
         }
     }
@@ -117,14 +117,15 @@ class TextPrinter
 
 void PrintSummary(const CheckSummary& summary)
 {
-    std::cout << Count(summary.rows.cupons, "fiscal receipt", "fiscal receipts") << ", "
-              << Count(summary.rows.cuponsNf, "non-fiscal receipt", "non-fiscal receipts") << ", "
-              << Count(summary.rows.reducoes, "Z reduction", "Z reductions") << ": "
-              << Count(summary.faults, "finding", "findings");
+    std::cout << TrCount("%1 fiscal receipt", "%1 fiscal receipts", summary.rows.cupons) << ", "
+              << TrCount("%1 non-fiscal receipt", "%1 non-fiscal receipts", summary.rows.cuponsNf)
+              << ", " << TrCount("%1 Z reduction", "%1 Z reductions", summary.rows.reducoes) << ": "
+              << TrCount("%1 finding", "%1 findings", summary.faults);
     if (summary.explained > 0) {
-        std::cout << " (" << summary.explained << " explained by lost rows in the log)";
+        std::cout << TrCount(" (%1 explained by lost rows in the log)",
+                             " (%1 explained by lost rows in the log)", summary.explained);
     }
-    std::cout << ", " << Count(summary.notes, "note", "notes") << "\n";
+    std::cout << ", " << TrCount("%1 note", "%1 notes", summary.notes) << "\n";
 }
 
 std::string SeverityOf(FindingKind kind, bool explained)
@@ -242,7 +243,7 @@ Losses ReadLog(const std::string& path)
     FirmwareLogRecord record;
     const bool any = reader.Next(record);
     if (!any && reader.DamagedLines() > 0) {
-        throw Unusable(path + ": not a firmware log: none of its lines is a record");
+        throw Unusable(Tr("%1: not a firmware log: none of its lines is a record", {path}));
     }
     return ReadLosses(path);
 }
@@ -251,9 +252,8 @@ Anchor ReadAnchor(const std::string& text)
 {
     const std::optional<Anchor> anchor = ParseAnchor(text);
     if (!anchor) {
-        throw Unusable("--until " + text +
-                       ": not COO=NUMBER,CRZ=NUMBER,GT=AMOUNT, each at most "
-                       "once");
+        throw Unusable(
+            Tr("--until %1: not COO=NUMBER,CRZ=NUMBER,GT=AMOUNT, each at most once", {text}));
     }
     return *anchor;
 }
@@ -311,9 +311,10 @@ std::int64_t CheckSeveral(const CheckOptions& options,
     if (options.json) {
         std::cout << "],\n\"seams\": " << Dump(seams) << "}\n";
     } else {
-        std::cout << Count(static_cast<std::int64_t>(databases.size()), "database", "databases")
-                  << " of one register, in their order: " << Count(atSeams, "finding", "findings")
-                  << " where one ends and the next begins\n";
+        std::cout
+            << Tr("%1 databases of one register, in their order: %2 where one ends and the next begins",
+                  {std::to_string(databases.size()), TrCount("%1 finding", "%1 findings", atSeams)})
+            << "\n";
     }
     return findings + atSeams;
 }
@@ -322,14 +323,14 @@ int Check(const CheckOptions& options)
 {
     const bool several = options.databases.size() > 1;
     if (several && !options.log.empty()) {
-        throw Unusable("--log goes with one database: a log does not tell whose rows are lost");
+        throw Unusable(Tr("--log goes with one database: a log does not tell whose rows are lost"));
     }
     std::vector<UsedFile> inputs;
     for (const std::string& database : options.databases) {
         inputs.push_back(EvidenceDatabase(database));
     }
     if (!options.log.empty()) {
-        inputs.push_back({options.log, "firmware log"});
+        inputs.push_back({options.log, TrLater("firmware log")});
     }
     RequireApart("", inputs);
     std::optional<Losses> losses;
@@ -337,12 +338,18 @@ int Check(const CheckOptions& options)
         losses = ReadLog(options.log);
     }
     const Anchor anchor = options.until.empty() ? Anchor() : ReadAnchor(options.until);
-    // All of them are read before anything is printed.
     std::vector<std::unique_ptr<leitura::DatabaseReading>> databases;
-    std::vector<LookedAt> lookedAt;
     for (const std::string& path : options.databases) {
         databases.push_back(std::make_unique<leitura::DatabaseReading>(path));
-        lookedAt.push_back(ReadLookedAt(*databases.back()));
+    }
+    std::optional<TextsForPrograms> english;
+    if (options.json) {
+        english.emplace();
+    }
+    // All of them are read before anything is printed.
+    std::vector<LookedAt> lookedAt;
+    for (const auto& database : databases) {
+        lookedAt.push_back(ReadLookedAt(*database));
     }
     const std::int64_t findings = several ? CheckSeveral(options, databases, lookedAt, anchor)
                                           : CheckOne(options, *databases.front(), lookedAt.front(),

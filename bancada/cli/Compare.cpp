@@ -132,7 +132,8 @@ void AddCompare(CLI::App& app, int& exitCode)
                             Tr("List the records and fields in which two files differ")}});
     compare->callback([options, &exitCode] {
         // Standard output may be redirected.
-        RequireApart("", {{options->first, "first file"}, {options->second, "second file"}});
+        RequireApart("", {{options->first, TrLater("first file")},
+                          {options->second, TrLater("second file")}});
         ComparisonSummary summary;
         if (options->json) {
             summary = CompareAsJson(*options);

@@ -1,5 +1,6 @@
 // ecf-bancada copy: takes a logging database from where it lies.
 #include "bancada/Messages.h"
+#include "bancada/Printable.h"
 #include "bancada/cli/Help.h"
 #include "bancada/cli/NewDatabase.h"
 #include "bancada/cli/Subcommands.h"
@@ -24,13 +25,13 @@ const char* Read(leitura::Manner manner)
 {
     switch (manner) {
     case leitura::Manner::SHARED:
-        return "one state of it, which other programs may have open";
+        return Tr("one state of it, which other programs may have open");
     case leitura::Manner::WITH_LOG:
-        return "with the write-ahead log beside it";
+        return Tr("with the write-ahead log beside it");
     case leitura::Manner::FILE_ALONE:
         break;
     }
-    return "the file alone: there was no write-ahead log beside it";
+    return Tr("the file alone: there was no write-ahead log beside it");
 }
 
 int Copy(const CopyOptions& options)
@@ -39,14 +40,17 @@ int Copy(const CopyOptions& options)
     const copia::Copia copy = copia::CopyDatabase(options.database, to.Path());
     to.Commit();
     std::ostream& report = to.Report();
-    report << "read:      " << Read(copy.howRead) << "\n"
-           << "compared:  " << copy.rows << (copy.rows == 1 ? " row" : " rows") << " of "
-           << copy.tables << (copy.tables == 1 ? " table" : " tables") << ", all the same\n"
-           << "integrity: " << (copy.damage.empty() ? "ok" : "the database is damaged") << "\n"
+    report << Tr("read:      %1", {Read(copy.howRead)}) << "\n"
+           << Tr("compared:  %1 of %2, all the same",
+                 {TrCount("%1 row", "%1 rows", copy.rows),
+                  TrCount("%1 table", "%1 tables", copy.tables)})
+           << "\n"
+           << Tr("integrity: %1", {copy.damage.empty() ? "ok" : Tr("the database is damaged")})
+           << "\n"
            << "bytes:     " << copy.bytes << "\n"
            << "SHA-256:   " << copy.sha256 << "\n";
     for (const std::string& line : copy.damage) {
-        std::cerr << options.database << ": " << line << "\n";
+        std::cerr << Printable(options.database + ": " + line) << "\n";
     }
     return copy.damage.empty() ? EXIT_OK : EXIT_FINDINGS;
 }

@@ -1,5 +1,6 @@
 #include "bancada/cli/DocumentSection.h"
 
+#include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 #include "bancada/cli/OutputFile.h"
 
@@ -31,7 +32,7 @@ void RewriteDocument(const std::string& path, std::string (*rewritten)(const std
     std::ostringstream document;
     std::ifstream in(path, std::ios::binary);
     if (!in || !(document << in.rdbuf())) {
-        throw Unusable("cannot read " + path + ": " + std::strerror(errno));
+        throw Unusable(Tr("cannot read %1: %2", {path, std::strerror(errno)}));
     }
     std::string text;
     try {

@@ -162,10 +162,10 @@ void AddExport(CLI::App& app, int& exitCode)
         chosen.library = blank == std::string::npos ? "" : chosen.library.substr(blank + 1);
         std::vector<UsedFile> inputs = {EvidenceDatabase(chosen.database)};
         if (!chosen.facts.empty()) {
-            inputs.push_back({chosen.facts, "facts file"});
+            inputs.push_back({chosen.facts, TrLater("facts file")});
         }
         if (!chosen.memory.empty()) {
-            inputs.push_back({chosen.memory, "memory"});
+            inputs.push_back({chosen.memory, TrLater("memory")});
         }
         RequireApart(arguments->output, inputs);
         OutputFile file(arguments->output);

@@ -1,5 +1,6 @@
 #include "bancada/cli/FileLock.h"
 
+#include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 
 #include <cerrno>
@@ -32,15 +33,15 @@ bool FileLock::Take()
     struct stat locked = {};
     if (fstat(m_file, &locked) != 0 || !S_ISREG(locked.st_mode) || locked.st_size != 0) {
         close(m_file);
-        throw Unusable(m_what + " cannot be locked: " + m_path +
-                       " exists already and is no lock of this program");
+        throw Unusable(Tr("%1 cannot be locked: %2 exists already and is no lock of this program",
+                          {m_what, m_path}));
     }
     if (flock(m_file, LOCK_EX | LOCK_NB) != 0) {
         const int error = errno;
         close(m_file);
         m_file = -1;
         if (error == EWOULDBLOCK) {
-            throw Unusable(m_what + " is in use by another run, which holds " + m_path);
+            throw Unusable(Tr("%1 is in use by another run, which holds %2", {m_what, m_path}));
         }
         m_error = error;
         return true;
@@ -61,7 +62,7 @@ FileLock::~FileLock()
 void FileLock::Require() const
 {
     if (m_error != 0) {
-        throw Unusable(m_what + " cannot be locked: " + m_path + ": " + std::strerror(m_error));
+        throw Unusable(Tr("%1 cannot be locked: %2: %3", {m_what, m_path, std::strerror(m_error)}));
     }
 }
 

@@ -1,5 +1,6 @@
 #include "bancada/cli/FreshFile.h"
 
+#include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 #include "bancada/memoria/WholeFile.h"
 
@@ -112,7 +113,7 @@ void FreshFile::PlaceAnew()
     // A link fails where there is something, a rename would replace it.
     if (link(m_path.c_str(), m_target.c_str()) != 0) {
         if (errno == EEXIST) {
-            throw Unusable(m_place + " exists already");
+            throw Unusable(Tr("%1 exists already", {m_place}));
         }
         Fail();
     }
@@ -133,7 +134,7 @@ void FreshFile::Sync() const
 
 void FreshFile::Fail() const
 {
-    throw Unusable(m_place + ": cannot be written");
+    throw Unusable(Tr("%1: cannot be written", {m_place}));
 }
 
 } // namespace bancada

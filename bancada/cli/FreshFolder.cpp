@@ -1,5 +1,6 @@
 #include "bancada/cli/FreshFolder.h"
 
+#include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 
 #include <cstdio>
@@ -33,10 +34,10 @@ FreshFolder::FreshFolder(std::string place) : m_place(WithoutSlash(std::move(pla
     std::error_code error;
     const fs::file_status status = fs::symlink_status(m_place, error);
     if (fs::exists(status) && !fs::is_directory(status)) {
-        throw Unusable(m_place + " exists already, and is no folder");
+        throw Unusable(Tr("%1 exists already, and is no folder", {m_place}));
     }
     if (fs::exists(status) && !fs::is_empty(m_place, error)) {
-        throw Unusable(m_place + " exists already, and is not empty");
+        throw Unusable(Tr("%1 exists already, and is not empty", {m_place}));
     }
     m_path = (fs::path(m_place).parent_path() / ".ecf-bancada-XXXXXX").string();
     if (mkdtemp(m_path.data()) == nullptr) {
@@ -77,7 +78,7 @@ void FreshFolder::Commit()
 
 void FreshFolder::Fail() const
 {
-    throw Unusable(m_place + ": cannot be written");
+    throw Unusable(Tr("%1: cannot be written", {m_place}));
 }
 
 } // namespace bancada

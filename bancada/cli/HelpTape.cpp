@@ -116,7 +116,7 @@ std::string DescribeCommand(std::string_view command)
     }
     const CatalogueEntry* item = FindComando(command);
     if (item == nullptr) {
-        throw Unusable("there is no command \"" + std::string(command) + "\"");
+        throw Unusable(Tr("there is no command \"%1\"", {command}));
     }
     return CommandSection(*item);
 }

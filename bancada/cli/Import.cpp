@@ -64,12 +64,13 @@ void AddImport(CLI::App& app, int& exitCode)
          {"ecf-bancada import loja.txt --tape - --memory m.memoria --facts f.json",
           Tr("The tape alone to standard output")}});
     command->callback([arguments, &exitCode] {
-        const std::vector<UsedFile> inputs = {{arguments->file, "legal audit file"}};
+        const std::vector<UsedFile> inputs = {{arguments->file, TrLater("legal audit file")}};
         for (const std::string& output : {arguments->tape, arguments->memory, arguments->facts}) {
             RequireApart(output, inputs);
         }
-        RequireApart(arguments->memory, {{arguments->tape, "tape"}});
-        RequireApart(arguments->facts, {{arguments->tape, "tape"}, {arguments->memory, "memory"}});
+        RequireApart(arguments->memory, {{arguments->tape, TrLater("tape")}});
+        RequireApart(arguments->facts,
+                     {{arguments->tape, TrLater("tape")}, {arguments->memory, TrLater("memory")}});
         if ((arguments->tape == "-") + (arguments->memory == "-") + (arguments->facts == "-") > 1) {
             throw Unusable(Tr("only one of tape, memory and facts can go to standard output"));
         }

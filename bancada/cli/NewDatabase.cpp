@@ -1,5 +1,6 @@
 #include "bancada/cli/NewDatabase.h"
 
+#include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 
 #include <filesystem>
@@ -29,7 +30,7 @@ void NewDatabase::Commit()
     }
     std::ifstream file(m_fresh->Path(), std::ios::binary);
     if (!(std::cout << file.rdbuf())) {
-        throw Unusable("the database cannot be written to standard output");
+        throw Unusable(Tr("the database cannot be written to standard output"));
     }
 }
 

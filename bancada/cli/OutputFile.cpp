@@ -1,5 +1,6 @@
 #include "bancada/cli/OutputFile.h"
 
+#include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 
 #include <filesystem>
@@ -33,7 +34,7 @@ OutputFile::OutputFile(const std::string& place) : m_place(place)
     }
     m_stream.open(straight ? place : m_fresh->Path(), std::ios::binary);
     if (!m_stream) {
-        throw Unusable(place + ": cannot be written");
+        throw Unusable(Tr("%1: cannot be written", {place}));
     }
 }
 
@@ -49,7 +50,7 @@ void OutputFile::Commit()
     }
     m_stream.close();
     if (!m_stream) {
-        throw Unusable(m_place + ": cannot be written");
+        throw Unusable(Tr("%1: cannot be written", {m_place}));
     }
     if (m_fresh) {
         m_fresh->Replace();

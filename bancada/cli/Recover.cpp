@@ -26,43 +26,51 @@ struct RecoverOptions {
 std::string Name(const RowRange& range)
 {
     if (range.last == RowRange::NO_END) {
-        return "from " + std::to_string(range.first) + " on, nobody can tell how many";
+        return Tr("from %1 on, nobody can tell how many", {std::to_string(range.first)});
     }
     return range.first == range.last
                ? std::to_string(range.first)
-               : std::to_string(range.first) + " to " + std::to_string(range.last);
+               : Tr("%1 to %2", {std::to_string(range.first), std::to_string(range.last)});
 }
 
 void Tell(const Recuperacao& result, std::ostream& out)
 {
-    out << "read: " << result.pages << " pages of " << result.pageSize << " bytes"
-        << (result.withLog ? ", with the write-ahead log" : "") << "\n";
+    out << Tr(result.withLog ? TrLater("read: %1 pages of %2 bytes, with the write-ahead log")
+                             : TrLater("read: %1 pages of %2 bytes"),
+              {std::to_string(result.pages), std::to_string(result.pageSize)})
+        << "\n";
     for (const RecoveredTable& table : result.tables) {
-        out << table.name << ": " << table.rows << (table.rows == 1 ? " row" : " rows") << "\n";
+        out << table.name << ": " << TrCount("%1 row", "%1 rows", table.rows) << "\n";
         for (const RowRange& range : table.missing) {
-            out << "  missing: " << (range.first == range.last ? "row " : "rows ") << Name(range)
+            out << "  "
+                << Tr(range.first == range.last ? TrLater("missing: row %1")
+                                                : TrLater("missing: rows %1"),
+                      {Name(range)})
                 << "\n";
         }
     }
     if (!result.hasHeader) {
-        out << "the file's header is damaged\n";
+        out << Tr("the file's header is damaged") << "\n";
     }
     if (result.logBytesNotRead > 0) {
-        out << "write-ahead log: " << result.logBytesNotRead
-            << " bytes behind its last whole commit were not read\n";
+        out << Tr("write-ahead log: %1 bytes behind its last whole commit were not read",
+                  {std::to_string(result.logBytesNotRead)})
+            << "\n";
     }
     for (const DamagedPage& page : result.damaged) {
         out << "page " << page.page << (page.table.empty() ? "" : " of " + page.table) << ": "
             << page.reason << "\n";
     }
     if (result.leavesFound > 0) {
-        out << "pages that nothing led to any more, whose rows were recovered: "
-            << result.leavesFound << "\n";
+        out << Tr("pages that nothing led to any more, whose rows were recovered: %1",
+                  {std::to_string(result.leavesFound)})
+            << "\n";
     }
     for (const std::string& table : result.notCopied) {
-        out << "not copied, for it is none of a logging database: " << Printable(table) << "\n";
+        out << Tr("not copied, for it is none of a logging database: %1", {Printable(table)})
+            << "\n";
     }
-    out << (result.IsWhole() ? "nothing is missing\n" : "something is missing\n");
+    out << (result.IsWhole() ? Tr("nothing is missing") : Tr("something is missing")) << "\n";
 }
 
 int Recover(const RecoverOptions& options)

@@ -225,7 +225,7 @@ bool MakesNothing(const RunFiles& files, TapeReader& tape)
 int Lint(const RunOptions& options)
 {
     if (options.files.tape != "-") {
-        RequireApart("", {{options.files.tape, "tape"}});
+        RequireApart("", {{options.files.tape, TrLater("tape")}});
     }
     InterruptibleTape input(options.files.tape, TapeReader::Digest::LEFT_OUT);
     std::int64_t faults = 0;

@@ -1,5 +1,6 @@
 #include "bancada/cli/RunFiles.h"
 
+#include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 #include "bancada/cli/UsedFiles.h"
 
@@ -18,13 +19,14 @@ void RequireDistinct(const UsedFile& one, const UsedFile& other)
     const std::vector<std::string> names = one.Names();
     const std::vector<std::string> others = other.Names();
     if (one.path == other.path || AreOne(names[0], others[0])) {
-        throw Unusable(one.path + " cannot be two of tape, database, firmware log and memory");
+        throw Unusable(
+            Tr("%1 cannot be two of tape, database, firmware log and memory", {one.path}));
     }
     for (const std::string& name : names) {
         for (const std::string& needed : others) {
             if (AreOne(name, needed)) {
-                throw Unusable("the " + std::string(one.what) + " " + one.path + " and the " +
-                               other.what + " " + other.path + " cannot both use " + needed);
+                throw Unusable(Tr("the %1 %2 and the %3 %4 cannot both use %5",
+                                  {Tr(one.what), one.path, Tr(other.what), other.path, needed}));
             }
         }
     }
@@ -35,11 +37,11 @@ void RequireDistinct(const UsedFile& one, const UsedFile& other)
 RunFiles CheckRunFiles(RunFiles files)
 {
     if (files.database.empty()) {
-        throw Unusable("the database needs a name: of one without nothing is kept");
+        throw Unusable(Tr("the database needs a name: of one without nothing is kept"));
     }
     if (!files.DatabaseIsFile() && files.HasMemory()) {
-        throw Unusable("the memory " + files.memory + " belongs to a database that is kept, and " +
-                       files.database + " is not");
+        throw Unusable(Tr("the memory %1 belongs to a database that is kept, and %2 is not",
+                          {files.memory, files.database}));
     }
     if (files.database.rfind("file:", 0) == 0) {
         files.database.insert(0, "./");
@@ -50,18 +52,18 @@ RunFiles CheckRunFiles(RunFiles files)
 
     std::vector<UsedFile> used;
     if (files.tape != "-") {
-        used.push_back({files.tape, "tape", {}});
+        used.push_back({files.tape, TrLater("tape"), {}});
     } else if (std::error_code none; fs::is_regular_file("/dev/stdin", none)) {
-        used.push_back({"/dev/stdin", "tape", {}});
+        used.push_back({"/dev/stdin", TrLater("tape"), {}});
     }
     if (files.DatabaseIsFile()) {
         used.push_back(UsedDatabase(files.database));
     }
     if (files.HasMemory()) {
-        used.push_back({files.memory, "memory", {".tmp", ".journal", ".lock"}});
+        used.push_back({files.memory, TrLater("memory"), {".tmp", ".journal", ".lock"}});
     }
     RequireApart("", used); // the log may go to standard output
-    used.push_back({files.log, "firmware log", {}});
+    used.push_back({files.log, TrLater("firmware log"), {}});
     for (std::size_t i = 0; i < used.size(); ++i) {
         for (std::size_t j = 0; j < i; ++j) {
             RequireDistinct(used[j], used[i]);

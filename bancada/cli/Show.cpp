@@ -1,6 +1,7 @@
 // ecf-bancada show: a logging database as a person would look at it.
 #include "bancada/relatorio/Show.h"
 #include "bancada/Messages.h"
+#include "bancada/Unusable.h"
 #include "bancada/cli/FreshFolder.h"
 #include "bancada/cli/Help.h"
 #include "bancada/cli/OutputFile.h"
@@ -9,6 +10,7 @@
 #include "bancada/cli/UsedFiles.h"
 
 #include <CLI/CLI.hpp>
+#include <deque>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -22,9 +24,12 @@ namespace
 
 std::vector<UsedFile> Inputs(const ShowOptions& options)
 {
-    std::vector<UsedFile> inputs = {EvidenceDatabase(options.database)};
+    std::vector<UsedFile> inputs;
+    for (const std::string& database : options.databases) {
+        inputs.push_back(EvidenceDatabase(database));
+    }
     if (!options.log.empty()) {
-        inputs.push_back({options.log, "firmware log"});
+        inputs.push_back({options.log, TrLater("firmware log")});
     }
     return inputs;
 }
@@ -34,22 +39,41 @@ int ExitCode(bool shown)
     return shown ? EXIT_OK : EXIT_FINDINGS;
 }
 
-relatorio::Verdict VerdictOn(const leitura::DatabaseReading& database, const std::string& log)
+// The databases opened, and what check says of them.
+class Judged
 {
-    std::optional<Losses> losses;
-    if (!log.empty()) {
-        losses = ReadLosses(log);
+  public:
+    Judged(const ShowOptions& options, bool judge)
+    {
+        for (const std::string& path : options.databases) {
+            m_readings.emplace_back(path);
+        }
+        if (judge) {
+            std::optional<Losses> losses;
+            if (!options.log.empty()) {
+                losses = ReadLosses(options.log);
+            }
+            m_verdicts = ReadVerdicts(m_readings, losses ? &*losses : nullptr);
+        }
+        for (std::size_t i = 0; i < m_readings.size(); ++i) {
+            m_databases.push_back({&m_readings[i], judge ? &m_verdicts[i] : nullptr});
+        }
     }
-    return ReadVerdict(database, losses ? &*losses : nullptr);
-}
+
+    const std::vector<ShownDatabase>& Databases() const { return m_databases; }
+
+  private:
+    std::deque<leitura::DatabaseReading> m_readings;
+    std::vector<relatorio::Verdict> m_verdicts;
+    std::vector<ShownDatabase> m_databases;
+};
 
 int ShowFolder(const std::string& folder, const ShowOptions& options)
 {
     FreshFolder pages(folder);
-    const leitura::DatabaseReading database(options.database);
-    const relatorio::Verdict verdict = VerdictOn(database, options.log);
+    const Judged judged(options, true);
     ShowPages(
-        database, &verdict, options,
+        judged.Databases(), options,
         [&](const std::string& name, const std::string& content) { pages.Write(name, content); });
     pages.Commit();
     return EXIT_OK;
@@ -59,14 +83,9 @@ int ShowFolder(const std::string& folder, const ShowOptions& options)
 // rest, and says that it has none.
 int ShowInto(const std::string& page, const ShowOptions& options)
 {
-    const leitura::DatabaseReading database(options.database);
-    std::optional<relatorio::Verdict> verdict;
-    if (!options.crz) {
-        verdict = VerdictOn(database, options.log);
-    }
+    const Judged judged(options, !options.crz);
     OutputFile file(page);
-    const bool shown =
-        Show(database, verdict ? &*verdict : nullptr, options, file.Stream(), std::cerr);
+    const bool shown = Show(judged.Databases(), options, file.Stream(), std::cerr);
     if (shown) {
         file.Commit();
     }
@@ -82,7 +101,9 @@ void AddShow(CLI::App& app, int& exitCode)
     CLI::App* show = app.add_subcommand(
         "show", Tr("Show what a logging database holds: its days and documents, one document as on "
                    "paper, or a page for the browser"));
-    show->add_option("DB", options->database, Tr("The logging database, which is only read"))
+    show->add_option("DB", options->databases,
+                     Tr("The logging database, which is only read; several of one register, in "
+                        "their order, are shown one after the other"))
         ->required();
     CLI::Option* coo =
         show->add_option("--coo", options->coo,
@@ -125,6 +146,10 @@ void AddShow(CLI::App& app, int& exitCode)
     show->callback([options, page, folder, crz, html, pages, log, &app, &exitCode] {
         if (*log && *crz && !*html) {
             throw CLI::ExcludesError("--log", Tr("--crz without --html"));
+        }
+        if (*log && options->databases.size() > 1) {
+            throw Unusable(
+                Tr("--log goes with one database: a log does not tell whose rows are lost"));
         }
         RequireApart(*pages ? *folder : *page, Inputs(*options));
         options->html = static_cast<bool>(*html);

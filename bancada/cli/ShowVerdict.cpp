@@ -1,9 +1,10 @@
 #include "bancada/cli/ShowVerdict.h"
 
+#include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 #include "bancada/conferencia/Conferencia.h"
+#include "bancada/conferencia/Emenda.h"
 #include "bancada/conferencia/LookedAt.h"
-#include "bancada/conferencia/Texts.h"
 
 #include <map>
 
@@ -16,16 +17,6 @@ using namespace conferencia;
 
 // So many findings of a kind stand on a page.
 constexpr std::int64_t LISTED_OF_A_KIND = 100;
-
-std::string RangeOf(const LookedAt& lookedAt)
-{
-    if (lookedAt.IsEmpty()) {
-        return "an empty database: it holds no document";
-    }
-    return Coo(lookedAt.primeiroCoo) + " of " + lookedAt.primeiraHora + " to " +
-           Coo(lookedAt.ultimoCoo) + " of " + lookedAt.ultimaHora + ", " +
-           Crz(lookedAt.primeiroCrz) + " to " + Crz(lookedAt.ultimoCrz);
-}
 
 class Collector
 {
@@ -55,26 +46,36 @@ class Collector
 
 } // namespace
 
-relatorio::Verdict ReadVerdict(const leitura::DatabaseReading& database, const Losses* losses)
+std::vector<relatorio::Verdict> ReadVerdicts(const std::deque<leitura::DatabaseReading>& databases,
+                                             const Losses* losses)
 {
-    relatorio::Verdict verdict;
-    const LookedAt lookedAt = ReadLookedAt(database);
-    verdict.size = lookedAt.size;
-    verdict.sha256 = lookedAt.sha256;
-    verdict.logSize = lookedAt.logSize;
-    verdict.logSha256 = lookedAt.logSha256;
-    verdict.range = RangeOf(lookedAt);
-    Collector collector(verdict);
-    try {
-        const CheckSummary summary = CheckDatabase(
-            database, losses, [&](const Finding& finding) { collector.Add(finding); });
-        verdict.faults = summary.faults;
-        verdict.explained = summary.explained;
-        verdict.notes = summary.notes;
-    } catch (const Unusable& unusable) {
-        verdict.failure = unusable.what();
+    std::vector<relatorio::Verdict> verdicts;
+    std::vector<LookedAt> all;
+    for (std::size_t i = 0; i < databases.size(); ++i) {
+        relatorio::Verdict& verdict = verdicts.emplace_back();
+        const LookedAt& lookedAt = all.emplace_back(ReadLookedAt(databases[i]));
+        verdict.size = lookedAt.size;
+        verdict.sha256 = lookedAt.sha256;
+        verdict.logSize = lookedAt.logSize;
+        verdict.logSha256 = lookedAt.logSha256;
+        verdict.range =
+            lookedAt.IsEmpty() ? Tr("an empty database: it holds no document") : RangeOf(lookedAt);
+        Collector collector(verdict);
+        const FindingSink sink = [&](const Finding& finding) { collector.Add(finding); };
+        try {
+            const CheckSummary summary = CheckDatabase(databases[i], losses, sink);
+            verdict.faults = summary.faults;
+            verdict.explained = summary.explained;
+            verdict.notes = summary.notes;
+            if (i > 0) {
+                verdict.faults +=
+                    CheckEmenda(databases[i - 1], all[i - 1], databases[i], lookedAt, sink);
+            }
+        } catch (const Unusable& unusable) {
+            verdict.failure = unusable.what();
+        }
     }
-    return verdict;
+    return verdicts;
 }
 
 } // namespace bancada

@@ -1,5 +1,7 @@
 #include "bancada/cli/Suggestion.h"
 
+#include "bancada/Messages.h"
+
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstddef>
@@ -79,10 +81,13 @@ std::string UnknownArguments(const CLI::App& app)
         const std::string nearest =
             isOption ? Nearest(argument.substr(0, argument.find('=')), OptionNames(at))
                      : Nearest(argument, SubcommandNames(at));
-        const char* kind = isOption ? "option" : parsed.empty() ? "subcommand" : "argument";
-        text += "\"" + argument + "\" is no " + kind + " of " +
-                (parsed.empty() ? "" : app.get_name() + " ") + at.get_name() +
-                (nearest.empty() ? "" : "; did you mean " + nearest + "?") + "\n";
+
+        const std::string of = (parsed.empty() ? "" : app.get_name() + " ") + at.get_name();
+        text += Tr(isOption         ? TrLater("\"%1\" is no option of %2")
+                   : parsed.empty() ? TrLater("\"%1\" is no subcommand of %2")
+                                    : TrLater("\"%1\" is no argument of %2"),
+                   {argument, of}) +
+                (nearest.empty() ? std::string() : Tr("; did you mean %1?", {nearest})) + "\n";
     }
     return text;
 }

@@ -1,5 +1,6 @@
 #include "bancada/cli/UsedFiles.h"
 
+#include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 #include "bancada/memoria/WholeFile.h"
 
@@ -24,10 +25,11 @@ bool IsOpenAs(int number, const std::string& path)
 }
 
 // What the file is to the input, whose name it is or which it belongs to.
-std::string Relation(const UsedFile& input, const std::string& name)
+std::string Refusal(const std::string& output, const UsedFile& input, const std::string& name)
 {
-    return (name == input.Names()[0] ? " is the " : " belongs to the ") + std::string(input.what) +
-           " " + input.path;
+    return Tr(name == input.Names()[0] ? TrLater("%1 cannot be written: it is the %2 %3")
+                                       : TrLater("%1 cannot be written: it belongs to the %2 %3"),
+              {output, Tr(input.what), input.path});
 }
 
 } // namespace
@@ -44,7 +46,7 @@ std::vector<std::string> UsedFile::Names() const
 
 UsedFile UsedDatabase(const std::string& path)
 {
-    return {path, "database", {"-wal", "-shm", "-journal", ".lock"}};
+    return {path, TrLater("database"), {"-wal", "-shm", "-journal", ".lock"}};
 }
 
 UsedFile EvidenceDatabase(const std::string& path)
@@ -69,10 +71,10 @@ void RequireApart(const std::string& output, const std::vector<UsedFile>& inputs
     for (const UsedFile& input : inputs) {
         for (const std::string& name : input.Names()) {
             if (isFile && AreOne(written, name)) {
-                throw Unusable(output + " cannot be written: it" + Relation(input, name));
+                throw Unusable(Refusal(output, input, name));
             }
             if (IsOpenAs(STDOUT_FILENO, name)) {
-                throw Unusable("standard output cannot be written: it" + Relation(input, name));
+                throw Unusable(Refusal(Tr("standard output"), input, name));
             }
         }
     }
@@ -81,17 +83,17 @@ void RequireApart(const std::string& output, const std::vector<UsedFile>& inputs
 void RequireNew(const UsedFile& database)
 {
     if (database.path.empty()) {
-        throw Unusable("the " + std::string(database.what) + " to be made needs a name");
+        throw Unusable(Tr("the %1 to be made needs a name", {Tr(database.what)}));
     }
     std::error_code none;
     // A link that leads nowhere is something too.
     if (fs::exists(fs::symlink_status(database.path, none))) {
-        throw Unusable(database.path + " exists already");
+        throw Unusable(Tr("%1 exists already", {database.path}));
     }
     for (const std::string& name : database.Names()) {
         if (fs::exists(fs::symlink_status(name, none))) {
-            throw Unusable(name + " exists already, and would be taken for a part of " +
-                           database.path);
+            throw Unusable(Tr("%1 exists already, and would be taken for a part of %2",
+                              {name, database.path}));
         }
     }
 }

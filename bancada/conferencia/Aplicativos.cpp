@@ -1,5 +1,6 @@
 #include "bancada/conferencia/Aplicativos.h"
 
+#include "bancada/Messages.h"
 #include "bancada/conferencia/Texts.h"
 
 namespace bancada::conferencia
@@ -11,7 +12,7 @@ void Aplicativos::Check(FindingReport& findings, const leitura::CupomFiscalRow& 
     if (m_before && m_last && *m_before == text && m_last->textoComplementar.Value() != text) {
         const std::string found = m_last->textoComplementar.Shown();
         findings.Report(FindingKind::CUPOM_COLUNAS, Coo(m_last->coo),
-                        "application '" + found + "', before and behind '" + text + "'",
+                        Tr("application '%1', before and behind '%2'", {found, text}),
                         DocumentOf(m_last->coo.Value()),
                         {"cupom_fiscal", m_last->rowid, "texto_complementar", text, found});
         m_last = cupom;

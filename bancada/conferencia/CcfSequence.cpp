@@ -1,3 +1,4 @@
+#include "bancada/Messages.h"
 #include "bancada/conferencia/Sequencias.h"
 #include "bancada/conferencia/Texts.h"
 #include "bancada/leitura/Counter.h"
@@ -14,7 +15,7 @@ void CcfSequence::Check(const Documento& documento)
         if (steps == 0 || steps > leitura::LAST_COUNTER / 2) {
             m_context.findings.Report(
                 FindingKind::CCF_REPETIDO, "CCF " + Number(documento.contador),
-                Coo(documento.coo) + " comes after CCF " + std::to_string(*m_last),
+                Tr("%1 comes after %2", {Coo(documento.coo), "CCF " + std::to_string(*m_last)}),
                 DocumentOf(documento.coo.Value()));
             return;
         }
@@ -32,10 +33,11 @@ void CcfSequence::ReportMissing(const Documento& documento, std::int64_t count)
     for (std::int64_t i = 0; explained && i < count; ++i) {
         explained = m_context.Losses()->HasCcf(Following(first, i));
     }
-    m_context.findings.ReportExplained(FindingKind::CCF_AUSENTE, "CCF " + NumbersText(first, count),
-                                       "no fiscal receipt" + m_gaps.Where(count, Absent::ANOTHER) +
-                                           " before " + Coo(documento.coo),
-                                       explained);
+    m_context.findings.ReportExplained(
+        FindingKind::CCF_AUSENTE, "CCF " + NumbersText(first, count),
+        Tr("no fiscal receipt%1 before %2",
+           {m_gaps.Where(count, Absent::ANOTHER), Coo(documento.coo)}),
+        explained);
     m_gaps.Consume(count, Absent::ANOTHER);
 }
 

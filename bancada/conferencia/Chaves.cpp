@@ -1,5 +1,6 @@
 #include "bancada/conferencia/Chaves.h"
 
+#include "bancada/Messages.h"
 #include "bancada/conferencia/Texts.h"
 #include "bancada/leitura/Query.h"
 
@@ -35,12 +36,16 @@ std::string Tail(const leitura::CupomFiscalRow& cupom)
 
 Chaves::Chaves(const leitura::DatabaseReading& database)
 {
-    leitura::Query owner(database, "SELECT coalesce((SELECT cnpj FROM dados_usuario WHERE"
-                                   " typeof(cnpj) = 'text' ORDER BY rowid LIMIT 1),"
-                                   " '00000000000000') || '-' || coalesce((SELECT num_serie FROM"
-                                   " dados_ecf ORDER BY rowid LIMIT 1), '') AS prefix");
+    leitura::Query owner(database,
+                         "SELECT coalesce((SELECT cnpj FROM dados_usuario WHERE"
+                         " typeof(cnpj) = 'text' ORDER BY rowid LIMIT 1),"
+                         " '00000000000000') || '-' || coalesce((SELECT num_serie FROM"
+                         " dados_ecf ORDER BY rowid LIMIT 1), '') AS prefix, EXISTS (SELECT 1"
+                         " FROM dados_usuario) AND EXISTS (SELECT 1 FROM dados_ecf) AS"
+                         " whole");
     if (owner.Next()) {
         m_programmed = owner.ReadText("prefix").Value();
+        m_isProgrammed = owner.ReadInteger("whole").Value() == 1;
     }
     leitura::Query keys(database, "SELECT chave_cupom FROM cupom_fiscal WHERE trim(chave_cupom) <>"
                                   " '' LIMIT 100");
@@ -88,7 +93,7 @@ void Chaves::Check(FindingReport& findings, const leitura::CupomFiscalRow& cupom
     const std::string tail = Tail(cupom);
     if (prefix.empty() || key.substr(prefix.size()) != tail) {
         Report(findings, cupom, m_programmed + tail,
-               "key " + cupom.chaveCupom.Shown() + ", the receipt's ends with " + tail);
+               Tr("key %1, the receipt's ends with %2", {cupom.chaveCupom.Shown(), tail}));
         return;
     }
     if (m_waits) {
@@ -104,17 +109,21 @@ void Chaves::Check(FindingReport& findings, const leitura::CupomFiscalRow& cupom
     m_waits = true;
 }
 
-void Chaves::End(FindingReport& findings, const Acertos& relogio)
+void Chaves::End(FindingReport& findings, const Acertos& relogio, bool beginsAtFactory)
 {
     if (m_waits) {
         Decide(findings, {});
+    }
+    // Owner and register are programmed once; of a database that was begun later another one tells.
+    if (!beginsAtFactory && !m_isProgrammed) {
+        return;
     }
     // The keys write a CNPJ that is not programmed as zeros.
     if (!m_last.empty() && m_last != m_programmed &&
         !relogio.MayBeWithin(m_lastHora, END_OF_TIME)) {
         findings.Report(FindingKind::PROGRAMACAO, "dados_ecf, dados_usuario",
-                        "owner and register " + m_programmed + ", the last key says " + m_last +
-                            ", and no intervention since",
+                        Tr("owner and register %1, the last key says %2, and no intervention since",
+                           {m_programmed, m_last}),
                         {}, {"dados_ecf", 0, "num_serie", m_last, m_programmed});
     }
 }
@@ -125,9 +134,8 @@ void Chaves::Decide(FindingReport& findings, const std::string& next)
     // The first one may be the only one of its owner.
     if (prefix != next && !m_before.empty()) {
         Report(findings, m_waiting, m_programmed + Tail(m_waiting),
-               "key of " + prefix +
-                   ", and neither the programming nor a receipt before or behind"
-                   " says so");
+               Tr("key of %1, and neither the programming nor a receipt before or behind says so",
+                  {prefix}));
     } else {
         m_before = prefix;
     }

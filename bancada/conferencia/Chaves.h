@@ -22,8 +22,9 @@ class Chaves
     // given in their order. Nothing is asked of the keys of a register that makes others.
     void Check(FindingReport& findings, const leitura::CupomFiscalRow& cupom);
     // Behind the last one, whose owner and register are those programmed unless there was an
-    // intervention since.
-    void End(FindingReport& findings, const Acertos& relogio);
+    // intervention since. What is not programmed in a database that begins later than its register
+    // is not held against its keys.
+    void End(FindingReport& findings, const Acertos& relogio, bool beginsAtFactory);
 
     // CNPJ and serial number of a key, as the text up to the day; empty of one of another form.
     static std::string PrefixOf(const std::string& key);
@@ -41,6 +42,7 @@ class Chaves
     bool m_known = false;
     // Of the owner and the register as they are programmed.
     std::string m_programmed;
+    bool m_isProgrammed = false; // both of them are
     // Of the receipt before the one that waits for its neighbour behind.
     std::string m_before;
     std::string m_last;     // of the last key

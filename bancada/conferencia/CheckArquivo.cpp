@@ -1,4 +1,5 @@
 // The file: the engine's own integrity check, and its size.
+#include "bancada/Messages.h"
 #include "bancada/conferencia/CheckContext.h"
 #include "bancada/leitura/Query.h"
 
@@ -29,11 +30,11 @@ void CheckSize(CheckContext& context)
                                                                          : size % pageSize == 0;
     if (!error && !whole) {
         const std::string expected =
-            std::to_string(pages) + " pages of " + std::to_string(pageSize) + " bytes";
-        context.findings.ReportExplained(FindingKind::ARQUIVO_DANIFICADO, "size",
-                                         std::to_string(size) + " bytes, and not " + expected,
-                                         false, {},
-                                         {"", 0, "", expected, std::to_string(size) + " bytes"});
+            Tr("%1 pages of %2 bytes", {std::to_string(pages), std::to_string(pageSize)});
+        context.findings.ReportExplained(
+            FindingKind::ARQUIVO_DANIFICADO, Tr("size"),
+            Tr("%1 bytes, and not %2", {std::to_string(size), expected}), false, {},
+            {"", 0, "", expected, Tr("%1 bytes", {std::to_string(size)})});
     }
 }
 
@@ -46,7 +47,7 @@ void CheckArquivo(CheckContext& context)
     while (query.Next()) {
         const std::string text = query.ReadText("integrity_check").Shown();
         if (text != "ok") {
-            context.findings.ReportExplained(FindingKind::ARQUIVO_DANIFICADO, "integrity", text,
+            context.findings.ReportExplained(FindingKind::ARQUIVO_DANIFICADO, Tr("integrity"), text,
                                              false, {}, {"", 0, "", "ok", text});
         }
     }

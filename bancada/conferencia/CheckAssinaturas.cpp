@@ -1,5 +1,6 @@
 // The signatures of the closed fiscal receipts, where the bench made them, and what the instants of
 // the closings tell of the days.
+#include "bancada/Messages.h"
 #include "bancada/conferencia/Assinatura.h"
 #include "bancada/conferencia/CheckContext.h"
 #include "bancada/conferencia/Gaps.h"
@@ -111,9 +112,9 @@ class Assinaturas
                           [this](const CupomFiscalRow& missed) { Report(missed); });
             m_missed.clear();
         } else if (IsLost(cupom)) {
-            Note(cupom, "a row of the receipt was lost");
+            Note(cupom, Tr("a row of the receipt was lost"));
         } else if (search.result == Signed::UNDECIDED) {
-            Note(cupom, "the rows do not tell all that was signed");
+            Note(cupom, Tr("the rows do not tell all that was signed"));
         } else if (m_found == 0 && m_missed.size() < ENOUGH) {
             m_missed.push_back(cupom);
         } else if (m_found != 0) {
@@ -139,7 +140,7 @@ class Assinaturas
     void Report(const CupomFiscalRow& cupom)
     {
         m_context.findings.Report(FindingKind::CUPOM_ASSINATURA, Coo(cupom.coo),
-                                  "the rows of the receipt are not what was signed",
+                                  Tr("the rows of the receipt are not what was signed"),
                                   DocumentOf(cupom.coo.Value()),
                                   {"cupom_fiscal", cupom.rowid, "assinatura_documento", "",
                                    cupom.assinaturaDocumento.Shown()});
@@ -156,9 +157,9 @@ class Assinaturas
     void End()
     {
         if (m_missed.size() == ENOUGH) {
-            m_context.findings.Report(FindingKind::ASSINATURA_NAO_CONFERIDA, "signatures",
-                                      "none of them can be recomputed: another register made them",
-                                      {});
+            m_context.findings.Report(
+                FindingKind::ASSINATURA_NAO_CONFERIDA, Tr("signatures"),
+                Tr("none of them can be recomputed: another register made them"), {});
             return;
         }
         std::for_each(m_missed.begin(), m_missed.end(),

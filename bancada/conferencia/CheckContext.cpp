@@ -1,5 +1,6 @@
 #include "bancada/conferencia/CheckContext.h"
 
+#include "bancada/Messages.h"
 #include "bancada/conferencia/Texts.h"
 #include "bancada/leitura/Counter.h"
 #include "bancada/leitura/Limits.h"
@@ -81,10 +82,9 @@ void ReportMissingItens(CheckContext& context, std::int64_t coo, std::int64_t pr
     if (item <= previous || item - 1 == previous) {
         return;
     }
-    const std::string first = std::to_string(previous + 1);
-    const std::string last = std::to_string(item - 1);
+
     context.findings.Report(FindingKind::ITEM_AUSENTE, Coo(coo),
-                            "no row of item " + first + (first == last ? "" : " to " + last),
+                            Tr("no row of item %1", {RangeText(previous + 1, item - 1)}),
                             DocumentOf(coo));
 }
 

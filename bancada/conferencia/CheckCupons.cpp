@@ -1,4 +1,5 @@
 // Fiscal receipts against their items and payments.
+#include "bancada/Messages.h"
 #include "bancada/conferencia/CheckContext.h"
 #include "bancada/conferencia/Texts.h"
 #include "bancada/leitura/Limits.h"
@@ -100,7 +101,7 @@ class Itens
   private:
     static std::string KeyOf(std::int64_t coo, const ItemCupomFiscalRow& item)
     {
-        return Coo(coo) + " item " + Number(item.seqItem);
+        return Tr("%1 item %2", {Coo(coo), Number(item.seqItem)});
     }
 
     // Answers the item's total. A cancelled item keeps what it was cancelled with.
@@ -112,7 +113,8 @@ class Itens
         if (!IsSame(item.valorTotal, reckoned)) {
             m_context.findings.Report(
                 FindingKind::ITEM_TOTAL, KeyOf(coo, item),
-                "total " + Money(total) + ", quantity by price and adjustments " + Money(reckoned),
+                Tr("total %1, quantity by price and adjustments %2",
+                   {Money(total), Money(reckoned)}),
                 DocumentOf(coo),
                 {"item_cupom_fiscal", item.rowid, "valor_total", Money(reckoned), Money(total)});
         }
@@ -135,10 +137,10 @@ class Itens
         const std::string& tipoDesconto = item.tipoDesconto.Value();
         const std::string& tipoAcrescimo = item.tipoAcrescimo.Value();
         if ((tipoDesconto == "P") != !item.percDesconto.IsZero()) {
-            ReportPercentual(coo, item, "perc_desconto",
-                             tipoDesconto == "P" ? "above zero" : "0.00", Money(item.percDesconto),
-                             "discount of kind " + tipoDesconto + ", percentage " +
-                                 Money(item.percDesconto));
+            ReportPercentual(
+                coo, item, "perc_desconto", tipoDesconto == "P" ? Tr("above zero") : "0.00",
+                Money(item.percDesconto),
+                Tr("discount of kind %1, percentage %2", {tipoDesconto, Money(item.percDesconto)}));
         } else if (tipoDesconto == "P" && !desconto.IsZero()) {
             const Amount most = IsAtMost(acrescimo, cancelado) ? cancelado : acrescimo;
             AmountRange due;
@@ -146,17 +148,18 @@ class Itens
                           Percentage(bruto + most, item.percDesconto));
             if (!due.Contains(desconto)) {
                 ReportPercentual(coo, item, "valor_desconto", due.Text(), Money(desconto),
-                                 "discount " + Money(desconto) + ", " + Money(item.percDesconto) +
-                                     " % come to " + due.Text());
+                                 Tr("discount %1, %2 % come to %3",
+                                    {Money(desconto), Money(item.percDesconto), due.Text()}));
             }
         }
         // A surcharge by value leaves the percentage of an earlier one, which was then cancelled.
         const bool stale = tipoAcrescimo == "V" && !cancelado.IsZero();
         if ((tipoAcrescimo == "P") != !item.percAcrescimo.IsZero() && !stale) {
-            ReportPercentual(
-                coo, item, "perc_acrescimo", tipoAcrescimo == "P" ? "above zero" : "0.00",
-                Money(item.percAcrescimo),
-                "surcharge of kind " + tipoAcrescimo + ", percentage " + Money(item.percAcrescimo));
+            ReportPercentual(coo, item, "perc_acrescimo",
+                             tipoAcrescimo == "P" ? Tr("above zero") : "0.00",
+                             Money(item.percAcrescimo),
+                             Tr("surcharge of kind %1, percentage %2",
+                                {tipoAcrescimo, Money(item.percAcrescimo)}));
         } else if (tipoAcrescimo == "P" && !acrescimo.IsZero()) {
             // A discount that was cancelled since leaves no trace.
             AmountRange due;
@@ -164,8 +167,8 @@ class Itens
                           Percentage(bruto, item.percAcrescimo));
             if (!due.Contains(acrescimo)) {
                 ReportPercentual(coo, item, "valor_acrescimo", due.Text(), Money(acrescimo),
-                                 "surcharge " + Money(acrescimo) + ", " +
-                                     Money(item.percAcrescimo) + " % come to " + due.Text());
+                                 Tr("surcharge %1, %2 % come to %3",
+                                    {Money(acrescimo), Money(item.percAcrescimo), due.Text()}));
             }
         }
     }
@@ -182,7 +185,7 @@ class Itens
             if (value.IsKnown() && !IsSame(cut, value)) {
                 m_context.findings.Report(
                     FindingKind::CASAS_DECIMAIS, KeyOf(coo, item),
-                    leitura::PointText(value, 0) + " sold with " + Number(casas) + " decimals",
+                    Tr("%1 sold with %2 decimals", {leitura::PointText(value, 0), Number(casas)}),
                     DocumentOf(coo),
                     {"item_cupom_fiscal", item.rowid, column, leitura::PointText(cut, 0),
                      leitura::PointText(value, 0)});
@@ -242,23 +245,26 @@ void CheckPercentuais(CheckContext& context, const CupomFiscalRow& cupom)
     const std::string& tipo = cupom.tipoAcrescimo.Value();
     if (cupom.tipoDesconto.Value() != "V") {
         report("tipo_desconto", "V", cupom.tipoDesconto.Shown(),
-               "discount of kind " + cupom.tipoDesconto.Shown() + ", which no subtotal has");
+               Tr("discount of kind %1, which no subtotal has", {cupom.tipoDesconto.Shown()}));
     }
     if ((tipo == "P") != !cupom.percAcrescimo.IsZero()) {
-        report("perc_acrescimo", tipo == "P" ? "above zero" : "0.00", Money(cupom.percAcrescimo),
-               "surcharge of kind " + tipo + ", percentage " + Money(cupom.percAcrescimo));
+        report("perc_acrescimo", tipo == "P" ? Tr("above zero") : "0.00",
+               Money(cupom.percAcrescimo),
+               Tr("surcharge of kind %1, percentage %2", {tipo, Money(cupom.percAcrescimo)}));
     }
     const auto compare = [&](const Amount& valor, const Amount& percent, const char* column,
-                             const char* what) {
+                             const char* text) {
         const AmountRange due = Percentage(cupom.valorSubtotal, percent);
         if (!valor.IsZero() && !percent.IsZero() && !due.Contains(valor)) {
             report(column, due.Text(), Money(valor),
-                   what + Money(valor) + ", " + Money(percent) + " % come to " + due.Text());
+                   Tr(text, {Money(valor), Money(percent), due.Text()}));
         }
     };
     if (!cupom.valorSubtotal.IsZero()) {
-        compare(cupom.valorDesconto, cupom.percDesconto, "valor_desconto", "discount ");
-        compare(cupom.valorAcrescimo, cupom.percAcrescimo, "valor_acrescimo", "surcharge ");
+        compare(cupom.valorDesconto, cupom.percDesconto, "valor_desconto",
+                TrLater("discount %1, %2 % come to %3"));
+        compare(cupom.valorAcrescimo, cupom.percAcrescimo, "valor_acrescimo",
+                TrLater("surcharge %1, %2 % come to %3"));
     }
 }
 
@@ -270,8 +276,9 @@ void CheckFechado(CheckContext& context, const CupomFiscalRow& cupom, const Amou
                 cupom.valorSubtotal - cupom.valorDesconto + cupom.valorAcrescimo)) {
         context.findings.Report(
             FindingKind::CUPOM_TOTAL, Coo(cupom.coo),
-            "total " + Money(cupom.valorTotal) + ", subtotal " + Money(cupom.valorSubtotal) +
-                " less " + Money(cupom.valorDesconto) + " plus " + Money(cupom.valorAcrescimo),
+            Tr("total %1, subtotal %2 less %3 plus %4",
+               {Money(cupom.valorTotal), Money(cupom.valorSubtotal), Money(cupom.valorDesconto),
+                Money(cupom.valorAcrescimo)}),
             subject,
             {"cupom_fiscal", cupom.rowid, "valor_total",
              Money(cupom.valorSubtotal - cupom.valorDesconto + cupom.valorAcrescimo),
@@ -280,22 +287,22 @@ void CheckFechado(CheckContext& context, const CupomFiscalRow& cupom, const Amou
     // Apportionment writes the subtotal adjustment into the items.
     const bool adjusted = !cupom.valorDesconto.IsZero() || !cupom.valorAcrescimo.IsZero();
     if (!IsSame(itens, cupom.valorSubtotal) && !(adjusted && IsSame(itens, cupom.valorTotal))) {
-        context.findings.Report(FindingKind::CUPOM_ITENS, Coo(cupom.coo),
-                                "live items " + Money(itens) + ", subtotal " +
-                                    Money(cupom.valorSubtotal) + ", total " +
-                                    Money(cupom.valorTotal),
-                                subject,
-                                {"cupom_fiscal", cupom.rowid, "valor_subtotal", Money(itens),
-                                 Money(cupom.valorSubtotal)});
+        context.findings.Report(
+            FindingKind::CUPOM_ITENS, Coo(cupom.coo),
+            Tr("live items %1, subtotal %2, total %3",
+               {Money(itens), Money(cupom.valorSubtotal), Money(cupom.valorTotal)}),
+            subject,
+            {"cupom_fiscal", cupom.rowid, "valor_subtotal", Money(itens),
+             Money(cupom.valorSubtotal)});
     }
     if (!pagamentos.incerto && !IsSame(pagamentos.soma - cupom.valorTroco, cupom.valorTotal)) {
-        context.findings.Report(FindingKind::CUPOM_PAGAMENTOS, Coo(cupom.coo),
-                                "payments " + Money(pagamentos.soma) + " less change " +
-                                    Money(cupom.valorTroco) + ", total " + Money(cupom.valorTotal),
-                                subject,
-                                {"cupom_fiscal", cupom.rowid, "valor_total",
-                                 Money(pagamentos.soma - cupom.valorTroco),
-                                 Money(cupom.valorTotal)});
+        context.findings.Report(
+            FindingKind::CUPOM_PAGAMENTOS, Coo(cupom.coo),
+            Tr("payments %1 less change %2, total %3",
+               {Money(pagamentos.soma), Money(cupom.valorTroco), Money(cupom.valorTotal)}),
+            subject,
+            {"cupom_fiscal", cupom.rowid, "valor_total", Money(pagamentos.soma - cupom.valorTroco),
+             Money(cupom.valorTotal)});
     }
 }
 
@@ -375,9 +382,10 @@ void CheckAberto(CheckContext& context, const CupomFiscalRow& cupom, const Amoun
         jornada.recebido.Add(least, most);
         context.findings.ReportExplained(
             FindingKind::CUPOM_ADICIONAL, Coo(cupom.coo),
-            "paid " + Money(pagamentos.soma) +
-                (losses == nullptr ? ", closing never written"
-                                   : ", closing rejected as that of an additional receipt"),
+            Tr(losses == nullptr
+                   ? TrLater("paid %1, closing never written")
+                   : TrLater("paid %1, closing rejected as that of an additional receipt"),
+               {Money(pagamentos.soma)}),
             false);
         return;
     }
@@ -388,8 +396,8 @@ void CheckAberto(CheckContext& context, const CupomFiscalRow& cupom, const Amoun
     jornada.itensIncertos = jornada.meiosIncertos;
     context.findings.Report(
         FindingKind::CUPOM_ABERTO, Coo(cupom.coo),
-        paid ? "paid " + Money(pagamentos.soma) + ", closing neither in the row nor in the log"
-             : "never closed, paid " + Money(pagamentos.soma) + " of " + Money(least),
+        paid ? Tr("paid %1, closing neither in the row nor in the log", {Money(pagamentos.soma)})
+             : Tr("never closed, paid %1 of %2", {Money(pagamentos.soma), Money(least)}),
         DocumentOf(cupom.coo.Value()));
 }
 
@@ -401,15 +409,14 @@ void CheckColunas(CheckContext& context, const CupomFiscalRow& cupom, bool fecha
                            const std::string& found) {
         if (!holds) {
             context.findings.Report(FindingKind::CUPOM_COLUNAS, Coo(cupom.coo),
-                                    std::string(column) + " holds '" + found + "', where " +
-                                        expected + " is due",
+                                    Tr("%1 holds '%2', where %3 is due", {column, found, expected}),
                                     DocumentOf(cupom.coo.Value()),
                                     {"cupom_fiscal", cupom.rowid, column, expected, found});
         }
     };
     const std::string& endereco = cupom.enderecoConsumidor.Value();
     check(!endereco.empty() && endereco.back() == ',' && endereco.find('\'') == std::string::npos,
-          "endereco_consumidor", "an address without apostrophes and a comma", endereco);
+          "endereco_consumidor", Tr("an address without apostrophes and a comma"), endereco);
     check(!cupom.cupomAdicional.IsSet(), "id_cupom_adicional", "N", "S");
     if (fechado) {
         return;
@@ -417,11 +424,11 @@ void CheckColunas(CheckContext& context, const CupomFiscalRow& cupom, bool fecha
     check(cupom.valorSubtotal.IsZero(), "valor_subtotal", "0.00", Money(cupom.valorSubtotal));
     check(cupom.valorTotal.IsZero(), "valor_total", "0.00", Money(cupom.valorTotal));
     check(cupom.valorTroco.IsZero(), "valor_troco", "0.00", Money(cupom.valorTroco));
-    check(cupom.textoSuplementar.Value() == " ", "texto_suplementar", "a blank",
+    check(cupom.textoSuplementar.Value() == " ", "texto_suplementar", Tr("a blank"),
           cupom.textoSuplementar.Shown());
-    check(cupom.textoComplementar.Value() == " ", "texto_complementar", "a blank",
+    check(cupom.textoComplementar.Value() == " ", "texto_complementar", Tr("a blank"),
           cupom.textoComplementar.Shown());
-    check(cupom.chaveCupom.Value() == " ", "chave_cupom", "a blank", cupom.chaveCupom.Shown());
+    check(cupom.chaveCupom.Value() == " ", "chave_cupom", Tr("a blank"), cupom.chaveCupom.Shown());
 }
 
 void CheckCupom(CheckContext& context, Itens& itens, const CupomFiscalRow& cupom)
@@ -487,7 +494,7 @@ void CheckCupons(CheckContext& context)
     while (cupons.Next(cupom)) {
         CheckCupom(context, itens, cupom);
     }
-    context.chaves.End(context.findings, context.Relogio());
+    context.chaves.End(context.findings, context.Relogio(), context.BeginsAtFactory());
     if (context.Losses() == nullptr) {
         return;
     }

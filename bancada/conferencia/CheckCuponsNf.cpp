@@ -1,6 +1,7 @@
 // Non-fiscal receipts against their items and payments. Floats and withdrawals are written as such
 // receipts too: their single item stands on totalizer 1 or 2, and they have no payment rows. The
 // change that a non-fiscal receipt gives is not recorded with it.
+#include "bancada/Messages.h"
 #include "bancada/conferencia/CheckContext.h"
 #include "bancada/conferencia/Texts.h"
 #include "bancada/leitura/Tables.h"
@@ -74,8 +75,8 @@ class ItensNf
                                 item.valorDesconto.WithDecimals(CENTS);
         if (!IsSame(liquido, reckoned)) {
             m_context.findings.Report(
-                FindingKind::ITEM_NF_TOTAL, Coo(coo) + " item " + Number(item.seqItem),
-                "net value " + Money(liquido) + ", value and adjustments " + Money(reckoned),
+                FindingKind::ITEM_NF_TOTAL, Tr("%1 item %2", {Coo(coo), Number(item.seqItem)}),
+                Tr("net value %1, value and adjustments %2", {Money(liquido), Money(reckoned)}),
                 DocumentOf(coo),
                 {"item_cupom_nf", item.rowid, "valor_total_liquido", Money(reckoned),
                  Money(liquido)});
@@ -93,11 +94,12 @@ class ItensNf
             if (leftOut != caixa || (tipo.Value() == "P") != !percent.IsZero()) {
                 const std::string kind = leftOut ? "NULL" : tipo.Value();
                 m_context.findings.Report(
-                    FindingKind::PERCENTUAL, Coo(coo) + " item " + Number(item.seqItem),
-                    "kind " + kind + ", percentage " + Money(percent) +
-                        (caixa ? ", on the till's totalizer" : ""),
+                    FindingKind::PERCENTUAL, Tr("%1 item %2", {Coo(coo), Number(item.seqItem)}),
+                    Tr(caixa ? TrLater("kind %1, percentage %2, on the till's totalizer")
+                             : TrLater("kind %1, percentage %2"),
+                       {kind, Money(percent)}),
                     DocumentOf(coo),
-                    {"item_cupom_nf", item.rowid, column, caixa ? "NULL" : "V or P", kind});
+                    {"item_cupom_nf", item.rowid, column, caixa ? "NULL" : Tr("V or P"), kind});
             }
         };
         check(item.tipoDesconto, item.percDesconto, "tipo_desconto");
@@ -116,29 +118,30 @@ void CheckValores(CheckContext& context, const CupomNfRow& cupom, const ItensSum
                 cupom.valorSubtotal - cupom.valorDesconto + cupom.valorAcrescimo)) {
         context.findings.Report(
             FindingKind::NF_TOTAL, Coo(cupom.coo),
-            "total " + Money(cupom.valorTotalCupom) + ", subtotal " + Money(cupom.valorSubtotal) +
-                " less " + Money(cupom.valorDesconto) + " plus " + Money(cupom.valorAcrescimo),
+            Tr("total %1, subtotal %2 less %3 plus %4",
+               {Money(cupom.valorTotalCupom), Money(cupom.valorSubtotal),
+                Money(cupom.valorDesconto), Money(cupom.valorAcrescimo)}),
             subject,
             {"cupom_nf", cupom.rowid, "valor_total_cupom",
              Money(cupom.valorSubtotal - cupom.valorDesconto + cupom.valorAcrescimo),
              Money(cupom.valorTotalCupom)});
     }
     if (!IsSame(itens.liquido, cupom.valorSubtotal)) {
-        context.findings.Report(FindingKind::NF_ITENS, Coo(cupom.coo),
-                                "live items " + Money(itens.liquido) + ", subtotal " +
-                                    Money(cupom.valorSubtotal),
-                                subject,
-                                {"cupom_nf", cupom.rowid, "valor_subtotal", Money(itens.liquido),
-                                 Money(cupom.valorSubtotal)});
+        context.findings.Report(
+            FindingKind::NF_ITENS, Coo(cupom.coo),
+            Tr("live items %1, subtotal %2", {Money(itens.liquido), Money(cupom.valorSubtotal)}),
+            subject,
+            {"cupom_nf", cupom.rowid, "valor_subtotal", Money(itens.liquido),
+             Money(cupom.valorSubtotal)});
     }
     if (itens.any && !itens.caixa && !pagamentos.incerto &&
         !IsAtMost(cupom.valorTotalCupom, pagamentos.soma)) {
         context.findings.Report(
             FindingKind::NF_PAGAMENTOS, Coo(cupom.coo),
-            "payments " + Money(pagamentos.soma) + ", total " + Money(cupom.valorTotalCupom),
+            Tr("payments %1, total %2", {Money(pagamentos.soma), Money(cupom.valorTotalCupom)}),
             subject,
-            {"cupom_nf", cupom.rowid, "valor_total_cupom", "at most " + Money(pagamentos.soma),
-             Money(cupom.valorTotalCupom)});
+            {"cupom_nf", cupom.rowid, "valor_total_cupom",
+             Tr("at most %1", {Money(pagamentos.soma)}), Money(cupom.valorTotalCupom)});
     }
 }
 
@@ -161,10 +164,10 @@ void CheckColunas(CheckContext& context, const CupomNfRow& cupom, const ItensSum
     const auto check = [&](bool holds, const char* column, const char* expected,
                            const std::string& found) {
         if (!holds) {
-            context.findings.Report(
-                FindingKind::CUPOM_COLUNAS, Coo(cupom.coo),
-                std::string(column) + " holds '" + found + "', where " + expected + " is due",
-                DocumentOf(cupom.coo.Value()), {"cupom_nf", cupom.rowid, column, expected, found});
+            context.findings.Report(FindingKind::CUPOM_COLUNAS, Coo(cupom.coo),
+                                    Tr("%1 holds '%2', where %3 is due", {column, found, expected}),
+                                    DocumentOf(cupom.coo.Value()),
+                                    {"cupom_nf", cupom.rowid, column, expected, found});
         }
     };
     check(cupom.tipoDesconto.Value() == "V", "tipo_desconto", "V", cupom.tipoDesconto.Shown());
@@ -173,9 +176,9 @@ void CheckColunas(CheckContext& context, const CupomNfRow& cupom, const ItensSum
               cupom.percAcrescimo.IsZero(),
           "perc_acrescimo", "0.00", Money(cupom.percAcrescimo));
     if (itens.caixa) {
-        check(cupom.nomeConsumidor.Value().empty(), "nome_consumidor", "nothing",
+        check(cupom.nomeConsumidor.Value().empty(), "nome_consumidor", Tr("nothing"),
               cupom.nomeConsumidor.Shown());
-        check(cupom.cpfCnpjConsumidor.Value().empty(), "cpf_cnpj_consumidor", "nothing",
+        check(cupom.cpfCnpjConsumidor.Value().empty(), "cpf_cnpj_consumidor", Tr("nothing"),
               cupom.cpfCnpjConsumidor.Shown());
         check(cupom.percAcrescimo.IsZero(), "perc_acrescimo", "0.00", Money(cupom.percAcrescimo));
         check(cupom.percDesconto.IsZero(), "perc_desconto", "0.00", Money(cupom.percDesconto));
@@ -233,7 +236,7 @@ void CheckCupomNf(CheckContext& context, ItensNf& itens, const CupomNfRow& cupom
                (!sum.any || !sum.liquido.IsZero())) {
         jornada.meiosIncertos = Coo(cupom.coo) + " was left open";
         context.findings.Report(FindingKind::NF_ABERTO, Coo(cupom.coo),
-                                "never closed, live items " + Money(sum.liquido),
+                                Tr("never closed, live items %1", {Money(sum.liquido)}),
                                 DocumentOf(cupom.coo.Value()));
     }
 }

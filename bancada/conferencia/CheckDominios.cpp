@@ -1,7 +1,9 @@
 // Every value of every row against what its column is for, and the rows' own numbers: they go from
 // 1 without a gap, as nothing is ever deleted.
+#include "bancada/Messages.h"
 #include "bancada/conferencia/CheckContext.h"
 #include "bancada/conferencia/Dominio.h"
+#include "bancada/conferencia/Texts.h"
 #include "bancada/leitura/Counter.h"
 #include "bancada/leitura/Query.h"
 #include "bancada/leitura/Tables.h"
@@ -76,11 +78,11 @@ class TableCheck
             return;
         }
         const std::string first = std::to_string(last + 1);
-        const std::string end = std::to_string(rowid - 1);
+
         m_context.findings.ReportExplained(
             FindingKind::LINHA_AUSENTE, m_table,
-            "no row " + first + (first == end ? "" : " to " + end) + ", and rows are never deleted",
-            false, {}, {m_table, rowid, "", "row " + first, "row " + std::to_string(rowid)});
+            Tr("no row %1, and rows are never deleted", {RangeText(last + 1, rowid - 1)}), false,
+            {}, {m_table, rowid, "", Tr("row %1", {first}), Tr("row %1", {std::to_string(rowid)})});
     }
 
     // The counter by which a table's rows stand in the order of issue, where no other check follows
@@ -109,10 +111,10 @@ class TableCheck
         if (m_last && *m_last != number.Value() && !leitura::ComesBefore(*m_last, number.Value())) {
             const std::string found = std::to_string(number.Value());
             m_context.findings.ReportExplained(
-                FindingKind::ORDEM, m_table + " row " + std::to_string(rowid),
-                column + " " + found + " comes after " + std::to_string(*m_last), false,
+                FindingKind::ORDEM, Tr("%1 row %2", {m_table, std::to_string(rowid)}),
+                Tr("%1 %2 comes after %3", {column, found, std::to_string(*m_last)}), false,
                 {NumberAt(row, m_coo), NumberAt(row, m_crz)},
-                {m_table, rowid, column, "none before " + std::to_string(*m_last), found});
+                {m_table, rowid, column, Tr("none before %1", {std::to_string(*m_last)}), found});
             return; // the next one is compared with what stood here in order
         }
         m_last = number.Value();
@@ -122,8 +124,8 @@ class TableCheck
     {
         const std::string found = leitura::RawText(row, column.position);
         m_context.findings.ReportExplained(
-            FindingKind::VALOR_INVALIDO, m_table + " row " + std::to_string(rowid),
-            column.name + " holds " + found + ", where " + MeaningOf(column.domain) + " is due",
+            FindingKind::VALOR_INVALIDO, Tr("%1 row %2", {m_table, std::to_string(rowid)}),
+            Tr("%1 holds %2, where %3 is due", {column.name, found, MeaningOf(column.domain)}),
             false, {NumberAt(row, m_coo), NumberAt(row, m_crz)},
             {m_table, rowid, column.name, MeaningOf(column.domain), found});
     }

@@ -1,6 +1,7 @@
 // The schema of the database against the schema's own text, object by object. Tables are compared
 // by their columns, so that one that an upgrade made is as good as one made whole.
 #include "LogDatabase/Schema.h"
+#include "bancada/Messages.h"
 #include "bancada/conferencia/CheckContext.h"
 #include "bancada/leitura/Query.h"
 
@@ -97,7 +98,7 @@ void Report(CheckContext& context, const std::string& object, const std::string&
             const std::string& found)
 {
     context.findings.ReportExplained(FindingKind::ESQUEMA, object,
-                                     found + ", where " + expected + " is due", false, {},
+                                     Tr("%1, where %2 is due", {found, expected}), false, {},
                                      {"", 0, "", expected, found});
 }
 
@@ -121,14 +122,14 @@ void CheckEsquema(CheckContext& context)
     for (const auto& [object, what] : expected) {
         const auto at = found.find(object);
         if (at == found.end()) {
-            Report(context, object, what, "nothing");
+            Report(context, object, what, Tr("nothing"));
         } else if (at->second != what) {
             Report(context, object, what, at->second);
         }
     }
     for (const auto& [object, what] : found) {
         if (expected.count(object) == 0) {
-            Report(context, object, "nothing", what);
+            Report(context, object, Tr("nothing"), what);
         }
     }
     CheckApplication(context);

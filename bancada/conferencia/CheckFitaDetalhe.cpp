@@ -1,4 +1,5 @@
 // Reprints: one number after the other, each of documents that were issued before it.
+#include "bancada/Messages.h"
 #include "bancada/conferencia/CheckContext.h"
 #include "bancada/conferencia/Gaps.h"
 #include "bancada/conferencia/Texts.h"
@@ -41,20 +42,20 @@ void CheckFitaDetalhe(CheckContext& context)
         if (previous && row.cfd.Value() != Following(previous->cfd.Value(), 1)) {
             const std::string due = std::to_string(Following(previous->cfd.Value(), 1));
             Report(context, row, "cont_cfd", due, Number(row.cfd),
-                   "comes after CFD " + Number(previous->cfd));
+                   Tr("comes after %1", {"CFD " + Number(previous->cfd)}));
         }
         if (previous && hora < previous->dataHoraEmissao.Value() &&
             !context.Relogio().Cover(hora, previous->dataHoraEmissao.Value())) {
             const std::string& before = previous->dataHoraEmissao.Value();
-            Report(context, row, "data_hora_emissao", "none before " + before, hora,
-                   std::string("of ").append(hora).append(", after one of ").append(before));
+            Report(context, row, "data_hora_emissao", Tr("none before %1", {before}), hora,
+                   Tr("of %1, after one of %2", {hora, before}));
         }
         const std::int64_t first = row.cooInicial.Value();
         const std::int64_t last = row.cooFinal.Value();
         if (first != last && !leitura::ComesBefore(first, last)) {
-            Report(context, row, "coo_final", "none before " + Number(row.cooInicial),
+            Report(context, row, "coo_final", Tr("none before %1", {Number(row.cooInicial)}),
                    Number(row.cooFinal),
-                   "from " + Coo(row.cooInicial) + " to " + Coo(row.cooFinal));
+                   Tr("from %1 to %2", {Coo(row.cooInicial), Coo(row.cooFinal)}));
         }
         issued.With(hora);
         bool reached = false;
@@ -69,8 +70,9 @@ void CheckFitaDetalhe(CheckContext& context)
             }
         }
         if (any && !reached) {
-            Report(context, row, "coo_final", "a document issued before " + hora,
-                   Number(row.cooFinal), "to " + Coo(row.cooFinal) + ", which was not issued yet");
+            Report(context, row, "coo_final", Tr("a document issued before %1", {hora}),
+                   Number(row.cooFinal),
+                   Tr("to %1, which was not issued yet", {Coo(row.cooFinal)}));
         }
         previous = row;
     }

@@ -1,4 +1,5 @@
 // The tables of one row, and the one that stays empty.
+#include "bancada/Messages.h"
 #include "bancada/conferencia/CheckContext.h"
 #include "bancada/conferencia/Texts.h"
 #include "bancada/leitura/Query.h"
@@ -24,8 +25,9 @@ void CheckAtMost(CheckContext& context, const std::string& table, const std::str
     if (rows > most) {
         context.findings.ReportExplained(
             FindingKind::LINHA_ALHEIA, table,
-            std::to_string(rows) + " rows, where there is at most " + std::to_string(most), false,
-            {}, {table, 0, "", std::to_string(most) + " rows", std::to_string(rows) + " rows"});
+            Tr("%1 rows, where there is at most %2", {std::to_string(rows), std::to_string(most)}),
+            false, {},
+            {table, 0, "", TrCount("%1 row", "%1 rows", most), TrCount("%1 row", "%1 rows", rows)});
     }
 }
 
@@ -40,14 +42,16 @@ void CheckIdentidade(CheckContext& context)
     CheckAtMost(context, "moeda", "rowid", 0);
     // The command that writes the identity writes the version where it finds none.
     if (CountOf(context, "dados_ecf") != 0 && CountOf(context, "versao_sb") == 0) {
-        context.findings.Report(FindingKind::PROGRAMACAO, "versao_sb",
-                                "no version of a register that has its identity", {},
-                                {"versao_sb", 0, "", "1 row", "0 rows"});
+        context.findings.Report(
+            FindingKind::PROGRAMACAO, "versao_sb",
+            Tr("no version of a register that has its identity"), {},
+            {"versao_sb", 0, "", TrCount("%1 row", "%1 rows", 1), TrCount("%1 row", "%1 rows", 0)});
     }
     if (CountOf(context, "dados_ecf") == 0 && CountOf(context, "versao_sb") != 0) {
-        context.findings.Report(FindingKind::PROGRAMACAO, "dados_ecf",
-                                "no identity of a register that has its version", {},
-                                {"dados_ecf", 0, "", "1 row", "0 rows"});
+        context.findings.Report(
+            FindingKind::PROGRAMACAO, "dados_ecf",
+            Tr("no identity of a register that has its version"), {},
+            {"dados_ecf", 0, "", TrCount("%1 row", "%1 rows", 1), TrCount("%1 row", "%1 rows", 0)});
     }
 }
 

@@ -1,6 +1,7 @@
 // Interventions: their order, the reading that begins one in mode L, and the counter of restarts
 // that the Z reductions show. Leaving mode T moves it. One row is written for each number, by the
 // intervention that finds none: an L may be followed by a T that leaves no row.
+#include "bancada/Messages.h"
 #include "bancada/conferencia/CheckContext.h"
 #include "bancada/conferencia/CheckReducao.h"
 #include "bancada/conferencia/Texts.h"
@@ -37,20 +38,20 @@ std::vector<IntervencaoRow> CheckRows(CheckContext& context)
         const std::string& hora = row.dataHoraIntervencao.Value();
         if (!all.empty() && hora < all.back().dataHoraIntervencao.Value()) {
             const std::string& before = all.back().dataHoraIntervencao.Value();
-            Report(context, row, "data_hora_intervencao", "none before " + before, hora,
-                   std::string("of ").append(hora).append(", after one of ").append(before));
+            Report(context, row, "data_hora_intervencao", Tr("none before %1", {before}), hora,
+                   Tr("of %1, after one of %2", {hora, before}));
         }
         if (row.tipoIntervencao.Value() == "L") {
             const bool read = reading.With(hora).Next();
             reading.End();
             if (!read) {
-                Report(context, row, "data_hora_intervencao", "that of an X reading", hora,
-                       "no X reading of " + hora);
+                Report(context, row, "data_hora_intervencao", Tr("that of an X reading"), hora,
+                       Tr("no X reading of %1", {hora}));
             }
         }
         if (row.perdaDadosMt.IsSet()) {
             Report(context, row, "id_perda_dados_mt", "N", "S",
-                   "loss of data, which is never said");
+                   Tr("loss of data, which is never said"));
         }
         all.push_back(row);
     }
@@ -80,11 +81,11 @@ void CheckCro(CheckContext& context, const ReducaoZRow& z, const std::vector<Int
     // Without an intervention before it the counter may only stand as it stood.
     const std::int64_t cro = z.cro.Value();
     if ((least && cro < *least) || (most && cro > *most)) {
-        const std::string due = *least == *most
-                                    ? std::to_string(*least)
-                                    : std::to_string(*least) + " or " + std::to_string(*most);
+        const std::string due =
+            *least == *most ? std::to_string(*least)
+                            : Tr("%1 or %2", {std::to_string(*least), std::to_string(*most)});
         context.findings.Report(FindingKind::Z_CRO, Crz(z.crz),
-                                "CRO " + Number(z.cro) + ", the interventions lead to " + due,
+                                Tr("CRO %1, the interventions lead to %2", {Number(z.cro), due}),
                                 SubjectOf(z),
                                 {"reducao_z", z.rowid, "cont_cro", due, Number(z.cro)});
     }

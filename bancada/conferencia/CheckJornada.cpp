@@ -1,5 +1,6 @@
 // A Z reduction against the receipts of the day that it closes: its date, its time, its payment
 // means.
+#include "bancada/Messages.h"
 #include "bancada/conferencia/CheckReducao.h"
 #include "bancada/conferencia/FundosDeTroco.h"
 #include "bancada/conferencia/Texts.h"
@@ -29,8 +30,8 @@ void CheckHoras(CheckContext& context, const ReducaoZRow& z, const ReducaoZRow* 
     const std::string movimento = z.dataMovimento.Shown().substr(0, DATE_SIZE);
     if (jornada.ultimaHora > hora && !relogio.HasBetween(jornada.ultimoCoo, z.coo.Value())) {
         context.findings.Report(FindingKind::CUPOM_FORA_DO_DIA, Coo(jornada.ultimoCoo),
-                                "issued " + jornada.ultimaHora + ", after " + Crz(z.crz) + " of " +
-                                    z.dataHoraEmissao.Shown(),
+                                Tr("issued %1, after %2 of %3",
+                                   {jornada.ultimaHora, Crz(z.crz), z.dataHoraEmissao.Shown()}),
                                 DocumentOf(jornada.ultimoCoo));
     }
     if (jornada.primeiraHora.empty()) {
@@ -38,16 +39,17 @@ void CheckHoras(CheckContext& context, const ReducaoZRow& z, const ReducaoZRow* 
     }
     if (anterior != nullptr && jornada.primeiraHora < anterior->dataHoraEmissao.Value() &&
         !relogio.HasBetween(anterior->coo.Value(), jornada.primeiroCoo)) {
-        context.findings.Report(FindingKind::CUPOM_FORA_DO_DIA, Coo(jornada.primeiroCoo),
-                                "issued " + jornada.primeiraHora + ", filed under " + Crz(z.crz) +
-                                    ", before the Z of " + anterior->dataHoraEmissao.Value(),
-                                DocumentOf(jornada.primeiroCoo));
+        context.findings.Report(
+            FindingKind::CUPOM_FORA_DO_DIA, Coo(jornada.primeiroCoo),
+            Tr("issued %1, filed under %2, before the Z of %3",
+               {jornada.primeiraHora, Crz(z.crz), anterior->dataHoraEmissao.Value()}),
+            DocumentOf(jornada.primeiroCoo));
     }
     if (jornada.primeiraHora.substr(0, DATE_SIZE) != movimento &&
         !relogio.HasBetween(anterior != nullptr ? anterior->coo.Value() : 0, z.coo.Value())) {
         context.findings.Report(FindingKind::Z_DATA, Crz(z.crz),
-                                "day of " + movimento + ", first receipt " +
-                                    Coo(jornada.primeiroCoo) + " of " + jornada.primeiraHora,
+                                Tr("day of %1, first receipt %2 of %3",
+                                   {movimento, Coo(jornada.primeiroCoo), jornada.primeiraHora}),
                                 SubjectOf(z),
                                 {"reducao_z", z.rowid, "data_movimento",
                                  jornada.primeiraHora.substr(0, DATE_SIZE), movimento});
@@ -77,10 +79,11 @@ void CheckMeios(CheckContext& context, const ReducaoZRow& z, const ReducaoParts&
         for (const auto& [meio, valores] : meios) {
             if (!IsSame(valores.acumulado, valores.pagamentos + valores.fundos)) {
                 context.findings.Report(
-                    FindingKind::Z_MEIO, Crz(z.crz) + " means " + std::to_string(meio),
-                    "took in " + Money(valores.acumulado) + ", payments " +
-                        Money(valores.pagamentos) +
-                        (valores.fundos.IsZero() ? "" : ", floats " + Money(valores.fundos)),
+                    FindingKind::Z_MEIO, Tr("%1 means %2", {Crz(z.crz), std::to_string(meio)}),
+                    Tr(valores.fundos.IsZero() ? TrLater("took in %1, payments %2")
+                                               : TrLater("took in %1, payments %2, floats %3"),
+                       {Money(valores.acumulado), Money(valores.pagamentos),
+                        Money(valores.fundos)}),
                     SubjectOf(z),
                     {"meio_pagamento_reducao", 0, "valor_acumulado",
                      Money(valores.pagamentos + valores.fundos), Money(valores.acumulado)});
@@ -88,16 +91,16 @@ void CheckMeios(CheckContext& context, const ReducaoZRow& z, const ReducaoParts&
         }
     }
     if (!parts.troco) {
-        context.findings.Report(FindingKind::REDUCAO_INCOMPLETA, Crz(z.crz), "no row of the change",
-                                SubjectOf(z));
+        context.findings.Report(FindingKind::REDUCAO_INCOMPLETA, Crz(z.crz),
+                                Tr("no row of the change"), SubjectOf(z));
         return;
     }
     const Amount& troco = parts.troco->valorAcumulado;
     if (jornada.totaisIncertos.empty() && !recebido.Contains(soma - troco)) {
         context.findings.Report(
             FindingKind::Z_TROCO, Crz(z.crz),
-            "payment means " + Money(soma) + " less change " + Money(troco) + ", valid receipts " +
-                recebido.Text(),
+            Tr("payment means %1 less change %2, valid receipts %3",
+               {Money(soma), Money(troco), recebido.Text()}),
             SubjectOf(z),
             {"meio_pagamento_reducao", 0, "valor_acumulado", recebido.Text(), Money(soma - troco)});
     }

@@ -1,4 +1,5 @@
 // Rows whose document is missing, and keys that come twice.
+#include "bancada/Messages.h"
 #include "bancada/conferencia/CheckContext.h"
 #include "bancada/conferencia/Texts.h"
 #include "bancada/leitura/Query.h"
@@ -33,79 +34,89 @@ struct Link {
     FindingKind kind;
     Key key;
     const char* table; // said before the key where the kind does not say it
-    const char* what;  // stands under the key
+    const char* what;  // stands under the key, %1 of them, for Tr
     const char* rows;  // behind SELECT and its columns
 };
 
 const Link LINKS[] = {
-    {FindingKind::ITEM_SEM_CUPOM, COO, "", "items without their receipt",
+    {FindingKind::ITEM_SEM_CUPOM, COO, "", TrLater("%1 items without their receipt"),
      "FROM item_cupom_fiscal i WHERE NOT EXISTS (SELECT 1 FROM cupom_fiscal c WHERE c.cont_coo"
      " = i.cont_coo) GROUP BY cont_coo"},
-    {FindingKind::ITEM_NF_SEM_CUPOM, COO, "", "items without their receipt",
+    {FindingKind::ITEM_NF_SEM_CUPOM, COO, "", TrLater("%1 items without their receipt"),
      "FROM item_cupom_nf i WHERE NOT EXISTS (SELECT 1 FROM cupom_nf c WHERE c.cont_coo ="
      " i.cont_coo) GROUP BY cont_coo"},
-    {FindingKind::PAGAMENTO_SEM_CUPOM, COO, "", "payments without their receipt",
+    {FindingKind::PAGAMENTO_SEM_CUPOM, COO, "", TrLater("%1 payments without their receipt"),
      "FROM pagamento_cupom p WHERE NOT EXISTS (SELECT 1 FROM cupom_fiscal c WHERE c.cont_coo ="
      " p.cont_coo) AND NOT EXISTS (SELECT 1 FROM cupom_nf n WHERE n.cont_coo = p.cont_coo)"
      " GROUP BY cont_coo"},
-    {FindingKind::NF_SEM_DOCUMENTO, COO, "", "non-fiscal receipts without their document row",
+    {FindingKind::NF_SEM_DOCUMENTO, COO, "",
+     TrLater("%1 non-fiscal receipts without their document row"),
      "FROM cupom_nf n WHERE NOT EXISTS (SELECT 1 FROM outros_documentos o WHERE o.cont_coo ="
      " n.cont_coo AND o.id_tipo_documento = 'CN') GROUP BY cont_coo"},
-    {FindingKind::DOCUMENTO_SEM_NF, COO, "", "document rows without their non-fiscal receipt",
+    {FindingKind::DOCUMENTO_SEM_NF, COO, "",
+     TrLater("%1 document rows without their non-fiscal receipt"),
      "FROM outros_documentos o WHERE id_tipo_documento = 'CN' AND NOT EXISTS (SELECT 1 FROM"
      " cupom_nf n WHERE n.cont_coo = o.cont_coo) GROUP BY cont_coo"},
-    {FindingKind::DOCUMENTO_SEM_REDUCAO, COO, "", "document rows without their Z reduction",
+    {FindingKind::DOCUMENTO_SEM_REDUCAO, COO, "",
+     TrLater("%1 document rows without their Z reduction"),
      "FROM outros_documentos WHERE id_tipo_documento = 'RZ' AND cont_coo NOT IN (SELECT"
      " cont_coo FROM reducao_z WHERE cont_coo IS NOT NULL) GROUP BY cont_coo"},
-    {FindingKind::REDUCAO_SEM_DOCUMENTO, COO, "", "Z reductions without their document row",
+    {FindingKind::REDUCAO_SEM_DOCUMENTO, COO, "",
+     TrLater("%1 Z reductions without their document row"),
      "FROM reducao_z z WHERE NOT EXISTS (SELECT 1 FROM outros_documentos o WHERE o.cont_coo ="
      " z.cont_coo AND o.id_tipo_documento = 'RZ') GROUP BY cont_coo"},
     // A number that comes round again names several receipts without any fault.
     {FindingKind::COO_REUTILIZADO, COO, "",
-     "receipts share the number: their amounts, items and payments cannot be told apart",
+     TrLater(
+         "%1 receipts share the number: their amounts, items and payments cannot be told apart"),
      "FROM cupom_fiscal GROUP BY cont_coo HAVING count(*) > 1"},
     {FindingKind::COO_REUTILIZADO, COO, "",
-     "non-fiscal receipts share the number: their amounts, items and payments cannot be told apart",
+     TrLater(
+         "%1 non-fiscal receipts share the number: their amounts, items and payments cannot be told apart"),
      "FROM cupom_nf n GROUP BY cont_coo HAVING count(*) > 1"},
     {FindingKind::COO_REUTILIZADO, COO, "",
-     "fiscal receipts share the number with a non-fiscal one: their payments cannot be told apart",
+     TrLater(
+         "%1 fiscal receipts share the number with a non-fiscal one: their payments cannot be told apart"),
      "FROM cupom_fiscal c WHERE EXISTS (SELECT 1 FROM cupom_nf n WHERE n.cont_coo ="
      " c.cont_coo) GROUP BY cont_coo"},
     {FindingKind::COO_REUTILIZADO, COO, "",
-     "other documents share the number with a receipt: their ends cannot be told apart",
+     TrLater("%1 other documents share the number with a receipt: their ends cannot be told apart"),
      "FROM outros_documentos o WHERE id_tipo_documento <> 'CN' AND (EXISTS (SELECT 1 FROM"
      " cupom_fiscal c WHERE c.cont_coo = o.cont_coo) OR EXISTS (SELECT 1 FROM cupom_nf n WHERE"
      " n.cont_coo = o.cont_coo)) GROUP BY cont_coo"},
     {FindingKind::COO_REUTILIZADO, COO, "",
-     "other documents share the number: their ends cannot be told apart",
+     TrLater("%1 other documents share the number: their ends cannot be told apart"),
      "FROM outros_documentos WHERE id_tipo_documento <> 'CN' GROUP BY cont_coo HAVING"
      " count(*) > 1"},
-    {FindingKind::CHAVE_REPETIDA, COO, "item_cupom_fiscal ", "rows of the same item",
+    {FindingKind::CHAVE_REPETIDA, COO, "item_cupom_fiscal ", TrLater("%1 rows of the same item"),
      "FROM item_cupom_fiscal i GROUP BY cont_coo, seq_item HAVING count(*) > 1 AND NOT EXISTS"
      " (SELECT 1 FROM cupom_fiscal c WHERE c.cont_coo = i.cont_coo LIMIT 1 OFFSET 1)"},
-    {FindingKind::CHAVE_REPETIDA, COO, "item_cupom_nf ", "rows of the same item",
+    {FindingKind::CHAVE_REPETIDA, COO, "item_cupom_nf ", TrLater("%1 rows of the same item"),
      "FROM item_cupom_nf i GROUP BY cont_coo, seq_item HAVING count(*) > 1 AND NOT EXISTS"
      " (SELECT 1 FROM cupom_nf c WHERE c.cont_coo = i.cont_coo LIMIT 1 OFFSET 1)"},
-    {FindingKind::CHAVE_REPETIDA, COO, "cupom_nf ", "rows of one document",
+    {FindingKind::CHAVE_REPETIDA, COO, "cupom_nf ", TrLater("%1 rows of one document"),
      "FROM cupom_nf n GROUP BY cont_coo HAVING count(*) > max(1, (SELECT count(*) FROM"
      " outros_documentos o WHERE o.cont_coo = n.cont_coo AND o.id_tipo_documento = 'CN'))"},
     // Two non-fiscal totalizers may bear one name.
-    {FindingKind::CHAVE_REPETIDA, CRZ, "totalizador_reducao ", "rows of the same totalizer",
+    {FindingKind::CHAVE_REPETIDA, CRZ, "totalizador_reducao ",
+     TrLater("%1 rows of the same totalizer"),
      "FROM totalizador_reducao WHERE id_fiscal = 'S' GROUP BY cont_crz, totalizador HAVING"
      " count(*) > 1"},
-    {FindingKind::CHAVE_REPETIDA, CRZ, "meio_pagamento_reducao ", "rows of the same means",
+    {FindingKind::CHAVE_REPETIDA, CRZ, "meio_pagamento_reducao ",
+     TrLater("%1 rows of the same means"),
      "FROM meio_pagamento_reducao GROUP BY cont_crz, indice_meio_pagamento HAVING count(*) > 1"},
-    {FindingKind::CHAVE_REPETIDA, CRO, "intervencao ", "rows of the same intervention",
+    {FindingKind::CHAVE_REPETIDA, CRO, "intervencao ", TrLater("%1 rows of the same intervention"),
      "FROM intervencao GROUP BY cont_cro HAVING count(*) > 1"},
-    {FindingKind::CHAVE_REPETIDA, CFD, "fita_detalhe ", "rows of the same reprint",
+    {FindingKind::CHAVE_REPETIDA, CFD, "fita_detalhe ", TrLater("%1 rows of the same reprint"),
      "FROM fita_detalhe GROUP BY cont_cfd HAVING count(*) > 1"},
-    {FindingKind::CHAVE_REPETIDA, INDICE, "meio_pagamento ", "rows of the same means",
+    {FindingKind::CHAVE_REPETIDA, INDICE, "meio_pagamento ", TrLater("%1 rows of the same means"),
      "FROM meio_pagamento GROUP BY num_indice HAVING count(*) > 1"},
-    {FindingKind::CHAVE_REPETIDA, INDICE, "totalizador_nao_fiscal ", "rows of the same totalizer",
+    {FindingKind::CHAVE_REPETIDA, INDICE, "totalizador_nao_fiscal ",
+     TrLater("%1 rows of the same totalizer"),
      "FROM totalizador_nao_fiscal GROUP BY num_indice HAVING count(*) > 1"},
-    {FindingKind::CHAVE_REPETIDA, USUARIO, "dados_usuario ", "rows of the owner",
+    {FindingKind::CHAVE_REPETIDA, USUARIO, "dados_usuario ", TrLater("%1 rows of the owner"),
      "FROM dados_usuario GROUP BY seq_usuario HAVING count(*) > 1"},
-    {FindingKind::CHAVE_REPETIDA, ECF, "versao_sb ", "rows of the version",
+    {FindingKind::CHAVE_REPETIDA, ECF, "versao_sb ", TrLater("%1 rows of the version"),
      "FROM versao_sb GROUP BY num_ecf HAVING count(*) > 1"},
 };
 
@@ -121,7 +132,7 @@ void CheckLinks(CheckContext& context)
             const leitura::Integer number = query.ReadInteger("number");
             context.findings.Report(link.kind,
                                     std::string(link.table) + link.key.label + Number(number),
-                                    Number(query.ReadInteger("row_count")) + " " + link.what,
+                                    Tr(link.what, {Number(query.ReadInteger("row_count"))}),
                                     link.key.subject(number.Value()));
         }
     }

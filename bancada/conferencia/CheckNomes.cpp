@@ -1,6 +1,7 @@
 // The names under which Z reductions list payment means and non-fiscal totalizers, against one
 // another and against the programming. A means can be renamed, so that a name is at fault only
 // where the Z before it, the Z behind it or the programming, all of one mind, say another.
+#include "bancada/Messages.h"
 #include "bancada/conferencia/CheckContext.h"
 #include "bancada/conferencia/CheckReducao.h"
 #include "bancada/conferencia/ReducaoParts.h"
@@ -96,15 +97,16 @@ void CheckMeios(CheckContext& context, const std::vector<Names>& all,
             if (behind == next.end() && (i + 1 < all.size() || context.BeginsAtFactory())) {
                 Report(context, all[i].z, "meio_pagamento_reducao", "indice_meio_pagamento", "",
                        std::to_string(indice),
-                       "means " + std::to_string(indice) + " " + nome +
-                           (i + 1 < all.size() ? ", which the next Z does not have"
-                                               : ", which is not programmed"));
+                       Tr(i + 1 < all.size()
+                              ? TrLater("means %1 %2, which the next Z does not have")
+                              : TrLater("means %1 %2, which is not programmed"),
+                          {std::to_string(indice), nome}));
             } else if (behind != next.end() && hasBefore && behind->second != nome &&
                        all[i - 1].meios.at(indice) == behind->second) {
                 Report(context, all[i].z, "meio_pagamento_reducao", "descricao_meio_pagamento",
                        behind->second, nome,
-                       "means " + std::to_string(indice) + " " + nome + ", before and behind " +
-                           behind->second);
+                       Tr("means %1 %2, before and behind %3",
+                          {std::to_string(indice), nome, behind->second}));
             }
         }
     }
@@ -125,18 +127,19 @@ void CheckNaoFiscais(CheckContext& context, const std::vector<Names>& all,
             const bool behind =
                 programmed.count(nome) != 0 || (!isLast && all[i + 1].naoFiscais.count(nome) != 0);
             if (i > 0 && !before && !behind) {
-                Report(context, all[i].z, "totalizador_reducao", "totalizador", "", nome,
-                       "non-fiscal totalizer " + nome +
-                           ", which neither the Z before nor what follows knows");
+                Report(
+                    context, all[i].z, "totalizador_reducao", "totalizador", "", nome,
+                    Tr("non-fiscal totalizer %1, which neither the Z before nor what follows knows",
+                       {nome}));
             }
         }
         if (i > 0 && all[i].naoFiscais.size() < all[i - 1].naoFiscais.size()) {
             Report(context, all[i].z, "totalizador_reducao", "totalizador",
                    std::to_string(all[i - 1].naoFiscais.size()),
                    std::to_string(all[i].naoFiscais.size()),
-                   std::to_string(all[i].naoFiscais.size()) +
-                       " non-fiscal totalizers, the Z before has " +
-                       std::to_string(all[i - 1].naoFiscais.size()));
+                   Tr("%1 non-fiscal totalizers, the Z before has %2",
+                      {std::to_string(all[i].naoFiscais.size()),
+                       std::to_string(all[i - 1].naoFiscais.size())}));
         }
     }
 }
@@ -171,7 +174,8 @@ void CheckTotais(CheckContext& context, const Names& names, const Programacao& p
     }
     for (const auto& [indice, range] : jornada.porTotalizadorNf) {
         const auto nome = nomes.find(indice);
-        due[nome == nomes.end() ? "number " + std::to_string(indice) : nome->second].Add(range);
+        due[nome == nomes.end() ? Tr("number %1", {std::to_string(indice)}) : nome->second].Add(
+            range);
     }
     for (const auto& [nome, range] : due) {
         const auto found = names.totais.find(nome);
@@ -180,7 +184,8 @@ void CheckTotais(CheckContext& context, const Names& names, const Programacao& p
         if (range.IsKnown() && !range.Contains(total)) {
             context.findings.Report(
                 FindingKind::Z_NAO_FISCAIS, Crz(names.z.crz) + " " + nome,
-                Money(total) + ", valid non-fiscal items " + range.Text(), SubjectOf(names.z),
+                Tr("%1, valid non-fiscal items %2", {Money(total), range.Text()}),
+                SubjectOf(names.z),
                 {"totalizador_reducao", 0, "valor_base_calculo", range.Text(), Money(total)});
         }
     }

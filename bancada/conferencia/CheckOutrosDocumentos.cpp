@@ -1,5 +1,6 @@
 // Document rows by themselves and against the rows of what they document: a Z reduction, a
 // non-fiscal receipt.
+#include "bancada/Messages.h"
 #include "bancada/conferencia/CheckContext.h"
 #include "bancada/conferencia/Gaps.h"
 #include "bancada/conferencia/Texts.h"
@@ -87,7 +88,7 @@ class OutrosDocumentos
         const bool lasts = tipo == "CN" || tipo == "CC" || tipo == "RG";
         if ((lasts ? end < begin : end != begin) && IsSingle(row)) {
             Report(row, FindingKind::ORDEM, "data_hora_fim_emissao", begin, end,
-                   "begins " + begin + " and ends " + end);
+                   Tr("begins %1 and ends %2", {begin, end}));
         }
     }
 
@@ -145,7 +146,8 @@ class OutrosDocumentos
         CupomNfRow cupom;
         int read = 0;
         for (; m_cupons.Next(cupom); ++read) {
-            cupons.last = Said{"its receipt", cupom.dataHoraEmissao.Value(), cupom.gnf, cupom.crz};
+            cupons.last =
+                Said{Tr("its receipt"), cupom.dataHoraEmissao.Value(), cupom.gnf, cupom.crz};
             cupons.byHora.emplace(cupons.last->hora, *cupons.last);
         }
         m_cupons.End();
@@ -159,17 +161,17 @@ class OutrosDocumentos
         const std::string& hora = row.dataHoraInicioEmissao.Value();
         if (hora != said.hora) {
             Report(row, FindingKind::DOCUMENTO_DIFERE, "data_hora_inicio_emissao", said.hora, hora,
-                   "begins " + hora + ", " + said.where + " of " + said.hora);
+                   Tr("begins %1, %2 of %3", {hora, said.where, said.hora}));
         }
         if (row.gnf.Value() != said.gnf.Value() || row.gnf.IsKnown() != said.gnf.IsKnown()) {
             Report(row, FindingKind::DOCUMENTO_DIFERE, "cont_gnf", Number(said.gnf),
                    Number(row.gnf),
-                   "GNF " + Number(row.gnf) + ", " + said.where + " has " + Number(said.gnf));
+                   Tr("GNF %1, %2 has %3", {Number(row.gnf), said.where, Number(said.gnf)}));
         }
         if (!sameCrz) {
             Report(row, FindingKind::DOCUMENTO_DIFERE, "cont_crz", Number(said.crz),
                    Number(row.crz),
-                   "filed under " + Crz(row.crz) + ", " + said.where + " under " + Crz(said.crz));
+                   Tr("filed under %1, %2 under %3", {Crz(row.crz), said.where, Crz(said.crz)}));
         }
     }
 

@@ -1,5 +1,6 @@
 // Z reductions: each after the one before it, each against its own rows and its day, and the days
 // that have none.
+#include "bancada/Messages.h"
 #include "bancada/conferencia/Assinatura.h"
 #include "bancada/conferencia/CheckContext.h"
 #include "bancada/conferencia/CheckReducao.h"
@@ -28,17 +29,19 @@ void CheckNext(CheckContext& context, const ReducaoZRow& previous, const Reducao
     const bool follows = leitura::ComesBefore(last, crz);
     if (!follows) {
         context.findings.Report(
-            FindingKind::CRZ_REPETIDO, Crz(z.crz), "comes after " + Crz(previous.crz), SubjectOf(z),
+            FindingKind::CRZ_REPETIDO, Crz(z.crz), Tr("comes after %1", {Crz(previous.crz)}),
+            SubjectOf(z),
             {"reducao_z", z.rowid, "cont_crz", std::to_string(Following(last, 1)), Number(z.crz)});
     } else if (const std::int64_t steps = leitura::Steps(last, crz); steps != 1) {
         const std::int64_t first = Following(last, 1);
-        context.findings.Report(FindingKind::CRZ_AUSENTE, Crz(first),
-                                std::to_string(steps - 1) + " without a row before " + Crz(z.crz),
-                                JornadaOf(first));
+        context.findings.Report(
+            FindingKind::CRZ_AUSENTE, Crz(first),
+            Tr("%1 without a row before %2", {std::to_string(steps - 1), Crz(z.crz)}),
+            JornadaOf(first));
     } else if (!IsSame(z.valorGt - previous.valorGt, z.valorVb)) {
         context.findings.Report(FindingKind::Z_GT, Crz(z.crz),
-                                "grand total from " + Money(previous.valorGt) + " to " +
-                                    Money(z.valorGt) + ", gross sales " + Money(z.valorVb),
+                                Tr("grand total from %1 to %2, gross sales %3",
+                                   {Money(previous.valorGt), Money(z.valorGt), Money(z.valorVb)}),
                                 SubjectOf(z),
                                 {"reducao_z", z.rowid, "valor_gt",
                                  Money(previous.valorGt + z.valorVb), Money(z.valorGt)});
@@ -53,17 +56,16 @@ void CheckFirst(CheckContext& context, const ReducaoZRow& z)
     if (isNew ? !IsSame(z.valorGt, z.valorVb) : !IsAtMost(z.valorVb, z.valorGt)) {
         context.findings.Report(
             FindingKind::Z_GT, Crz(z.crz),
-            "grand total " + Money(z.valorGt) + ", gross sales " + Money(z.valorVb) +
-                " of the first Z",
+            Tr("grand total %1, gross sales %2 of the first Z",
+               {Money(z.valorGt), Money(z.valorVb)}),
             SubjectOf(z), {"reducao_z", z.rowid, "valor_gt", Money(z.valorVb), Money(z.valorGt)});
     }
 }
 
-void ReportTempo(CheckContext& context, const ReducaoZRow& z, const char* what, const char* column,
+void ReportTempo(CheckContext& context, const ReducaoZRow& z, const char* text, const char* column,
                  const leitura::Integer& found, const std::string& due)
 {
-    context.findings.Report(FindingKind::Z_TEMPOS, Crz(z.crz),
-                            what + Number(found) + " s, the receipts of the day tell " + due + " s",
+    context.findings.Report(FindingKind::Z_TEMPOS, Crz(z.crz), Tr(text, {Number(found), due}),
                             SubjectOf(z), {"reducao_z", z.rowid, column, due, Number(found)});
 }
 
@@ -75,11 +77,11 @@ void CheckTempos(CheckContext& context, const ReducaoZRow& z)
     const bool known = z.segundosEmitindo.IsKnown() && z.segundosOperacional.IsKnown();
     if (!known || z.segundosEmitindo.Value() > z.segundosOperacional.Value()) {
         context.findings.Report(FindingKind::Z_TEMPOS, Crz(z.crz),
-                                "issuing documents " + Number(z.segundosEmitindo) +
-                                    " s, operating " + Number(z.segundosOperacional) + " s",
+                                Tr("issuing documents %1 s, operating %2 s",
+                                   {Number(z.segundosEmitindo), Number(z.segundosOperacional)}),
                                 SubjectOf(z),
                                 {"reducao_z", z.rowid, "tempo_operacional",
-                                 "at most " + Number(z.segundosOperacional),
+                                 Tr("at most %1", {Number(z.segundosOperacional)}),
                                  Number(z.segundosEmitindo)});
         return;
     }
@@ -91,9 +93,11 @@ void CheckTempos(CheckContext& context, const ReducaoZRow& z)
     const SecondsRange& emissao = jornada.emissao;
     if (emitindo < emissao.least || emitindo > emissao.most) {
         const std::string least = std::to_string(emissao.least);
-        ReportTempo(context, z, "issuing documents ", "tempo_operacional", z.segundosEmitindo,
-                    emissao.least == emissao.most ? least
-                                                  : least + " to " + std::to_string(emissao.most));
+        ReportTempo(
+            context, z, TrLater("issuing documents %1 s, the receipts of the day tell %2 s"),
+            "tempo_operacional", z.segundosEmitindo,
+            emissao.least == emissao.most ? least
+                                          : Tr("%1 to %2", {least, std::to_string(emissao.most)}));
     }
     const auto first = SecondsOf(jornada.primeiraHora);
     const auto last = SecondsOf(z.dataHoraEmissao.Value());
@@ -104,8 +108,8 @@ void CheckTempos(CheckContext& context, const ReducaoZRow& z)
         return;
     }
     if (z.segundosOperacional.Value() != operating) {
-        ReportTempo(context, z, "operating ", "tempo_emitindo_doc", z.segundosOperacional,
-                    std::to_string(operating));
+        ReportTempo(context, z, TrLater("operating %1 s, the receipts of the day tell %2 s"),
+                    "tempo_emitindo_doc", z.segundosOperacional, std::to_string(operating));
     }
 }
 
@@ -115,15 +119,17 @@ void CheckOrphans(CheckContext& context, const std::map<std::int64_t, ReducaoPar
 {
     for (const auto& [crz, part] : parts) {
         if (reducoes.count(crz) == 0 && !part.totalizadores.empty()) {
-            context.findings.Report(
-                FindingKind::TOTALIZADOR_SEM_REDUCAO, Crz(part.totalizadores.front().crz),
-                std::to_string(part.totalizadores.size()) + " totalizers", JornadaOf(crz));
+            context.findings.Report(FindingKind::TOTALIZADOR_SEM_REDUCAO,
+                                    Crz(part.totalizadores.front().crz),
+                                    TrCount("%1 totalizer", "%1 totalizers",
+                                            static_cast<long long>(part.totalizadores.size())),
+                                    JornadaOf(crz));
         }
     }
     for (const auto& [crz, part] : parts) {
         if (reducoes.count(crz) == 0 && !part.meios.empty()) {
             context.findings.Report(FindingKind::MEIO_SEM_REDUCAO, Crz(part.meios.front().crz),
-                                    std::to_string(part.meios.size()) + " payment means",
+                                    Tr("%1 payment means", {std::to_string(part.meios.size())}),
                                     JornadaOf(crz));
         }
     }
@@ -143,8 +149,8 @@ void CheckOrphans(CheckContext& context, const std::map<std::int64_t, ReducaoPar
         if (leitura::ComesBefore(crz, *last) && !jornada.primeiraHora.empty() &&
             reducoes.count(crz) == 0) {
             context.findings.Report(FindingKind::CUPOM_SEM_REDUCAO, Crz(crz),
-                                    "receipts from " + Coo(jornada.primeiroCoo) + " to " +
-                                        Coo(jornada.ultimoCoo) + " and no Z",
+                                    Tr("receipts from %1 to %2 and no Z",
+                                       {Coo(jornada.primeiroCoo), Coo(jornada.ultimoCoo)}),
                                     JornadaOf(crz));
         }
     }

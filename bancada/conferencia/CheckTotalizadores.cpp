@@ -1,4 +1,5 @@
 // The sums of a Z reduction against its totalizers, and these against the receipts of the day.
+#include "bancada/Messages.h"
 #include "bancada/conferencia/CheckReducao.h"
 #include "bancada/conferencia/Dominio.h"
 #include "bancada/conferencia/Texts.h"
@@ -110,7 +111,7 @@ void Compare(CheckContext& context, const ReducaoZRow& z, const std::string& nam
 {
     if (!IsSame(column, rows)) {
         context.findings.Report(FindingKind::Z_TOTALIZADORES, Crz(z.crz),
-                                name + " " + Money(column) + ", its rows " + Money(rows),
+                                Tr("%1 %2, its rows %3", {name, Money(column), Money(rows)}),
                                 SubjectOf(z),
                                 {"reducao_z", z.rowid, columnName, Money(rows), Money(column)});
     }
@@ -122,7 +123,7 @@ void CheckFixed(CheckContext& context, const ReducaoZRow& z, const Sums& sums,
     const auto row = sums.fixed.find(totalizador.name);
     if (row == sums.fixed.end()) {
         context.findings.Report(FindingKind::REDUCAO_INCOMPLETA, Crz(z.crz),
-                                std::string("no totalizer row ") + totalizador.name, SubjectOf(z));
+                                Tr("no totalizer row %1", {totalizador.name}), SubjectOf(z));
     } else {
         Compare(context, z, totalizador.name, totalizador.columnName, z.*totalizador.column,
                 row->second);
@@ -149,12 +150,13 @@ void CheckImposto(CheckContext& context, const ReducaoZRow& z, const Totalizador
     }
     const bool holds = rate ? due.Contains(row.valorImposto) : row.valorImposto.IsZero();
     if (!holds) {
-        context.findings.Report(FindingKind::Z_IMPOSTO, Crz(z.crz) + " " + code,
-                                "tax " + Money(row.valorImposto) + ", base " +
-                                    Money(row.valorBaseCalculo) + " comes to " + due.Text(),
-                                SubjectOf(z),
-                                {"totalizador_reducao", row.rowid, "valor_imposto", due.Text(),
-                                 Money(row.valorImposto)});
+        context.findings.Report(
+            FindingKind::Z_IMPOSTO, Crz(z.crz) + " " + code,
+            Tr("tax %1, base %2 comes to %3",
+               {Money(row.valorImposto), Money(row.valorBaseCalculo), due.Text()}),
+            SubjectOf(z),
+            {"totalizador_reducao", row.rowid, "valor_imposto", due.Text(),
+             Money(row.valorImposto)});
     }
 }
 
@@ -167,8 +169,8 @@ void CheckCodigo(CheckContext& context, const ReducaoZRow& z, const TotalizadorR
     if (row.fiscal.IsSet() ? !tax : code.empty()) {
         context.findings.Report(
             FindingKind::Z_NOME, Crz(z.crz),
-            "totalizer '" + row.totalizador.Shown() + "' of the kind " +
-                (row.fiscal.IsSet() ? "S" : "N"),
+            Tr("totalizer '%1' of the kind %2",
+               {row.totalizador.Shown(), row.fiscal.IsSet() ? "S" : "N"}),
             SubjectOf(z),
             {"totalizador_reducao", row.rowid, "totalizador", "", row.totalizador.Shown()});
     }
@@ -207,7 +209,7 @@ void CheckAliquotas(CheckContext& context, const ReducaoZRow& z, const ReducaoPa
         const std::string& code = row.totalizador.Value();
         if (row.fiscal.IsSet() && TributoOf(code)) {
             Pair& pair = pairs[keyOf(code)];
-            pair.codes += (pair.codes.empty() ? "" : " and ") + code;
+            pair.codes = pair.codes.empty() ? code : Tr("%1 and %2", {pair.codes, code});
             pair.base = pair.base + row.valorBaseCalculo;
             pair.programmed = true;
         }
@@ -218,12 +220,13 @@ void CheckAliquotas(CheckContext& context, const ReducaoZRow& z, const ReducaoPa
     for (const auto& [code, pair] : pairs) {
         if (pair.items.IsKnown() && (!pair.programmed || !pair.items.Contains(pair.base))) {
             const std::string& name = pair.programmed ? pair.codes : code;
-            context.findings.Report(FindingKind::Z_ALIQUOTA, Crz(z.crz) + " " + name,
-                                    (pair.programmed ? Money(pair.base) : "no totalizer") +
-                                        ", valid items " + pair.items.Text(),
-                                    SubjectOf(z),
-                                    {"totalizador_reducao", 0, "valor_base_calculo",
-                                     pair.items.Text(), Money(pair.base)});
+            context.findings.Report(
+                FindingKind::Z_ALIQUOTA, Crz(z.crz) + " " + name,
+                Tr("%1, valid items %2",
+                   {pair.programmed ? Money(pair.base) : Tr("no totalizer"), pair.items.Text()}),
+                SubjectOf(z),
+                {"totalizador_reducao", 0, "valor_base_calculo", pair.items.Text(),
+                 Money(pair.base)});
         }
     }
 }
@@ -232,21 +235,21 @@ void CheckAliquotas(CheckContext& context, const ReducaoZRow& z, const ReducaoPa
 // was cancelled twice the rows hold the last, so that there may be more than they tell.
 void CheckRegistrado(CheckContext& context, const ReducaoZRow& z, const Jornada& jornada)
 {
-    const auto compare = [&](const char* column, const char* name, const Amount& found,
+    const auto compare = [&](const char* column, const char* text, const Amount& found,
                              const Amount& due, bool mayBeMore) {
         if (!due.IsKnown() || IsSame(found, due) || (mayBeMore && IsAtMost(due, found))) {
             return;
         }
         context.findings.Report(FindingKind::Z_REGISTRADO, Crz(z.crz),
-                                name + Money(found) + ", items of the day " + Money(due),
-                                SubjectOf(z),
+                                Tr(text, {Money(found), Money(due)}), SubjectOf(z),
                                 {"reducao_z", z.rowid, column, Money(due), Money(found)});
     };
-    compare("valor_vb", "gross sales ", z.valorVb, jornada.bruto, jornada.acrescimoCancelado);
-    compare("valor_desc_icms", "discounts ", z.valorDescIcms + z.valorDescIss, jornada.descontos,
-            false);
-    compare("valor_acres_icms", "surcharges ", z.valorAcresIcms + z.valorAcresIss,
-            jornada.acrescimos, jornada.acrescimoCancelado);
+    compare("valor_vb", TrLater("gross sales %1, items of the day %2"), z.valorVb, jornada.bruto,
+            jornada.acrescimoCancelado);
+    compare("valor_desc_icms", TrLater("discounts %1, items of the day %2"),
+            z.valorDescIcms + z.valorDescIss, jornada.descontos, false);
+    compare("valor_acres_icms", TrLater("surcharges %1, items of the day %2"),
+            z.valorAcresIcms + z.valorAcresIss, jornada.acrescimos, jornada.acrescimoCancelado);
 }
 
 } // namespace
@@ -258,9 +261,9 @@ void CheckTotalizadores(CheckContext& context, const ReducaoZRow& z, const Reduc
     Amount bruto;
     for (int t = 0; t < TRIBUTOS; ++t) {
         const TributoColumns& columns = COLUMNS[t];
-        Compare(context, z, std::string("base of ") + columns.name, columns.baseName,
-                z.*columns.base, sums.base[t]);
-        Compare(context, z, std::string("tax of ") + columns.name, columns.impostoName,
+        Compare(context, z, Tr("base of %1", {columns.name}), columns.baseName, z.*columns.base,
+                sums.base[t]);
+        Compare(context, z, Tr("tax of %1", {columns.name}), columns.impostoName,
                 z.*columns.imposto, sums.imposto[t]);
         CheckFixed(context, z, sums, columns.desconto);
         CheckFixed(context, z, sums, columns.acrescimo);
@@ -271,8 +274,8 @@ void CheckTotalizadores(CheckContext& context, const ReducaoZRow& z, const Reduc
     }
     if (!IsSame(z.valorVb, bruto)) {
         context.findings.Report(FindingKind::Z_VB, Crz(z.crz),
-                                "gross sales " + Money(z.valorVb) +
-                                    ", net totalizers, discounts and cancellations " + Money(bruto),
+                                Tr("gross sales %1, net totalizers, discounts and cancellations %2",
+                                   {Money(z.valorVb), Money(bruto)}),
                                 SubjectOf(z),
                                 {"reducao_z", z.rowid, "valor_vb", Money(bruto), Money(z.valorVb)});
     }
@@ -290,16 +293,16 @@ void CheckTotalizadores(CheckContext& context, const ReducaoZRow& z, const Reduc
     }
     if (!jornada.vendas.Contains(liquido)) {
         context.findings.Report(FindingKind::Z_VENDAS, Crz(z.crz),
-                                "net tax totalizers " + Money(liquido) +
-                                    ", valid fiscal receipts " + jornada.vendas.Text(),
+                                Tr("net tax totalizers %1, valid fiscal receipts %2",
+                                   {Money(liquido), jornada.vendas.Text()}),
                                 SubjectOf(z),
                                 {"totalizador_reducao", 0, "valor_base_calculo",
                                  jornada.vendas.Text(), Money(liquido)});
     }
     if (!IsSame(sums.naoFiscais, jornada.naoFiscais)) {
         context.findings.Report(FindingKind::Z_NAO_FISCAIS, Crz(z.crz),
-                                "non-fiscal totalizers " + Money(sums.naoFiscais) +
-                                    ", valid non-fiscal receipts " + Money(jornada.naoFiscais),
+                                Tr("non-fiscal totalizers %1, valid non-fiscal receipts %2",
+                                   {Money(sums.naoFiscais), Money(jornada.naoFiscais)}),
                                 SubjectOf(z),
                                 {"totalizador_reducao", 0, "valor_base_calculo",
                                  Money(jornada.naoFiscais), Money(sums.naoFiscais)});

@@ -1,3 +1,4 @@
+#include "bancada/Messages.h"
 #include "bancada/conferencia/Sequencias.h"
 #include "bancada/conferencia/Texts.h"
 #include "bancada/leitura/Counter.h"
@@ -37,8 +38,8 @@ void ComprovanteSequence::Check(const Documento& documento)
     if (!m_expected.Accept(number.Value())) {
         m_context.findings.Report(
             FindingKind::CONTADOR_DOCUMENTO, Coo(documento.coo),
-            m_counted.label + (" " + Number(number)) + ", where " + std::to_string(*expected) +
-                " is due",
+            Tr("%1 %2, where %3 is due",
+               {m_counted.label, Number(number), std::to_string(*expected)}),
             DocumentOf(documento.coo.Value()),
             {"outros_documentos", 0, m_counted.column, std::to_string(*expected), Number(number)});
     }

@@ -1,5 +1,6 @@
 #include "bancada/conferencia/Conferencia.h"
 
+#include "bancada/Messages.h"
 #include "bancada/conferencia/CheckContext.h"
 #include "bancada/leitura/Query.h"
 #include "bancada/leitura/Tables.h"
@@ -29,18 +30,18 @@ void ReportLosses(FindingReport& findings, const LossIndex& losses)
     for (std::size_t i = 0; i < losses.Rows().size(); ++i) {
         const RejectedRow& row = losses.Rows()[i];
         const RejectedStatement& rejected = losses.All().rejected[i];
-        const std::string what = row.operation.empty() ? "a statement that cannot be read"
-                                                       : row.operation + " of " + row.table;
+        const std::string what = row.operation.empty() ? Tr("a statement that cannot be read")
+                                                       : Tr("%1 of %2", {row.operation, row.table});
         findings.ReportExplained(row.expected ? FindingKind::PERDA_PREVISTA
                                               : FindingKind::LINHA_PERDIDA,
                                  row.table + " " + row.KeyText(),
-                                 what + " by command " + std::to_string(rejected.command) +
-                                     " was rejected: " + rejected.error,
+                                 Tr("%1 by command %2 was rejected: %3",
+                                    {what, std::to_string(rejected.command), rejected.error}),
                                  false);
     }
     for (const LostCommand& command : losses.All().lost) {
         findings.ReportExplained(FindingKind::COMANDO_PERDIDO, command.time,
-                                 "the rows of a command are lost: " + command.reason, false);
+                                 Tr("the rows of a command are lost: %1", {command.reason}), false);
     }
 }
 

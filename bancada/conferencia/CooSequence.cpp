@@ -1,3 +1,4 @@
+#include "bancada/Messages.h"
 #include "bancada/conferencia/Sequencias.h"
 #include "bancada/conferencia/Texts.h"
 #include "bancada/leitura/Counter.h"
@@ -26,7 +27,7 @@ void CooSequence::Check(const Documento& documento)
     const std::int64_t steps = leitura::Steps(*m_last, coo);
     if (steps == 0 || steps > leitura::LAST_COUNTER / 2) {
         m_context.findings.Report(FindingKind::COO_REPETIDO, Coo(documento.coo),
-                                  "comes after " + Coo(*m_last), DocumentOf(coo));
+                                  Tr("comes after %1", {Coo(*m_last)}), DocumentOf(coo));
         return;
     }
     std::int64_t missing = steps - 1;
@@ -71,11 +72,10 @@ void CooSequence::ReportCancelamento()
 {
     // A number that came round may have been cancelled for another receipt.
     if (m_awaitsCancelamento && !m_mayBeThere && !m_context.Repeated().HasComeRound(m_cancelado)) {
-        m_context.findings.Report(FindingKind::CANCELAMENTO_AUSENTE, Coo(m_cancelado),
-                                  "cancelled, and the next documents leave no number for its"
-                                  " cancellation",
-                                  DocumentOf(m_cancelado.Value()),
-                                  {"cupom_fiscal", 0, "id_cancelado", "N", "S"});
+        m_context.findings.Report(
+            FindingKind::CANCELAMENTO_AUSENTE, Coo(m_cancelado),
+            Tr("cancelled, and the next documents leave no number for its cancellation"),
+            DocumentOf(m_cancelado.Value()), {"cupom_fiscal", 0, "id_cancelado", "N", "S"});
     }
 }
 
@@ -87,7 +87,7 @@ void CooSequence::ReportMissing(const Gap& gap)
     }
     m_context.findings.ReportExplained(
         FindingKind::COO_AUSENTE, "COO " + NumbersText(gap.first, gap.count),
-        "no document, and nothing logged that took the number", explained);
+        Tr("no document, and nothing logged that took the number"), explained);
 }
 
 } // namespace bancada::conferencia

@@ -1,3 +1,4 @@
+#include "bancada/Messages.h"
 #include "bancada/conferencia/Sequencias.h"
 #include "bancada/conferencia/Texts.h"
 
@@ -7,10 +8,10 @@ namespace bancada::conferencia
 void CrzSequence::Check(const Documento& documento)
 {
     if (documento.tipo != "RZ" && m_last && documento.crz.Value() != m_last->Value()) {
-        m_context.findings.Report(FindingKind::CRZ_DOCUMENTO, Coo(documento.coo),
-                                  "filed under " + Crz(documento.crz) + ", the last Z is " +
-                                      Crz(*m_last),
-                                  DocumentOf(documento.coo.Value()));
+        m_context.findings.Report(
+            FindingKind::CRZ_DOCUMENTO, Coo(documento.coo),
+            Tr("filed under %1, the last Z is %2", {Crz(documento.crz), Crz(*m_last)}),
+            DocumentOf(documento.coo.Value()));
         return;
     }
     m_last = documento.crz;
@@ -26,7 +27,7 @@ void CrzSequence::CheckFiscal(const Documento& documento)
     if (!m_receipts.Accept(Following(documento.crz.Value(), 0))) {
         m_context.findings.Report(
             FindingKind::CUPOM_FORA_DO_DIA, Coo(documento.coo),
-            "filed under " + Crz(documento.crz) + ", the next Z is " + Crz(*expected),
+            Tr("filed under %1, the next Z is %2", {Crz(documento.crz), Crz(*expected)}),
             DocumentOf(documento.coo.Value()),
             {"cupom_fiscal", 0, "cont_crz", std::to_string(*expected), Number(documento.crz)});
     }

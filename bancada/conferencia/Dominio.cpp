@@ -1,5 +1,6 @@
 #include "bancada/conferencia/Dominio.h"
 
+#include "bancada/Messages.h"
 #include "bancada/leitura/Amount.h"
 #include "bancada/leitura/Limits.h"
 
@@ -231,62 +232,62 @@ const char* MeaningOf(Domain domain)
 {
     switch (domain) {
     case Domain::TEXT:
-        return "a text";
+        return Tr("a text");
     case Domain::COUNTER:
-        return "a number from 1 to 999999";
+        return Tr("a number from 1 to 999999");
     case Domain::COUNTER_OR_ZERO:
-        return "a number from 0 to 999999";
+        return Tr("a number from 0 to 999999");
     case Domain::NEXT_COUNTER:
-        return "a number from 1 to 1000000";
+        return Tr("a number from 1 to 1000000");
     case Domain::ECF:
         return "1";
     case Domain::ITEM:
-        return "a number from 1 to 999";
+        return Tr("a number from 1 to 999");
     case Domain::MEIO:
-        return "a number from 1 to 20";
+        return Tr("a number from 1 to 20");
     case Domain::MEIO_OR_TROCO:
-        return "a number from 1 to 21";
+        return Tr("a number from 1 to 21");
     case Domain::TOTALIZADOR_NF:
-        return "a number from 1 to 39";
+        return Tr("a number from 1 to 39");
     case Domain::PARCELAS:
-        return "a number from 0 to 99";
+        return Tr("a number from 0 to 99");
     case Domain::CAIXA:
-        return "a number from 0 to 999";
+        return Tr("a number from 0 to 999");
     case Domain::CASAS:
-        return "a number from 0 to 4";
+        return Tr("a number from 0 to 4");
     case Domain::SECONDS:
-        return "a number of seconds";
+        return Tr("a number of seconds");
     case Domain::INSTANT:
-        return "yyyy-mm-dd hh:mm:ss";
+        return Tr("yyyy-mm-dd hh:mm:ss");
     case Domain::DAY:
-        return "yyyy-mm-dd 00:00:00";
+        return Tr("yyyy-mm-dd 00:00:00");
     case Domain::FLAG:
-        return "S or N";
+        return Tr("S or N");
     case Domain::KIND:
-        return "V or P";
+        return Tr("V or P");
     case Domain::ROUNDING:
-        return "A or T";
+        return Tr("A or T");
     case Domain::DOCUMENT_TYPE:
-        return "LX, MF, CC, RG, NC, CN or RZ";
+        return Tr("LX, MF, CC, RG, NC, CN or RZ");
     case Domain::MODE:
-        return "L or T";
+        return Tr("L or T");
     case Domain::MONEY:
     case Domain::MONEY_OF_ITEM:
-        return "an amount, none below zero";
+        return Tr("an amount, none below zero");
     case Domain::SIGNED_MONEY:
-        return "an amount";
+        return Tr("an amount");
     case Domain::QUANTITY:
-        return "a decimal above zero";
+        return Tr("a decimal above zero");
     case Domain::PERCENT:
-        return "a percentage from 0 to 999.99";
+        return Tr("a percentage from 0 to 999.99");
     case Domain::TAX_CODE:
-        return "a tax code";
+        return Tr("a tax code");
     case Domain::SIGNATURE:
-        return "Base64, or a blank";
+        return Tr("Base64, or a blank");
     case Domain::UF:
-        return "a state";
+        return Tr("a state");
     case Domain::CNPJ:
-        return "a CNPJ with its check digits";
+        return Tr("a CNPJ with its check digits");
     }
     return "";
 }

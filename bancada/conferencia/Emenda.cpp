@@ -1,5 +1,6 @@
 #include "bancada/conferencia/Emenda.h"
 
+#include "bancada/Messages.h"
 #include "bancada/conferencia/Texts.h"
 #include "bancada/leitura/Counter.h"
 #include "bancada/leitura/Query.h"
@@ -12,11 +13,24 @@ namespace bancada::conferencia
 namespace
 {
 
+// What is said of numbers that do not follow each other, for Tr.
+struct SeamTexts {
+    const char* overlaps;
+    const char* missing;
+};
+
+constexpr SeamTexts DOCUMENTS = {
+    TrLater("a document stands in both: the first ends at %1, the next begins at %2"),
+    TrLater("a document is missing between them: the first ends at %1, the next begins at %2")};
+constexpr SeamTexts REDUCTIONS = {
+    TrLater("a Z reduction stands in both: the first ends at %1, the next begins at %2"),
+    TrLater("a Z reduction is missing between them: the first ends at %1, the next begins at %2")};
+
 class Seam
 {
   public:
     Seam(const LookedAt& before, const LookedAt& after, const FindingSink& sink)
-        : m_key(before.file + " to " + after.file), m_sink(sink)
+        : m_key(Tr("%1 to %2", {before.file, after.file})), m_sink(sink)
     {
     }
 
@@ -27,7 +41,7 @@ class Seam
     }
 
     // Numbers of which the next is due, one step behind the last.
-    void Follow(const std::string& what, const Place& where, const leitura::Integer& last,
+    void Follow(const SeamTexts& texts, const Place& where, const leitura::Integer& last,
                 const leitura::Integer& next)
     {
         if (!last.IsKnown() || !next.IsKnown()) {
@@ -41,9 +55,7 @@ class Seam
         place.expected = std::to_string(last.Value() + 1);
         place.found = Number(next);
         const bool overlaps = steps == 0 || leitura::ComesBefore(next.Value(), last.Value());
-        Report(what + (overlaps ? " stands in both: " : " is missing between them: ") +
-                   "the first ends at " + Number(last) + ", the next begins at " + Number(next),
-               place);
+        Report(Tr(overlaps ? texts.overlaps : texts.missing, {Number(last), Number(next)}), place);
     }
 
     std::int64_t Findings() const { return m_findings; }
@@ -80,8 +92,8 @@ void CheckGnf(Seam& seam, const Operation& last, const Operation& next)
     }
     if (leitura::Steps(last.gnf.Value(), next.gnf.Value()) >
         leitura::Steps(last.coo.Value(), next.coo.Value())) {
-        seam.Report("non-fiscal operations do not follow each other: GNF " + Number(last.gnf) +
-                        ", then GNF " + Number(next.gnf),
+        seam.Report(Tr("non-fiscal operations do not follow each other: GNF %1, then GNF %2",
+                       {Number(last.gnf), Number(next.gnf)}),
                     {"outros_documentos", 0, "cont_gnf", Number(last.gnf), Number(next.gnf)});
     }
 }
@@ -98,8 +110,8 @@ void CheckGt(Seam& seam, const LookedAt& before, const leitura::DatabaseReading&
     }
     const leitura::Amount due = before.gt + z.valorVb;
     if (!IsSame(due, z.valorGt)) {
-        seam.Report("the grand total does not continue: GT " + Money(before.gt) + " and VB " +
-                        Money(z.valorVb) + " of " + Crz(z.crz) + " are not GT " + Money(z.valorGt),
+        seam.Report(Tr("the grand total does not continue: GT %1 and VB %2 of %3 are not GT %4",
+                       {Money(before.gt), Money(z.valorVb), Crz(z.crz), Money(z.valorGt)}),
                     {"reducao_z", z.rowid, "valor_gt", Money(due), Money(z.valorGt)});
     }
 }
@@ -114,19 +126,19 @@ std::int64_t CheckEmenda(const leitura::DatabaseReading& before, const LookedAt&
     // A database that was begun anew has the serial number when it is programmed again.
     if (!lookedAtBefore.numSerie.empty() && !lookedAtAfter.numSerie.empty() &&
         lookedAtBefore.numSerie != lookedAtAfter.numSerie) {
-        seam.Report("another register: serial number " + OneLine(lookedAtBefore.numSerie) +
-                        ", then " + OneLine(lookedAtAfter.numSerie),
+        seam.Report(Tr("another register: serial number %1, then %2",
+                       {OneLine(lookedAtBefore.numSerie), OneLine(lookedAtAfter.numSerie)}),
                     {"dados_ecf", 0, "num_serie", lookedAtBefore.numSerie, lookedAtAfter.numSerie});
     }
-    seam.Follow("a document", {"", 0, "cont_coo", "", ""}, lookedAtBefore.ultimoCoo,
+    seam.Follow(DOCUMENTS, {"", 0, "cont_coo", "", ""}, lookedAtBefore.ultimoCoo,
                 lookedAtAfter.primeiroCoo);
-    seam.Follow("a Z reduction", {"reducao_z", 0, "cont_crz", "", ""}, lookedAtBefore.ultimoCrz,
+    seam.Follow(REDUCTIONS, {"reducao_z", 0, "cont_crz", "", ""}, lookedAtBefore.ultimoCrz,
                 lookedAtAfter.primeiroCrz);
     CheckGnf(seam, ReadOperation(before, "max"), ReadOperation(after, "min"));
     CheckGt(seam, lookedAtBefore, after);
     if (!lookedAtAfter.IsEmpty() && lookedAtAfter.primeiraHora < lookedAtBefore.ultimaHora) {
-        seam.Report("the next begins on " + OneLine(lookedAtAfter.primeiraHora) +
-                        ", before the first ends on " + OneLine(lookedAtBefore.ultimaHora),
+        seam.Report(Tr("the next begins on %1, before the first ends on %2",
+                       {OneLine(lookedAtAfter.primeiraHora), OneLine(lookedAtBefore.ultimaHora)}),
                     {"", 0, "", lookedAtBefore.ultimaHora, lookedAtAfter.primeiraHora});
     }
     return seam.Findings();

@@ -1,5 +1,6 @@
 #include "bancada/conferencia/FindingReport.h"
 
+#include "bancada/Messages.h"
 #include "bancada/conferencia/Texts.h"
 
 #include <utility>
@@ -16,8 +17,9 @@ void FindingReport::Report(FindingKind kind, const std::string& key, const std::
     const bool explained = IsExplained(kind, key, subject);
     const auto residue = m_residue.find({kind, key});
     const bool partly = residue != m_residue.end() && !explained && residue->second != text;
-    HandOut({kind, subject, key, partly ? text + "; with the lost rows: " + residue->second : text,
-             explained, place});
+    HandOut({kind, subject, key,
+             partly ? Tr("%1; with the lost rows: %2", {text, residue->second}) : text, explained,
+             place});
 }
 
 bool FindingReport::IsExplained(FindingKind kind, const std::string& key,

@@ -1,5 +1,6 @@
 #include "bancada/conferencia/Gaps.h"
 
+#include "bancada/Messages.h"
 #include "bancada/leitura/Limits.h"
 
 #include <algorithm>
@@ -18,7 +19,7 @@ std::int64_t Following(std::int64_t number, std::int64_t steps)
 std::string NumbersText(std::int64_t first, std::int64_t count)
 {
     const std::string text = std::to_string(first);
-    return count == 1 ? text : text + " to " + std::to_string(Following(first, count - 1));
+    return count == 1 ? text : Tr("%1 to %2", {text, std::to_string(Following(first, count - 1))});
 }
 
 void Gaps::Add(std::int64_t first, std::int64_t count, std::int64_t maybeEstornos)

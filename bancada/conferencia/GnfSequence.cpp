@@ -1,3 +1,4 @@
+#include "bancada/Messages.h"
 #include "bancada/conferencia/Sequencias.h"
 #include "bancada/conferencia/Texts.h"
 #include "bancada/leitura/Counter.h"
@@ -26,7 +27,7 @@ void GnfSequence::Check(const Documento& documento)
         if (steps < own || steps > leitura::LAST_COUNTER / 2) {
             m_context.findings.Report(
                 FindingKind::GNF_REPETIDO, "GNF " + Number(documento.contador),
-                Coo(documento.coo) + " comes after GNF " + std::to_string(*m_last),
+                Tr("%1 comes after %2", {Coo(documento.coo), "GNF " + std::to_string(*m_last)}),
                 DocumentOf(documento.coo.Value()));
             return;
         }
@@ -52,8 +53,8 @@ void GnfSequence::CheckAbsent(const Documento& documento, std::int64_t count)
     for (; begin < absent.size() && m_gaps.MayHoldEstorno(); ++begin) {
         m_context.findings.ReportExplained(
             FindingKind::DOCUMENTO_SEM_LINHA, "GNF " + std::to_string(absent[begin]),
-            "reversal of a voucher" + m_gaps.Where(1, Absent::ESTORNO_COMPROVANTE) + " before " +
-                Coo(documento.coo),
+            Tr("reversal of a voucher%1 before %2",
+               {m_gaps.Where(1, Absent::ESTORNO_COMPROVANTE), Coo(documento.coo)}),
             false);
         m_gaps.Consume(1, Absent::ESTORNO_COMPROVANTE);
     }
@@ -65,8 +66,8 @@ void GnfSequence::CheckAbsent(const Documento& documento, std::int64_t count)
         const auto missing = static_cast<std::int64_t>(end - begin);
         m_context.findings.ReportExplained(
             FindingKind::GNF_AUSENTE, "GNF " + NumbersText(absent[begin], missing),
-            "no non-fiscal document" + m_gaps.Where(missing, Absent::ANOTHER) + " before " +
-                Coo(documento.coo),
+            Tr("no non-fiscal document%1 before %2",
+               {m_gaps.Where(missing, Absent::ANOTHER), Coo(documento.coo)}),
             IsExplained(absent[begin], missing));
         m_gaps.Consume(missing, Absent::ANOTHER);
         begin = end;
@@ -99,7 +100,7 @@ bool GnfSequence::ExplainAtEnd()
     if (gap.maybeEstornos > 0) {
         m_context.findings.ReportExplained(
             FindingKind::DOCUMENTO_SEM_LINHA, Coo(gap.first),
-            "may be the reversal of a voucher; no later document tells", false);
+            Tr("may be the reversal of a voucher; no later document tells"), false);
         m_gaps.Consume(1, Absent::ESTORNO_COMPROVANTE);
         return true;
     }

@@ -1,3 +1,4 @@
+#include "bancada/Messages.h"
 #include "bancada/conferencia/Sequencias.h"
 #include "bancada/conferencia/Texts.h"
 
@@ -6,19 +7,19 @@ namespace bancada::conferencia
 
 void HoraSequence::Check(const Documento& documento)
 {
-    const std::string before = "after " + m_coo;
+
     if (documento.hora < m_hora) {
         // The clock is set in an intervention, which is left with a reading.
         const bool set = documento.tipo == "LX";
-        m_context.findings.ReportExplained(set ? FindingKind::RELOGIO_ATRASADO : FindingKind::ORDEM,
-                                           Coo(documento.coo),
-                                           "of " + documento.hora + ", " + before + " of " + m_hora,
-                                           false, DocumentOf(documento.coo.Value()));
+        m_context.findings.ReportExplained(
+            set ? FindingKind::RELOGIO_ATRASADO : FindingKind::ORDEM, Coo(documento.coo),
+            Tr("of %1, after %2 of %3", {documento.hora, m_coo, m_hora}), false,
+            DocumentOf(documento.coo.Value()));
     } else if (documento.hora < m_fim) {
-        m_context.findings.ReportExplained(FindingKind::ORDEM, Coo(documento.coo),
-                                           "of " + documento.hora + ", " + before +
-                                               ", which ended " + m_fim,
-                                           false, DocumentOf(documento.coo.Value()));
+        m_context.findings.ReportExplained(
+            FindingKind::ORDEM, Coo(documento.coo),
+            Tr("of %1, after %2, which ended %3", {documento.hora, m_coo, m_fim}), false,
+            DocumentOf(documento.coo.Value()));
     }
     m_coo = Coo(documento.coo);
     m_hora = documento.hora;

@@ -1,5 +1,6 @@
 #include "bancada/conferencia/Jornada.h"
 
+#include "bancada/Messages.h"
 #include "bancada/conferencia/Texts.h"
 #include "bancada/leitura/Limits.h"
 
@@ -23,7 +24,7 @@ std::string AmountRange::Text() const
 {
     const std::string least = Money(m_least);
     const std::string most = Money(m_most);
-    return least == most ? least : least + " to " + most;
+    return least == most ? least : Tr("%1 to %2", {least, most});
 }
 
 namespace

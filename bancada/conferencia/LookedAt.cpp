@@ -1,5 +1,6 @@
 #include "bancada/conferencia/LookedAt.h"
 
+#include "bancada/Messages.h"
 #include "bancada/Sha256.h"
 #include "bancada/Unusable.h"
 #include "bancada/conferencia/Texts.h"
@@ -94,6 +95,13 @@ LookedAt ReadLookedAt(const leitura::DatabaseReading& database)
     return lookedAt;
 }
 
+std::string RangeOf(const LookedAt& lookedAt)
+{
+    return Tr("%1 of %2 to %3 of %4, %5 to %6",
+              {Coo(lookedAt.primeiroCoo), lookedAt.primeiraHora, Coo(lookedAt.ultimoCoo),
+               lookedAt.ultimaHora, Crz(lookedAt.primeiroCrz), Crz(lookedAt.ultimoCrz)});
+}
+
 std::optional<Anchor> ParseAnchor(const std::string& text)
 {
     Anchor anchor;
@@ -140,7 +148,7 @@ std::int64_t CheckAnchor(const leitura::DatabaseReading& database, const LookedA
         sink({FindingKind::ANCORA,
               subject,
               key,
-              "known to be " + expected + ", the rows end at " + found,
+              Tr("known to be %1, the rows end at %2", {expected, found}),
               false,
               {column == "cont_coo" ? "" : "reducao_z", 0, column, expected, found}});
     };
@@ -160,7 +168,7 @@ std::int64_t CheckAnchor(const leitura::DatabaseReading& database, const LookedA
     }
     if (anchor.gt && (!found || !IsSame(z.valorGt, *anchor.gt))) {
         report(Crz(crz) + " GT", JornadaOf(crz.Value()), "valor_gt", Money(*anchor.gt),
-               found ? Money(z.valorGt) : "none");
+               found ? Money(z.valorGt) : Tr("none"));
     }
     return findings;
 }

@@ -1,6 +1,7 @@
 // What a reconciliation looked at, and whether it reaches what is known from outside.
 #pragma once
 
+#include "bancada/Messages.h"
 #include "bancada/conferencia/Finding.h"
 #include "bancada/leitura/DatabaseReading.h"
 #include "bancada/leitura/Tables.h"
@@ -22,12 +23,12 @@ struct LookedAt {
     std::string numSerie;
     std::string contribuinte; // name and CNPJ of the owner
     // The documents issued first and last, as far as rows tell; not known of an empty database.
-    leitura::Integer primeiroCoo{leitura::CellState::NULL_VALUE, "none"};
-    leitura::Integer ultimoCoo{leitura::CellState::NULL_VALUE, "none"};
+    leitura::Integer primeiroCoo{leitura::CellState::NULL_VALUE, Tr("none")};
+    leitura::Integer ultimoCoo{leitura::CellState::NULL_VALUE, Tr("none")};
     std::string primeiraHora, ultimaHora;
     // Of the Z reductions.
-    leitura::Integer primeiroCrz{leitura::CellState::NULL_VALUE, "none"};
-    leitura::Integer ultimoCrz{leitura::CellState::NULL_VALUE, "none"};
+    leitura::Integer primeiroCrz{leitura::CellState::NULL_VALUE, Tr("none")};
+    leitura::Integer ultimoCrz{leitura::CellState::NULL_VALUE, Tr("none")};
     leitura::Amount gt;
 
     bool IsEmpty() const { return !ultimoCoo.IsKnown(); }
@@ -35,6 +36,10 @@ struct LookedAt {
 
 // Throws Unusable for the database of another program, or one that cannot be read.
 LookedAt ReadLookedAt(const leitura::DatabaseReading& database);
+
+// From the first document to the last and from the first Z reduction to the last, for a person; of
+// a database that is not empty.
+std::string RangeOf(const LookedAt& lookedAt);
 
 // What is known of a register from outside its database: from a paper Z, from its own memory.
 struct Anchor {

@@ -1,5 +1,7 @@
 #include "bancada/conferencia/Texts.h"
 
+#include "bancada/Messages.h"
+
 namespace bancada::conferencia
 {
 
@@ -21,6 +23,12 @@ std::string Coo(const leitura::Integer& coo)
 std::string Crz(const leitura::Integer& crz)
 {
     return "CRZ " + Number(crz);
+}
+
+std::string RangeText(std::int64_t first, std::int64_t last)
+{
+    return first == last ? std::to_string(first)
+                         : Tr("%1 to %2", {std::to_string(first), std::to_string(last)});
 }
 
 std::string OneLine(std::string text)

@@ -20,6 +20,9 @@ std::string Number(const leitura::Integer& integer);
 std::string Coo(const leitura::Integer& coo);
 std::string Crz(const leitura::Integer& crz);
 
+// "12 to 15", or "12" where both are the same.
+std::string RangeText(std::int64_t first, std::int64_t last);
+
 // The text with a '?' for every control byte, so that it stays on its line.
 std::string OneLine(std::string text);
 

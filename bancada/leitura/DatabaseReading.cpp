@@ -1,5 +1,6 @@
 #include "bancada/leitura/DatabaseReading.h"
 
+#include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 #include "bancada/leitura/Limits.h"
 
@@ -103,16 +104,16 @@ DatabaseReading::DatabaseReading(std::string path) : m_path(std::move(path))
     std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(m_path, error);
     if (status.type() == std::filesystem::file_type::not_found) {
-        throw Unusable(m_path + ": no such file");
+        throw Unusable(Tr("%1: no such file", {m_path}));
     }
     if (status.type() == std::filesystem::file_type::directory) {
-        throw Unusable(m_path + ": is a directory");
+        throw Unusable(Tr("%1: is a directory", {m_path}));
     }
     if (error) {
         throw Unusable(m_path + ": " + error.message());
     }
     if (status.type() != std::filesystem::file_type::regular) {
-        throw Unusable(m_path + ": not a file");
+        throw Unusable(Tr("%1: not a file", {m_path}));
     }
     m_file = std::filesystem::canonical(m_path, error).string();
     if (error) {
@@ -197,13 +198,13 @@ void DatabaseReading::ConfirmUnchanged() const
         return;
     }
     if (!(StampOf(m_file) == m_databaseStamp) || !(StampOf(m_file + "-wal") == m_logStamp)) {
-        throw Unusable(m_path + ": was written to while it was read");
+        throw Unusable(Tr("%1: was written to while it was read", {m_path}));
     }
 }
 
 void DatabaseReading::Fail() const
 {
-    throw Unusable(m_path + ": " + (m_db ? sqlite3_errmsg(m_db.get()) : "out of memory"));
+    throw Unusable(m_path + ": " + (m_db ? sqlite3_errmsg(m_db.get()) : Tr("out of memory")));
 }
 
 } // namespace bancada::leitura

@@ -1,5 +1,6 @@
 #include "bancada/leitura/Query.h"
 
+#include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 
 #include <sqlite3.h>
@@ -20,8 +21,8 @@ Query::Query(const DatabaseReading& database, const std::string& sql) : m_databa
                                           static_cast<int>(sql.size()), &statement, nullptr);
     m_statement.reset(statement);
     if (result == SQLITE_ERROR) {
-        throw Unusable(database.Path() + ": not a logging database (" +
-                       sqlite3_errmsg(database.Handle()) + ")");
+        throw Unusable(Tr("%1: not a logging database (%2)",
+                          {database.Path(), sqlite3_errmsg(database.Handle())}));
     }
     if (result != SQLITE_OK) {
         database.Fail();

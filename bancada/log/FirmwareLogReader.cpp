@@ -1,5 +1,6 @@
 #include "bancada/log/FirmwareLogReader.h"
 
+#include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 #include "bancada/log/LogText.h"
 
@@ -50,7 +51,7 @@ FirmwareLogReader::FirmwareLogReader(const std::string& path)
     : m_path(path), m_file(path, std::ios::binary)
 {
     if (!m_file) {
-        throw Unusable("cannot read the firmware log " + path + ": " + std::strerror(errno));
+        throw Unusable(Tr("cannot read the firmware log %1: %2", {path, std::strerror(errno)}));
     }
 }
 
@@ -67,7 +68,7 @@ bool FirmwareLogReader::Next(FirmwareLogRecord& record)
         ++m_damaged;
     }
     if (m_file.bad()) {
-        throw Unusable("cannot read the firmware log " + m_path);
+        throw Unusable(Tr("cannot read the firmware log %1", {m_path}));
     }
     return false;
 }

@@ -1,5 +1,6 @@
 #include "bancada/recuperacao/PageFile.h"
 
+#include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 #include "bancada/recuperacao/BtreePage.h"
 #include "bancada/recuperacao/Bytes.h"
@@ -41,10 +42,11 @@ std::string File(const std::string& path)
     std::error_code error;
     const fs::file_status status = fs::status(path, error);
     if (status.type() == fs::file_type::not_found) {
-        throw Unusable(path + ": no such file");
+        throw Unusable(Tr("%1: no such file", {path}));
     }
     if (!fs::is_regular_file(status)) {
-        throw Unusable(path + (fs::is_directory(status) ? ": is a directory" : ": not a file"));
+        throw Unusable(fs::is_directory(status) ? Tr("%1: is a directory", {path})
+                                                : Tr("%1: not a file", {path}));
     }
     return fs::canonical(path).string();
 }
@@ -55,7 +57,7 @@ PageFile::PageFile(const std::string& path)
     : m_file(File(path), std::ios::binary), m_log(File(path) + "-wal")
 {
     if (!m_file) {
-        throw Unusable(path + ": cannot be read");
+        throw Unusable(Tr("%1: cannot be read", {path}));
     }
     m_bytes = fs::file_size(path);
     std::string header;
@@ -77,7 +79,7 @@ PageFile::PageFile(const std::string& path)
         m_pageSize = GuessPageSize();
     }
     if (m_pageSize == 0) {
-        throw Unusable(path + ": holds no page of a database");
+        throw Unusable(Tr("%1: holds no page of a database", {path}));
     }
     const std::uint64_t pages =
         std::max<std::uint64_t>(m_bytes / m_pageSize, m_log.DatabasePages());

@@ -1,5 +1,6 @@
 #include "bancada/recuperacao/Recuperacao.h"
 
+#include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 #include "bancada/recuperacao/BtreePage.h"
 #include "bancada/recuperacao/Bytes.h"
@@ -492,7 +493,7 @@ Recuperacao Recover(const std::string& from, const std::string& to)
     const Stamp logBefore = StampOf(from + "-wal");
     Recuperacao result = Recovery(from, to).Recover();
     if (StampOf(from) != before || StampOf(from + "-wal") != logBefore) {
-        throw Unusable(from + ": was written to while it was read");
+        throw Unusable(Tr("%1: was written to while it was read", {from}));
     }
     return result;
 }

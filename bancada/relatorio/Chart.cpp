@@ -1,5 +1,7 @@
 #include "bancada/relatorio/Chart.h"
 
+#include "bancada/Messages.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
@@ -80,7 +82,7 @@ std::string PlotHoras(const std::vector<VendaHora>& horas, int width, int left,
     const std::int64_t step = StepFor(greatest);
     const std::int64_t top = step * std::max<std::int64_t>(1, (greatest + step - 1) / step);
 
-    std::string svg = SvgBegin(width, HEIGHT, "Sales by hour");
+    std::string svg = SvgBegin(width, HEIGHT, Tr("Sales by hour"));
     for (std::int64_t mark = 0; mark <= top; mark += step) {
         const int y = BASE - Fraction(mark, top, BASE - TOP);
         svg += "<line class=\"grade\" x1=\"" + std::to_string(left) + "\" x2=\"" +
@@ -93,10 +95,10 @@ std::string PlotHoras(const std::vector<VendaHora>& horas, int width, int left,
         const int x = left + static_cast<int>(hora) * column;
         const int height = Fraction(venda.valor.Units(), top, BASE - TOP);
         if (venda.cupons > 0) {
-            svg += SvgBar(x + gap, BASE - height, column - 2 * gap, height,
-                          WithZeros(static_cast<int>(hora), 2) + " h: R$ " +
-                              AmountText(venda.valor) + ", " + std::to_string(venda.cupons) +
-                              (venda.cupons == 1 ? " receipt" : " receipts"));
+            svg +=
+                SvgBar(x + gap, BASE - height, column - 2 * gap, height,
+                       WithZeros(static_cast<int>(hora), 2) + " h: R$ " + AmountText(venda.valor) +
+                           ", " + TrCount("%1 receipt", "%1 receipts", venda.cupons));
         }
         if (hora % labelled == 0) {
             svg += SvgText("eixo meio", x + column / 2, BASE + 18,
@@ -109,7 +111,7 @@ std::string PlotHoras(const std::vector<VendaHora>& horas, int width, int left,
 std::string Tip(const VendaMeio& meio)
 {
     return NameOrNumber(meio) + ": R$ " + AmountText(meio.valor) + ", " +
-           std::to_string(meio.pagamentos) + (meio.pagamentos == 1 ? " payment" : " payments");
+           TrCount("%1 payment", "%1 payments", meio.pagamentos);
 }
 
 std::int64_t Greatest(const std::vector<VendaMeio>& meios)
@@ -126,7 +128,7 @@ std::string PlotMeiosWide(const std::vector<VendaMeio>& meios)
     constexpr std::size_t NAME_COLUMNS = 22;
 
     std::string svg =
-        SvgBegin(WIDE, LINE * static_cast<int>(meios.size()) + 8, "Sales by payment means");
+        SvgBegin(WIDE, LINE * static_cast<int>(meios.size()) + 8, Tr("Sales by payment means"));
     int y = 4;
     for (const VendaMeio& meio : meios) {
         const int width = Fraction(meio.valor.Units(), Greatest(meios), WIDE - LEFT - RIGHT);
@@ -145,7 +147,7 @@ std::string PlotMeiosNarrow(const std::vector<VendaMeio>& meios)
     constexpr std::size_t NAME_COLUMNS = 24;
 
     std::string svg =
-        SvgBegin(NARROW, LINE * static_cast<int>(meios.size()) + 8, "Sales by payment means");
+        SvgBegin(NARROW, LINE * static_cast<int>(meios.size()) + 8, Tr("Sales by payment means"));
     int y = 4;
     for (const VendaMeio& meio : meios) {
         const int width = Fraction(meio.valor.Units(), Greatest(meios), NARROW);

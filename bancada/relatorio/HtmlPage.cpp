@@ -1,5 +1,6 @@
 #include "bancada/relatorio/HtmlPage.h"
 
+#include "bancada/Messages.h"
 #include "bancada/relatorio/DisplayText.h"
 #include "bancada/relatorio/HtmlPageAssets.h"
 #include "bancada/relatorio/HtmlParts.h"
@@ -13,9 +14,9 @@ namespace
 class PageWriter final : public JornadaVisitor
 {
   public:
-    PageWriter(Report& report, const HtmlPage& page, const Estabelecimento& estabelecimento,
-               std::ostream& out)
-        : m_report(report), m_page(page), m_estabelecimento(estabelecimento), m_out(out)
+    PageWriter(const PageSource& source, const HtmlPage& page, bool& empty, std::ostream& out)
+        : m_source(source), m_page(page),
+          m_estabelecimento(source.report.Names().ReadEstabelecimento()), m_empty(empty), m_out(out)
     {
     }
 
@@ -27,7 +28,7 @@ class PageWriter final : public JornadaVisitor
         m_out << "<details class=\"dia\" data-crz=\"" << EscapeHtml(WithZeros(jornada.crz, 1))
               << "\"" << (m_empty ? " open" : "") << ">";
         m_empty = false;
-        WriteJornadaSummary(jornada, m_page.verdict, m_out);
+        WriteJornadaSummary(jornada, m_source.verdict, m_out);
         m_inside = true;
     }
 
@@ -36,8 +37,8 @@ class PageWriter final : public JornadaVisitor
         if (!m_inside) {
             return;
         }
-        m_report.Documentos().Complete(d);
-        WriteDocumento(d, m_estabelecimento, m_page.verdict, m_out);
+        m_source.report.Documentos().Complete(d);
+        WriteDocumento(d, m_estabelecimento, m_source.verdict, m_out);
     }
 
     void EndJornada(const Jornada&) override
@@ -48,28 +49,29 @@ class PageWriter final : public JornadaVisitor
         m_inside = false;
     }
 
-    bool IsEmpty() const { return m_empty; }
-
   private:
     bool IsOutside(const Jornada& jornada) const
     {
         return m_page.crz && (!jornada.crz.IsKnown() || *m_page.crz != jornada.crz.Value());
     }
 
-    Report& m_report;
+    const PageSource& m_source;
     const HtmlPage& m_page;
-    const Estabelecimento& m_estabelecimento;
+    const Estabelecimento m_estabelecimento;
+    // Whether no jornada was written yet, of whatever database.
+    bool& m_empty;
     std::ostream& m_out;
-    bool m_empty = true;
     bool m_inside = false;
 };
 
 } // namespace
 
-void WriteHtmlPage(Report& report, const HtmlPage& page, std::ostream& out)
+void WriteHtmlPage(const std::vector<PageSource>& sources, const HtmlPage& page, std::ostream& out)
 {
-    const Estabelecimento estabelecimento = report.Names().ReadEstabelecimento();
-    const VendasByHora vendas = ReadVendasByHora(report.Database(), report.Range(), page.crz);
+    VendasByHora vendas;
+    for (const PageSource& source : sources) {
+        Add(vendas, ReadVendasByHora(source.report.Database(), source.report.Range(), page.crz));
+    }
     std::int64_t cupons = 0;
     Amount total;
     for (const VendaHora& venda : vendas.horas) {
@@ -77,45 +79,44 @@ void WriteHtmlPage(Report& report, const HtmlPage& page, std::ostream& out)
         total = total + venda.valor;
     }
 
-    const std::string& cnpj = estabelecimento.cnpj.Shown();
-    const std::string name = NameOf(page, estabelecimento);
+    const std::string name = NameOf(sources);
+    const std::string cnpj = sources.front().report.Names().ReadEstabelecimento().cnpj.Shown();
     WriteHead(name, out);
     out << "<body><header><h1>" << EscapeHtml(name) << "</h1>\n<p class=\"fraco\">"
         << EscapeHtml(IsBlank(cnpj) ? "" : "CNPJ " + FormatCpfCnpj(cnpj) + " · ")
-        << EscapeHtml(page.name)
-        << (page.crz ? " · Z " + WithZeros(*page.crz, 4) + " alone" : std::string())
-        << "</p>\n<nav><a href=\"#check\">Check</a><a href=\"#hours\">By hour</a><a href=\"#means\">By payment means</a>"
-           "<a href=\"#lost\">Rejected and lost</a><a href=\"#days\">Days and documents</a></nav>\n"
-           "</header><main>\n<div class=\"numeros\">\n"
+        << EscapeHtml(FilesOf(sources))
+        << (page.crz ? " · " + Tr("Z %1 alone", {WithZeros(*page.crz, 4)}) : std::string())
+        << "</p>\n";
+    WriteSections("", out);
+    out << SectionLink("days", Tr("Days and documents"))
+        << "</nav>\n</header><main>\n<div class=\"numeros\">\n"
         << NumberBox(std::to_string(cupons), cupons == 1
-                                                 ? "fiscal receipt, without cancelled ones"
-                                                 : "fiscal receipts, without cancelled ones")
-        << NumberBox("R$ " + AmountText(total), "sold on these receipts")
+                                                 ? Tr("fiscal receipt, without cancelled ones")
+                                                 : Tr("fiscal receipts, without cancelled ones"))
+        << NumberBox("R$ " + AmountText(total), Tr("sold on these receipts"))
         << (page.losses
-                ? NumberBox(std::to_string(page.losses->rejected.size()), "rejected statements") +
-                      NumberBox(std::to_string(page.losses->lost.size()), "lost commands")
+                ? NumberBox(std::to_string(page.losses->rejected.size()),
+                            Tr("rejected statements")) +
+                      NumberBox(std::to_string(page.losses->lost.size()), Tr("lost commands"))
                 : std::string())
-        << (page.verdict && page.verdict->failure.empty()
-                ? NumberBox(std::to_string(page.verdict->faults),
-                            page.verdict->faults == 1 ? "finding of check" : "findings of check")
-                : std::string())
-        << "</div>\n";
-    WriteVerdict(page, ALL_OF_IT, out);
+        << FaultsBox(sources) << "</div>\n";
+    WriteVerdicts(sources, page, ALL_OF_IT, out);
     WriteHoras(vendas, out);
-    WriteMeios(ReadVendasByMeio(report.Database(), report.Range(), report.Names(), page.crz),
-               ReadTroco(report.Database(), report.Range(), page.crz), out);
+    WriteMeios(sources, page.crz, out);
     WriteLosses(page.losses, ALL_OF_IT, out);
 
-    out << "<section class=\"quadro\" id=\"days\"><h2>Days and documents</h2>\n"
-           "<form class=\"ferramentas\" id=\"procura\"><label for=\"coo\">COO</label>"
-           "<input id=\"coo\" inputmode=\"numeric\" pattern=\"[0-9]+\" required>"
-           "<button>Show</button><button type=\"button\" id=\"abre\">Open all days</button>"
-           "<button type=\"button\" id=\"fecha\">Close all</button>"
-           "<span id=\"achado\" class=\"fraco\" role=\"status\"></span></form>\n";
-    PageWriter writer(report, page, estabelecimento, out);
-    report.Walk(writer);
-    if (writer.IsEmpty()) {
-        out << "<p class=\"fraco\">No documents.</p>\n";
+    out << "<section class=\"quadro\" id=\"days\"><h2>" << Tr("Days and documents") << "</h2>\n";
+    WriteSearch(Button("abre", Tr("Open all days")) + Button("fecha", Tr("Close all")), out);
+    bool empty = true;
+    for (const PageSource& source : sources) {
+        if (sources.size() > 1) {
+            out << "<h3>" << EscapeHtml(source.name) << "</h3>\n";
+        }
+        PageWriter writer(source, page, empty, out);
+        source.report.Walk(writer);
+    }
+    if (empty) {
+        out << "<p class=\"fraco\">" << Tr("No documents.") << "</p>\n";
     }
     out << "</section></main>\n<script>" << PAGE_SCRIPT << "</script></body></html>\n";
 }

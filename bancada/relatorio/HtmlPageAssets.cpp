@@ -157,7 +157,7 @@ function procuraPagina(coo) {
     ligacao.textContent = pagina.closest("td").firstChild.textContent;
     achadoPara.append(ligacao, " ");
   }
-  if (paginas.length === 0) achadoPara.textContent = "No day has this number.";
+  if (paginas.length === 0) achadoPara.textContent = achadoPara.dataset.dia;
 }
 function procura(coo) {
   for (const um of document.querySelectorAll(".achado")) um.classList.remove("achado");
@@ -171,11 +171,11 @@ function procura(coo) {
   for (const perdido of perdidos) perdido.classList.add("achado");
   const primeiro = achados.length > 0 ? achados[0] : perdidos[0];
   if (primeiro) primeiro.scrollIntoView({ block: "start" });
-  const documentos = achados.length === 0 ? "No document has this number."
-    : achados.length === 1 ? "" : achados.length + " documents have this number.";
+  const documentos = achados.length === 0 ? achadoPara.dataset.nenhum
+    : achados.length === 1 ? "" : achadoPara.dataset.documentos.replace("%1", achados.length);
   const instrucoes = perdidos.length === 0 ? "" : perdidos.length === 1
-    ? "A rejected statement has it: see what was lost."
-    : perdidos.length + " rejected statements have it: see what was lost.";
+    ? achadoPara.dataset.instrucao
+    : achadoPara.dataset.instrucoes.replace("%1", perdidos.length);
   achadoPara.textContent = [documentos, instrucoes].filter(Boolean).join(" ");
 }
 document.getElementById("procura")?.addEventListener("submit", (evento) => {

@@ -2,6 +2,7 @@
 
 #include <sodium.h>
 
+#include "bancada/Messages.h"
 #include "bancada/log/RejectedRow.h"
 #include "bancada/relatorio/Chart.h"
 #include "bancada/relatorio/DisplayText.h"
@@ -25,11 +26,22 @@ std::string DigestOf(std::string_view text)
 }
 
 // Of what is in no sum; nothing where all is.
-void WriteUnreadable(std::int64_t number, const char* one, const char* several, std::ostream& out)
+void WriteUnreadable(std::int64_t number, const std::string& text, std::ostream& out)
 {
     if (number > 0) {
-        out << "<p class=\"marca ilegivel\">" << CountText(number, one, several) << "</p>\n";
+        out << "<p class=\"marca ilegivel\">" << text << "</p>\n";
     }
+}
+
+// A heading of a column.
+std::string Heading(const char* text)
+{
+    return std::string("<th class=\"num\">") + text + "</th>";
+}
+
+std::string Weak(const std::string& text)
+{
+    return "<p class=\"fraco\">" + EscapeHtml(text) + "</p>\n";
 }
 
 void WriteProperty(const char* name, const std::string& value, std::ostream& out)
@@ -47,24 +59,27 @@ void WriteFindings(const Verdict& verdict, std::size_t most, std::ostream& out)
         return;
     }
     out << "<details" << (verdict.faults > 0 ? " open" : "") << "><summary>"
-        << CountText(verdict.faults, "finding", "findings") << ", "
-        << CountText(verdict.notes, "note", "notes") << "</summary>\n<ul class=\"achados\">\n";
+        << TrCount("%1 finding", "%1 findings", verdict.faults) << ", "
+        << TrCount("%1 note", "%1 notes", verdict.notes) << "</summary>\n<ul class=\"achados\">\n";
     for (const VerdictFinding& one : verdict.findings) {
         listed += one.key.size() + one.text.size();
         if (listed > most) {
             break;
         }
         --left;
-        out << "<li>" << (one.note ? "note: " : "") << "<b>" << EscapeHtml(one.kind) << "</b> "
+        out << "<li>" << (one.note ? Tr("note: ") : "") << "<b>" << EscapeHtml(one.kind) << "</b> "
             << EscapeHtml(one.key) << ": " << EscapeHtml(one.text)
-            << (one.explained ? " <span class=\"fraco\">A lost row in the log explains it.</span>"
-                              : "")
+            << (one.explained ? std::string(" <span class=\"fraco\">") +
+                                    Tr("A lost row in the log explains it.") + "</span>"
+                              : std::string())
             << "</li>\n";
     }
     out << "</ul>\n";
     if (left > 0) {
-        out << "<p class=\"fraco\">" << CountText(left, "more is", "more are")
-            << " counted and not listed; ecf-bancada check --all lists them.</p>\n";
+        out << Weak(
+            TrCount("%1 more is counted and not listed; ecf-bancada check --all lists it.",
+                    "%1 more are counted and not listed; ecf-bancada check --all lists them.",
+                    static_cast<long long>(left)));
     }
     out << "</details>\n";
 }
@@ -79,7 +94,7 @@ std::string NumberBox(const std::string& value, const std::string& name)
 std::string FaultsMark(std::int64_t faults)
 {
     return faults > 0 ? "<span class=\"marca achados\">" +
-                            CountText(faults, "finding", "findings") + "</span>"
+                            TrCount("%1 finding", "%1 findings", faults) + "</span>"
                       : "";
 }
 
@@ -94,7 +109,7 @@ void WriteDocumento(const Documento& d, const Estabelecimento& estabelecimento,
         << EscapeHtml(FormatDateTime(d.inicio.Shown())) << "</span><span>" << EscapeHtml(Title(d))
         << "</span><span class=\"valor num\">"
         << (d.IsCupom() || d.reducao ? EscapeHtml(AmountText(d.total)) : "")
-        << "</span><span class=\"marca\">" << (unclosed ? "no closing" : EscapeHtml(cancelado))
+        << "</span><span class=\"marca\">" << (unclosed ? Tr("no closing") : EscapeHtml(cancelado))
         << "</span>"
         << (verdict && d.coo.IsKnown() ? FaultsMark(verdict->FaultsOfCoo(d.coo.Value())) : "")
         << "</summary>\n<div class=\"papel\"><pre class=\"bobina\" lang=\"pt-BR\">";
@@ -109,11 +124,14 @@ void WriteJornadaSummary(const Jornada& jornada, const Verdict* verdict, std::os
     out << "<summary><strong>Z " << EscapeHtml(WithZeros(jornada.crz, 4)) << "</strong>";
     if (jornada.reducao) {
         out << "<span>" << EscapeHtml(Cut(FormatDateTime(jornada.reducao->movimento.Shown()), 19))
-            << "</span><span>gross sales R$ " << EscapeHtml(AmountText(jornada.reducao->vb))
-            << "</span><span>closed "
-            << EscapeHtml(Cut(FormatDateTime(jornada.reducao->emissao.Shown()), 19)) << "</span>";
+            << "</span><span>"
+            << EscapeHtml(Tr("gross sales R$ %1", {AmountText(jornada.reducao->vb)}))
+            << "</span><span>"
+            << EscapeHtml(
+                   Tr("closed %1", {Cut(FormatDateTime(jornada.reducao->emissao.Shown()), 19)}))
+            << "</span>";
     } else {
-        out << "<span>not closed</span>";
+        out << "<span>" << Tr("not closed") << "</span>";
     }
     if (verdict && jornada.crz.IsKnown()) {
         out << FaultsMark(verdict->FaultsOfCrz(jornada.crz.Value()));
@@ -121,23 +139,74 @@ void WriteJornadaSummary(const Jornada& jornada, const Verdict* verdict, std::os
     out << "</summary>\n";
 }
 
-std::string NameOf(const HtmlPage& page, const Estabelecimento& estabelecimento)
+std::string NameOf(const std::vector<PageSource>& sources)
 {
-    const std::string& fantasia = estabelecimento.nomeFantasia.Shown();
-    const std::string& razao = estabelecimento.razaoSocial.Shown();
-    return !IsBlank(fantasia) ? fantasia : !IsBlank(razao) ? razao : page.name;
+    for (const PageSource& source : sources) {
+        const Estabelecimento estabelecimento = source.report.Names().ReadEstabelecimento();
+        for (const Text* name : {&estabelecimento.nomeFantasia, &estabelecimento.razaoSocial}) {
+            if (!IsBlank(name->Shown())) {
+                return name->Shown();
+            }
+        }
+    }
+    return sources.front().name;
+}
+
+std::string FilesOf(const std::vector<PageSource>& sources)
+{
+    std::string files;
+    for (const PageSource& source : sources) {
+        files += (files.empty() ? "" : ", ") + source.name;
+    }
+    return files;
+}
+
+std::string Button(const char* id, const char* text)
+{
+    return std::string("<button type=\"button\" id=\"") + id + "\">" + text + "</button>";
+}
+
+// What the script says stands on the page, in its language.
+void WriteSearch(const std::string& buttons, std::ostream& out)
+{
+    out << "<form class=\"ferramentas\" id=\"procura\"><label for=\"coo\">COO</label>"
+           "<input id=\"coo\" inputmode=\"numeric\" pattern=\"[0-9]+\" required>"
+           "<button>"
+        << Tr("Show") << "</button>" << buttons
+        << "<span id=\"achado\" class=\"fraco\" role=\"status\" data-dia=\""
+        << EscapeHtml(Tr("No day has this number.")) << "\" data-nenhum=\""
+        << EscapeHtml(Tr("No document has this number.")) << "\" data-documentos=\""
+        << EscapeHtml(Tr("%1 documents have this number.")) << "\" data-instrucao=\""
+        << EscapeHtml(Tr("A rejected statement has it: see what was lost."))
+        << "\" data-instrucoes=\""
+        << EscapeHtml(Tr("%1 rejected statements have it: see what was lost."))
+        << "\"></span></form>\n";
+}
+
+std::string SectionLink(const char* id, const char* text)
+{
+    return std::string("<a href=\"#") + id + "\">" + text + "</a>";
+}
+
+void WriteSections(const std::string& days, std::ostream& out)
+{
+    out << "<nav>" << SectionLink("check", Tr("Check")) << days
+        << SectionLink("hours", Tr("By hour")) << SectionLink("means", Tr("By payment means"))
+        << SectionLink("lost", Tr("Rejected and lost"));
 }
 
 void WriteHoras(const VendasByHora& vendas, std::ostream& out)
 {
     const std::vector<VendaHora>& horas = vendas.horas;
-    out << "<section class=\"quadro\" id=\"hours\"><h2>Sales by hour</h2>\n"
+    out << "<section class=\"quadro\" id=\"hours\"><h2>" << Tr("Sales by hour") << "</h2>\n"
         << ChartByHora(horas) << "\n";
     WriteUnreadable(vendas.unreadable,
-                    "receipt whose hour or total cannot be read is in no sum here",
-                    "receipts whose hour or total cannot be read are in no sum here", out);
-    out << "<details><summary>Figures</summary><table><tr><th>Hour</th>"
-           "<th class=\"num\">Receipts</th><th class=\"num\">R$</th></tr>\n";
+                    TrCount("%1 receipt whose hour or total cannot be read is in no sum here",
+                            "%1 receipts whose hour or total cannot be read are in no sum here",
+                            vendas.unreadable),
+                    out);
+    out << "<details><summary>" << Tr("Figures") << "</summary><table><tr><th>" << Tr("Hour")
+        << "</th>" << Heading(Tr("Receipts")) << Heading("R$") << "</tr>\n";
     for (std::size_t hora = 0; hora < horas.size(); ++hora) {
         if (horas[hora].cupons > 0) {
             out << "<tr><td>" << WithZeros(static_cast<int>(hora), 2) << " h</td><td class=\"num\">"
@@ -148,19 +217,32 @@ void WriteHoras(const VendasByHora& vendas, std::ostream& out)
     out << "</table></details></section>\n";
 }
 
-void WriteMeios(const VendasByMeio& vendas, const Amount& troco, std::ostream& out)
+void WriteMeios(const std::vector<PageSource>& sources, std::optional<std::int64_t> crz,
+                std::ostream& out)
 {
+    VendasByMeio vendas;
+    Amount troco;
+    for (const PageSource& source : sources) {
+        Report& report = source.report;
+        Add(vendas, ReadVendasByMeio(report.Database(), report.Range(), report.Names(), crz));
+        troco = troco + ReadTroco(report.Database(), report.Range(), crz);
+    }
     const std::vector<VendaMeio>& meios = vendas.meios;
-    out << "<section class=\"quadro\" id=\"means\"><h2>Sales by payment means</h2>\n";
-    WriteUnreadable(vendas.unreadable, "payment whose amount cannot be read is in no sum here",
-                    "payments whose amount cannot be read are in no sum here", out);
+    out << "<section class=\"quadro\" id=\"means\"><h2>" << Tr("Sales by payment means")
+        << "</h2>\n";
+    WriteUnreadable(vendas.unreadable,
+                    TrCount("%1 payment whose amount cannot be read is in no sum here",
+                            "%1 payments whose amount cannot be read are in no sum here",
+                            vendas.unreadable),
+                    out);
     if (meios.empty()) {
-        out << "<p class=\"fraco\">No payments.</p></section>\n";
+        out << Weak(Tr("No payments.")) << "</section>\n";
         return;
     }
-    out << ChartByMeio(meios) << "\n<p class=\"fraco\">Change of R$ " << AmountText(troco)
-        << " is not taken off.</p>\n<details><summary>Figures</summary><table><tr><th>Means</th>"
-           "<th class=\"num\">Payments</th><th class=\"num\">R$</th></tr>\n";
+    out << ChartByMeio(meios) << "\n"
+        << Weak(Tr("Change of R$ %1 is not taken off.", {AmountText(troco)}))
+        << "<details><summary>" << Tr("Figures") << "</summary><table><tr><th>" << Tr("Means")
+        << "</th>" << Heading(Tr("Payments")) << Heading("R$") << "</tr>\n";
     for (const VendaMeio& meio : meios) {
         out << "<tr><td>" << EscapeHtml(NameOrNumber(meio)) << "</td><td class=\"num\">"
             << meio.pagamentos << "</td><td class=\"num\">" << AmountText(meio.valor)
@@ -180,12 +262,12 @@ void WriteLosses(const Losses* losses, std::size_t most, std::ostream& out)
         left += has ? 0 : 1;
         return has;
     };
-    out << "<section class=\"quadro\" id=\"lost\"><h2>Rejected statements and lost "
-           "commands</h2>\n";
+    out << "<section class=\"quadro\" id=\"lost\"><h2>"
+        << Tr("Rejected statements and lost commands") << "</h2>\n";
     if (!losses) {
-        out << "<p class=\"fraco\">No firmware log was given.</p>\n";
+        out << Weak(Tr("No firmware log was given."));
     } else if (losses->rejected.empty() && losses->lost.empty()) {
-        out << "<p class=\"fraco\">The firmware log holds none.</p>\n";
+        out << Weak(Tr("The firmware log holds none."));
     } else {
         for (const RejectedStatement& one : losses->rejected) {
             if (!hasRoom(one.statement.size() + one.error.size())) {
@@ -196,8 +278,9 @@ void WriteLosses(const Losses* losses, std::size_t most, std::ostream& out)
             if (const auto coo = ReadRejectedRow(one.statement).Value("cont_coo")) {
                 out << " data-coo=\"" << *coo << "\"";
             }
-            out << "><p><b>" << EscapeHtml(FormatDateTime(one.time)) << "</b> command "
-                << one.command << ", statement rejected, log line " << one.line
+            out << "><p><b>" << EscapeHtml(FormatDateTime(one.time)) << "</b> "
+                << Tr("command %1, statement rejected, log line %2",
+                      {std::to_string(one.command), std::to_string(one.line)})
                 << ": <span class=\"marca\">" << EscapeHtml(one.error) << "</span></p><pre>"
                 << EscapeHtml(one.statement) << "</pre></div>\n";
         }
@@ -206,63 +289,100 @@ void WriteLosses(const Losses* losses, std::size_t most, std::ostream& out)
                 continue;
             }
             out << "<div class=\"perdido\"><p><b>" << EscapeHtml(FormatDateTime(one.time))
-                << "</b> command lost, log line " << one.line << ": <span class=\"marca\">"
-                << EscapeHtml(one.reason) << "</span></p></div>\n";
+                << "</b> " << Tr("command lost, log line %1", {std::to_string(one.line)})
+                << ": <span class=\"marca\">" << EscapeHtml(one.reason) << "</span></p></div>\n";
         }
         if (left > 0) {
-            out << "<p class=\"fraco\">" << CountText(left, "more is", "more are")
-                << " counted and not listed; show --log lists them.</p>\n";
+            out << Weak(TrCount("%1 more is counted and not listed; show --log lists it.",
+                                "%1 more are counted and not listed; show --log lists them.",
+                                static_cast<long long>(left)));
         }
     }
     out << "</section>\n";
 }
 
-// What the figures are of, and what a reconciliation says of them.
-void WriteVerdict(const HtmlPage& page, std::size_t most, std::ostream& out)
+namespace
 {
-    out << "<section class=\"quadro\" id=\"check\"><h2>What was looked at, and what check "
-           "says</h2>\n";
-    const Verdict* verdict = page.verdict;
+
+void WriteVerdict(const PageSource& source, const HtmlPage& page, std::size_t most,
+                  std::ostream& out)
+{
+    const Verdict* verdict = source.verdict;
     if (!verdict) {
-        out << "<p class=\"veredicto\">Not checked: this page was made without reconciling the "
-               "database. ecf-bancada check does it.</p>\n";
+        out << "<p class=\"veredicto\">"
+            << Tr("Not checked: this page was made without reconciling the database. ecf-bancada "
+                  "check does it.")
+            << "</p>\n";
     } else if (!verdict->failure.empty()) {
-        out << "<p class=\"veredicto falha\">The check did not come to its end: "
-            << EscapeHtml(verdict->failure) << "</p>\n";
+        out << "<p class=\"veredicto falha\">"
+            << EscapeHtml(Tr("The check did not come to its end: %1", {verdict->failure}))
+            << "</p>\n";
     } else if (verdict->faults > 0) {
-        out << "<p class=\"veredicto falha\">check found "
-            << CountText(verdict->faults, "finding", "findings") << ", "
-            << verdict->faults - verdict->explained
-            << " of them not explained by a lost row. The figures of this page are what the rows "
-               "say, right or wrong.</p>\n";
+        out << "<p class=\"veredicto falha\">"
+            << TrCount(
+                   "check found %1 finding, %2 of them not explained by a lost row. The figures "
+                   "of this page are what the rows say, right or wrong.",
+                   "check found %1 findings, %2 of them not explained by a lost row. The "
+                   "figures of this page are what the rows say, right or wrong.",
+                   verdict->faults, {std::to_string(verdict->faults - verdict->explained)})
+            << "</p>\n";
     } else {
-        out << "<p class=\"veredicto certo\">check found nothing to object to in the rows.</p>\n";
+        out << "<p class=\"veredicto certo\">"
+            << Tr("check found nothing to object to in the rows.") << "</p>\n";
     }
     out << "<table class=\"ficha\">\n";
-    WriteProperty("File", page.name, out);
+    WriteProperty(Tr("File"), source.name, out);
     if (verdict) {
-        WriteProperty("Size", std::to_string(verdict->size) + " bytes", out);
+        WriteProperty(Tr("Size"), Tr("%1 bytes", {std::to_string(verdict->size)}), out);
         WriteProperty("SHA-256", verdict->sha256, out);
         if (verdict->logSize > 0) {
-            WriteProperty("Write-ahead log", std::to_string(verdict->logSize) + " bytes", out);
-            WriteProperty("Its SHA-256", verdict->logSha256, out);
+            WriteProperty(Tr("Write-ahead log"), Tr("%1 bytes", {std::to_string(verdict->logSize)}),
+                          out);
+            WriteProperty(Tr("Its SHA-256"), verdict->logSha256, out);
         }
-        WriteProperty("Holds", verdict->range, out);
+        WriteProperty(Tr("Holds"), verdict->range, out);
     }
     if (page.crz) {
-        WriteProperty("This page", "the day of Z " + WithZeros(*page.crz, 4) + " alone", out);
+        WriteProperty(Tr("This page"), Tr("the day of Z %1 alone", {WithZeros(*page.crz, 4)}), out);
     }
-    WriteProperty("Made with", page.version, out);
+    WriteProperty(Tr("Made with"), page.version, out);
     out << "</table>\n";
     if (verdict) {
         WriteFindings(*verdict, most, out);
     }
+}
+
+} // namespace
+
+void WriteVerdicts(const std::vector<PageSource>& sources, const HtmlPage& page, std::size_t most,
+                   std::ostream& out)
+{
+    out << "<section class=\"quadro\" id=\"check\"><h2>"
+        << Tr("What was looked at, and what check says") << "</h2>\n";
+    for (const PageSource& source : sources) {
+        WriteVerdict(source, page, most / sources.size(), out);
+    }
     out << "</section>\n";
+}
+
+std::string FaultsBox(const std::vector<PageSource>& sources)
+{
+    std::int64_t faults = 0;
+    for (const PageSource& source : sources) {
+        if (!source.verdict || !source.verdict->failure.empty()) {
+            return "";
+        }
+        faults += source.verdict->faults;
+    }
+    return NumberBox(std::to_string(faults),
+                     faults == 1 ? Tr("finding of check") : Tr("findings of check"));
 }
 
 void WriteHead(const std::string& name, std::ostream& out)
 {
-    out << "<!DOCTYPE html>\n<html lang=\"en\"><head><meta charset=\"utf-8\">\n"
+    out << "<!DOCTYPE html>\n<html lang=\""
+        << (GetLanguage() == Language::PORTUGUESE ? "pt-BR" : "en")
+        << "\"><head><meta charset=\"utf-8\">\n"
            "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; "
            "style-src '"
         << DigestOf(PAGE_STYLE) << "'; script-src '" << DigestOf(PAGE_SCRIPT)

@@ -19,18 +19,20 @@ namespace bancada::relatorio
 // As many bytes of a list as there are.
 constexpr std::size_t ALL_OF_IT = std::numeric_limits<std::size_t>::max();
 
-// "1 finding", "2 findings".
-template <typename Number>
-std::string CountText(Number number, const char* one, const char* several)
-{
-    return std::to_string(number) + " " + (number == 1 ? one : several);
-}
-
 // From the doctype to the end of the head, with the policy that runs no script but the page's own.
 void WriteHead(const std::string& name, std::ostream& out);
 
-// The name by which the owner is known; that of the database where none is programmed.
-std::string NameOf(const HtmlPage& page, const Estabelecimento& estabelecimento);
+// The name by which the owner is known; that of the first database where none is programmed.
+std::string NameOf(const std::vector<PageSource>& sources);
+
+// What the page calls the databases, one after the other.
+std::string FilesOf(const std::vector<PageSource>& sources);
+
+// The form that finds a document by its number; `buttons` stand behind its own.
+void WriteSearch(const std::string& buttons, std::ostream& out);
+
+// A button that the page's script knows by `id`.
+std::string Button(const char* id, const char* text);
 
 // A figure with its name below.
 std::string NumberBox(const std::string& value, const std::string& name);
@@ -40,10 +42,21 @@ std::string FaultsMark(std::int64_t faults);
 
 // What the figures are of, and what a reconciliation says of them. Of the findings it lists texts
 // of at most `most` bytes together, and counts the others.
-void WriteVerdict(const HtmlPage& page, std::size_t most, std::ostream& out);
+void WriteVerdicts(const std::vector<PageSource>& sources, const HtmlPage& page, std::size_t most,
+                   std::ostream& out);
+
+// How many findings all of them have; empty where one was not checked to its end.
+std::string FaultsBox(const std::vector<PageSource>& sources);
+
+// The links to the sections of a page, `days` being those to its days.
+void WriteSections(const std::string& days, std::ostream& out);
+// A link to a section of the page.
+std::string SectionLink(const char* id, const char* text);
 
 void WriteHoras(const VendasByHora& vendas, std::ostream& out);
-void WriteMeios(const VendasByMeio& vendas, const Amount& troco, std::ostream& out);
+// Of the jornada `crz` alone when that is given.
+void WriteMeios(const std::vector<PageSource>& sources, std::optional<std::int64_t> crz,
+                std::ostream& out);
 
 // Likewise at most `most` bytes of statements and reasons; null where no log was given.
 void WriteLosses(const Losses* losses, std::size_t most, std::ostream& out);

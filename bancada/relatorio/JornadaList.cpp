@@ -1,5 +1,6 @@
 #include "bancada/relatorio/JornadaList.h"
 
+#include "bancada/Messages.h"
 #include "bancada/relatorio/DisplayText.h"
 
 namespace bancada::relatorio
@@ -17,12 +18,12 @@ class ListWriter final : public JornadaVisitor
         m_out << (m_empty ? "" : "\n") << "Z " << WithZeros(jornada.crz, 4);
         m_empty = false;
         if (jornada.reducao) {
-            m_out << "  day " << Disarmed(FormatDateTime(jornada.reducao->movimento.Shown()))
-                  << "  closed " << Disarmed(FormatDateTime(jornada.reducao->emissao.Shown()))
-                  << "  gross sales " << AmountText(jornada.reducao->vb) << "  grand total "
-                  << AmountText(jornada.reducao->gt);
+            m_out << Tr("  day %1  closed %2  gross sales %3  grand total %4",
+                        {Disarmed(FormatDateTime(jornada.reducao->movimento.Shown())),
+                         Disarmed(FormatDateTime(jornada.reducao->emissao.Shown())),
+                         AmountText(jornada.reducao->vb), AmountText(jornada.reducao->gt)});
         } else {
-            m_out << "  not closed";
+            m_out << "  " << Tr("not closed");
         }
         m_out << '\n';
     }
@@ -40,7 +41,7 @@ class ListWriter final : public JornadaVisitor
         if (const std::string mark = d.CanceladoMark(); !mark.empty()) {
             m_out << "  " << Disarmed(mark);
         } else if (fiscal && !d.HasFechamento()) {
-            m_out << "  no closing";
+            m_out << "  " << Tr("no closing");
         }
         m_out << '\n';
     }
@@ -61,7 +62,7 @@ void WriteList(Report& report, std::ostream& out)
     ListWriter writer(out);
     report.Walk(writer);
     if (writer.IsEmpty()) {
-        out << "No documents.\n";
+        out << Tr("No documents.") << "\n";
     }
 }
 

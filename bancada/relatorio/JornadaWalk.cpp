@@ -1,5 +1,6 @@
 #include "bancada/relatorio/JornadaWalk.h"
 
+#include "bancada/leitura/Query.h"
 #include "bancada/relatorio/DocumentoRows.h"
 
 #include <array>
@@ -57,6 +58,10 @@ Stream StreamOf(leitura::Rows<Record>& rows, DocumentoOf documentoOf)
 class Calendar
 {
   public:
+    // `firstCrz` is the first jornada that a reduction or a receipt of the database names: one that
+    // was begun later than its register has no rows of those before.
+    explicit Calendar(const Integer& firstCrz) : m_lastZ(firstCrz.Value() == 2 ? 1 : 0) {}
+
     Integer CrzOf(const Documento& d)
     {
         if (d.tipo == TipoDocumento::OUTRO && d.codigo.Value() != "RZ") {
@@ -79,7 +84,7 @@ class Calendar
         return crz.Value() < INT64_MAX ? Integer(crz.Value() + 1) : crz;
     }
 
-    std::int64_t m_lastZ = 0;
+    std::int64_t m_lastZ;
     Integer m_crz;
 };
 
@@ -119,19 +124,27 @@ void WalkJornadas(const leitura::DatabaseReading& database, const JornadaRange& 
                  [&](const auto& row) -> Found { return DocumentoOf(reducoes.ReadReducao(row)); }),
     };
 
-    Calendar calendar;
+    leitura::Query first(database,
+                         "SELECT min(crz) AS crz FROM (SELECT cont_crz AS crz FROM reducao_z WHERE"
+                         " rowid = (SELECT min(rowid) FROM reducao_z) UNION ALL SELECT cont_crz"
+                         " FROM cupom_fiscal WHERE rowid = (SELECT min(rowid) FROM cupom_fiscal)"
+                         " UNION ALL SELECT cont_crz FROM cupom_nf WHERE rowid = (SELECT min(rowid)"
+                         " FROM cupom_nf))");
+    first.Next();
+    Calendar calendar(first.ReadInteger("crz"));
+    first.End();
     std::optional<Jornada> jornada;
     for (;;) {
-        Stream* first = nullptr;
+        Stream* next = nullptr;
         for (Stream& stream : streams) {
-            if (stream.Head() && (!first || IsIssuedBefore(*stream.Head(), *first->Head()))) {
-                first = &stream;
+            if (stream.Head() && (!next || IsIssuedBefore(*stream.Head(), *next->Head()))) {
+                next = &stream;
             }
         }
-        if (!first) {
+        if (!next) {
             break;
         }
-        Documento documento = first->Take();
+        Documento documento = next->Take();
         const Integer crz = calendar.CrzOf(documento);
         if (!jornada || !IsSameCrz(jornada->crz, crz)) {
             if (jornada) {

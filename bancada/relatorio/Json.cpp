@@ -227,14 +227,47 @@ class JsonWriter final : public JornadaVisitor
     bool m_firstDocumento = true;
 };
 
-} // namespace
-
-void WriteListJson(Report& report, const Losses* losses, std::ostream& out)
+void WriteDias(Report& report, std::ostream& out)
 {
-    out << "{\"dias\":[";
+    out << "\"dias\":[";
     JsonWriter writer(out);
     report.Walk(writer);
     out << ']';
+}
+
+template <typename Found>
+Json ListOf(const std::vector<FoundIn<Found>>& found, bool several)
+{
+    Json list = Json::array();
+    for (const FoundIn<Found>& one : found) {
+        for (const Found& document : one.documents) {
+            Json json = ToJson(document, true);
+            if (several) {
+                json["arquivo"] = one.report->Database().Path();
+            }
+            list.push_back(std::move(json));
+        }
+    }
+    return list;
+}
+
+} // namespace
+
+void WriteListsJson(std::deque<Report>& reports, const Losses* losses, std::ostream& out)
+{
+    out << '{';
+    if (reports.size() == 1) {
+        WriteDias(reports.front(), out);
+    } else {
+        out << "\"bancos\":[";
+        for (Report& report : reports) {
+            out << (&report == &reports.front() ? "\n" : ",\n")
+                << "{\"arquivo\":" << JsonText(Json(report.Database().Path())) << ',';
+            WriteDias(report, out);
+            out << '}';
+        }
+        out << ']';
+    }
     if (losses) {
         Json rejected = Json::array();
         for (const RejectedStatement& one : losses->rejected) {
@@ -254,23 +287,16 @@ void WriteListJson(Report& report, const Losses* losses, std::ostream& out)
     out << "}\n";
 }
 
-void WriteDocumentosJson(std::int64_t coo, const std::vector<Documento>& documentos,
-                         std::ostream& out)
+void WriteDocumentosJson(std::int64_t coo, const std::vector<FoundIn<Documento>>& found,
+                         bool several, std::ostream& out)
 {
-    Json list = Json::array();
-    for (const Documento& d : documentos) {
-        list.push_back(ToJson(d, true));
-    }
-    out << JsonText({{"coo", coo}, {"documentos", std::move(list)}}, 2) << '\n';
+    out << JsonText({{"coo", coo}, {"documentos", ListOf(found, several)}}, 2) << '\n';
 }
 
-void WriteReducoesJson(std::int64_t crz, const std::vector<ReducaoZ>& reducoes, std::ostream& out)
+void WriteReducoesJson(std::int64_t crz, const std::vector<FoundIn<ReducaoZ>>& found, bool several,
+                       std::ostream& out)
 {
-    Json list = Json::array();
-    for (const ReducaoZ& z : reducoes) {
-        list.push_back(ToJson(z, true));
-    }
-    out << JsonText({{"crz", crz}, {"reducoes", std::move(list)}}, 2) << '\n';
+    out << JsonText({{"crz", crz}, {"reducoes", ListOf(found, several)}}, 2) << '\n';
 }
 
 } // namespace bancada::relatorio

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <ostream>
 #include <vector>
 
@@ -14,16 +15,25 @@
 namespace bancada::relatorio
 {
 
+// Documents or Z reductions, and the database that they were found in.
+template <typename Found>
+struct FoundIn {
+    Report* report = nullptr;
+    std::vector<Found> documents;
+};
+
 // {"dias": [{"crz", "reducao", "documentos": [...]}], "instrucoes_rejeitadas": [...],
 // "comandos_perdidos": [...]}, written as the database is read; documents without items, payments
-// and totalizers. The last two are there when `losses` is.
-void WriteListJson(Report& report, const Losses* losses, std::ostream& out);
+// and totalizers. The last two are there when `losses` is. Of several databases {"bancos":
+// [{"arquivo", "dias"}]}, in their order, and then the last two.
+void WriteListsJson(std::deque<Report>& reports, const Losses* losses, std::ostream& out);
 
-// {"coo", "documentos": [...]}, complete.
-void WriteDocumentosJson(std::int64_t coo, const std::vector<Documento>& documentos,
-                         std::ostream& out);
+// {"coo", "documentos": [...]}, complete; of several databases each with its "arquivo".
+void WriteDocumentosJson(std::int64_t coo, const std::vector<FoundIn<Documento>>& found,
+                         bool several, std::ostream& out);
 
-// {"crz", "reducoes": [...]}, complete.
-void WriteReducoesJson(std::int64_t crz, const std::vector<ReducaoZ>& reducoes, std::ostream& out);
+// {"crz", "reducoes": [...]}, complete; of several databases each with its "arquivo".
+void WriteReducoesJson(std::int64_t crz, const std::vector<FoundIn<ReducaoZ>>& found, bool several,
+                       std::ostream& out);
 
 } // namespace bancada::relatorio

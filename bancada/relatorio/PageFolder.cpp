@@ -1,5 +1,6 @@
 #include "bancada/relatorio/PageFolder.h"
 
+#include "bancada/Messages.h"
 #include "bancada/relatorio/DisplayText.h"
 #include "bancada/relatorio/HtmlPageAssets.h"
 #include "bancada/relatorio/HtmlParts.h"
@@ -54,7 +55,8 @@ struct Part {
 };
 
 struct Day {
-    std::string name; // as the table names it
+    std::string name;   // as the table names it
+    std::string source; // the database's
     std::string month;
     bool closed = false;
     Amount vb;
@@ -76,20 +78,25 @@ std::string SumCells(const Sums& sums)
            std::to_string(sums.faults) + "</td>";
 }
 
-constexpr const char* SUM_HEADINGS =
-    "<th class=\"num\">Receipts</th><th class=\"num\">Sold, R$</th>"
-    "<th class=\"num\">Cancelled</th><th class=\"num\">Unreadable</th>"
-    "<th class=\"num\">Findings</th>";
+std::string SumHeadings()
+{
+    std::string headings;
+    for (const char* text :
+         {Tr("Receipts"), Tr("Sold, R$"), Tr("Cancelled"), Tr("Unreadable"), Tr("Findings")}) {
+        headings += std::string("<th class=\"num\">") + text + "</th>";
+    }
+    return headings;
+}
 
 // "2024-03" of an instant; "other" of what is none.
 std::string MonthOf(const std::string& instant)
 {
     if (instant.size() < 7 || instant[4] != '-') {
-        return "other";
+        return Tr("other");
     }
     for (const std::size_t digit : {0U, 1U, 2U, 3U, 5U, 6U}) {
         if (instant[digit] < '0' || instant[digit] > '9') {
-            return "other";
+            return Tr("other");
         }
     }
     return instant.substr(0, 7);
@@ -98,17 +105,26 @@ std::string MonthOf(const std::string& instant)
 class FolderWriter final : public JornadaVisitor
 {
   public:
-    FolderWriter(Report& report, const HtmlPage& page, const PageSink& sink)
-        : m_report(report), m_page(page), m_sink(sink),
-          m_estabelecimento(report.Names().ReadEstabelecimento()),
-          m_name(Cut(NameOf(page, m_estabelecimento), NAME_COLUMNS))
+    FolderWriter(const std::vector<PageSource>& sources, const HtmlPage& page, const PageSink& sink)
+        : m_sources(sources), m_page(page), m_sink(sink), m_name(Cut(NameOf(sources), NAME_COLUMNS))
     {
+    }
+
+    // A page a day, of each database.
+    void WriteDayPages()
+    {
+        for (const PageSource& source : m_sources) {
+            m_source = &source;
+            m_estabelecimento = source.report.Names().ReadEstabelecimento();
+            source.report.Walk(*this);
+        }
     }
 
     void BeginJornada(const Jornada& jornada) override
     {
         ++m_number;
         m_day = Day();
+        m_day.source = m_source->name;
         m_day.name = "Z " + WithZeros(jornada.crz, 4);
         m_day.closed = jornada.reducao.has_value();
         if (jornada.reducao) {
@@ -116,11 +132,11 @@ class FolderWriter final : public JornadaVisitor
             m_day.month = MonthOf(jornada.reducao->movimento.Shown());
             m_day.name += ", " + Cut(FormatDateTime(jornada.reducao->movimento.Shown()), 19);
         }
-        if (m_page.verdict && jornada.crz.IsKnown()) {
-            m_day.sums.faults = m_page.verdict->FaultsOfCrz(jornada.crz.Value());
+        if (m_source->verdict && jornada.crz.IsKnown()) {
+            m_day.sums.faults = m_source->verdict->FaultsOfCrz(jornada.crz.Value());
         }
         std::ostringstream summary;
-        WriteJornadaSummary(jornada, m_page.verdict, summary);
+        WriteJornadaSummary(jornada, m_source->verdict, summary);
         m_heading = "<details class=\"dia\" data-crz=\"" + EscapeHtml(WithZeros(jornada.crz, 1)) +
                     "\" open>" + summary.str();
         BeginPart();
@@ -132,13 +148,15 @@ class FolderWriter final : public JornadaVisitor
             m_day.month = MonthOf(d.inicio.Shown());
         }
         Count(d);
-        m_report.Documentos().Complete(d);
+        m_source->report.Documentos().Complete(d);
         std::ostringstream written;
-        WriteDocumento(d, m_estabelecimento, m_page.verdict, written);
+        WriteDocumento(d, m_estabelecimento, m_source->verdict, written);
         std::string html = written.str();
         if (html.size() > MAX_PAGE_BYTES - FRAME_BYTES - m_heading.size()) {
-            html = "<p class=\"marca\">The document COO " + EscapeHtml(WithZeros(d.coo, 6)) +
-                   " is too long for a page; show --coo shows it.</p>\n";
+            html = "<p class=\"marca\">" +
+                   EscapeHtml(Tr("The document COO %1 is too long for a page; show --coo shows it.",
+                                 {WithZeros(d.coo, 6)})) +
+                   "</p>\n";
         }
         if (m_documents.size() + html.size() + m_heading.size() > MAX_PAGE_BYTES - FRAME_BYTES) {
             Finish();
@@ -171,33 +189,30 @@ class FolderWriter final : public JornadaVisitor
         std::ostringstream out;
         WriteHead(m_name, out);
         out << "<body><header><h1>" << EscapeHtml(m_name) << "</h1>\n<p class=\"fraco\">"
-            << EscapeHtml(m_page.name)
-            << "</p>\n<nav><a href=\"#check\">Check</a><a href=\"#months\">Months</a>"
-            << (few ? "<a href=\"#days\">Days</a>" : "")
-            << "<a href=\"#hours\">By hour</a><a href=\"#means\">By payment means</a>"
-               "<a href=\"#lost\">Rejected and lost</a></nav>\n</header><main>\n"
-               "<div class=\"numeros\">\n"
-            << NumberBox(std::to_string(m_days.size()), m_days.size() == 1 ? "day" : "days")
+            << EscapeHtml(FilesOf(m_sources)) << "</p>\n";
+        WriteSections(SectionLink("months", Tr("Months")) +
+                          (few ? SectionLink("days", Tr("Days")) : std::string()),
+                      out);
+        out << "</nav>\n</header><main>\n<div class=\"numeros\">\n"
+            << NumberBox(std::to_string(m_days.size()), m_days.size() == 1 ? Tr("day") : Tr("days"))
             << NumberBox(std::to_string(m_total.cupons),
-                         m_total.cupons == 1 ? "fiscal receipt, without cancelled ones"
-                                             : "fiscal receipts, without cancelled ones")
-            << NumberBox("R$ " + AmountText(m_total.vendido), "sold on these receipts")
-            << NumberBox(std::to_string(m_total.cancelados), "cancelled receipts")
-            << (m_page.verdict && m_page.verdict->failure.empty()
-                    ? NumberBox(std::to_string(m_page.verdict->faults), m_page.verdict->faults == 1
-                                                                            ? "finding of check"
-                                                                            : "findings of check")
-                    : std::string())
-            << "</div>\n";
-        WriteVerdict(m_page, LIST_BYTES, out);
-        WriteSearch(out);
+                         m_total.cupons == 1 ? Tr("fiscal receipt, without cancelled ones")
+                                             : Tr("fiscal receipts, without cancelled ones"))
+            << NumberBox("R$ " + AmountText(m_total.vendido), Tr("sold on these receipts"))
+            << NumberBox(std::to_string(m_total.cancelados), Tr("cancelled receipts"))
+            << FaultsBox(m_sources) << "</div>\n";
+        WriteVerdicts(m_sources, m_page, LIST_BYTES, out);
+        WriteSearch("", out);
         WriteMonths(months, few, out);
         if (few) {
             WriteDays("", out);
         }
-        WriteHoras(ReadVendasByHora(m_report.Database(), m_report.Range(), {}), out);
-        WriteMeios(ReadVendasByMeio(m_report.Database(), m_report.Range(), m_report.Names(), {}),
-                   ReadTroco(m_report.Database(), m_report.Range(), {}), out);
+        VendasByHora vendas;
+        for (const PageSource& source : m_sources) {
+            Add(vendas, ReadVendasByHora(source.report.Database(), source.report.Range(), {}));
+        }
+        WriteHoras(vendas, out);
+        WriteMeios(m_sources, {}, out);
         WriteLosses(m_page.losses, LIST_BYTES, out);
         out << "</main>\n<script>" << PAGE_SCRIPT << "</script></body></html>\n";
         m_sink(OVERVIEW, out.str());
@@ -210,8 +225,8 @@ class FolderWriter final : public JornadaVisitor
     void Count(const Documento& d)
     {
         Sums& sums = m_day.sums;
-        if (m_page.verdict && d.coo.IsKnown()) {
-            sums.faults += m_page.verdict->FaultsOfCoo(d.coo.Value());
+        if (m_source->verdict && d.coo.IsKnown()) {
+            sums.faults += m_source->verdict->FaultsOfCoo(d.coo.Value());
         }
         if (d.IsCupom() && d.cancelado.IsSet()) {
             ++sums.cancelados;
@@ -240,9 +255,10 @@ class FolderWriter final : public JornadaVisitor
         const std::string& file = m_day.parts.back().file;
         Flush(file);
         m_heldFile = file;
-        m_heldTitle =
-            m_day.name +
-            (m_day.parts.size() > 1 ? ", part " + std::to_string(m_day.parts.size()) : "");
+        m_heldTitle = m_day.parts.size() > 1
+                          ? Tr("%1, part %2", {m_day.name, std::to_string(m_day.parts.size())})
+                          : m_day.name;
+        m_heldSource = m_source->name;
         m_held = m_heading + m_documents + "</details>\n";
     }
 
@@ -254,34 +270,23 @@ class FolderWriter final : public JornadaVisitor
         std::ostringstream out;
         WriteHead(m_heldTitle + " - " + m_name, out);
         out << "<body><header><h1>" << EscapeHtml(m_heldTitle) << "</h1>\n<p class=\"fraco\">"
-            << EscapeHtml(m_name) << " · " << EscapeHtml(m_page.name) << "</p>\n<nav>"
-            << Link(OVERVIEW, "Overview")
-            << (m_previous.empty() ? "" : Link(m_previous, "Page before"))
-            << (next.empty() ? "" : Link(next, "Next page"))
-            << "</nav>\n</header><main>\n<section class=\"quadro\" id=\"days\">\n"
-               "<form class=\"ferramentas\" id=\"procura\"><label for=\"coo\">COO</label>"
-               "<input id=\"coo\" inputmode=\"numeric\" pattern=\"[0-9]+\" required>"
-               "<button>Show</button><button type=\"button\" id=\"fecha\">Close all</button>"
-               "<span id=\"achado\" class=\"fraco\" role=\"status\"></span></form>\n"
-            << m_held << "</section></main>\n<script>" << PAGE_SCRIPT
+            << EscapeHtml(m_name) << " · " << EscapeHtml(m_heldSource) << "</p>\n<nav>"
+            << Link(OVERVIEW, Tr("Overview"))
+            << (m_previous.empty() ? "" : Link(m_previous, Tr("Page before")))
+            << (next.empty() ? "" : Link(next, Tr("Next page")))
+            << "</nav>\n</header><main>\n<section class=\"quadro\" id=\"days\">\n";
+        WriteSearch(Button("fecha", Tr("Close all")), out);
+        out << m_held << "</section></main>\n<script>" << PAGE_SCRIPT
             << "</script></body></html>\n";
         m_sink(m_heldFile, out.str());
         m_previous = m_heldFile;
         m_heldFile.clear();
     }
 
-    static void WriteSearch(std::ostream& out)
-    {
-        out << "<form class=\"ferramentas\" id=\"procura\"><label for=\"coo\">COO</label>"
-               "<input id=\"coo\" inputmode=\"numeric\" pattern=\"[0-9]+\" required>"
-               "<button>Show</button>"
-               "<span id=\"achado\" class=\"fraco\" role=\"status\"></span></form>\n";
-    }
-
     static void WriteMonths(const std::map<std::string, Sums>& months, bool few, std::ostream& out)
     {
-        out << "<section class=\"quadro\" id=\"months\"><h2>Months</h2>\n<table><tr><th>Month</th>"
-            << SUM_HEADINGS << "</tr>\n";
+        out << "<section class=\"quadro\" id=\"months\"><h2>" << Tr("Months")
+            << "</h2>\n<table><tr><th>" << Tr("Month") << "</th>" << SumHeadings() << "</tr>\n";
         for (const auto& [month, sums] : months) {
             out << "<tr><td>" << (few ? month : Link("mes-" + month + ".html", month)) << "</td>"
                 << SumCells(sums) << "</tr>\n";
@@ -292,9 +297,11 @@ class FolderWriter final : public JornadaVisitor
     // Those of a month; all of them for "".
     void WriteDays(const std::string& month, std::ostream& out) const
     {
-        out << "<section class=\"quadro\" id=\"days\"><h2>Days</h2>\n<table><tr><th>Day</th>"
-               "<th class=\"num\">Gross sales of the Z, R$</th>"
-            << SUM_HEADINGS << "</tr>\n";
+        out << "<section class=\"quadro\" id=\"days\"><h2>" << Tr("Days")
+            << "</h2>\n<table><tr><th>" << Tr("Day") << "</th>"
+            << (m_sources.size() > 1 ? std::string("<th>") + Tr("File") + "</th>" : std::string())
+            << "<th class=\"num\">" << Tr("Gross sales of the Z, R$") << "</th>" << SumHeadings()
+            << "</tr>\n";
         for (const Day& day : m_days) {
             if (!month.empty() && day.month != month) {
                 continue;
@@ -304,10 +311,12 @@ class FolderWriter final : public JornadaVisitor
                 const Part& part = day.parts[i];
                 out << (i > 0 ? " " : "") << "<a href=\"" << part.file << "\" data-de=\""
                     << part.from << "\" data-ate=\"" << part.to << "\">"
-                    << EscapeHtml(i == 0 ? day.name : "part " + std::to_string(i + 1)) << "</a>";
+                    << EscapeHtml(i == 0 ? day.name : Tr("part %1", {std::to_string(i + 1)}))
+                    << "</a>";
             }
-            out << "</td><td class=\"num\">"
-                << (day.closed ? EscapeHtml(AmountText(day.vb)) : "not closed") << "</td>"
+            out << (m_sources.size() > 1 ? "</td><td>" + EscapeHtml(day.source) : std::string())
+                << "</td><td class=\"num\">"
+                << (day.closed ? EscapeHtml(AmountText(day.vb)) : Tr("not closed")) << "</td>"
                 << SumCells(day.sums) << "</tr>\n";
         }
         out << "</table></section>\n";
@@ -319,27 +328,30 @@ class FolderWriter final : public JornadaVisitor
             std::ostringstream out;
             WriteHead(month + " - " + m_name, out);
             out << "<body><header><h1>" << month << "</h1>\n<p class=\"fraco\">"
-                << EscapeHtml(m_name) << "</p>\n<nav>" << Link(OVERVIEW, "Overview")
+                << EscapeHtml(m_name) << "</p>\n<nav>" << Link(OVERVIEW, Tr("Overview"))
                 << "</nav>\n</header><main>\n";
-            WriteSearch(out);
+            WriteSearch("", out);
             WriteDays(month, out);
             out << "</main>\n<script>" << PAGE_SCRIPT << "</script></body></html>\n";
             m_sink("mes-" + month + ".html", out.str());
         }
     }
 
-    Report& m_report;
+    const std::vector<PageSource>& m_sources;
     const HtmlPage& m_page;
     const PageSink& m_sink;
-    Estabelecimento m_estabelecimento;
     std::string m_name;
+
+    // The database at hand.
+    const PageSource* m_source = nullptr;
+    Estabelecimento m_estabelecimento;
 
     std::int64_t m_number = 0;
     Day m_day;
     std::string m_heading;
     std::string m_documents;
 
-    std::string m_previous, m_heldFile, m_heldTitle, m_held;
+    std::string m_previous, m_heldFile, m_heldTitle, m_heldSource, m_held;
 
     Sums m_total;
     std::vector<Day> m_days;
@@ -347,10 +359,10 @@ class FolderWriter final : public JornadaVisitor
 
 } // namespace
 
-void WritePages(Report& report, const HtmlPage& page, const PageSink& sink)
+void WritePages(const std::vector<PageSource>& sources, const HtmlPage& page, const PageSink& sink)
 {
-    FolderWriter writer(report, page, sink);
-    report.Walk(writer);
+    FolderWriter writer(sources, page, sink);
+    writer.WriteDayPages();
     writer.WriteOverview();
 }
 

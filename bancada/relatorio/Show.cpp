@@ -1,5 +1,6 @@
 #include "bancada/relatorio/Show.h"
 
+#include "bancada/Messages.h"
 #include "bancada/log/Losses.h"
 #include "bancada/relatorio/DisplayText.h"
 #include "bancada/relatorio/DocumentoPrint.h"
@@ -9,7 +10,10 @@
 #include "bancada/relatorio/Json.h"
 #include "bancada/relatorio/Report.h"
 
+#include <algorithm>
+#include <deque>
 #include <filesystem>
+#include <utility>
 
 namespace bancada
 {
@@ -18,93 +22,201 @@ namespace
 
 using namespace relatorio;
 
-void PrintAll(Report& report, const std::vector<Documento>& documentos, std::ostream& out)
+// The databases that are shown, each with its readers.
+class Sources
 {
-    const Estabelecimento estabelecimento = report.Names().ReadEstabelecimento();
-    for (std::size_t i = 0; i < documentos.size(); ++i) {
-        out << (i > 0 ? "\n" : "");
-        for (const std::string& line : PrintDocumento(documentos[i], estabelecimento)) {
-            out << line << '\n';
+  public:
+    Sources(const std::vector<ShownDatabase>& databases, std::optional<std::int64_t> crz)
+        : m_databases(databases)
+    {
+        for (const ShownDatabase& database : databases) {
+            Report& report = m_reports.emplace_back(*database.reading, crz);
+            m_sources.push_back({report, NameOf(*database.reading), database.verdict});
         }
     }
-}
 
-bool ShowCoo(Report& report, const ShowOptions& options, std::ostream& out, std::ostream& errors)
-{
-    const std::vector<Documento> documentos = report.Documentos().WithCoo(*options.coo);
-    if (documentos.empty()) {
-        errors << options.database << ": no document has the COO " << *options.coo << '\n';
-        return false;
-    }
-    if (options.json) {
-        WriteDocumentosJson(*options.coo, documentos, out);
-    } else {
-        PrintAll(report, documentos, out);
-    }
-    return true;
-}
+    // As the pages name them.
+    const std::vector<PageSource>& All() const { return m_sources; }
+    std::deque<Report>& Reports() { return m_reports; }
+    bool AreSeveral() const { return m_reports.size() > 1; }
 
-bool ShowCrz(Report& report, const ShowOptions& options, std::ostream& out, std::ostream& errors)
-{
-    std::vector<ReducaoZ> reducoes = report.Reducoes().WithCrz(*options.crz);
-    if (reducoes.empty()) {
-        errors << options.database << ": there is no Z reduction " << *options.crz;
-        if (const std::int64_t cupons = report.Documentos().CountCuponsOf(*options.crz);
-            cupons > 0) {
-            errors << " (" << cupons
-                   << (cupons == 1 ? " receipt waits for it)" : " receipts wait for it)");
+    // As the user named them, to begin a message with.
+    std::string Paths() const
+    {
+        std::string paths;
+        for (const ShownDatabase& database : m_databases) {
+            paths += (paths.empty() ? "" : ", ") + database.reading->Path();
         }
-        errors << '\n';
-        return false;
+        return paths;
     }
-    std::vector<Documento> documentos;
-    for (ReducaoZ& reducao : reducoes) {
-        report.Reducoes().Complete(reducao);
-        documentos.push_back(DocumentoOf(reducao));
-    }
-    if (options.json) {
-        WriteReducoesJson(*options.crz, reducoes, out);
-    } else {
-        PrintAll(report, documentos, out);
-    }
-    return true;
-}
 
-bool ShowPage(Report& report, const ShowOptions& options, const Losses* losses,
-              const Verdict* verdict, std::ostream& out, std::ostream& errors)
+    void ConfirmUnchanged() const
+    {
+        for (const ShownDatabase& database : m_databases) {
+            database.reading->ConfirmUnchanged();
+        }
+    }
+
+  private:
+    // The file's name; the whole path where two of them have one name.
+    std::string NameOf(const leitura::DatabaseReading& reading) const
+    {
+        const std::filesystem::path path = reading.Path();
+        const bool isSingle =
+            std::count_if(m_databases.begin(), m_databases.end(), [&](const ShownDatabase& other) {
+                return std::filesystem::path(other.reading->Path()).filename() == path.filename();
+            }) == 1;
+        return isSingle ? path.filename().string() : path.string();
+    }
+
+    const std::vector<ShownDatabase>& m_databases;
+    std::deque<Report> m_reports;
+    std::vector<PageSource> m_sources;
+};
+
+// Documents as on paper, under the name of their database where there are several.
+class Printer
 {
-    if (options.crz && report.Reducoes().WithCrz(*options.crz).empty() &&
-        report.Documentos().CountCuponsOf(*options.crz) == 0) {
-        errors << options.database << ": there is no day of the Z reduction " << *options.crz
+  public:
+    Printer(bool several, std::ostream& out) : m_several(several), m_out(out) {}
+
+    void Print(Report& report, const std::vector<Documento>& documentos)
+    {
+        const Estabelecimento estabelecimento = report.Names().ReadEstabelecimento();
+        for (const Documento& documento : documentos) {
+            m_out << (m_first ? "" : "\n");
+            m_first = false;
+            if (m_several) {
+                m_out << Disarmed(report.Database().Path()) << ":\n";
+            }
+            for (const std::string& line : PrintDocumento(documento, estabelecimento)) {
+                m_out << line << '\n';
+            }
+        }
+    }
+
+  private:
+    bool m_several;
+    std::ostream& m_out;
+    bool m_first = true;
+};
+
+bool ShowCoo(Sources& sources, const ShowOptions& options, std::ostream& out, std::ostream& errors)
+{
+    std::vector<FoundIn<Documento>> found;
+    for (Report& report : sources.Reports()) {
+        const std::vector<Documento> documentos = report.Documentos().WithCoo(*options.coo);
+        if (!documentos.empty()) {
+            found.push_back({&report, documentos});
+        }
+    }
+    if (found.empty()) {
+        errors << Tr("%1: no document has the COO %2",
+                     {sources.Paths(), std::to_string(*options.coo)})
                << '\n';
         return false;
     }
-    const std::string name = std::filesystem::path(options.database).filename().string();
-    WriteHtmlPage(report, {name, options.version, options.crz, losses, verdict}, out);
+    if (options.json) {
+        WriteDocumentosJson(*options.coo, found, sources.AreSeveral(), out);
+        return true;
+    }
+    Printer printer(sources.AreSeveral(), out);
+    for (const FoundIn<Documento>& one : found) {
+        printer.Print(*one.report, one.documents);
+    }
     return true;
+}
+
+bool ShowCrz(Sources& sources, const ShowOptions& options, std::ostream& out, std::ostream& errors)
+{
+    std::vector<FoundIn<ReducaoZ>> found;
+    std::int64_t cupons = 0;
+    for (Report& report : sources.Reports()) {
+        std::vector<ReducaoZ> reducoes = report.Reducoes().WithCrz(*options.crz);
+        for (ReducaoZ& reducao : reducoes) {
+            report.Reducoes().Complete(reducao);
+        }
+        if (!reducoes.empty()) {
+            found.push_back({&report, std::move(reducoes)});
+        }
+        cupons += report.Documentos().CountCuponsOf(*options.crz);
+    }
+    if (found.empty()) {
+        errors << Tr("%1: there is no Z reduction %2",
+                     {sources.Paths(), std::to_string(*options.crz)})
+               << (cupons > 0
+                       ? TrCount(" (%1 receipt waits for it)", " (%1 receipts wait for it)", cupons)
+                       : "")
+               << '\n';
+        return false;
+    }
+    if (options.json) {
+        WriteReducoesJson(*options.crz, found, sources.AreSeveral(), out);
+        return true;
+    }
+    Printer printer(sources.AreSeveral(), out);
+    for (const FoundIn<ReducaoZ>& one : found) {
+        std::vector<Documento> documentos;
+        for (const ReducaoZ& reducao : one.documents) {
+            documentos.push_back(DocumentoOf(reducao));
+        }
+        printer.Print(*one.report, documentos);
+    }
+    return true;
+}
+
+bool ShowPage(Sources& sources, const ShowOptions& options, const Losses* losses, std::ostream& out,
+              std::ostream& errors)
+{
+    const bool isThere =
+        !options.crz ||
+        std::any_of(sources.Reports().begin(), sources.Reports().end(), [&](Report& report) {
+            return !report.Reducoes().WithCrz(*options.crz).empty() ||
+                   report.Documentos().CountCuponsOf(*options.crz) > 0;
+        });
+    if (!isThere) {
+        errors << Tr("%1: there is no day of the Z reduction %2",
+                     {sources.Paths(), std::to_string(*options.crz)})
+               << '\n';
+        return false;
+    }
+    WriteHtmlPage(sources.All(), {options.version, options.crz, losses}, out);
+    return true;
+}
+
+void ShowList(Sources& sources, std::ostream& out)
+{
+    bool first = true;
+    for (Report& report : sources.Reports()) {
+        if (sources.AreSeveral()) {
+            out << (first ? "" : "\n") << Disarmed(report.Database().Path()) << ":\n";
+        }
+        first = false;
+        WriteList(report, out);
+    }
 }
 
 void ListLosses(const Losses& losses, std::ostream& out)
 {
-    out << "\nRejected statements: " << losses.rejected.size() << '\n';
+    out << "\n" << Tr("Rejected statements: %1", {std::to_string(losses.rejected.size())}) << '\n';
     for (const RejectedStatement& one : losses.rejected) {
-        out << "  " << FormatDateTime(one.time) << "  command " << one.command << ": "
-            << Disarmed(one.error) << "\n    " << Disarmed(one.statement) << '\n';
+        out << "  " << FormatDateTime(one.time) << "  "
+            << Tr("command %1", {std::to_string(one.command)}) << ": " << Disarmed(one.error)
+            << "\n    " << Disarmed(one.statement) << '\n';
     }
-    out << "Lost commands: " << losses.lost.size() << '\n';
+    out << Tr("Lost commands: %1", {std::to_string(losses.lost.size())}) << '\n';
     for (const LostCommand& one : losses.lost) {
         out << "  " << FormatDateTime(one.time) << "  " << Disarmed(one.reason) << '\n';
     }
 }
 
-bool ShowFrom(Report& report, const Verdict* verdict, const ShowOptions& options, std::ostream& out,
-              std::ostream& errors)
+bool ShowFrom(Sources& sources, const ShowOptions& options, std::ostream& out, std::ostream& errors)
 {
     if (options.coo) {
-        return ShowCoo(report, options, out, errors);
+        return ShowCoo(sources, options, out, errors);
     }
     if (options.crz && !options.html) {
-        return ShowCrz(report, options, out, errors);
+        return ShowCrz(sources, options, out, errors);
     }
     Losses read;
     const Losses* losses = nullptr;
@@ -113,13 +225,13 @@ bool ShowFrom(Report& report, const Verdict* verdict, const ShowOptions& options
         losses = &read;
     }
     if (options.html) {
-        return ShowPage(report, options, losses, verdict, out, errors);
+        return ShowPage(sources, options, losses, out, errors);
     }
     if (options.json) {
-        WriteListJson(report, losses, out);
+        WriteListsJson(sources.Reports(), losses, out);
         return true;
     }
-    WriteList(report, out);
+    ShowList(sources, out);
     if (losses) {
         ListLosses(*losses, out);
     }
@@ -130,30 +242,33 @@ bool ShowFrom(Report& report, const Verdict* verdict, const ShowOptions& options
 
 bool Show(const ShowOptions& options, std::ostream& out, std::ostream& errors)
 {
-    const leitura::DatabaseReading database(options.database);
-    return Show(database, nullptr, options, out, errors);
+    std::deque<leitura::DatabaseReading> readings;
+    std::vector<ShownDatabase> databases;
+    for (const std::string& path : options.databases) {
+        databases.push_back({&readings.emplace_back(path), nullptr});
+    }
+    return Show(databases, options, out, errors);
 }
 
-bool Show(const leitura::DatabaseReading& database, const relatorio::Verdict* verdict,
-          const ShowOptions& options, std::ostream& out, std::ostream& errors)
+bool Show(const std::vector<ShownDatabase>& databases, const ShowOptions& options,
+          std::ostream& out, std::ostream& errors)
 {
-    Report report(database, options.crz);
-    const bool shown = ShowFrom(report, verdict, options, out, errors);
-    database.ConfirmUnchanged();
+    Sources sources(databases, options.crz);
+    const bool shown = ShowFrom(sources, options, out, errors);
+    sources.ConfirmUnchanged();
     return shown;
 }
 
-void ShowPages(const leitura::DatabaseReading& database, const relatorio::Verdict* verdict,
-               const ShowOptions& options, const relatorio::PageSink& sink)
+void ShowPages(const std::vector<ShownDatabase>& databases, const ShowOptions& options,
+               const relatorio::PageSink& sink)
 {
     std::optional<Losses> losses;
     if (!options.log.empty()) {
         losses = ReadLosses(options.log);
     }
-    Report report(database);
-    const std::string name = std::filesystem::path(options.database).filename().string();
-    WritePages(report, {name, options.version, {}, losses ? &*losses : nullptr, verdict}, sink);
-    database.ConfirmUnchanged();
+    Sources sources(databases, {});
+    WritePages(sources.All(), {options.version, {}, losses ? &*losses : nullptr}, sink);
+    sources.ConfirmUnchanged();
 }
 
 } // namespace bancada

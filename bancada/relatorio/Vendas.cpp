@@ -105,6 +105,35 @@ VendasByMeio ReadVendasByMeio(const leitura::DatabaseReading& database, const Jo
     return vendas;
 }
 
+void Add(VendasByHora& sum, const VendasByHora& other)
+{
+    sum.horas.resize(other.horas.size());
+    for (std::size_t hora = 0; hora < other.horas.size(); ++hora) {
+        sum.horas[hora].cupons += other.horas[hora].cupons;
+        sum.horas[hora].valor = sum.horas[hora].valor + other.horas[hora].valor;
+    }
+    sum.unreadable += other.unreadable;
+}
+
+void Add(VendasByMeio& sum, const VendasByMeio& other)
+{
+    for (const VendaMeio& meio : other.meios) {
+        const auto same =
+            std::find_if(sum.meios.begin(), sum.meios.end(), [&](const VendaMeio& one) {
+                return one.indice.Value() == meio.indice.Value() &&
+                       one.indice.Raw() == meio.indice.Raw();
+            });
+        if (same == sum.meios.end()) {
+            sum.meios.push_back(meio);
+            continue;
+        }
+        same->nome = same->nome.Shown().empty() ? meio.nome : same->nome;
+        same->pagamentos += meio.pagamentos;
+        same->valor = same->valor + meio.valor;
+    }
+    sum.unreadable += other.unreadable;
+}
+
 Amount ReadTroco(const leitura::DatabaseReading& database, const JornadaRange& range,
                  std::optional<std::int64_t> crz)
 {

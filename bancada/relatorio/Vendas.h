@@ -51,6 +51,10 @@ VendasByHora ReadVendasByHora(const leitura::DatabaseReading& database, const Jo
 VendasByMeio ReadVendasByMeio(const leitura::DatabaseReading& database, const JornadaRange& range,
                               Cadastro& cadastro, std::optional<std::int64_t> crz);
 
+// Adds what another database of the register tells. A means keeps the name that it had first.
+void Add(VendasByHora& sum, const VendasByHora& other);
+void Add(VendasByMeio& sum, const VendasByMeio& other);
+
 // The change of the same fiscal receipts; that of non-fiscal ones is not logged.
 Amount ReadTroco(const leitura::DatabaseReading& database, const JornadaRange& range,
                  std::optional<std::int64_t> crz);

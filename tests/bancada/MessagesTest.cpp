@@ -1,6 +1,7 @@
 // The language of what people read.
 #include "bancada/Messages.h"
 #include "bancada/MessageCatalogue.h"
+#include "tests/bancada/InPortuguese.h"
 
 #include <cstdlib>
 #include <gtest/gtest.h>
@@ -8,6 +9,7 @@
 #include <vector>
 
 using namespace bancada;
+using bancada_test::InPortuguese;
 
 namespace
 {
@@ -53,15 +55,6 @@ class Environment
     static constexpr const char* NAMES[] = {"LC_ALL", "LC_MESSAGES", "LANG", "LANGUAGE"};
     std::vector<bool> m_had;
     std::vector<std::string> m_before;
-};
-
-class InPortuguese
-{
-  public:
-    InPortuguese() { SetLanguage(Language::PORTUGUESE); }
-    ~InPortuguese() { SetLanguage(Language::ENGLISH); }
-    InPortuguese(const InPortuguese&) = delete;
-    InPortuguese& operator=(const InPortuguese&) = delete;
 };
 
 TEST(Messages, ACodeNamesALanguageByItsFirstPart)

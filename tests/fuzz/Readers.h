@@ -43,7 +43,7 @@ inline void ReadDatabase(const std::string& path, int which, std::int64_t number
 {
     using namespace bancada;
     ShowOptions options;
-    options.database = path;
+    options.databases = {path};
     switch (which) {
     case 0:
         ShowOf(options);

@@ -2,6 +2,8 @@
 #include "bancada/Unusable.h"
 #include "bancada/cli/Subcommands.h"
 #include "bancada/conferencia/FindingKind.h"
+#include "tests/bancada/BegunAnew.h"
+#include "tests/bancada/InPortuguese.h"
 #include "tests/bancada/conferencia/CheckedDatabase.h"
 
 #include <CLI/CLI.hpp>
@@ -99,6 +101,55 @@ TEST_F(CheckCommand, AFindingExitsWithOne)
     EXPECT_EQ(Run({"check", Path()}), 1);
     EXPECT_THAT(output, HasSubstr("\nz-gt: CRZ 2: "));
     EXPECT_THAT(output, EndsWith("2 Z reductions: 1 finding, 2 notes\n"));
+}
+
+TEST_F(CheckCommand, ThoseWhoReadPortugueseGetNothingElse)
+{
+    Execute(conferencia_test::CLEAN_DAYS);
+    Execute("UPDATE reducao_z SET valor_gt = 75.47 WHERE cont_crz = 2;"
+            "UPDATE item_cupom_fiscal SET valor_total = NULL WHERE rowid = 1;"
+            "UPDATE outros_documentos SET id_tipo_documento = 'XX' WHERE cont_coo = 5");
+    const bancada_test::InPortuguese portuguese;
+    EXPECT_EQ(Run({"check", Path(), "--until", "COO=30"}), 1);
+    const std::vector<std::string> lines = Lines();
+    ASSERT_GE(lines.size(), 2U);
+    EXPECT_THAT(lines[0], MatchesRegex("examinado " + Path() +
+                                       ", [0-9]+ bytes, SHA-256 [0-9a-f]{64}, por "
+                                       "ecf-bancada [0-9.]+"));
+    EXPECT_EQ(
+        output.substr(lines[0].size() + 1),
+        "ECF 0001 de MERCEARIA: COO 1 de 2024-03-01 08:00:00 a COO 21 de 2024-03-03 08:00:00,"
+        " CRZ 1 a CRZ 2, GT 75.47\n"
+        "valor-invalido: outros_documentos linha 3: id_tipo_documento contém XX, onde se espera LX,"
+        " MF, CC, RG, NC, CN ou RZ\n"
+        "valor-invalido: item_cupom_fiscal linha 1: valor_total contém NULL, onde se espera um"
+        " valor, nenhum abaixo de zero\n"
+        "item-total: COO 3 item 1: total NULL, quantidade vezes preço e ajustes 10.00\n"
+        "cupom-itens: COO 3: itens não cancelados ?, subtotal 15.48, total 15.48\n"
+        "nota: cupom-adicional: COO 11: pago 10.00, fechamento nunca gravado\n"
+        "z-gt: CRZ 2: grande total de 68.48 a 75.47, venda bruta 7.00\n"
+        "gnf-ausente: GNF 2: falta um documento não fiscal antes de COO 5\n"
+        "contador-documento: COO 5: CDC 1, onde se espera 0\n"
+        "gnf-ausente: GNF 3: falta um documento não fiscal (COO 6) antes de COO 10\n"
+        "ordem: COO 5: começa 2024-03-01 09:05:00 e termina 2024-03-01 09:05:30\n"
+        "ancora: COO 30: sabe-se que é 30, as linhas terminam em 21\n"
+        "7 cupons fiscais, 4 cupons não fiscais, 2 reduções Z: 10 achados, 1 nota\n");
+}
+
+// What programs read has no language.
+TEST_F(CheckCommand, TheJsonIsTheSameInEveryLanguage)
+{
+    Execute(conferencia_test::CLEAN_DAYS);
+    Execute("UPDATE reducao_z SET valor_gt = 75.47 WHERE cont_crz = 2;"
+            "UPDATE item_cupom_fiscal SET valor_total = NULL WHERE rowid = 1");
+    const std::vector<std::string> arguments = {"check", Path(), "--json", "--until", "COO=30"};
+    EXPECT_EQ(Run(arguments), 1);
+    const std::string english = output;
+    const bancada_test::InPortuguese portuguese;
+    EXPECT_EQ(Run(arguments), 1);
+    EXPECT_EQ(output, english);
+    EXPECT_EQ(WhyUnusable({"check", folder.File("none"), "--json", "--until", "x"}),
+              "--until x: não é COO=NÚMERO,CRZ=NÚMERO,GT=VALOR, cada um no máximo uma vez");
 }
 
 TEST_F(CheckCommand, JsonForPrograms)
@@ -398,6 +449,26 @@ TEST_F(CheckSeveral, TheAnchorIsOfTheLast)
     EXPECT_THAT(output, Not(HasSubstr("ancora")));
     Run({"check", before, after, "--until", "COO=22"});
     EXPECT_THAT(output, HasSubstr("\nancora: COO 22"));
+}
+
+// As the library begins databases anew, behind Z reductions.
+TEST_F(CheckCommand, ARegisterThatBeganAnewIsInOrder)
+{
+    for (const char* example : {"oficina", "primeira_semana"}) {
+        const test_support::TempFolder own;
+        std::vector<std::string> arguments = bancada_test::RunAndBeginAnew(own, example, 2);
+        ASSERT_THAT(arguments, SizeIs(3));
+        arguments.insert(arguments.begin(), "check");
+        EXPECT_EQ(Run(arguments), 0) << example << "\n" << output;
+        EXPECT_THAT(output, EndsWith("\n3 databases of one register, in their order: 0 findings "
+                                     "where one ends and the next begins\n"));
+        // Without the one between them.
+        arguments.erase(arguments.begin() + 2);
+        EXPECT_EQ(Run(arguments), 1);
+        EXPECT_THAT(output, HasSubstr(": a document is missing between them: the first ends at "));
+        EXPECT_THAT(output, HasSubstr(": a Z reduction is missing between them: "));
+        EXPECT_THAT(output, HasSubstr(": the grand total does not continue: "));
+    }
 }
 
 TEST_F(CheckCommand, ALogThatIsNoneIsUnusable)

@@ -187,14 +187,14 @@ TEST_F(HtmlPage, CarriesTheVerdictThatItIsGiven)
     verdict.byCoo[102] = 2;
     verdict.byCrz[1] = 1;
     ShowOptions options;
-    options.database = Database();
+    options.databases = {Database()};
     options.html = true;
     options.version = "program 9.9";
     const auto pageWith = [&](const relatorio::Verdict& given) {
         const leitura::DatabaseReading database(Database());
         std::ostringstream out;
         std::ostringstream errors;
-        EXPECT_TRUE(Show(database, &given, options, out, errors));
+        EXPECT_TRUE(Show({{&database, &given}}, options, out, errors));
         return out.str();
     };
     const std::string found = pageWith(verdict);

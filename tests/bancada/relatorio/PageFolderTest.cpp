@@ -22,10 +22,10 @@ class PageFolderShow : public Sample
     std::map<std::string, std::string> Pages(const relatorio::Verdict* verdict = nullptr)
     {
         ShowOptions options;
-        options.database = Database();
+        options.databases = {Database()};
         const leitura::DatabaseReading database(Database());
         std::map<std::string, std::string> pages;
-        ShowPages(database, verdict, options,
+        ShowPages({{&database, verdict}}, options,
                   [&](const std::string& name, const std::string& content) {
                       EXPECT_EQ(pages.count(name), 0U) << name;
                       EXPECT_LE(content.size(), relatorio::MAX_PAGE_BYTES) << name;

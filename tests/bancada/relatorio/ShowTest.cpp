@@ -27,10 +27,10 @@ TEST_F(ShowFaults, AMissingFileIsNotMade)
 TEST_F(ShowFaults, AFolder)
 {
     ShowOptions options;
-    options.database = File(".");
+    options.databases = {File(".")};
     RunShow(options);
     EXPECT_EQ(result, UNUSABLE);
-    EXPECT_EQ(error, options.database + ": is a directory");
+    EXPECT_EQ(error, options.databases.front() + ": is a directory");
 }
 
 TEST_F(ShowFaults, AFileThatIsNoDatabase)

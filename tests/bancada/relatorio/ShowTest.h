@@ -70,8 +70,8 @@ class Sample : public ::testing::Test
     // Shows and keeps the result and both outputs.
     void RunShow(ShowOptions options)
     {
-        if (options.database.empty()) {
-            options.database = Database();
+        if (options.databases.empty()) {
+            options.databases = {Database()};
         }
         std::ostringstream out;
         std::ostringstream errors;
