@@ -56,6 +56,8 @@ if(TARGET ecf-bancada)
     DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT bench)
   install(FILES ${PROJECT_BINARY_DIR}/bancada/man/pt/ecf-bancada.1
     DESTINATION ${CMAKE_INSTALL_MANDIR}/pt/man1 COMPONENT bench)
+  install(FILES ${PROJECT_SOURCE_DIR}/bancada/completion/ecf-bancada
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT bench)
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs DESTINATION ${ecf_documents}/ecf-bancada
     COMPONENT bench)
   file(GLOB tapes ${PROJECT_SOURCE_DIR}/examples/*.jsonl)

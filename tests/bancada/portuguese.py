@@ -1,0 +1,193 @@
+"""What check, show and --help print in Portuguese, looked through for English that was left over: a
+text that nobody marked for translation.
+
+English is told by the words that stand in the messages' English and nowhere in their Portuguese.
+
+Usage: portuguese.py ROOT PROGRAM
+"""
+import html
+import os
+import re
+import sqlite3
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+ROOT = Path(sys.argv.pop(1)).resolve()
+PROGRAM = os.path.abspath(sys.argv.pop(1))
+
+# Of the engine, of the language in which a command is typed, and of the names on the documents.
+ENGINE = [r'near ".*?": syntax error', r"file is not a database", r"no such table: \w+",
+          r"unrecognized token: .*"]
+# What is typed and what is logged is the same in every language: commands, options, words that an
+# option takes, the schema's words.
+WORDS = {"check", "show", "run", "export", "import", "compare", "copy", "recover", "generate",
+         "commands", "help", "column", "index", "trigger", "view", "clause", "table", "on", "to"}
+
+
+def catalogue():
+    """The words of the messages' English and of their Portuguese."""
+    text = (ROOT / "bancada/po/pt.po").read_text("utf-8")
+    words = {"msgid": set(), "msgstr": set()}
+    kind = ""
+    for line in text.splitlines():
+        found = re.match(r'(msgid|msgstr)\S* "|"', line)
+        if found is None:
+            kind = ""
+            continue
+        kind = found.group(1) or kind
+        if kind:
+            words[kind] |= set(words_of(line[line.index('"'):].replace("\\n", " ")))
+    return words["msgid"], words["msgstr"]
+
+
+def words_of(text):
+    """The words of a text in small letters; names with digits, points or lines are none."""
+    return re.findall(r"(?<![\w./-])[a-zà-ÿ]{2,}(?![\w/-]|\.\w)", text)
+
+
+ENGLISH, PORTUGUESE = catalogue()
+FOREIGN = ENGLISH - PORTUGUESE - WORDS
+
+
+def left_over(text):
+    for pattern in ENGINE:
+        text = re.sub(pattern, "", text)
+    return sorted(set(words_of(text)) & FOREIGN)
+
+
+def seen(page):
+    """What a reader of the page sees, titles and what its script says included."""
+    page = re.sub(r"<(style|script)>.*?</\1>", " ", page, flags=re.S)
+    page = re.sub(r'<pre(?! class="bobina").*?</pre>', " ", page, flags=re.S)  # statements
+    told = re.findall(r' (?:data-[a-z]+|aria-label)="([^"]*)"', page)
+    return html.unescape(" ".join([re.sub(r"<[^>]*>", " ", page)] + told))
+
+
+class Portuguese(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        scratch = tempfile.TemporaryDirectory(prefix="ecf-portuguese-")
+        cls.addClassCleanup(scratch.cleanup)
+        cls.folder = Path(scratch.name)
+        for name in ("mercearia", "oficina", "primeira_semana"):
+            subprocess.run([PROGRAM, "run", ROOT / "examples" / (name + ".jsonl"), "--db",
+                            cls.folder / (name + ".db")], check=True, stdout=subprocess.DEVNULL,
+                           timeout=120)
+
+    def told(self, *arguments, language="pt"):
+        environment = {**os.environ, "LC_ALL": "C"}
+        done = subprocess.run([PROGRAM, *map(str, arguments), "--language", language],
+                              cwd=self.folder, env=environment, stdout=subprocess.PIPE,
+                              stderr=subprocess.STDOUT, timeout=120)
+        return done.stdout.decode("utf-8", "replace")
+
+    def expect_portuguese(self, *arguments):
+        told = self.told(*arguments)
+        self.assertTrue(told, arguments)
+        for line in told.splitlines():
+            self.assertEqual(left_over(line), [], (arguments, line))
+        return told
+
+    def changed(self, name, *statements):
+        copy = self.folder / "changed.db"
+        copy.unlink(missing_ok=True)
+        source = sqlite3.connect(self.folder / (name + ".db"))
+        target = sqlite3.connect(copy)
+        source.backup(target)
+        for statement in statements:
+            target.execute(statement)
+        target.commit()
+        for one in (source, target):
+            one.close()
+        return copy
+
+    def test_what_is_english_is_seen(self):
+        self.assertGreater(len(FOREIGN), 300)
+        for line in ("a document is missing between them", "the rows end at 21",
+                     "no such file", "not closed", "the receipts of the day"):
+            self.assertNotEqual(left_over(line), [], line)
+        english = self.told("check", self.changed("oficina", "UPDATE reducao_z SET valor_gt = 1"),
+                            language="en")
+        self.assertGreater(sum(1 for line in english.splitlines() if left_over(line)), 3, english)
+
+    def test_help(self):
+        self.expect_portuguese("--help-all")
+        for name in ("check", "show"):
+            self.expect_portuguese(name, "--help")
+
+    def test_examples(self):
+        for name in ("mercearia", "oficina", "primeira_semana"):
+            database = name + ".db"
+            self.expect_portuguese("check", database, "--log", database + ".log", "--until",
+                                   "COO=999,CRZ=99,GT=1.00")
+            told = self.told("show", database)
+            self.assertIn("movimento ", told)
+            self.assertEqual(left_over(told), [])
+            for page in (self.told("show", database, "--html", "-", "--log", database + ".log"),
+                         self.told("show", database, "--html", "-", "--crz", "1")):
+                self.assertIn("<h2>Vendas por hora</h2>", page)
+                self.assertEqual(left_over(seen(page)), [])
+        self.expect_portuguese("check", "oficina.db", "primeira_semana.db")
+        self.told("show", "oficina.db", "primeira_semana.db", "--pages", "pages")
+        pages = sorted((self.folder / "pages").iterdir())
+        self.assertGreater(len(pages), 5)
+        for page in pages:
+            self.assertEqual(left_over(seen(page.read_text("utf-8"))), [], page.name)
+
+    def test_findings(self):
+        kinds = set()
+        changes = ["UPDATE {t} SET {c} = NULL WHERE rowid = 2", "UPDATE {t} SET {c} = 'XYZ'"
+                   " WHERE rowid = 2", "UPDATE {t} SET {c} = {c} + 1 WHERE rowid = 2"]
+        db = sqlite3.connect(self.folder / "oficina.db")
+        tables = [row[0] for row in db.execute("SELECT name FROM sqlite_schema WHERE type ="
+                                               " 'table' ORDER BY name")]
+        columns = {table: [row[1] for row in db.execute(f"PRAGMA table_info({table})")]
+                   for table in tables}
+        db.close()
+        statements = [[f"DELETE FROM {table} WHERE rowid = 2"] for table in tables]
+        statements += [[f"INSERT OR IGNORE INTO {table} SELECT * FROM {table} WHERE rowid = 1"]
+                       for table in tables]
+        statements += [["DROP INDEX " + index] for index in self.indexes()]
+        # One column each, of every table in turn, so that it does not take long.
+        for table in tables:
+            for place, column in enumerate(columns[table]):
+                statements.append([changes[place % 3].format(t=table, c=column)])
+        for name in ("oficina", "primeira_semana"):
+            for one in statements:
+                told = self.expect_portuguese("check", self.changed(name, *one))
+                kinds |= set(re.findall(r"^(?:nota: )?([a-z-]+): ", told, flags=re.M))
+        self.assertGreater(len(kinds), 45, sorted(kinds))
+
+    def indexes(self):
+        db = sqlite3.connect(self.folder / "oficina.db")
+        names = [row[0] for row in db.execute("SELECT name FROM sqlite_schema WHERE type = 'index'"
+                                              " AND name NOT LIKE 'sqlite%' LIMIT 2")]
+        db.close()
+        return names
+
+    def test_what_cannot_be_used(self):
+        (self.folder / "ruido").write_bytes(b"no database " * 500)
+        (self.folder / "texto.log").write_text("no log\n")
+        (self.folder / "vazia").mkdir(exist_ok=True)
+        for arguments in (["check", "ausente"], ["check", "ruido"], ["check", "vazia"],
+                          ["check", "oficina.db", "--log", "texto.log"],
+                          ["check", "oficina.db", "--until", "x"],
+                          ["check", "oficina.db", "mercearia.db", "--log", "mercearia.db.log"],
+                          ["check"], ["check", "oficina.db", "--lag", "1"], ["chek"],
+                          ["show", "ausente"], ["show", "oficina.db", "--coo", "999"],
+                          ["show", "oficina.db", "--crz", "999"], ["show", "oficina.db", "--coo", "x"],
+                          ["show", "oficina.db", "--crz", "9", "--html", "-"],
+                          ["show", "oficina.db", "--html", "oficina.db"],
+                          ["show", "oficina.db", "--html", "oficina.db-wal"],
+                          ["show", "oficina.db", "--html", "nada/pagina.html"],
+                          ["show", "oficina.db", "--pages", "ruido"],
+                          ["show", "oficina.db", "--coo", "1", "--crz", "1"],
+                          ["show", "oficina.db", "--crz", "1", "--log", "texto.log"]):
+            self.expect_portuguese(*arguments)
+
+
+if __name__ == "__main__":
+    unittest.main()
