@@ -246,6 +246,49 @@ TEST_F(Opening, OpensAFileThatCanOnlyBeReadForReading)
     EXPECT_EQ(Rows(), "1 3");
 }
 
+// The name goes to the engine as it is, whatever it means elsewhere.
+TEST_F(Opening, TakesANameOfAnyCharacters)
+{
+    for (const std::string name : {"Z9 a%41?b#c&d=e", "caf\xC3\xA9:~_.-", "A-Z[{}]'\"|"}) {
+        ASSERT_EQ(database.Open(folder.File(name).c_str(), Brief()), LogFault::NONE)
+            << name << ": " << database.Text();
+        EXPECT_EQ(Command({"INSERT INTO versao_sb VALUES (1, 'v')"}).state, LogState::KEPT) << name;
+        database.Close();
+        EXPECT_TRUE(folder.Has(name)) << name;
+        // It is looked at before it is opened, and found to hold a row.
+        LogDatabaseOptions options = Brief();
+        options.onlyEmpty = true;
+        EXPECT_EQ(database.Open(folder.File(name).c_str(), options), LogFault::HOLDS_ROWS) << name;
+    }
+}
+
+TEST_F(Opening, RefusesANameThatIsTooLong)
+{
+    for (const std::size_t length : {511U, 512U, 5000U}) {
+        const std::string name(length, '%');
+        EXPECT_EQ(database.Open(name.c_str(), Brief()), LogFault::CANNOT_OPEN) << length;
+        EXPECT_STRNE(database.Text(), "");
+    }
+    EXPECT_STREQ(database.Text(), "its name is too long");
+}
+
+// Whoever holds the old file keeps a command from beginning; the one that bears its name now is
+// empty, and no register's.
+TEST_F(Opening, AFileThatWasEmptiedInUseIsNotBegunAnew)
+{
+    ASSERT_EQ(Open(), LogFault::NONE);
+    EXPECT_EQ(Command({"INSERT INTO versao_sb VALUES (1, 'v')"}).state, LogState::KEPT);
+    Other other(Path());
+    other.Run("BEGIN IMMEDIATE");
+    fs::rename(Path(), folder.File("elsewhere"));
+    folder.Write("db", "");
+    const LogOutcome outcome = Command({"INSERT INTO versao_sb VALUES (2, 'v')"});
+    EXPECT_EQ(outcome.state, LogState::NOT_BEGUN);
+    EXPECT_EQ(outcome.fault, LogFault::NOT_A_LOG);
+    EXPECT_STREQ(outcome.text, "it was emptied while it was in use");
+    EXPECT_EQ(folder.Read("db"), "");
+}
+
 TEST_F(Opening, CanBeDoneAgain)
 {
     for (int i = 1; i <= 3; ++i) {

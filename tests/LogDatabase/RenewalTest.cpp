@@ -2,6 +2,7 @@
 #include "tests/LogDatabase/LogDatabaseTest.h"
 
 #include <cstdio>
+#include <filesystem>
 
 namespace
 {
@@ -43,6 +44,43 @@ TEST_F(Renewal, ADamagedOneIsSetAsideWithItsLogAndCommandsAreKeptAgain)
     EXPECT_EQ(folder.Read("db.2024-wal"), "its log");
     EXPECT_EQ(Command({"INSERT INTO versao_sb VALUES (1, 'v')"}).state, LogState::KEPT);
     EXPECT_EQ(Rows(), "1");
+}
+
+TEST_F(Renewal, WithinACommandNothingIsSetAside)
+{
+    ASSERT_EQ(Open(), LogFault::NONE);
+    database.Begin();
+    EXPECT_EQ(database.BeginAnew(Aside().c_str()), LogFault::CANNOT_OPEN);
+    EXPECT_STREQ(database.Text(), "there is no file to set aside");
+    Insert(1);
+    EXPECT_EQ(database.Commit().state, LogState::KEPT);
+    EXPECT_FALSE(folder.Has("db.2024"));
+    EXPECT_EQ(Rows(), "1");
+}
+
+TEST_F(Renewal, ANameThatIsNoneChangesNothing)
+{
+    ASSERT_EQ(Open(), LogFault::NONE);
+    EXPECT_EQ(NumberedCommand(1, 1).state, LogState::KEPT);
+    const std::string tooLong(5000, 'x');
+    for (const char* name : {static_cast<const char*>(nullptr), "", tooLong.c_str()}) {
+        EXPECT_EQ(database.BeginAnew(name), LogFault::CANNOT_OPEN);
+        EXPECT_STREQ(database.Text(), "it has no name to be set aside under");
+        EXPECT_EQ(NumberedCommand(database.CommandNumber() + 1, 2).state, LogState::KEPT);
+    }
+    EXPECT_EQ(Rows(), "1 2 2 2");
+}
+
+// The names are there, but a power cut could undo them: whoever calls is told.
+TEST_F(Renewal, AFolderThatCannotBeSyncedIsTold)
+{
+    ASSERT_EQ(Open(), LogFault::NONE);
+    EXPECT_EQ(NumberedCommand(1, 1).state, LogState::KEPT);
+    // In the place of the file whose removal syncs the folder.
+    std::filesystem::create_directories(folder.File("db.2024-sync") + "/there");
+    EXPECT_EQ(database.BeginAnew(Aside().c_str()), LogFault::DISK);
+    EXPECT_STREQ(database.Text(), "cannot sync the folder");
+    EXPECT_EQ(AsideRows(), "1");
 }
 
 TEST_F(Renewal, NothingIsWrittenOver)

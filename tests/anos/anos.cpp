@@ -360,6 +360,9 @@ int main(int argc, char** argv)
     try {
         Years years(options);
         years.Run();
+        if (options.count) {
+            return EXIT_SUCCESS; // to read all the rows is no command's cost
+        }
         const Json result = years.Result();
         std::cout << result.dump(1) << "\n";
         std::map<std::string, std::int64_t> due;

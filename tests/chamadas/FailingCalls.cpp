@@ -3,11 +3,14 @@
 // the program has said something on its standard output.
 //
 //   ECF_CALLS_FOLDER   whose files are meant, and the folder itself
-//   ECF_CALLS_FAIL     KIND:N:ERRNO:once or KIND:N:ERRNO:ever; unset: none
+//   ECF_CALLS_FAIL     KIND:N:ERRNO:once or KIND:N:ERRNO:ever, several with commas; unset: none
 //   ECF_CALLS_TRACE    where the changes go; unset: nowhere
 //
 // A change is a line, its fields separated by blanks: its name, numbers, and paths or bytes in
-// hexadecimal digits. calls.py reads it.
+// hexadecimal digits. How many calls of each kind there have been is told where the program says
+// something, behind a fault, and at the end. calls.py reads it.
+//
+// The system's random bytes are nought, so that the same run makes the same files.
 #include <array>
 #include <cerrno>
 #include <cstdarg>
@@ -21,6 +24,7 @@
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
 namespace
 {
@@ -33,12 +37,16 @@ Function Next(const char* name)
     return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
 }
 
-struct Plan {
-    std::string folder;
+struct Fault {
     std::string kind;
     int at = 0;
     int error = EIO;
     bool ever = false;
+};
+
+struct Plan {
+    std::string folder;
+    std::vector<Fault> faults;
     int trace = -1;
     std::map<std::string, int> seen;         // calls so far, by their kind
     std::array<ino_t, MAX_FILES> files = {}; // of the folder, by descriptor; 0: another's
@@ -47,7 +55,7 @@ struct Plan {
 int OpenReal(const char* path, int flags, mode_t mode)
 {
     static const auto real = Next<int (*)(const char*, int, ...)>("open");
-    return real(path, flags, mode);
+    return real(std::strcmp(path, "/dev/urandom") == 0 ? "/dev/zero" : path, flags, mode);
 }
 
 Plan& ThePlan()
@@ -57,12 +65,17 @@ Plan& ThePlan()
         if (const char* folder = std::getenv("ECF_CALLS_FOLDER")) {
             made->folder = folder;
         }
-        if (const char* fail = std::getenv("ECF_CALLS_FAIL")) {
+        const char* fail = std::getenv("ECF_CALLS_FAIL");
+        while (fail != nullptr && *fail != '\0') {
             char kind[16] = "";
             char often[8] = "";
-            std::sscanf(fail, "%15[a-z]:%d:%d:%7s", kind, &made->at, &made->error, often);
-            made->kind = kind;
-            made->ever = std::strcmp(often, "ever") == 0;
+            Fault fault;
+            std::sscanf(fail, "%15[a-z]:%d:%d:%7[a-z]", kind, &fault.at, &fault.error, often);
+            fault.kind = kind;
+            fault.ever = std::strcmp(often, "ever") == 0;
+            made->faults.push_back(fault);
+            const char* const comma = std::strchr(fail, ',');
+            fail = comma == nullptr ? nullptr : comma + 1;
         }
         if (const char* trace = std::getenv("ECF_CALLS_TRACE")) {
             made->trace = OpenReal(trace, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644);
@@ -85,18 +98,6 @@ ino_t FileOf(int descriptor)
                : 0;
 }
 
-// Whether a call of this kind is to fail; errno then says why.
-bool Fails(const char* kind)
-{
-    Plan& plan = ThePlan();
-    const int number = ++plan.seen[kind];
-    if (plan.kind != kind || (number != plan.at && !(plan.ever && number > plan.at))) {
-        return false;
-    }
-    errno = plan.error;
-    return true;
-}
-
 void Tell(const std::string& line)
 {
     static const auto real = Next<ssize_t (*)(int, const void*, size_t)>("write");
@@ -108,12 +109,26 @@ void Tell(const std::string& line)
     errno = kept;
 }
 
-// Behind the last call: how many there were.
 [[gnu::destructor]] void TellCounts()
 {
     for (const auto& [kind, count] : ThePlan().seen) {
         Tell("calls " + kind + " " + std::to_string(count));
     }
+}
+
+// Whether a call of this kind is to fail; errno then says why.
+bool Fails(const char* kind)
+{
+    Plan& plan = ThePlan();
+    const int number = ++plan.seen[kind];
+    for (const Fault& fault : plan.faults) {
+        if (fault.kind == kind && (number == fault.at || (fault.ever && number > fault.at))) {
+            TellCounts();
+            errno = fault.error;
+            return true;
+        }
+    }
+    return false;
 }
 
 std::string Hex(const void* bytes, std::size_t count)
@@ -276,6 +291,7 @@ int fflush(FILE* file)
     static const auto real = Next<int (*)(FILE*)>("fflush");
     const int result = real(file);
     if (file == stdout) {
+        TellCounts();
         Tell("say");
     }
     return result;

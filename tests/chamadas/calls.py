@@ -12,14 +12,20 @@ runs with and without a memory file:
  - a power cut behind each call that changes a file: of what no sync had followed all, nothing, every
    other call or half of the last one is there, with or without the names that were not synced. What was
    answered is there; nothing is half; a run that goes on from the memory has every command once.
- - a pair: a power cut behind each call that follows a fault that came once, with one damage, drawn.
+ - a pair: behind a fault that comes once a second one, or a power cut.
 
---whole tries every one; otherwise N of each (60), and fewer pairs, are drawn by the seed, which is
-printed."""
+--whole tries every fault and every cut; and every pair within the opening and the first three commands,
+with every damage, while of those beyond N behind each fault are drawn by the seed, which is printed.
+Without it N faults and cuts, and fewer pairs, are drawn. Cuts that leave the same files behind the same
+answers are tried once, and told apart in the count.
+
+--part K/M tries the pairs behind each M-th fault alone, from the K-th on: the whole in several runs."""
 import argparse
 import collections
+import hashlib
 import os
 import random
+import re
 import shutil
 import sqlite3
 import subprocess
@@ -34,6 +40,7 @@ TAPE = """{"cmd":"leitura_x","em":"2026-01-01 08:00:00"}
 {"cmd":"leitura_x"}
 """
 COMMANDS = TAPE.count("\n")
+FIRST_COMMANDS = 3  # whose pairs are all tried
 KINDS = {"open": 24, "write": 28, "sync": 5, "truncate": 5, "rename": 5, "map": 12, "unlink": 5,
          "close": 5}
 CONTENTS = ("lost", "kept", "odd", "torn")
@@ -129,6 +136,16 @@ def answers_in(output):
     return kept, lost
 
 
+def hold_told(missing, lost, after):
+    """Of the commands whose rows are not there each was told as lost: when it was answered, or by what
+    the next run says of the memory, which has their number and the last one."""
+    told = re.search(r"^commands lost since the memory began: (\d+); the last: line (\d+)", after,
+                     re.MULTILINE)
+    require(missing <= lost or
+            (told and int(told.group(1)) >= len(missing) and int(told.group(2)) in missing),
+            f"missing {missing}, told {lost}: {after}")
+
+
 def hold_fault(bench, memory, fail):
     folder = bench.folder()
     code, output = bench.run(folder, memory, fail=fail)
@@ -141,9 +158,7 @@ def hold_fault(bench, memory, fail):
         _, lostAfter = answers_in(after)
         there = bench.commands_in(folder)
         missing = set(range(1, COMMANDS + 1)) - set(there)
-        told = set(lost) | set(lostAfter)
-        require(missing <= told or "commands lost since the memory began" in after,
-                f"missing {missing}, told {told}: {after}")
+        hold_told(missing, set(lost) | set(lostAfter), after)
     elif code == 0:
         require(set(kept) | set(lost) == set(range(1, COMMANDS + 1)), output)
     shutil.rmtree(folder)
@@ -183,7 +198,9 @@ class Disk:
         elif word == "say":
             self.said += 1
 
-    def write_cut(self, folder, contents, names):
+    def after_cut(self, contents, names):
+        """The files by their names."""
+        files = {}
         for path, inode in (self.names if names == "kept" else self.durable_names).items():
             name = Path(path.decode()).name
             if name.endswith(("-shm", ".lock")):
@@ -199,7 +216,8 @@ class Disk:
                 calls = []
             for call in calls:
                 content = changed(content, call)
-            (folder / name).write_bytes(content)
+            files[name] = content
+        return files
 
 
 def changed(content, call):
@@ -208,21 +226,55 @@ def changed(content, call):
     return content[:at] + data + content[at + len(data):] if word == "write" else content[:at]
 
 
-def hold_cut(bench, memory, trace, at, contents, names):
-    """The power goes behind the line `at` of the trace."""
-    lines, output = trace
-    disk = Disk()
-    for line in lines[:at]:
-        disk.apply(line)
+class Trace:
+    """What a run has changed, call by call, and what it said."""
+
+    def __init__(self, lines, output):
+        self.lines, self.output = lines, output.splitlines()
+        self.counts = self.counts_before(len(lines))
+
+    def counts_before(self, at):
+        """How many calls of each kind there had been when that was told last."""
+        counts = {}
+        for line in self.lines[:at]:
+            if line.startswith("calls "):
+                _, kind, count = line.split(" ")
+                counts[kind] = int(count)
+        return counts
+
+    def first_commands(self):
+        """The line that ends the opening and the first commands."""
+        said = [at for at, line in enumerate(self.lines, 1) if line == "say"]
+        return said[FIRST_COMMANDS - 1] if len(said) >= FIRST_COMMANDS else len(self.lines)
+
+    def places(self, first=1):
+        """The lines behind which the power can go."""
+        return [at for at, line in enumerate(self.lines, 1)
+                if at >= first and not line.startswith(("calls ", "say"))]
+
+    def states(self, cuts):
+        """What each cut of (line, contents, names) leaves, in the order of the lines: the cut, the
+        files, and the commands answered as kept and as lost."""
+        disk, at = Disk(), 0
+        for cut in sorted(cuts):
+            for line in self.lines[at:cut[0]]:
+                disk.apply(line)
+            at = cut[0]
+            kept, lost = answers_in("\n".join(self.output[:disk.said]))
+            yield cut, disk.after_cut(*cut[1:]), kept, lost
+
+
+def hold_cut(bench, memory, files, kept, lost):
+    """The power has gone and left these files, behind these answers."""
     folder = bench.folder()
-    disk.write_cut(folder, contents, names)
-    kept, lost = answers_in("\n".join(output.splitlines()[:disk.said]))
+    for name, content in files.items():
+        (folder / name).write_bytes(content)
     if memory:
         _, after = bench.run(folder, memory)
         _, lostAfter = answers_in(after)
         there = bench.commands_in(folder)
         missing = set(range(1, COMMANDS + 1)) - set(there)
-        require(missing <= set(lost) | set(lostAfter), f"missing {missing}, told lost {lost}")
+        hold_told(missing, set(lost) | set(lostAfter), after)
         require(set(kept) <= set(there), f"answered {kept}, there {there}")
     else:
         there = bench.commands_in(folder)
@@ -233,32 +285,82 @@ def hold_cut(bench, memory, trace, at, contents, names):
 
 
 def trace_of(bench, memory, fail=None):
-    """The lines of a run's trace, and what it said."""
     folder = bench.folder()
     trace = bench.place / f"{folder.name}.trace"
     trace.write_text("")
     _, output = bench.run(folder, memory, fail=fail, trace=trace)
     shutil.rmtree(folder)
-    return trace.read_text().splitlines(), output
+    lines = trace.read_text().splitlines()
+    trace.unlink()
+    return Trace(lines, output)
 
 
-def faults_of(lines):
-    """Every call that may fail: once, and with all that follow."""
-    for line in lines:
-        if line.startswith("calls "):
-            _, kind, count = line.split(" ")
-            for number in range(1, int(count) + 1):
-                for often in ("once", "ever"):
-                    yield f"{kind}:{number}:{KINDS[kind]}:{often}"
+def faults_of(before, counts):
+    """The calls that may fail, from behind some to so many of each kind."""
+    for kind, count in sorted(counts.items()):
+        for number in range(before.get(kind, 0) + 1, count + 1):
+            yield f"{kind}:{number}:{KINDS[kind]}"
 
 
-def cuts_of(lines, first=1):
-    calls = [at for at, line in enumerate(lines, 1) if not line.startswith(("calls ", "say"))]
-    for at in calls:
-        if at >= first:
-            for contents in CONTENTS:
-                for names in NAMES:
-                    yield at, contents, names
+def cuts_at(places):
+    return [(at, contents, names) for at in places for contents in CONTENTS for names in NAMES]
+
+
+class Work:
+    """Tries what it is given, counts it, and prints what is wrong."""
+
+    def __init__(self, bench):
+        self.bench = bench
+        self.tried = collections.Counter()
+        self.same = 0
+        self.wrong = 0
+        self.known = set()
+
+    def attempt(self, kind, name, check, *arguments):
+        self.tried[kind] += 1
+        try:
+            check(self.bench, *arguments)
+        except (Wrong, sqlite3.Error, subprocess.TimeoutExpired) as error:
+            self.wrong += 1
+            print(f"{kind} {name}: {error}", flush=True)
+
+    def cut(self, kind, memory, trace, cuts, fail=None):
+        for cut, files, kept, lost in trace.states(cuts):
+            digest = hashlib.sha256(repr((memory, kept, lost)).encode())
+            for name, content in sorted(files.items()):
+                digest.update(repr((name, len(content))).encode() + content)
+            if digest.digest() in self.known:
+                self.tried[kind] += 1
+                self.same += 1
+                continue
+            self.known.add(digest.digest())
+            self.attempt(kind, cut if fail is None else (fail, *cut), hold_cut, memory, files, kept,
+                         lost)
+
+
+def pairs(work, memory, fail, trace, whole, drawn):
+    """Behind a fault that comes once: `whole`, every second fault and every cut within the first
+    commands; `drawn` of those that are left."""
+    kind = "with memory" if memory else "without memory"
+    after = trace_of(work.bench, memory, fail=fail)
+    # Up to the fault both traces are the same.
+    same = next((i for i, pair in enumerate(zip(trace.lines, after.lines), 1)
+                 if pair[0] != pair[1]), len(after.lines))
+    end = after.first_commands() if whole else 0
+    places = after.places(max(1, same - 1))
+    cuts = cuts_at([at for at in places if at <= end])
+    beyond = cuts_at([at for at in places if at > end])
+    work.cut(f"cut behind a fault, {kind}", memory, after, cuts + drawn(beyond), fail)
+    fired = after.counts_before(next((at for at in range(same, len(after.lines))
+                                      if not after.lines[at].startswith("calls ")),
+                                     len(after.lines)))
+    early = {name: count for name, count in after.counts_before(end).items() if whole}
+    seconds = list(faults_of(fired, early))
+    reached = {name: max(fired.get(name, 0), early.get(name, 0)) for name in after.counts}
+    seconds += drawn(list(faults_of(reached, after.counts)))
+    for second in seconds:
+        work.attempt(f"fault behind a fault, {kind}", (fail, second), hold_fault, memory,
+                     f"{fail},{second}:once")
 
 
 def main():
@@ -269,55 +371,42 @@ def main():
     parser.add_argument("--whole", action="store_true")
     parser.add_argument("--seed", type=int, default=None)
     parser.add_argument("--sample", type=int, default=60)
+    parser.add_argument("--part", default="1/1")
     options = parser.parse_args()
     seed = options.seed if options.seed is not None else random.SystemRandom().randrange(1 << 32)
-    chance = random.Random(seed)
+    first, every = (int(number) for number in options.part.split("/"))
     print(f"seed {seed}", flush=True)
 
-    def drawn(every):
-        every = list(every)
-        return every if options.whole else chance.sample(every, min(options.sample, len(every)))
-
-    wrong, tried = 0, collections.Counter()
-
-    def attempt(kind, name, check, *arguments):
-        nonlocal wrong
-        tried[kind] += 1
-        try:
-            check(*arguments)
-        except (Wrong, sqlite3.Error, subprocess.TimeoutExpired) as error:
-            wrong += 1
-            print(f"{kind} {name}: {error}", flush=True)
-
     with tempfile.TemporaryDirectory(dir="/dev/shm" if os.access("/dev/shm", os.W_OK) else None) as at:
-        bench = Bench(os.path.abspath(options.program), os.path.abspath(options.layer), Path(at))
+        work = Work(Bench(os.path.abspath(options.program), os.path.abspath(options.layer), Path(at)))
         for memory in (False, True):
+            chance = random.Random(seed)
+
+            def sample(of, number):
+                of = list(of)
+                return chance.sample(of, min(number, len(of)))
+
             kind = "with memory" if memory else "without memory"
-            trace = trace_of(bench, memory)
-            lines = trace[0]
-            require(lines.count("say") >= COMMANDS, "the layer did not see the answers")
-            faults = list(faults_of(lines))
-            for fail in drawn(faults):
-                attempt(f"fault, {kind}", fail, hold_fault, bench, memory, fail)
-            for cut in drawn(cuts_of(lines)):
-                attempt(f"power cut, {kind}", cut, hold_cut, bench, memory, trace, *cut)
-            once = [fail for fail in faults if fail.endswith(":once")]
-            for fail in once if options.whole else chance.sample(once, min(6, len(once))):
-                after = trace_of(bench, memory, fail=fail)
-                same = next((i for i, pair in enumerate(zip(lines, after[0]), 1)
-                             if pair[0] != pair[1]), len(after[0]))
-                # One damage a place, drawn: all of them would be a day's work.
-                every = collections.defaultdict(list)
-                for cut in cuts_of(after[0], max(1, same - 1)):
-                    every[cut[0]].append(cut)
-                places = sorted(every)
-                for place in places if options.whole else chance.sample(places, min(8, len(places))):
-                    cut = chance.choice(every[place])
-                    attempt(f"pair, {kind}", (fail, *cut), hold_cut, bench, memory, after, *cut)
-    for kind, number in tried.items():
+            trace = trace_of(work.bench, memory)
+            require(trace.lines.count("say") >= COMMANDS, "the layer did not see the answers")
+            faults = list(faults_of({}, trace.counts))
+            if first == 1:
+                single = [f"{fault}:{often}" for fault in faults for often in ("once", "ever")]
+                for fail in single if options.whole else sample(single, options.sample):
+                    work.attempt(f"fault, {kind}", fail, hold_fault, memory, fail)
+                cuts = cuts_at(trace.places())
+                work.cut(f"power cut, {kind}", memory, trace,
+                         cuts if options.whole else sample(cuts, options.sample))
+            early = set(faults_of({}, trace.counts_before(trace.first_commands())))
+            beyond = options.sample if options.whole else 8
+            for fail in faults[first - 1::every] if options.whole else sample(faults, 6):
+                pairs(work, memory, f"{fail}:once", trace, options.whole and fail in early,
+                      lambda of: sample(of, beyond))
+    for kind, number in work.tried.items():
         print(f"{kind}: {number}")
-    print(f"{sum(tried.values())} tried, {wrong} wrong")
-    return 1 if wrong or not tried else 0
+    print(f"{sum(work.tried.values())} tried, of which {work.same} cuts left what another had; "
+          f"{work.wrong} wrong")
+    return 1 if work.wrong or not work.tried else 0
 
 
 if __name__ == "__main__":
