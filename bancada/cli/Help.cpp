@@ -58,6 +58,7 @@ constexpr const char* MESSAGES[] = {
     TrLater("A subcommand is required"),
     TrLater("%1 is required"),
     TrLater("%1 excludes %2"),
+    TrLater("%1 requires %2"),
 };
 
 // What stands at the places of %1, %2 ... of `pattern` in `text`; nothing if it does not fit.

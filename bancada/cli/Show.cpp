@@ -8,8 +8,10 @@
 #include "bancada/cli/ShowVerdict.h"
 #include "bancada/cli/Subcommands.h"
 #include "bancada/cli/UsedFiles.h"
+#include "bancada/relatorio/Csv.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <deque>
 #include <iostream>
 #include <memory>
@@ -92,6 +94,26 @@ int ShowInto(const std::string& page, const ShowOptions& options)
     return ExitCode(shown);
 }
 
+struct CsvOptions {
+    std::string table;
+    std::string output = "-";
+};
+
+int ShowCsv(const CsvOptions& csv, const ShowOptions& options)
+{
+    const auto& tables = relatorio::CSV_TABLES;
+    const auto place = std::find(tables.begin(), tables.end(), csv.table) - tables.begin();
+    std::deque<leitura::DatabaseReading> readings;
+    std::vector<const leitura::DatabaseReading*> databases;
+    for (const std::string& path : options.databases) {
+        databases.push_back(&readings.emplace_back(path));
+    }
+    OutputFile file(csv.output);
+    relatorio::WriteCsv(databases, static_cast<relatorio::CsvTable>(place), file.Stream());
+    file.Commit();
+    return EXIT_OK;
+}
+
 } // namespace
 
 void AddShow(CLI::App& app, int& exitCode)
@@ -131,6 +153,25 @@ void AddShow(CLI::App& app, int& exitCode)
                            ->type_name("FILE");
     CLI::Option* json =
         show->add_flag("--json", options->json, Tr("JSON instead of text; money as decimal texts"));
+    const auto csv = std::make_shared<CsvOptions>();
+    const std::vector<std::string> tables(relatorio::CSV_TABLES.begin(),
+                                          relatorio::CSV_TABLES.end());
+    CLI::Option* csvTable =
+        show->add_option("--csv", csv->table,
+                         Tr("For a spreadsheet: the documents, their items, their payments, or the "
+                            "Z reductions"))
+            ->check(CLI::IsMember(tables).description(""))
+            ->type_name("documentos|itens|pagamentos|reducoes");
+    show->add_option("--output", csv->output,
+                     Tr("The file that --csv writes; - is standard output [-]"))
+        ->type_name("FILE")
+        ->needs(csvTable);
+    csvTable->excludes(coo)
+        ->excludes(crz)
+        ->excludes(html)
+        ->excludes(pages)
+        ->excludes(log)
+        ->excludes(json);
     coo->excludes(crz)->excludes(html)->excludes(log);
     html->excludes(json);
     pages->excludes(coo)->excludes(crz)->excludes(html)->excludes(json);
@@ -142,8 +183,10 @@ void AddShow(CLI::App& app, int& exitCode)
     SetExamples(*show, {{"ecf-bancada show loja.db", Tr("List the days and their documents")},
                         {"ecf-bancada show loja.db --coo 12", Tr("One document as on paper")},
                         {"ecf-bancada show loja.db --html loja.html --log loja.db.log",
-                         Tr("A page for the browser, with what was lost")}});
-    show->callback([options, page, folder, crz, html, pages, log, &app, &exitCode] {
+                         Tr("A page for the browser, with what was lost")},
+                        {"ecf-bancada show loja.db --csv itens --output itens.csv",
+                         Tr("The items sold, for a spreadsheet")}});
+    show->callback([options, page, folder, csv, csvTable, crz, html, pages, log, &app, &exitCode] {
         if (*log && *crz && !*html) {
             throw CLI::ExcludesError("--log", Tr("--crz without --html"));
         }
@@ -151,7 +194,11 @@ void AddShow(CLI::App& app, int& exitCode)
             throw Unusable(
                 Tr("--log goes with one database: a log does not tell whose rows are lost"));
         }
-        RequireApart(*pages ? *folder : *page, Inputs(*options));
+        RequireApart(*csvTable ? csv->output : *pages ? *folder : *page, Inputs(*options));
+        if (*csvTable) {
+            exitCode = ShowCsv(*csv, *options);
+            return;
+        }
         options->html = static_cast<bool>(*html);
         options->version = app.version();
         if (*pages) {

@@ -52,6 +52,41 @@ class Show(unittest.TestCase):
         self.assertEqual((code, err), (0, ""))
         self.assertEqual(json.loads(out)["reducoes"][0]["vb"], "1330.96")
 
+    def test_a_spreadsheet(self):
+        code, out, err = self.show(self.db, "--csv", "reducoes")
+        self.assertEqual((code, err), (0, ""))
+        lines = out.split("\r\n")
+        self.assertEqual(lines[0], "arquivo;crz;coo;gnf;cro;emissao;movimento;gt;vb;base_icms;icms;"
+                         "base_issqn;issqn")
+        self.assertTrue(lines[1].startswith(self.db + ";1;"), lines[1])
+        place = os.path.join(self.folder.name, "itens.csv")
+        self.assertEqual(self.show(self.db, "--csv", "itens", "--output", place), (0, "", ""))
+        self.assertEqual(pathlib.Path(place).read_bytes().decode(),
+                         self.show(self.db, "--csv", "itens")[1])
+        self.assertEqual(sorted(os.listdir(self.folder.name)), ["itens.csv", "registro.db"])
+
+    def test_a_spreadsheet_is_no_input_and_what_is_there_stays_until_it_is_whole(self):
+        before = pathlib.Path(self.db).read_bytes()
+        code, out, err = self.show(self.db, "--csv", "itens", "--output", self.db)
+        self.assertEqual((code, out), (2, ""))
+        self.assertIn("cannot be written: it is the database", err)
+        self.assertEqual(pathlib.Path(self.db).read_bytes(), before)
+        old = pathlib.Path(self.folder.name, "old.csv")
+        old.write_text("old")
+        noise = os.path.join(self.folder.name, "noise")
+        pathlib.Path(noise).write_bytes(bytes(range(256)) * 20)
+        self.assertEqual(self.show(noise, "--csv", "itens", "--output", str(old))[0], 2)
+        self.assertEqual(old.read_text(), "old")
+
+    def test_a_spreadsheet_goes_alone(self):
+        for arguments, told in ((("--csv", "itens", "--json"), "excludes --csv"),
+                                (("--csv", "itens", "--coo", "1"), "excludes --c"),
+                                (("--output", "x"), "--output requires --csv"),
+                                (("--csv", "cupons"), "--csv: cupons not in {")):
+            code, out, err = self.show(self.db, *arguments)
+            self.assertEqual((code, out), (2, ""), arguments)
+            self.assertIn(told, err)
+
     def test_what_is_not_there(self):
         self.assertEqual(self.show(self.db, "--coo", "9"),
                          (1, "", f"{self.db}: no document has the COO 9\n"))
