@@ -20,6 +20,7 @@ constexpr int MAX_WHOLE_DIGITS = BigInt::TEXT_SIZE - 2 - Financial::DECIMALS;
 // The longest text before the decimals: sign, digits, a point before every three but the first
 // group, decimal mark.
 constexpr int WHOLE_TEXT_SIZE = 1 + MAX_WHOLE_DIGITS + (MAX_WHOLE_DIGITS - 1) / 3 + 1;
+static_assert(WHOLE_TEXT_SIZE == sizeof "-3.961.408.125.713.216.879.677.197," - 1);
 
 struct Style {
     bool grouped;
