@@ -3,6 +3,7 @@
 #include <atomic>
 #include <cerrno>
 #include <cstddef>
+#include <cstdlib>
 #include <sqlite3.h>
 
 #if defined(__SANITIZE_ADDRESS__)

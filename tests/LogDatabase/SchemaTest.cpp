@@ -42,6 +42,23 @@ TEST_F(Schema, ListsEveryColumnOfEveryTable)
     EXPECT_EQ(TableIndex("zzz"), LOG_TABLE_COUNT);
 }
 
+// Of whatever table: a row in one alone is enough.
+TEST_F(Schema, ARowOfAnyTableIsSeenWhereAnEmptyDatabaseIsAskedFor)
+{
+    LogDatabaseOptions options = Brief();
+    options.onlyEmpty = true;
+    for (int i = 0; i < LOG_TABLE_COUNT; ++i) {
+        const std::string table = LOG_TABLES[i];
+        ASSERT_EQ(Open(), LogFault::NONE);
+        EXPECT_EQ(Command({"INSERT INTO " + table + " DEFAULT VALUES"}).state, LogState::KEPT);
+        EXPECT_EQ(Open(options), LogFault::HOLDS_ROWS) << table;
+        EXPECT_EQ(database.Text(), "it already holds rows (table " + table + ")");
+        database.Close();
+        Plain("DELETE FROM " + table);
+    }
+    EXPECT_EQ(Open(options), LogFault::NONE) << database.Text();
+}
+
 TEST_F(Schema, ADatabaseOfBeforeVersionsIsUpgradedAndKeepsItsRowsItsNumberAndItsPageSize)
 {
     MakeVersionZero();
