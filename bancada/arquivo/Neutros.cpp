@@ -1,5 +1,7 @@
 #include "bancada/arquivo/Neutros.h"
 
+#include "bancada/Printable.h"
+
 namespace bancada::arquivo
 {
 
@@ -16,11 +18,11 @@ void Neutros::AddMissing(const std::string& type, const std::string& what, std::
 void Neutros::Print(std::ostream& out) const
 {
     for (const auto& [key, count] : m_fields) {
-        out << "neutral: " << key.first << " " << key.second << " (" << count
+        out << "neutral: " << Printable(key.first + " " + key.second) << " (" << count
             << (count == 1 ? " record)\n" : " records)\n");
     }
     for (const auto& [key, count] : m_missing) {
-        out << "left out: " << key.first << ": " << key.second << " (" << count << ")\n";
+        out << "left out: " << Printable(key.first + ": " + key.second) << " (" << count << ")\n";
     }
 }
 

@@ -1,5 +1,6 @@
 // ecf-bancada check: reconciles a logging database by itself.
 #include "bancada/Messages.h"
+#include "bancada/Printable.h"
 #include "bancada/Unusable.h"
 #include "bancada/cli/Help.h"
 #include "bancada/cli/Subcommands.h"
@@ -52,7 +53,7 @@ std::string Utf8(const std::string& text)
 
 std::string Shown(const std::string& text)
 {
-    return Utf8(OneLine(text));
+    return Printable(Utf8(OneLine(text)));
 }
 
 // What was looked at, in lines of their own before the findings.
@@ -88,7 +89,8 @@ class TextPrinter
             return;
         }
         std::cout << (InfoOf(finding.kind).weight == Weight::NOTE ? Tr("note: ") : "")
-                  << InfoOf(finding.kind).name << ": " << Utf8(finding.key + ": " + finding.text)
+                  << InfoOf(finding.kind).name << ": "
+                  << Printable(Utf8(finding.key + ": " + finding.text))
                   << (finding.explained ? Tr(" [a lost row in the log explains it]") : "") << "\n";
     }
 

@@ -129,7 +129,7 @@ class Run
         const MemoriaFile* memory = m_run.Memory();
         if (memory != nullptr && memory->GetProgress().lost > m_summary.lost.Count()) {
             out << "commands lost since the memory began: " << memory->GetProgress().lost
-                << "; the last: " << memory->GetProgress().lastLoss << "\n";
+                << "; the last: " << Printable(memory->GetProgress().lastLoss) << "\n";
         }
         const FirmwareLog& log = m_run.GetCaixa().Log();
         if (log.WriteErrors() > 0) {
@@ -158,7 +158,8 @@ class Run
         Note(line, answer);
         m_lastLine = line.place.line;
         if (m_replies) {
-            std::cout << line.place.line << " " << line.name << ": " << Reply(answer) << std::endl;
+            std::cout << line.place.line << " " << Printable(line.name + ": " + Reply(answer))
+                      << std::endl;
         }
         m_run.GetCaixa().RestAfter(line);
     }

@@ -1,5 +1,7 @@
 #include "bancada/cli/RunSummary.h"
 
+#include "bancada/Printable.h"
+
 #include <iomanip>
 #include <ostream>
 
@@ -23,8 +25,10 @@ void CommandList::Add(const Place& place, const std::string& command, const std:
 {
     ++m_count;
     if (m_lines.size() < MAX_KEPT) {
-        m_lines.push_back("  " + place.file + ":" + std::to_string(place.line) + " " + command +
-                          ": " + what + "\n");
+        m_lines.push_back(
+            "  " +
+            Printable(place.file + ":" + std::to_string(place.line) + " " + command + ": " + what) +
+            "\n");
     }
 }
 

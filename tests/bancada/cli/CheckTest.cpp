@@ -216,6 +216,18 @@ TEST_F(CheckCommand, ATextOfTheDatabaseStaysOnOneLine)
     EXPECT_THAT(output, HasSubstr("day of 2024???x, first receipt COO 2"));
 }
 
+// Not only what is below a blank: a terminal obeys U+009B too, and U+202E turns a line around.
+TEST_F(CheckCommand, NoTextSteersTheTerminal)
+{
+    Execute(conferencia_test::CLEAN_DAYS);
+    Execute("UPDATE dados_ecf SET num_serie = '\u009B2J\u202E';"
+            "UPDATE outros_documentos SET id_tipo_documento = '\u009B2J' WHERE cont_coo = 5");
+    Run({"check", Path()});
+    EXPECT_THAT(output, HasSubstr(" holds \\xC2\\x9B2J, where "));
+    EXPECT_THAT(output, Not(HasSubstr("\u009B")));
+    EXPECT_THAT(output, Not(HasSubstr("\u202E")));
+}
+
 TEST_F(CheckCommand, BytesThatAreNoUtf8AreReplaced)
 {
     Execute("INSERT INTO reducao_z (cont_crz, cont_coo, data_hora_emissao, data_movimento) VALUES"

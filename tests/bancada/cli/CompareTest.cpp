@@ -49,6 +49,22 @@ TEST(CompareTest, SaysWhatDiffersAndEndsWithOne)
         std::string::npos);
 }
 
+// What could is no text of a legal audit file.
+TEST(CompareTest, NoTextSteersTheTerminal)
+{
+    const TempFolder folder;
+    folder.Write("b", E16_OTHER);
+    for (const char* steers : {"\x1b[", "\xC2\x9B"}) {
+        std::string one = E16;
+        folder.Write("a", one.replace(74, 2, steers));
+        const ProgramResult result = RunBancada(folder, "compare a b");
+        EXPECT_EQ(result.exitCode, 2);
+        EXPECT_EQ(result.out, "");
+        EXPECT_EQ(result.err.find("ecf-bancada: a:1: E16, simbolo (positions 75-76): "), 0U);
+        EXPECT_EQ(result.err.find_first_of("\x1b\x9B"), std::string::npos);
+    }
+}
+
 TEST(CompareTest, SaysTheSameAsJson)
 {
     const TempFolder folder;

@@ -61,6 +61,16 @@ TEST_F(RunTest, WhatIsRefusedOrRejectedIsNamedWithItsLine)
     EXPECT_EQ(result.exitCode, 1);
 }
 
+// The name of a tape is a text like any other.
+TEST_F(RunTest, NoTextSteersTheTerminal)
+{
+    folder.Write("tape\x1b[2J", PROGRAMMING + CLOSING);
+    const ProgramResult result = Run("run tape*2J --db db --replies");
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_THAT(result.out, HasSubstr("\n  tape\\x1B[2J:3 efetua_pagamento: "));
+    EXPECT_THAT(result.out, Not(HasSubstr("\x1b")));
+}
+
 TEST_F(RunTest, StrictIsContentWithAnOrdinaryTape)
 {
     EXPECT_EQ(RunTape(PROGRAMMING + RECEIPT, "--strict").exitCode, 0);
