@@ -1,6 +1,7 @@
 // E14 and E15: fiscal receipts and their items.
 #include "bancada/arquivo/Exportador.h"
 
+#include "bancada/leitura/Limits.h"
 #include "bancada/leitura/Query.h"
 
 #include <algorithm>
@@ -19,8 +20,8 @@ std::string WithoutPoint(std::string text)
 // How many decimals a column says that another has.
 int Decimals(const leitura::Integer& cell)
 {
-    constexpr std::int64_t MAX_DECIMALS = 4;
-    return cell.Value() < 0 || cell.Value() > MAX_DECIMALS ? 0 : static_cast<int>(cell.Value());
+    return cell.Value() < 0 || cell.Value() > leitura::MAX_CASAS ? 0
+                                                                 : static_cast<int>(cell.Value());
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "bancada/arquivo/Exportador.h"
 
 #include "bancada/leitura/Counter.h"
+#include "bancada/leitura/Limits.h"
 #include "bancada/leitura/Query.h"
 
 namespace bancada::arquivo
@@ -12,8 +13,7 @@ namespace
 // As many decimals as the row says that a number was sold with.
 leitura::Amount AsSold(const leitura::Amount& amount, const leitura::Integer& decimals)
 {
-    constexpr std::int64_t MAX_DECIMALS = 3;
-    const bool told = decimals.Value() >= 0 && decimals.Value() <= MAX_DECIMALS;
+    const bool told = decimals.Value() >= 0 && decimals.Value() <= leitura::MAX_CASAS;
     return amount.WithDecimals(told ? static_cast<int>(decimals.Value()) : amount.Decimals());
 }
 

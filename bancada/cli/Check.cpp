@@ -3,8 +3,10 @@
 #include "bancada/Printable.h"
 #include "bancada/Unusable.h"
 #include "bancada/cli/Help.h"
+#include "bancada/cli/MemoriaAnchorFile.h"
 #include "bancada/cli/Subcommands.h"
 #include "bancada/cli/UsedFiles.h"
+#include "bancada/conferencia/AncoraDaMemoria.h"
 #include "bancada/conferencia/Conferencia.h"
 #include "bancada/conferencia/Emenda.h"
 #include "bancada/conferencia/FindingGroups.h"
@@ -33,6 +35,7 @@ struct CheckOptions {
     std::vector<std::string> databases; // of one register, in their order
     std::string log;
     std::string until;
+    std::string memory;
     bool json = false;
     bool all = false;
 };
@@ -260,23 +263,39 @@ Anchor ReadAnchor(const std::string& text)
     return *anchor;
 }
 
+// What is known from outside.
+struct Anchors {
+    Anchor until;
+    std::optional<MemoriaAnchor> memoria;
+};
+
+std::int64_t CheckAnchors(const leitura::DatabaseReading& database, const LookedAt& lookedAt,
+                          const Anchors& anchors, const FindingSink& sink)
+{
+    std::int64_t findings = CheckAnchor(database, lookedAt, anchors.until, sink);
+    if (anchors.memoria) {
+        findings += CheckMemoriaAnchor(database, lookedAt, *anchors.memoria, sink);
+    }
+    return findings;
+}
+
 // Answers how many findings there are in one database.
 std::int64_t CheckOne(const CheckOptions& options, const leitura::DatabaseReading& database,
-                      const LookedAt& lookedAt, const Losses* losses, const Anchor& anchor)
+                      const LookedAt& lookedAt, const Losses* losses, const Anchors& anchors)
 {
     CheckSummary summary;
     if (options.json) {
         JsonPrinter printer(lookedAt);
         const FindingSink sink = [&](const Finding& finding) { printer.Print(finding); };
         summary = CheckDatabase(database, losses, sink);
-        summary.faults += CheckAnchor(database, lookedAt, anchor, sink);
+        summary.faults += CheckAnchors(database, lookedAt, anchors, sink);
         printer.Finish(summary);
     } else {
         PrintLookedAt(lookedAt);
         TextPrinter printer(options.all);
         const FindingSink sink = [&](const Finding& finding) { printer.Print(finding); };
         summary = CheckDatabase(database, losses, sink);
-        summary.faults += CheckAnchor(database, lookedAt, anchor, sink);
+        summary.faults += CheckAnchors(database, lookedAt, anchors, sink);
         printer.Finish();
         PrintSummary(summary);
     }
@@ -286,7 +305,7 @@ std::int64_t CheckOne(const CheckOptions& options, const leitura::DatabaseReadin
 // The databases one by one, and the seams between them.
 std::int64_t CheckSeveral(const CheckOptions& options,
                           const std::vector<std::unique_ptr<leitura::DatabaseReading>>& databases,
-                          const std::vector<LookedAt>& lookedAt, const Anchor& anchor)
+                          const std::vector<LookedAt>& lookedAt, const Anchors& anchors)
 {
     std::int64_t findings = 0;
     for (std::size_t i = 0; i < databases.size(); ++i) {
@@ -295,7 +314,7 @@ std::int64_t CheckSeveral(const CheckOptions& options,
         }
         const bool isLast = i + 1 == databases.size();
         findings +=
-            CheckOne(options, *databases[i], lookedAt[i], nullptr, isLast ? anchor : Anchor());
+            CheckOne(options, *databases[i], lookedAt[i], nullptr, isLast ? anchors : Anchors());
     }
     std::int64_t atSeams = 0;
     nlohmann::ordered_json seams = nlohmann::ordered_json::array();
@@ -334,12 +353,18 @@ int Check(const CheckOptions& options)
     if (!options.log.empty()) {
         inputs.push_back({options.log, TrLater("firmware log")});
     }
+    if (!options.memory.empty()) {
+        inputs.push_back({options.memory, TrLater("memory"), {".journal"}});
+    }
     RequireApart("", inputs);
     std::optional<Losses> losses;
     if (!options.log.empty()) {
         losses = ReadLog(options.log);
     }
-    const Anchor anchor = options.until.empty() ? Anchor() : ReadAnchor(options.until);
+    Anchors anchors;
+    if (!options.until.empty()) {
+        anchors.until = ReadAnchor(options.until);
+    }
     std::vector<std::unique_ptr<leitura::DatabaseReading>> databases;
     for (const std::string& path : options.databases) {
         databases.push_back(std::make_unique<leitura::DatabaseReading>(path));
@@ -353,9 +378,12 @@ int Check(const CheckOptions& options)
     for (const auto& database : databases) {
         lookedAt.push_back(ReadLookedAt(*database));
     }
-    const std::int64_t findings = several ? CheckSeveral(options, databases, lookedAt, anchor)
+    if (!options.memory.empty()) {
+        anchors.memoria = ReadMemoriaAnchor(options.memory, *databases.back());
+    }
+    const std::int64_t findings = several ? CheckSeveral(options, databases, lookedAt, anchors)
                                           : CheckOne(options, *databases.front(), lookedAt.front(),
-                                                     losses ? &*losses : nullptr, anchor);
+                                                     losses ? &*losses : nullptr, anchors);
     return findings > 0 ? EXIT_FINDINGS : EXIT_OK;
 }
 
@@ -403,6 +431,11 @@ void AddCheck(CLI::App& app, int& exitCode)
             Tr("What is known from outside, from a paper Z or the register: a last document, "
                "a Z, its grand total. What the rows do not reach is a finding"))
         ->type_name("COO=N,CRZ=N,GT=AMOUNT");
+    check
+        ->add_option("--memory", options->memory,
+                     Tr("The register's memory, which is only read: what its counters, its grand "
+                        "total and its owner say and the rows do not reach is a finding"))
+        ->type_name("FILE");
     check->add_flag("--all", options->all,
                     Tr("List every finding, also beyond the first %1 of one cause",
                        {std::to_string(LISTED_OF_A_CAUSE)}));

@@ -22,9 +22,11 @@ using leitura::PagamentoCupomRow;
 
 constexpr int CENTS = 2;
 // So many digests are made of one receipt, and no more.
-constexpr std::int64_t MOST_DIGESTS = 500000;
-// Most receipts are closed within so many seconds: everything else is tried within them first.
+constexpr std::int64_t MOST_DIGESTS = 120000;
+// Most receipts are closed within so many seconds: everything else is tried within them first, and
+// behind them no more than one place at a time.
 constexpr std::int64_t SOON = 600;
+constexpr std::int64_t AT_ONCE = 60;
 const char* const CONSUMIDOR = "CNPJ/CPF consumidor:";
 
 std::int64_t Cents(const Amount& amount)
@@ -395,28 +397,45 @@ class Search
     {
     }
 
-    SignatureSearch Run()
+    SignatureSearch Run(Reach reach)
     {
         if (!m_signed || !m_opening) {
             return {Signed::NOT_FOUND, 0};
         }
-        m_until = std::min(m_last, *m_opening + SOON);
-        bool found = TryAll();
-        if (!found && m_until < m_last) {
-            m_until = m_last;
-            found = TryAll();
-        }
-        if (!found) {
+        if (!(reach == Reach::NEAR ? TryNear() : TryFar())) {
             return {m_texts.IsDecided() ? Signed::NOT_FOUND : Signed::UNDECIDED, 0};
         }
         return {Signed::FOUND, m_fechamento};
     }
 
   private:
-    // The rows' own text, then those of one other choice, then those of two.
-    bool TryAll()
+    bool TryNear()
     {
-        Choices choices{};
+        SetWindow(*m_opening, *m_opening + AT_ONCE);
+        return Try(Choices{});
+    }
+
+    bool TryFar()
+    {
+        const std::int64_t soon = *m_opening + SOON;
+        SetWindow(*m_opening, soon);
+        if (TryOne() || TryTwo()) {
+            return true;
+        }
+        SetWindow(soon + 1, m_last);
+        return TryOne();
+    }
+
+    void SetWindow(std::int64_t from, std::int64_t until)
+    {
+        m_from = from;
+        m_until = std::min(until, m_last);
+    }
+
+    // The rows' own text, then those of one other choice.
+    bool TryOne()
+    {
+        const Choices choices{};
         if (Try(choices)) {
             return true;
         }
@@ -425,6 +444,12 @@ class Search
                 return true;
             }
         }
+        return false;
+    }
+
+    bool TryTwo()
+    {
+        const Choices choices{};
         for (std::size_t a = 0; a < CHOICES; ++a) {
             const auto second = [this, a](Choices tried) {
                 for (std::size_t b = a + 1; b < CHOICES; ++b) {
@@ -460,7 +485,7 @@ class Search
         crypto_hash_sha256_state head;
         crypto_hash_sha256_init(&head);
         Update(head, m_head);
-        for (std::int64_t instant = *m_opening; instant <= m_until; ++instant) {
+        for (std::int64_t instant = m_from; instant <= m_until; ++instant) {
             if (++m_digests > MOST_DIGESTS) {
                 return false;
             }
@@ -487,6 +512,8 @@ class Search
     std::optional<Digest> m_signed;
     std::optional<std::int64_t> m_opening;
     std::int64_t m_last;
+    // What is tried now.
+    std::int64_t m_from = 0;
     std::int64_t m_until = 0;
     std::string m_head, m_tail;
     std::int64_t m_digests = 0;
@@ -512,9 +539,9 @@ std::optional<std::int64_t> SecondsOf(const std::string& instant)
     return ((days * 24 + number(11, 2)) * 60 + number(14, 2)) * 60 + number(17, 2);
 }
 
-SignatureSearch SearchSignature(const SignedCupom& documento, std::int64_t until)
+SignatureSearch SearchSignature(const SignedCupom& documento, std::int64_t until, Reach reach)
 {
-    return Search(documento, until).Run();
+    return Search(documento, until).Run(reach);
 }
 
 } // namespace bancada::conferencia

@@ -38,10 +38,19 @@ struct SignatureSearch {
 // Seconds since 1970 of "yyyy-mm-dd hh:mm:ss"; nothing for any other text.
 std::optional<std::int64_t> SecondsOf(const std::string& instant);
 
+// How far a signature is searched.
+enum class Reach : std::uint8_t {
+    // The rows' own text alone, within the first minute: enough to know a register by its receipts.
+    NEAR,
+    // Everything, with a bounded number of digests.
+    FAR
+};
+
 // No row holds the instant of the closing, which is signed: it is looked for from the opening to
 // `until`, in seconds since 1970, both included. Where the loggers write a text otherwise than it
 // was given (an apostrophe gone from an address, blanked in a closing message, turned into a
-// backquote in a description; the letter of a rate of ISSQN), up to two such places are tried.
-SignatureSearch SearchSignature(const SignedCupom& documento, std::int64_t until);
+// backquote in a description; the letter of a rate of ISSQN), up to two such places are tried
+// within ten minutes of the opening, and one behind them.
+SignatureSearch SearchSignature(const SignedCupom& documento, std::int64_t until, Reach reach);
 
 } // namespace bancada::conferencia

@@ -16,7 +16,9 @@ void CcfSequence::Check(const Documento& documento)
             m_context.findings.Report(
                 FindingKind::CCF_REPETIDO, "CCF " + Number(documento.contador),
                 Tr("%1 comes after %2", {Coo(documento.coo), "CCF " + std::to_string(*m_last)}),
-                DocumentOf(documento.coo.Value()));
+                DocumentOf(documento.coo.Value()),
+                PlaceIn(documento, "cont_ccf", std::to_string(Following(*m_last, 1)),
+                        Number(documento.contador)));
             return;
         }
         if (steps > 1) {

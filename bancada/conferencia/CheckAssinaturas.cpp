@@ -37,20 +37,27 @@ class Assinaturas
 
     void Check()
     {
-        leitura::Rows<CupomFiscalRow> rows(m_context.Database(), leitura::CupomFiscalTable(),
-                                           "ORDER BY rowid");
-        CupomFiscalRow next;
-        std::optional<CupomFiscalRow> cupom;
-        while (rows.Next(next)) {
-            if (cupom) {
-                CheckCupom(*cupom, &next);
+        const bool recognised = Recognise();
+        ForEachCupom([this, recognised](const CupomFiscalRow& cupom, std::int64_t opening,
+                                        std::int64_t until) {
+            SignatureSearch search;
+            if (recognised && IsSearched(cupom)) {
+                search = Search(cupom, until, Reach::FAR);
+                Report(cupom, search.result);
             }
-            cupom = next;
+            SecondsRange& emissao = m_context.jornadas[JornadaNumber(cupom.crz)].emissao;
+            if (search.result == Signed::FOUND) {
+                emissao.Add(search.fechamento - opening, search.fechamento - opening);
+            } else {
+                emissao.Add(0, until - opening);
+            }
+            return true;
+        });
+        if (!recognised) {
+            m_context.findings.Report(
+                FindingKind::ASSINATURA_NAO_CONFERIDA, Tr("signatures"),
+                Tr("none of them can be recomputed: another register made them"), {});
         }
-        if (cupom) {
-            CheckCupom(*cupom, nullptr);
-        }
-        End();
     }
 
   private:
@@ -78,23 +85,50 @@ class Assinaturas
         return until;
     }
 
-    void CheckCupom(const CupomFiscalRow& cupom, const CupomFiscalRow* next)
+    // Calls with each receipt, its opening and the last instant at which it can have been closed,
+    // as long as `each` answers true.
+    template <typename Each>
+    void ForEachCupom(const Each& each)
     {
-        const std::int64_t opening = SecondsOf(cupom.dataHoraEmissao.Value()).value_or(0);
-        const std::int64_t until = Until(cupom, opening, next);
-        Jornada& jornada = m_context.jornadas[JornadaNumber(cupom.crz)];
-        SignatureSearch search;
-        if (cupom.assinaturaDocumento.Value() != " " && m_context.Repeated().IsSingle(cupom.coo)) {
-            search = Search(cupom, until);
-        }
-        if (search.result == Signed::FOUND) {
-            jornada.emissao.Add(search.fechamento - opening, search.fechamento - opening);
-        } else {
-            jornada.emissao.Add(0, until - opening);
+        leitura::Rows<CupomFiscalRow> rows(m_context.Database(), leitura::CupomFiscalTable(),
+                                           "ORDER BY rowid");
+        CupomFiscalRow cupom;
+        CupomFiscalRow next;
+        bool more = rows.Next(cupom);
+        while (more) {
+            more = rows.Next(next);
+            const std::int64_t opening = SecondsOf(cupom.dataHoraEmissao.Value()).value_or(0);
+            if (!each(cupom, opening, Until(cupom, opening, more ? &next : nullptr))) {
+                return;
+            }
+            cupom = next;
         }
     }
 
-    SignatureSearch Search(const CupomFiscalRow& cupom, std::int64_t until)
+    bool IsSearched(const CupomFiscalRow& cupom) const
+    {
+        return cupom.assinaturaDocumento.Value() != " " && m_context.Repeated().IsSingle(cupom.coo);
+    }
+
+    // Whether the signatures are the bench's: one of them is found, or there are too few to tell.
+    // Those of another register are told by the first, so that the others cost no long search.
+    bool Recognise()
+    {
+        bool found = false;
+        std::size_t missed = 0;
+        ForEachCupom([&](const CupomFiscalRow& cupom, std::int64_t, std::int64_t until) {
+            if (IsSearched(cupom) && !IsLost(cupom)) {
+                const SignatureSearch search =
+                    Search(cupom, until, missed < ENOUGH ? Reach::FAR : Reach::NEAR);
+                found = search.result == Signed::FOUND;
+                missed += search.result == Signed::NOT_FOUND ? 1 : 0;
+            }
+            return !found;
+        });
+        return found || missed < ENOUGH;
+    }
+
+    SignatureSearch Search(const CupomFiscalRow& cupom, std::int64_t until, Reach reach)
     {
         SignedCupom documento;
         documento.cupom = cupom;
@@ -105,22 +139,25 @@ class Assinaturas
             documento.itens.push_back(item);
         }
         documento.pagamentos = m_context.ReadPagamentos(cupom.coo.Value());
-        const SignatureSearch search = SearchSignature(documento, until);
-        if (search.result == Signed::FOUND) {
-            ++m_found;
-            std::for_each(m_missed.begin(), m_missed.end(),
-                          [this](const CupomFiscalRow& missed) { Report(missed); });
-            m_missed.clear();
-        } else if (IsLost(cupom)) {
-            Note(cupom, Tr("a row of the receipt was lost"));
-        } else if (search.result == Signed::UNDECIDED) {
-            Note(cupom, Tr("the rows do not tell all that was signed"));
-        } else if (m_found == 0 && m_missed.size() < ENOUGH) {
-            m_missed.push_back(cupom);
-        } else if (m_found != 0) {
-            Report(cupom);
+        return SearchSignature(documento, until, reach);
+    }
+
+    void Report(const CupomFiscalRow& cupom, Signed result)
+    {
+        if (result == Signed::FOUND) {
+            return;
         }
-        return search;
+        if (IsLost(cupom)) {
+            Note(cupom, Tr("a row of the receipt was lost"));
+        } else if (result == Signed::UNDECIDED) {
+            Note(cupom, Tr("the rows do not tell all that was signed"));
+        } else {
+            m_context.findings.Report(FindingKind::CUPOM_ASSINATURA, Coo(cupom.coo),
+                                      Tr("the rows of the receipt are not what was signed"),
+                                      DocumentOf(cupom.coo.Value()),
+                                      {"cupom_fiscal", cupom.rowid, "assinatura_documento", "",
+                                       cupom.assinaturaDocumento.Shown()});
+        }
     }
 
     bool IsLost(const CupomFiscalRow& cupom) const
@@ -137,15 +174,6 @@ class Assinaturas
                });
     }
 
-    void Report(const CupomFiscalRow& cupom)
-    {
-        m_context.findings.Report(FindingKind::CUPOM_ASSINATURA, Coo(cupom.coo),
-                                  Tr("the rows of the receipt are not what was signed"),
-                                  DocumentOf(cupom.coo.Value()),
-                                  {"cupom_fiscal", cupom.rowid, "assinatura_documento", "",
-                                   cupom.assinaturaDocumento.Shown()});
-    }
-
     void Note(const CupomFiscalRow& cupom, const std::string& why)
     {
         m_context.findings.ReportExplained(
@@ -154,24 +182,9 @@ class Assinaturas
             {"cupom_fiscal", cupom.rowid, "assinatura_documento", "", ""});
     }
 
-    void End()
-    {
-        if (m_missed.size() == ENOUGH) {
-            m_context.findings.Report(
-                FindingKind::ASSINATURA_NAO_CONFERIDA, Tr("signatures"),
-                Tr("none of them can be recomputed: another register made them"), {});
-            return;
-        }
-        std::for_each(m_missed.begin(), m_missed.end(),
-                      [this](const CupomFiscalRow& cupom) { Report(cupom); });
-    }
-
     CheckContext& m_context;
     leitura::Rows<leitura::ItemCupomFiscalRow> m_itens;
     leitura::Query m_outros;
-    std::int64_t m_found = 0;
-    // Those told once one is found, or at the end.
-    std::vector<CupomFiscalRow> m_missed;
 };
 
 } // namespace

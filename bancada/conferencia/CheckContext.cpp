@@ -7,6 +7,8 @@
 #include "bancada/leitura/Query.h"
 #include "bancada/leitura/Tables.h"
 
+#include <algorithm>
+
 namespace bancada::conferencia
 {
 namespace
@@ -62,6 +64,14 @@ const LostRows& CheckContext::LostOf(std::int64_t coo) const
 {
     static const LostRows none;
     return m_losses == nullptr ? none : m_losses->Of(coo);
+}
+
+bool CheckContext::MayHaveLost(const std::string& table) const
+{
+    return m_losses != nullptr &&
+           (!m_losses->All().lost.empty() ||
+            std::any_of(m_losses->Rows().begin(), m_losses->Rows().end(),
+                        [&table](const RejectedRow& row) { return row.table == table; }));
 }
 
 bool CheckContext::IsUltimo(const leitura::Integer& coo, bool fiscal) const

@@ -41,6 +41,9 @@ class CheckContext
     const Acertos& Relogio() const { return m_acertos; }
     // The lost rows of a receipt; none where no firmware log was given.
     const LostRows& LostOf(std::int64_t coo) const;
+    // Whether the firmware log names a lost row of this table, or commands of which all rows are
+    // lost.
+    bool MayHaveLost(const std::string& table) const;
     // Runs the check of a Z twice: with what the rows that were lost of its day would have added to
     // it, which tells what they do not account for, then without it.
     template <typename Check>

@@ -1,6 +1,7 @@
 // Fiscal receipts against their items and payments.
 #include "bancada/Messages.h"
 #include "bancada/conferencia/CheckContext.h"
+#include "bancada/conferencia/Consumidor.h"
 #include "bancada/conferencia/Texts.h"
 #include "bancada/leitura/Limits.h"
 #include "bancada/leitura/Tables.h"
@@ -398,7 +399,9 @@ void CheckAberto(CheckContext& context, const CupomFiscalRow& cupom, const Amoun
         FindingKind::CUPOM_ABERTO, Coo(cupom.coo),
         paid ? Tr("paid %1, closing neither in the row nor in the log", {Money(pagamentos.soma)})
              : Tr("never closed, paid %1 of %2", {Money(pagamentos.soma), Money(least)}),
-        DocumentOf(cupom.coo.Value()));
+        DocumentOf(cupom.coo.Value()),
+        {"cupom_fiscal", cupom.rowid, "assinatura_documento", Tr("a signature"),
+         cupom.assinaturaDocumento.Shown()});
 }
 
 // Columns that hold the same in every receipt, and those of the closing, which keep what the
@@ -418,6 +421,14 @@ void CheckColunas(CheckContext& context, const CupomFiscalRow& cupom, bool fecha
     check(!endereco.empty() && endereco.back() == ',' && endereco.find('\'') == std::string::npos,
           "endereco_consumidor", Tr("an address without apostrophes and a comma"), endereco);
     check(!cupom.cupomAdicional.IsSet(), "id_cupom_adicional", "N", "S");
+    const std::string& consumidor = cupom.cpfCnpjConsumidor.Value();
+    const std::string named =
+        fechado ? ConsumidorDaMensagem(cupom.textoSuplementar.Value()) : std::string();
+    if (!named.empty()) {
+        check(consumidor == named, "cpf_cnpj_consumidor", named.c_str(), consumidor);
+    } else if (context.chaves.AreKnown()) {
+        check(IsConsumidor(consumidor), "cpf_cnpj_consumidor", Tr("a CPF or CNPJ"), consumidor);
+    }
     if (fechado) {
         return;
     }
@@ -435,7 +446,8 @@ void CheckCupom(CheckContext& context, Itens& itens, const CupomFiscalRow& cupom
 {
     ++context.rows.cupons;
     Jornada& jornada = context.jornadas[JornadaNumber(cupom.crz)];
-    jornada.AddCupom(cupom.coo.Value(), cupom.dataHoraEmissao.Value());
+    jornada.AddCupom(cupom.coo.Value(), cupom.dataHoraEmissao.Value(),
+                     {"cupom_fiscal", cupom.rowid});
     const bool fechado = IsFechado(cupom);
     const bool cancelado = cupom.cancelado.IsSet();
     if (fechado && !cancelado) {

@@ -3,6 +3,7 @@
 // change that a non-fiscal receipt gives is not recorded with it.
 #include "bancada/Messages.h"
 #include "bancada/conferencia/CheckContext.h"
+#include "bancada/conferencia/Consumidor.h"
 #include "bancada/conferencia/Texts.h"
 #include "bancada/leitura/Tables.h"
 
@@ -102,6 +103,15 @@ class ItensNf
                     {"item_cupom_nf", item.rowid, column, caixa ? "NULL" : Tr("V or P"), kind});
             }
         };
+        if (caixa && !item.valorCancAcrescimo.IsZero()) {
+            m_context.findings.Report(FindingKind::PERCENTUAL,
+                                      Tr("%1 item %2", {Coo(coo), Number(item.seqItem)}),
+                                      Tr("cancelled surcharge %1, on the till's totalizer",
+                                         {Money(item.valorCancAcrescimo)}),
+                                      DocumentOf(coo),
+                                      {"item_cupom_nf", item.rowid, "valor_canc_acrescimo", "0.00",
+                                       Money(item.valorCancAcrescimo)});
+        }
         check(item.tipoDesconto, item.percDesconto, "tipo_desconto");
         check(item.tipoAcrescimo, item.percAcrescimo, "tipo_acrescimo");
     }
@@ -175,6 +185,10 @@ void CheckColunas(CheckContext& context, const CupomNfRow& cupom, const ItensSum
     check(!cupom.valorAcrescimo.IsZero() || !cupom.valorCancAcrescimo.IsZero() ||
               cupom.percAcrescimo.IsZero(),
           "perc_acrescimo", "0.00", Money(cupom.percAcrescimo));
+    if (context.chaves.AreKnown()) {
+        check(IsConsumidor(cupom.cpfCnpjConsumidor.Value()), "cpf_cnpj_consumidor",
+              Tr("a CPF or CNPJ"), cupom.cpfCnpjConsumidor.Shown());
+    }
     if (itens.caixa) {
         check(cupom.nomeConsumidor.Value().empty(), "nome_consumidor", Tr("nothing"),
               cupom.nomeConsumidor.Shown());
@@ -192,7 +206,7 @@ void CheckCupomNf(CheckContext& context, ItensNf& itens, const CupomNfRow& cupom
 {
     ++context.rows.cuponsNf;
     Jornada& jornada = context.jornadas[JornadaNumber(cupom.crz)];
-    jornada.AddCupom(cupom.coo.Value(), cupom.dataHoraEmissao.Value());
+    jornada.AddCupom(cupom.coo.Value(), cupom.dataHoraEmissao.Value(), {"cupom_nf", cupom.rowid});
     const bool cancelado = cupom.cancelado.IsSet();
     if (!cancelado) {
         jornada.naoFiscais = jornada.naoFiscais + cupom.valorTotalCupom;
@@ -237,7 +251,9 @@ void CheckCupomNf(CheckContext& context, ItensNf& itens, const CupomNfRow& cupom
         jornada.meiosIncertos = Coo(cupom.coo) + " was left open";
         context.findings.Report(FindingKind::NF_ABERTO, Coo(cupom.coo),
                                 Tr("never closed, live items %1", {Money(sum.liquido)}),
-                                DocumentOf(cupom.coo.Value()));
+                                DocumentOf(cupom.coo.Value()),
+                                {"cupom_nf", cupom.rowid, "valor_total_cupom", Money(sum.liquido),
+                                 Money(cupom.valorTotalCupom)});
     }
 }
 

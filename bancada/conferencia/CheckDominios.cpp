@@ -10,6 +10,9 @@
 
 #include <algorithm>
 #include <optional>
+#include <set>
+#include <sqlite3.h>
+#include <string>
 #include <vector>
 
 namespace bancada::conferencia
@@ -21,6 +24,7 @@ struct CheckedColumn {
     std::string name;
     leitura::Domain domain;
     leitura::Presence presence;
+    std::int64_t most;
     int position = 0; // in the SELECT
 };
 
@@ -33,13 +37,18 @@ class TableCheck
     {
         const std::vector<std::string> names =
             leitura::ColumnNames(context.Database(), table.Name());
+        // A column that has a default never holds a NULL: no insert names it and leaves it out.
+        const std::set<std::string> defaults = ColumnsWithDefault(context, m_table);
         std::string sql = "SELECT rowid";
         int position = 0;
         for (const leitura::Column<Record>& column : table.Columns()) {
             if (std::find(names.begin(), names.end(), column.name) == names.end()) {
                 continue;
             }
-            m_columns.push_back({column.name, column.domain, column.presence, ++position});
+            m_columns.push_back(
+                {column.name, column.domain,
+                 defaults.count(column.name) == 0 ? column.presence : leitura::Presence::ALWAYS,
+                 column.most, ++position});
             sql += std::string(", ") + column.name;
             if (m_columns.back().name == "cont_coo") {
                 m_coo = position;
@@ -65,13 +74,29 @@ class TableCheck
             CheckOrder(query.Row(), rowid);
             for (const CheckedColumn& column : m_columns) {
                 if (!IsWithin(query.Row(), column.position, column.domain, column.presence)) {
-                    Report(query.Row(), rowid, column);
+                    Report(query.Row(), rowid, column, MeaningOf(column.domain));
+                } else if (column.most != 0 &&
+                           sqlite3_column_bytes(query.Row(), column.position) > column.most) {
+                    Report(query.Row(), rowid, column,
+                           Tr("a text of at most %1 bytes", {std::to_string(column.most)}));
                 }
             }
         }
     }
 
   private:
+    static std::set<std::string> ColumnsWithDefault(const CheckContext& context,
+                                                    const std::string& table)
+    {
+        leitura::Query query(context.Database(), "SELECT name FROM pragma_table_info('" + table +
+                                                     "') WHERE dflt_value IS NOT NULL");
+        std::set<std::string> names;
+        while (query.Next()) {
+            names.insert(query.ReadText("name").Value());
+        }
+        return names;
+    }
+
     void CheckRowid(std::int64_t last, std::int64_t rowid)
     {
         if (rowid <= last || rowid - 1 == last) {
@@ -120,14 +145,15 @@ class TableCheck
         m_last = number.Value();
     }
 
-    void Report(sqlite3_stmt* row, std::int64_t rowid, const CheckedColumn& column)
+    void Report(sqlite3_stmt* row, std::int64_t rowid, const CheckedColumn& column,
+                const std::string& due)
     {
         const std::string found = leitura::RawText(row, column.position);
         m_context.findings.ReportExplained(
             FindingKind::VALOR_INVALIDO, Tr("%1 row %2", {m_table, std::to_string(rowid)}),
-            Tr("%1 holds %2, where %3 is due", {column.name, found, MeaningOf(column.domain)}),
-            false, {NumberAt(row, m_coo), NumberAt(row, m_crz)},
-            {m_table, rowid, column.name, MeaningOf(column.domain), found});
+            Tr("%1 holds %2, where %3 is due", {column.name, found, due}), false,
+            {NumberAt(row, m_coo), NumberAt(row, m_crz)},
+            {m_table, rowid, column.name, due, found});
     }
 
     static std::int64_t NumberAt(sqlite3_stmt* row, int position)

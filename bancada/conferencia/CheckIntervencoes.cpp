@@ -36,7 +36,8 @@ std::vector<IntervencaoRow> CheckRows(CheckContext& context)
     IntervencaoRow row;
     while (rows.Next(row)) {
         const std::string& hora = row.dataHoraIntervencao.Value();
-        if (!all.empty() && hora < all.back().dataHoraIntervencao.Value()) {
+        if (!all.empty() && hora < all.back().dataHoraIntervencao.Value() &&
+            !context.Relogio().Cover(hora, all.back().dataHoraIntervencao.Value())) {
             const std::string& before = all.back().dataHoraIntervencao.Value();
             Report(context, row, "data_hora_intervencao", Tr("none before %1", {before}), hora,
                    Tr("of %1, after one of %2", {hora, before}));
@@ -99,6 +100,10 @@ void CheckIntervencoes(CheckContext& context)
     leitura::Rows<ReducaoZRow> reducoes(context.Database(), leitura::ReducaoZTable(),
                                         "ORDER BY rowid");
     std::optional<std::int64_t> previous;
+    if (context.BeginsAtFactory() && context.chaves.AreKnown() &&
+        !context.MayHaveLost("intervencao")) {
+        previous = 0; // a new register of the bench's
+    }
     ReducaoZRow z;
     while (reducoes.Next(z)) {
         CheckCro(context, z, rows, previous);

@@ -32,7 +32,9 @@ void CheckHoras(CheckContext& context, const ReducaoZRow& z, const ReducaoZRow* 
         context.findings.Report(FindingKind::CUPOM_FORA_DO_DIA, Coo(jornada.ultimoCoo),
                                 Tr("issued %1, after %2 of %3",
                                    {jornada.ultimaHora, Crz(z.crz), z.dataHoraEmissao.Shown()}),
-                                DocumentOf(jornada.ultimoCoo));
+                                DocumentOf(jornada.ultimoCoo),
+                                {jornada.ultimo.table, jornada.ultimo.rowid, "data_hora_emissao",
+                                 Tr("none after %1", {hora}), jornada.ultimaHora});
     }
     if (jornada.primeiraHora.empty()) {
         return;
@@ -43,7 +45,9 @@ void CheckHoras(CheckContext& context, const ReducaoZRow& z, const ReducaoZRow* 
             FindingKind::CUPOM_FORA_DO_DIA, Coo(jornada.primeiroCoo),
             Tr("issued %1, filed under %2, before the Z of %3",
                {jornada.primeiraHora, Crz(z.crz), anterior->dataHoraEmissao.Value()}),
-            DocumentOf(jornada.primeiroCoo));
+            DocumentOf(jornada.primeiroCoo),
+            {jornada.primeiro.table, jornada.primeiro.rowid, "data_hora_emissao",
+             Tr("none before %1", {anterior->dataHoraEmissao.Value()}), jornada.primeiraHora});
     }
     if (jornada.primeiraHora.substr(0, DATE_SIZE) != movimento &&
         !relogio.HasBetween(anterior != nullptr ? anterior->coo.Value() : 0, z.coo.Value())) {

@@ -120,20 +120,31 @@ const Link LINKS[] = {
      "FROM versao_sb GROUP BY num_ecf HAVING count(*) > 1"},
 };
 
+// The rows' table stands behind FROM.
+std::string TableOf(const Link& link)
+{
+    constexpr std::size_t FROM = 5;
+    const std::string rows = link.rows;
+    return rows.substr(FROM, rows.find(' ', FROM) - FROM);
+}
+
 } // namespace
 
 void CheckLinks(CheckContext& context)
 {
     for (const Link& link : LINKS) {
-        leitura::Query query(context.Database(), std::string("SELECT ") + link.key.column +
-                                                     " AS number, count(*) AS row_count " +
-                                                     link.rows);
+        leitura::Query query(context.Database(),
+                             std::string("SELECT ") + link.key.column +
+                                 " AS number, count(*) AS row_count, min(rowid) AS first_row " +
+                                 link.rows);
         while (query.Next()) {
             const leitura::Integer number = query.ReadInteger("number");
             context.findings.Report(link.kind,
                                     std::string(link.table) + link.key.label + Number(number),
                                     Tr(link.what, {Number(query.ReadInteger("row_count"))}),
-                                    link.key.subject(number.Value()));
+                                    link.key.subject(number.Value()),
+                                    {TableOf(link), query.ReadInteger("first_row").Value(),
+                                     link.key.column, "", Number(number)});
         }
     }
 }

@@ -153,6 +153,41 @@ std::map<std::int64_t, std::string> WithTill(const Programacao& programacao)
     return names;
 }
 
+// Totalizers are never taken away: what the last Z lists and what receipts booked on is programmed,
+// in a database that holds the whole programming.
+void CheckProgramacao(CheckContext& context, const std::vector<Names>& all,
+                      const Programacao& programacao)
+{
+    if (!context.BeginsAtFactory() || context.MayHaveLost("totalizador_nao_fiscal")) {
+        return;
+    }
+    const auto report = [&context](const std::string& column, const std::string& expected,
+                                   const std::string& found, const std::string& text) {
+        context.findings.Report(FindingKind::PROGRAMACAO, "totalizador_nao_fiscal", text, {},
+                                {"totalizador_nao_fiscal", 0, column, expected, found});
+    };
+    const std::map<std::int64_t, std::string> nomes = WithTill(programacao);
+    if (!all.empty() && all.back().naoFiscais.size() > nomes.size()) {
+        const std::string listed = std::to_string(all.back().naoFiscais.size());
+        const std::string programmed = std::to_string(nomes.size());
+        report("", listed, programmed,
+               Tr("%1 totalizers with the till's, the last Z has %2", {programmed, listed}));
+    }
+    std::set<std::int64_t> booked;
+    for (const auto& [crz, jornada] : context.jornadas) {
+        for (const auto& [indice, range] : jornada.porTotalizadorNf) {
+            booked.insert(indice);
+        }
+    }
+    for (const std::int64_t indice : booked) {
+        if (nomes.count(indice) == 0) {
+            report("num_indice", std::to_string(indice), Tr("none"),
+                   Tr("totalizer %1 is not programmed, and receipts booked on it",
+                      {std::to_string(indice)}));
+        }
+    }
+}
+
 // What the receipts booked on each totalizer against the Z, by name, where every name of the Z is
 // that of one programmed now.
 void CheckTotais(CheckContext& context, const Names& names, const Programacao& programacao)
@@ -199,6 +234,7 @@ void CheckNomes(CheckContext& context)
     const std::vector<Names> all = ReadNames(context);
     CheckMeios(context, all, programacao);
     CheckNaoFiscais(context, all, programacao);
+    CheckProgramacao(context, all, programacao);
     for (const Names& names : all) {
         context.CheckWithLosses(names.z.crz.Value(),
                                 [&] { CheckTotais(context, names, programacao); });

@@ -123,14 +123,18 @@ void CheckOrphans(CheckContext& context, const std::map<std::int64_t, ReducaoPar
                                     Crz(part.totalizadores.front().crz),
                                     TrCount("%1 totalizer", "%1 totalizers",
                                             static_cast<long long>(part.totalizadores.size())),
-                                    JornadaOf(crz));
+                                    JornadaOf(crz),
+                                    {"totalizador_reducao", part.totalizadores.front().rowid,
+                                     "cont_crz", "", std::to_string(crz)});
         }
     }
     for (const auto& [crz, part] : parts) {
         if (reducoes.count(crz) == 0 && !part.meios.empty()) {
             context.findings.Report(FindingKind::MEIO_SEM_REDUCAO, Crz(part.meios.front().crz),
                                     Tr("%1 payment means", {std::to_string(part.meios.size())}),
-                                    JornadaOf(crz));
+                                    JornadaOf(crz),
+                                    {"meio_pagamento_reducao", part.meios.front().rowid, "cont_crz",
+                                     "", std::to_string(crz)});
         }
     }
     std::optional<std::int64_t> last;

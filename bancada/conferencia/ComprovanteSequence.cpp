@@ -41,7 +41,7 @@ void ComprovanteSequence::Check(const Documento& documento)
             Tr("%1 %2, where %3 is due",
                {m_counted.label, Number(number), std::to_string(*expected)}),
             DocumentOf(documento.coo.Value()),
-            {"outros_documentos", 0, m_counted.column, std::to_string(*expected), Number(number)});
+            PlaceIn(documento, m_counted.column, std::to_string(*expected), Number(number)));
     }
 }
 

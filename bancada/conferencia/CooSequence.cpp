@@ -27,7 +27,10 @@ void CooSequence::Check(const Documento& documento)
     const std::int64_t steps = leitura::Steps(*m_last, coo);
     if (steps == 0 || steps > leitura::LAST_COUNTER / 2) {
         m_context.findings.Report(FindingKind::COO_REPETIDO, Coo(documento.coo),
-                                  Tr("comes after %1", {Coo(*m_last)}), DocumentOf(coo));
+                                  Tr("comes after %1", {Coo(*m_last)}), DocumentOf(coo),
+                                  PlaceIn(documento, "cont_coo",
+                                          std::to_string(Following(*m_last, 1)),
+                                          Number(documento.coo)));
         return;
     }
     std::int64_t missing = steps - 1;
@@ -56,7 +59,7 @@ void CooSequence::Follow(const Documento& documento)
     }
     if (documento.fiscal) {
         m_awaitsCancelamento = documento.canceladoFechado;
-        m_cancelado = documento.coo;
+        m_cancelado = documento;
         m_mayBeThere = false;
     } else if (ends) {
         m_awaitsCancelamento = false;
@@ -71,11 +74,12 @@ void CooSequence::Follow(const Documento& documento)
 void CooSequence::ReportCancelamento()
 {
     // A number that came round may have been cancelled for another receipt.
-    if (m_awaitsCancelamento && !m_mayBeThere && !m_context.Repeated().HasComeRound(m_cancelado)) {
+    if (m_awaitsCancelamento && !m_mayBeThere &&
+        !m_context.Repeated().HasComeRound(m_cancelado.coo)) {
         m_context.findings.Report(
-            FindingKind::CANCELAMENTO_AUSENTE, Coo(m_cancelado),
+            FindingKind::CANCELAMENTO_AUSENTE, Coo(m_cancelado.coo),
             Tr("cancelled, and the next documents leave no number for its cancellation"),
-            DocumentOf(m_cancelado.Value()), {"cupom_fiscal", 0, "id_cancelado", "N", "S"});
+            DocumentOf(m_cancelado.coo.Value()), PlaceIn(m_cancelado, "id_cancelado", "N", "S"));
     }
 }
 

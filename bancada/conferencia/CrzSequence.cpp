@@ -11,7 +11,8 @@ void CrzSequence::Check(const Documento& documento)
         m_context.findings.Report(
             FindingKind::CRZ_DOCUMENTO, Coo(documento.coo),
             Tr("filed under %1, the last Z is %2", {Crz(documento.crz), Crz(*m_last)}),
-            DocumentOf(documento.coo.Value()));
+            DocumentOf(documento.coo.Value()),
+            PlaceIn(documento, "cont_crz", Number(*m_last), Number(documento.crz)));
         return;
     }
     m_last = documento.crz;
@@ -29,7 +30,7 @@ void CrzSequence::CheckFiscal(const Documento& documento)
             FindingKind::CUPOM_FORA_DO_DIA, Coo(documento.coo),
             Tr("filed under %1, the next Z is %2", {Crz(documento.crz), Crz(*expected)}),
             DocumentOf(documento.coo.Value()),
-            {"cupom_fiscal", 0, "cont_crz", std::to_string(*expected), Number(documento.crz)});
+            PlaceIn(documento, "cont_crz", std::to_string(*expected), Number(documento.crz)));
     }
 }
 

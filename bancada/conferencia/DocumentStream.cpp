@@ -10,10 +10,11 @@ namespace bancada::conferencia
 DocumentStream::DocumentStream(const leitura::DatabaseReading& database)
     : m_fiscais(database, leitura::CupomFiscalTable(), "ORDER BY rowid"),
       m_outros(database, leitura::OutroDocumentoTable(), "ORDER BY rowid"),
-      m_reducoes(database,
-                 "SELECT cont_coo, cont_gnf, cont_crz, data_hora_emissao FROM reducao_z z WHERE NOT"
-                 " EXISTS (SELECT 1 FROM outros_documentos o WHERE o.cont_coo = z.cont_coo AND"
-                 " o.id_tipo_documento = 'RZ') ORDER BY rowid"),
+      m_reducoes(
+          database,
+          "SELECT rowid AS row_number, cont_coo, cont_gnf, cont_crz, data_hora_emissao FROM reducao_z z WHERE NOT"
+          " EXISTS (SELECT 1 FROM outros_documentos o WHERE o.cont_coo = z.cont_coo AND"
+          " o.id_tipo_documento = 'RZ') ORDER BY rowid"),
       m_pagamento(database, "SELECT 1 AS found FROM pagamento_cupom WHERE cont_coo = ?1 LIMIT 1")
 {
     ReadFiscal();
@@ -74,7 +75,9 @@ void DocumentStream::ReadFiscal()
                          row.dataHoraEmissao.Value(),
                          row.dataHoraEmissao.Value(),
                          std::string(),
-                         row.cancelado.IsSet() && WasFechado(row)};
+                         row.cancelado.IsSet() && WasFechado(row),
+                         "cupom_fiscal",
+                         row.rowid};
 }
 
 void DocumentStream::ReadOutro()
@@ -93,7 +96,9 @@ void DocumentStream::ReadOutro()
                             row.dataHoraInicioEmissao.Value(),
                             row.dataHoraFimEmissao.Value(),
                             row.tipoDocumento.Value(),
-                            false};
+                            false,
+                            "outros_documentos",
+                            row.rowid};
     } else {
         m_outrosEnded = true;
         m_outro.reset();
@@ -121,7 +126,9 @@ void DocumentStream::ReadReducao()
                               hora,
                               hora,
                               "RZ",
-                              false};
+                              false,
+                              "reducao_z",
+                              m_reducoes.ReadInteger("row_number").Value()};
     }
 }
 

@@ -22,6 +22,9 @@ struct Documento {
     std::string tipo; // of a document that is not a fiscal receipt
     // A fiscal receipt that was cancelled after its closing, as far as its row tells.
     bool canceladoFechado = false;
+    // Where it stands.
+    const char* table = "";
+    std::int64_t rowid = 0;
 };
 
 class DocumentStream

@@ -23,10 +23,13 @@ constexpr std::int64_t MAX_CAIXA = 999;
 constexpr std::int64_t MAX_PERCENT = 99999;
 constexpr int CENTS = 2;
 constexpr int THOUSANDTHS = 3;
+constexpr std::size_t CNPJ_SIZE = 14;
+constexpr std::size_t CPF_SIZE = 11;
 
 constexpr std::array<std::string_view, 27> UFS = {
     "AC", "AL", "AM", "AP", "BA", "CE", "DF", "ES", "GO", "MA", "MG", "MS", "MT", "PA",
     "PB", "PE", "PI", "PR", "RJ", "RN", "RO", "RR", "RS", "SC", "SE", "SP", "TO"};
+constexpr std::array<std::string_view, 3> ECF_TYPES = {"ECF-IF", "ECF-MR", "ECF-PDV"};
 constexpr std::array<std::string_view, 7> TYPES = {"LX", "MF", "CC", "RG", "NC", "CN", "RZ"};
 
 template <std::size_t COUNT>
@@ -67,6 +70,14 @@ bool IsBase64(std::string_view text)
                        }) &&
            std::all_of(text.end() - static_cast<std::ptrdiff_t>(padding), text.end(),
                        [](char c) { return c == '='; });
+}
+
+// Whether the text has the form, in which a d stands for a digit.
+bool HasForm(std::string_view text, std::string_view form)
+{
+    return text.size() == form.size() &&
+           std::equal(text.begin(), text.end(), form.begin(),
+                      [](char c, char due) { return due == 'd' ? IsDigit(c) : c == due; });
 }
 
 bool IsNumberFrom(sqlite3_stmt* row, int column, std::int64_t least, std::int64_t most)
@@ -110,6 +121,12 @@ bool IsTextWithin(std::string_view text, Domain domain)
         return IsOneOf(UFS, text);
     case Domain::CNPJ:
         return IsCnpj(text);
+    case Domain::NAME:
+        return !text.empty();
+    case Domain::ECF_TYPE:
+        return IsOneOf(ECF_TYPES, text);
+    case Domain::VERSION:
+        return HasForm(text, "dd.dd.dd");
     default:
         return true;
     }
@@ -119,14 +136,8 @@ bool IsTextWithin(std::string_view text, Domain domain)
 
 bool IsInstant(std::string_view text)
 {
-    constexpr std::string_view FORM = "dddd-dd-dd dd:dd:dd";
-    if (text.size() != FORM.size()) {
+    if (!HasForm(text, "dddd-dd-dd dd:dd:dd")) {
         return false;
-    }
-    for (std::size_t i = 0; i < FORM.size(); ++i) {
-        if (FORM[i] == 'd' ? !IsDigit(text[i]) : text[i] != FORM[i]) {
-            return false;
-        }
     }
     constexpr std::array<int, 12> DAYS = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
     const int year = Digits(text.substr(0, 4));
@@ -155,17 +166,19 @@ bool IsTaxCode(std::string_view text)
            text.back() >= '1' && text.back() <= '3';
 }
 
-bool IsCnpj(std::string_view text)
+namespace
 {
-    constexpr std::size_t SIZE = 14;
-    if (text.size() != SIZE || !AreDigits(text)) {
+
+// Modulo 11, twice. The weights go from 2 to `maxWeight` and begin anew, from the last digit on.
+bool HasCheckDigits(std::string_view text, std::size_t size, int maxWeight)
+{
+    if (text.size() != size || !AreDigits(text)) {
         return false;
     }
-    for (std::size_t place = SIZE - 2; place < SIZE; ++place) {
+    for (std::size_t place = size - 2; place < size; ++place) {
         int sum = 0;
         for (std::size_t i = 0; i < place; ++i) {
-            // The weights go from 2 to 9 and begin anew, from the last digit on.
-            sum += (text[i] - '0') * static_cast<int>((place - 1 - i) % 8 + 2);
+            sum += (text[i] - '0') * (static_cast<int>(place - 1 - i) % (maxWeight - 1) + 2);
         }
         const int digit = sum % 11 < 2 ? 0 : 11 - sum % 11;
         if (text[place] - '0' != digit) {
@@ -173,6 +186,18 @@ bool IsCnpj(std::string_view text)
         }
     }
     return true;
+}
+
+} // namespace
+
+bool IsCnpj(std::string_view text)
+{
+    return HasCheckDigits(text, CNPJ_SIZE, 9);
+}
+
+bool IsCpf(std::string_view text)
+{
+    return HasCheckDigits(text, CPF_SIZE, 11);
 }
 
 bool IsWithin(sqlite3_stmt* row, int column, Domain domain, leitura::Presence presence)
@@ -233,6 +258,8 @@ const char* MeaningOf(Domain domain)
     switch (domain) {
     case Domain::TEXT:
         return Tr("a text");
+    case Domain::NAME:
+        return Tr("a text that is not empty");
     case Domain::COUNTER:
         return Tr("a number from 1 to 999999");
     case Domain::COUNTER_OR_ZERO:
@@ -254,7 +281,7 @@ const char* MeaningOf(Domain domain)
     case Domain::CAIXA:
         return Tr("a number from 0 to 999");
     case Domain::CASAS:
-        return Tr("a number from 0 to 4");
+        return Tr("a number from 0 to 3");
     case Domain::SECONDS:
         return Tr("a number of seconds");
     case Domain::INSTANT:
@@ -288,6 +315,10 @@ const char* MeaningOf(Domain domain)
         return Tr("a state");
     case Domain::CNPJ:
         return Tr("a CNPJ with its check digits");
+    case Domain::ECF_TYPE:
+        return Tr("ECF-IF, ECF-MR or ECF-PDV");
+    case Domain::VERSION:
+        return Tr("a version as 01.00.00");
     }
     return "";
 }

@@ -24,7 +24,8 @@ bool IsInstant(std::string_view text);
 // Whether it is a tax code as the loggers write it: 01T18.00, 03S05.00, F1, FS1.
 bool IsTaxCode(std::string_view text);
 
-// Whether these are 14 digits of which the last two check the others.
+// Whether these are 14 digits, or 11, of which the last two check the others.
 bool IsCnpj(std::string_view text);
+bool IsCpf(std::string_view text);
 
 } // namespace bancada::conferencia

@@ -28,7 +28,9 @@ void GnfSequence::Check(const Documento& documento)
             m_context.findings.Report(
                 FindingKind::GNF_REPETIDO, "GNF " + Number(documento.contador),
                 Tr("%1 comes after %2", {Coo(documento.coo), "GNF " + std::to_string(*m_last)}),
-                DocumentOf(documento.coo.Value()));
+                DocumentOf(documento.coo.Value()),
+                PlaceIn(documento, "cont_gnf", std::to_string(Following(*m_last, own)),
+                        Number(documento.contador)));
             return;
         }
         CheckAbsent(documento, steps - own);

@@ -103,15 +103,17 @@ void Jornada::Add(const Jornada& other)
     AddMeios(other.meios);
 }
 
-void Jornada::AddCupom(std::int64_t coo, const std::string& hora)
+void Jornada::AddCupom(std::int64_t coo, const std::string& hora, const CupomPlace& place)
 {
     if (primeiraHora.empty() || hora < primeiraHora) {
         primeiraHora = hora;
         primeiroCoo = coo;
+        primeiro = place;
     }
     if (ultimaHora.empty() || hora > ultimaHora) {
         ultimaHora = hora;
         ultimoCoo = coo;
+        ultimo = place;
     }
 }
 

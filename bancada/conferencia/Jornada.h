@@ -60,6 +60,12 @@ struct SecondsRange {
     }
 };
 
+// Where a receipt stands.
+struct CupomPlace {
+    const char* table = "";
+    std::int64_t rowid = 0;
+};
+
 // The receipts filed under the Z that closes the day.
 struct Jornada {
     // Totals of the valid fiscal receipts; of all valid receipts that were paid; of the valid
@@ -91,10 +97,11 @@ struct Jornada {
     std::string primeiraHora, ultimaHora;
     std::int64_t primeiroCoo = 0;
     std::int64_t ultimoCoo = 0;
+    CupomPlace primeiro, ultimo;
 
     // Adds what another one tells, the certainty of items and means aside.
     void Add(const Jornada& other);
-    void AddCupom(std::int64_t coo, const std::string& hora);
+    void AddCupom(std::int64_t coo, const std::string& hora, const CupomPlace& place);
     void AddMeios(const std::map<std::int64_t, leitura::Amount>& porMeio);
 };
 

@@ -9,9 +9,17 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 
 namespace bancada::conferencia
 {
+
+// Where a document has the column, and what was looked for there.
+inline Place PlaceIn(const Documento& documento, const char* column, const std::string& expected,
+                     const std::string& found)
+{
+    return {documento.table, documento.rowid, column, expected, found};
+}
 
 // Every document takes the next COO. Numbers without a row that neither a reprint nor a
 // cancellation explains become gaps, which the other counters may explain.
@@ -39,7 +47,7 @@ class CooSequence
 
     // A closed receipt was cancelled and its cancellation document is still to come.
     bool m_awaitsCancelamento = false;
-    leitura::Integer m_cancelado; // its number
+    Documento m_cancelado;
     // Numbers without a row came behind it: one of them may be the cancellation.
     bool m_mayBeThere = false;
     // Vouchers of the receipt issued last that may still be reversed.
@@ -134,6 +142,8 @@ class HoraSequence
     void Check(const Documento& documento);
 
   private:
+    bool IsSet(const Documento& documento) const;
+
     CheckContext& m_context;
     std::string m_coo, m_hora, m_fim;
 };

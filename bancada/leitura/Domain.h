@@ -9,6 +9,7 @@ namespace bancada::leitura
 // Named where a table's columns are listed; the room itself reads whatever stands in a cell.
 enum class Domain : std::uint8_t {
     TEXT,
+    NAME,            // a text that is not empty
     COUNTER,         // a number that a document bears: 1 to LAST_COUNTER
     COUNTER_OR_ZERO, // a counter that may not have moved yet
     NEXT_COUNTER,    // a counter plus 1: also one past the last number
@@ -31,12 +32,14 @@ enum class Domain : std::uint8_t {
     MONEY,           // cents, none below zero
     MONEY_OF_ITEM,   // the same; written with three decimals where the price has three
     SIGNED_MONEY,    // cents: a second reversal of several payments goes below zero
-    QUANTITY,        // up to four decimals, above zero
+    QUANTITY,        // up to MAX_CASAS decimals, above zero
     PERCENT,         // hundredths, 0 to 999.99
     TAX_CODE,        // 01T18.00, 03S05.00, F1, FS1
     SIGNATURE,       // Base64, or a blank
     UF,              // one of the 27 states
     CNPJ,            // 14 digits, the last two of them check digits
+    ECF_TYPE,        // one of the three that the law knows
+    VERSION,         // dd.dd.dd
 };
 
 } // namespace bancada::leitura

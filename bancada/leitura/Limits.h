@@ -19,8 +19,25 @@ constexpr std::int64_t MAX_PAGAMENTOS = 30;
 constexpr std::int64_t MAX_MEIOS_PAGAMENTO = 20;
 constexpr std::int64_t MAX_TOTALIZADORES_NF = 39;
 
-// The decimals of a quantity and of a unit price as they are printed.
-constexpr std::int64_t MAX_CASAS = 4;
+// The bytes of a text, as the commands that give it have room for; of the owner's texts and of the
+// application's as the register keeps them. An address is written with a comma behind it.
+constexpr std::int64_t MAX_NOME_CONSUMIDOR = 30;
+constexpr std::int64_t MAX_ENDERECO_CONSUMIDOR = 80;
+constexpr std::int64_t MAX_CODIGO_ITEM = 14;
+constexpr std::int64_t MAX_DESCRICAO_ITEM = 234;
+constexpr std::int64_t MAX_UNIDADE = 10;
+constexpr std::int64_t MAX_INFO_ADICIONAL = 84;
+constexpr std::int64_t MAX_MENSAGEM = 1499;
+constexpr std::int64_t MAX_NOME_MEIO = 15;
+constexpr std::int64_t MAX_NOME_TOTALIZADOR = 20;
+constexpr std::int64_t MAX_INSCRICAO = 20;
+constexpr std::int64_t MAX_CONTRIBUINTE = 120;
+constexpr std::int64_t MAX_MARCA = 15;
+constexpr std::int64_t MAX_MODELO = 20;
+constexpr std::int64_t MAX_NUM_SERIE = 20;
+
+// The decimals of a quantity and of a unit price: an item's total is written with two or three.
+constexpr std::int64_t MAX_CASAS = 3;
 
 // The longest text or row that is read, in bytes. The longest statement that writes one has 8,000;
 // whoever made a row longer than this did not log it, and it must not fill the memory.

@@ -46,6 +46,8 @@ struct Column {
         member;
     Domain domain = Domain::TEXT;
     Presence presence = Presence::ALWAYS;
+    // The most bytes of a text; 0 where nothing bounds them.
+    std::int64_t most = 0;
 };
 
 // The names of a table's columns in a database; empty where it has no such table.

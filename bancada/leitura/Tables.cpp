@@ -1,5 +1,7 @@
 #include "bancada/leitura/Tables.h"
 
+#include "bancada/leitura/Limits.h"
+
 namespace bancada::leitura
 {
 
@@ -32,8 +34,10 @@ const Table<CupomFiscalRow>& CupomFiscalTable()
             {"cont_crz", &CupomFiscalRow::crz, Domain::NEXT_COUNTER},
             {"data_hora_emissao", &CupomFiscalRow::dataHoraEmissao, Domain::INSTANT},
             {"cpf_cnpj_consumidor", &CupomFiscalRow::cpfCnpjConsumidor, Domain::TEXT},
-            {"nome_consumidor", &CupomFiscalRow::nomeConsumidor, Domain::TEXT},
-            {"endereco_consumidor", &CupomFiscalRow::enderecoConsumidor, Domain::TEXT},
+            {"nome_consumidor", &CupomFiscalRow::nomeConsumidor, Domain::TEXT, Presence::ALWAYS,
+             MAX_NOME_CONSUMIDOR},
+            {"endereco_consumidor", &CupomFiscalRow::enderecoConsumidor, Domain::TEXT,
+             Presence::ALWAYS, MAX_ENDERECO_CONSUMIDOR + 1},
             {"assinatura_documento", &CupomFiscalRow::assinaturaDocumento, Domain::SIGNATURE},
             {"valor_subtotal", &CupomFiscalRow::valorSubtotal, Domain::MONEY},
             {"valor_total", &CupomFiscalRow::valorTotal, Domain::MONEY},
@@ -43,7 +47,8 @@ const Table<CupomFiscalRow>& CupomFiscalTable()
             {"valor_acrescimo", &CupomFiscalRow::valorAcrescimo, Domain::MONEY},
             {"valor_canc_acrescimo", &CupomFiscalRow::valorCancAcrescimo, Domain::MONEY},
             {"valor_troco", &CupomFiscalRow::valorTroco, Domain::MONEY},
-            {"texto_suplementar", &CupomFiscalRow::textoSuplementar, Domain::TEXT},
+            {"texto_suplementar", &CupomFiscalRow::textoSuplementar, Domain::TEXT, Presence::ALWAYS,
+             MAX_MENSAGEM},
             {"id_cancelado", &CupomFiscalRow::cancelado, Domain::FLAG},
             {"id_cupom_adicional", &CupomFiscalRow::cupomAdicional, Domain::FLAG},
             {"perc_acrescimo", &CupomFiscalRow::percAcrescimo, Domain::PERCENT},
@@ -61,11 +66,14 @@ const Table<ItemCupomFiscalRow>& ItemCupomFiscalTable()
         {
             {"seq_item", &ItemCupomFiscalRow::seqItem, Domain::ITEM},
             {"cont_coo", &ItemCupomFiscalRow::coo, Domain::COUNTER},
-            {"cod_item", &ItemCupomFiscalRow::codItem, Domain::TEXT},
-            {"descricao", &ItemCupomFiscalRow::descricao, Domain::TEXT},
+            {"cod_item", &ItemCupomFiscalRow::codItem, Domain::TEXT, Presence::ALWAYS,
+             MAX_CODIGO_ITEM},
+            {"descricao", &ItemCupomFiscalRow::descricao, Domain::TEXT, Presence::ALWAYS,
+             MAX_DESCRICAO_ITEM},
             {"quantidade", &ItemCupomFiscalRow::quantidade, Domain::QUANTITY},
             {"aliquota", &ItemCupomFiscalRow::aliquota, Domain::TAX_CODE},
-            {"un_medida", &ItemCupomFiscalRow::unMedida, Domain::TEXT},
+            {"un_medida", &ItemCupomFiscalRow::unMedida, Domain::TEXT, Presence::ALWAYS,
+             MAX_UNIDADE},
             {"valor_unitario", &ItemCupomFiscalRow::valorUnitario, Domain::QUANTITY},
             {"tipo_acrescimo", &ItemCupomFiscalRow::tipoAcrescimo, Domain::KIND},
             {"valor_acrescimo", &ItemCupomFiscalRow::valorAcrescimo, Domain::MONEY_OF_ITEM},
@@ -94,7 +102,8 @@ const Table<PagamentoCupomRow>& PagamentoCupomTable()
             {"cont_gnf", &PagamentoCupomRow::gnf, Domain::COUNTER_OR_ZERO},
             {"valor_pagamento", &PagamentoCupomRow::valorPagamento, Domain::SIGNED_MONEY},
             {"num_parcelas", &PagamentoCupomRow::numParcelas, Domain::PARCELAS},
-            {"info_adicional", &PagamentoCupomRow::infoAdicional, Domain::TEXT},
+            {"info_adicional", &PagamentoCupomRow::infoAdicional, Domain::TEXT, Presence::ALWAYS,
+             MAX_INFO_ADICIONAL},
             {"indice_meio_pagamento", &PagamentoCupomRow::indiceMeioPagamento, Domain::MEIO},
             {"id_estornado", &PagamentoCupomRow::estornado, Domain::FLAG},
             {"valor_estornado", &PagamentoCupomRow::valorEstornado, Domain::MONEY},
@@ -119,7 +128,8 @@ const Table<CupomNfRow>& CupomNfTable()
                         {"valor_desconto", &CupomNfRow::valorDesconto, Domain::MONEY},
                         {"valor_canc_acrescimo", &CupomNfRow::valorCancAcrescimo, Domain::MONEY},
                         {"id_cancelado", &CupomNfRow::cancelado, Domain::FLAG},
-                        {"nome_consumidor", &CupomNfRow::nomeConsumidor, Domain::TEXT},
+                        {"nome_consumidor", &CupomNfRow::nomeConsumidor, Domain::TEXT,
+                         Presence::ALWAYS, MAX_NOME_CONSUMIDOR},
                         {"cpf_cnpj_consumidor", &CupomNfRow::cpfCnpjConsumidor, Domain::TEXT},
                         {"perc_acrescimo", &CupomNfRow::percAcrescimo, Domain::PERCENT},
                         {"perc_desconto", &CupomNfRow::percDesconto, Domain::PERCENT},
@@ -186,7 +196,8 @@ const Table<TotalizadorReducaoRow>& TotalizadorReducaoTable()
         "totalizador_reducao",
         {
             {"cont_crz", &TotalizadorReducaoRow::crz, Domain::COUNTER},
-            {"totalizador", &TotalizadorReducaoRow::totalizador, Domain::TEXT},
+            {"totalizador", &TotalizadorReducaoRow::totalizador, Domain::NAME, Presence::ALWAYS,
+             MAX_NOME_TOTALIZADOR},
             {"valor_base_calculo", &TotalizadorReducaoRow::valorBaseCalculo, Domain::MONEY},
             {"id_fiscal", &TotalizadorReducaoRow::fiscal, Domain::FLAG},
             {"valor_imposto", &TotalizadorReducaoRow::valorImposto, Domain::MONEY},
@@ -203,7 +214,7 @@ const Table<MeioPagamentoReducaoRow>& MeioPagamentoReducaoTable()
              Domain::MEIO_OR_TROCO},
             {"cont_crz", &MeioPagamentoReducaoRow::crz, Domain::COUNTER},
             {"descricao_meio_pagamento", &MeioPagamentoReducaoRow::descricaoMeioPagamento,
-             Domain::TEXT},
+             Domain::NAME, Presence::ALWAYS, MAX_NOME_MEIO},
             {"valor_acumulado", &MeioPagamentoReducaoRow::valorAcumulado, Domain::MONEY},
         });
     return table;
@@ -243,7 +254,8 @@ const Table<MeioPagamentoRow>& MeioPagamentoTable()
         "meio_pagamento", {
                               {"num_indice", &MeioPagamentoRow::numIndice, Domain::MEIO},
                               {"num_ecf", &MeioPagamentoRow::numEcf, Domain::ECF},
-                              {"descricao", &MeioPagamentoRow::descricao, Domain::TEXT},
+                              {"descricao", &MeioPagamentoRow::descricao, Domain::NAME,
+                               Presence::ALWAYS, MAX_NOME_MEIO},
                               {"id_vinculacao_ccd", &MeioPagamentoRow::vinculacaoCcd, Domain::FLAG},
                           });
     return table;
@@ -255,7 +267,8 @@ const Table<TotalizadorNaoFiscalRow>& TotalizadorNaoFiscalTable()
         "totalizador_nao_fiscal",
         {
             {"num_indice", &TotalizadorNaoFiscalRow::numIndice, Domain::TOTALIZADOR_NF},
-            {"descricao", &TotalizadorNaoFiscalRow::descricao, Domain::TEXT},
+            {"descricao", &TotalizadorNaoFiscalRow::descricao, Domain::NAME, Presence::ALWAYS,
+             MAX_NOME_TOTALIZADOR},
         });
     return table;
 }
@@ -266,12 +279,15 @@ const Table<DadosUsuarioRow>& DadosUsuarioTable()
         "dados_usuario",
         {
             {"seq_usuario", &DadosUsuarioRow::seqUsuario, Domain::ECF},
-            {"endereco", &DadosUsuarioRow::endereco, Domain::TEXT},
-            {"nome_fantasia", &DadosUsuarioRow::nomeFantasia, Domain::TEXT},
-            {"razao_social", &DadosUsuarioRow::razaoSocial, Domain::TEXT},
+            {"endereco", &DadosUsuarioRow::endereco, Domain::TEXT, Presence::ALWAYS,
+             MAX_CONTRIBUINTE},
+            {"nome_fantasia", &DadosUsuarioRow::nomeFantasia, Domain::TEXT, Presence::ALWAYS,
+             MAX_CONTRIBUINTE},
+            {"razao_social", &DadosUsuarioRow::razaoSocial, Domain::TEXT, Presence::ALWAYS,
+             MAX_CONTRIBUINTE},
             {"cnpj", &DadosUsuarioRow::cnpj, Domain::CNPJ, Presence::MAY_BE_NULL},
-            {"ie", &DadosUsuarioRow::ie, Domain::TEXT, Presence::MAY_BE_NULL},
-            {"im", &DadosUsuarioRow::im, Domain::TEXT, Presence::MAY_BE_NULL},
+            {"ie", &DadosUsuarioRow::ie, Domain::TEXT, Presence::MAY_BE_NULL, MAX_INSCRICAO},
+            {"im", &DadosUsuarioRow::im, Domain::TEXT, Presence::MAY_BE_NULL, MAX_INSCRICAO},
             {"uf", &DadosUsuarioRow::uf, Domain::UF, Presence::MAY_BE_NULL},
             {"data_hora_gravacao", &DadosUsuarioRow::dataHoraGravacao, Domain::INSTANT},
             {"cont_cro", &DadosUsuarioRow::cro, Domain::COUNTER_OR_ZERO},
@@ -293,15 +309,16 @@ const Table<MoedaRow>& MoedaTable()
 
 const Table<DadosEcfRow>& DadosEcfTable()
 {
-    static const Table<DadosEcfRow> table("dados_ecf",
-                                          {
-                                              {"num_ecf", &DadosEcfRow::numEcf, Domain::ECF},
-                                              {"num_serie", &DadosEcfRow::numSerie, Domain::TEXT},
-                                              {"marca", &DadosEcfRow::marca, Domain::TEXT},
-                                              {"modelo", &DadosEcfRow::modelo, Domain::TEXT},
-                                              {"tipo", &DadosEcfRow::tipo, Domain::TEXT},
-                                              {"num_caixa", &DadosEcfRow::numCaixa, Domain::CAIXA},
-                                          });
+    static const Table<DadosEcfRow> table(
+        "dados_ecf",
+        {
+            {"num_ecf", &DadosEcfRow::numEcf, Domain::ECF},
+            {"num_serie", &DadosEcfRow::numSerie, Domain::NAME, Presence::ALWAYS, MAX_NUM_SERIE},
+            {"marca", &DadosEcfRow::marca, Domain::TEXT, Presence::ALWAYS, MAX_MARCA},
+            {"modelo", &DadosEcfRow::modelo, Domain::TEXT, Presence::ALWAYS, MAX_MODELO},
+            {"tipo", &DadosEcfRow::tipo, Domain::ECF_TYPE},
+            {"num_caixa", &DadosEcfRow::numCaixa, Domain::CAIXA},
+        });
     return table;
 }
 
@@ -310,7 +327,7 @@ const Table<VersaoSbRow>& VersaoSbTable()
     static const Table<VersaoSbRow> table("versao_sb",
                                           {
                                               {"num_ecf", &VersaoSbRow::numEcf, Domain::ECF},
-                                              {"versao", &VersaoSbRow::versao, Domain::TEXT},
+                                              {"versao", &VersaoSbRow::versao, Domain::VERSION},
                                           });
     return table;
 }

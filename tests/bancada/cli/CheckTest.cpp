@@ -313,6 +313,43 @@ TEST_F(CheckCommand, WhatTheRowsDoNotReachIsAFinding)
     }
 }
 
+// A register that ran with a memory, which reading leaves as it is.
+TEST_F(CheckCommand, AMemoryIsAnAnchor)
+{
+    const std::string tape = folder.Write(
+        "tape.jsonl",
+        "{\"cmd\":\"insere_meio_pagamento\",\"em\":\"2024-03-01 07:00:00\",\"indice\":1,\"descricao\":\"DINHEIRO\"}\n"
+        "{\"cmd\":\"leitura_x\",\"em\":\"2024-03-01 08:00:00\"}\n"
+        "{\"cmd\":\"sangria\",\"operacao\":\"fundo_troco\",\"valor\":\"100.00\",\"meio\":1}\n"
+        "{\"cmd\":\"leitura_x\"}\n");
+    const std::string database = folder.File("lida.db");
+    const std::string memory = folder.File("lida.memoria");
+    ASSERT_EQ(
+        Run({"run", tape, "--db", database, "--memory", memory, "--log", folder.File("lida.log")}),
+        0);
+    const auto content = [&memory] {
+        std::ostringstream text;
+        text << std::ifstream(memory, std::ios::binary).rdbuf();
+        return text.str();
+    };
+    const std::string before = content();
+    EXPECT_EQ(Run({"check", database, "--memory", memory}), 0);
+    sqlite3* db = nullptr;
+    ASSERT_EQ(sqlite3_open(database.c_str(), &db), SQLITE_OK);
+    sqlite3_exec(db, "DELETE FROM outros_documentos WHERE cont_coo = 3; PRAGMA user_version = 3",
+                 nullptr, nullptr, nullptr);
+    sqlite3_close(db);
+    EXPECT_EQ(Run({"check", database}), 0);
+    EXPECT_EQ(Run({"check", database, "--memory", memory}), 1);
+    EXPECT_THAT(output, HasSubstr("\nancora: command 4: the register's memory says 4, the rows 3\n"
+                                  "ancora: COO 3: the register's memory says 3, the rows 2\n"));
+    EXPECT_EQ(content(), before);
+    EXPECT_THAT(WhyUnusable({"check", database, "--memory", folder.File("none.memoria")}),
+                EndsWith("none.memoria: there is no such memory"));
+    EXPECT_THAT(WhyUnusable({"check", database, "--memory", tape}),
+                HasSubstr("cannot use the memory"));
+}
+
 // Two databases of one register: the first ends with its first Z, the next begins behind it.
 class CheckSeveral : public CheckCommand
 {

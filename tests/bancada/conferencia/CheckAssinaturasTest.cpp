@@ -172,6 +172,64 @@ TEST_F(CheckAssinaturas, AReceiptThatLostARowIsNotHeldAgainstItsSignature)
         notes, testing::Contains("assinatura-nao-conferida: COO 3: a row of the receipt was lost"));
 }
 
+// The first ones may be those that were changed.
+TEST_F(CheckAssinaturas, OneThatIsFoundTellsOfAllBeforeIt)
+{
+    EXPECT_THAT(FaultsOf("UPDATE cupom_fiscal SET assinatura_documento = 'c2ln' WHERE cont_coo IN"
+                         " (3, 4, 7)"),
+                ElementsAre(std::string("cupom-assinatura: COO 3: ") + NOT_SIGNED,
+                            std::string("cupom-assinatura: COO 4: ") + NOT_SIGNED,
+                            std::string("cupom-assinatura: COO 7: ") + NOT_SIGNED));
+}
+
+TEST_F(CheckAssinaturas, ThoseOfAnotherRegisterAreOneNote)
+{
+    EXPECT_THAT(FaultsOf("UPDATE cupom_fiscal SET assinatura_documento = 'c2ln' WHERE"
+                         " assinatura_documento <> ' '"),
+                IsEmpty());
+    EXPECT_THAT(notes, ElementsAre("cupom-adicional: COO 11: paid 10.00, closing never written",
+                                   "assinatura-nao-conferida: signatures: none of them can be "
+                                   "recomputed: another register made them",
+                                   "documento-sem-linha: GNF 3: reversal of a voucher (COO 6) "
+                                   "before COO 10"));
+}
+
+TEST_F(CheckAssinaturas, AConsumerHasCheckDigits)
+{
+    for (const char* consumidor : {"52998224725", "11222333000181", ""}) {
+        EXPECT_THAT(FaultsOf(std::string("UPDATE cupom_nf SET cpf_cnpj_consumidor = '") +
+                             consumidor + "' WHERE cont_coo = 10"),
+                    IsEmpty());
+    }
+    EXPECT_THAT(FaultsOf("UPDATE cupom_nf SET cpf_cnpj_consumidor = '52998224735' WHERE cont_coo ="
+                         " 10;"
+                         "UPDATE cupom_fiscal SET cpf_cnpj_consumidor = '11222333000182' WHERE"
+                         " cont_coo = 9"),
+                ElementsAre("cupom-colunas: COO 9: cpf_cnpj_consumidor holds '11222333000182', "
+                            "where a CPF or CNPJ is due",
+                            "cupom-colunas: COO 10: cpf_cnpj_consumidor holds '52998224735', where "
+                            "a CPF or CNPJ is due"));
+}
+
+TEST_F(CheckAssinaturas, TheOwnerIsWrittenBeforeTheFirstKeyThatNamesIt)
+{
+    EXPECT_THAT(FaultsOf("UPDATE dados_usuario SET data_hora_gravacao = '2024-03-01 08:10:00'"),
+                IsEmpty());
+    EXPECT_THAT(FaultsOf("UPDATE dados_usuario SET data_hora_gravacao = '2024-03-01 08:10:01'"),
+                ElementsAre("programacao: dados_usuario: written 2024-03-01 08:10:01, and a key "
+                            "names the owner on 2024-03-01 08:10:00"));
+}
+
+TEST_F(CheckAssinaturas, ANewRegisterHasNoRestartWithoutAnIntervention)
+{
+    EXPECT_THAT(FaultsOf("DELETE FROM intervencao"),
+                ElementsAre("z-cro: CRZ 1: CRO 1, the interventions lead to 0"));
+    Losses losses;
+    losses.rejected.push_back({1, "2024-03-01 08:01:00", 2, "disk I/O error",
+                               "INSERT INTO intervencao (cont_cro) VALUES (0)"});
+    EXPECT_THAT(Faults(&losses), testing::Not(testing::Contains(HasSubstr("z-cro"))));
+}
+
 TEST_F(CheckAssinaturas, TheTimesOfAZAreThoseOfItsReceipts)
 {
     EXPECT_THAT(FaultsOf("UPDATE reducao_z SET tempo_operacional = 61 WHERE cont_crz = 2"),

@@ -66,6 +66,13 @@ const PlantedFaults PLANTED({
     {"FloatWithAKind",
      "UPDATE item_cupom_nf SET tipo_desconto = 'V' WHERE cont_coo = 1",
      {"percentual: COO 1 item 1: kind V, percentage 0.00, on the till's totalizer"}},
+    {"FloatWithACancelledSurcharge",
+     "UPDATE item_cupom_nf SET valor_canc_acrescimo = 0.01 WHERE cont_coo = 1",
+     {"percentual: COO 1 item 1: cancelled surcharge 0.01, on the till's totalizer"}},
+    {"ConsumerWhomTheClosingDidNotName",
+     "UPDATE cupom_fiscal SET texto_suplementar = 'CNPJ/CPF consumidor: 123.456.789-01', "
+     " cpf_cnpj_consumidor = '12345678902' WHERE cont_coo = 4",
+     {"cupom-colunas: COO 4: cpf_cnpj_consumidor holds '12345678902', where 12345678901 is due"}},
     {"FloatWithAConsumer",
      "UPDATE cupom_nf SET nome_consumidor = 'ANA' WHERE cont_coo = 1",
      {"cupom-colunas: COO 1: nome_consumidor holds 'ANA', where nothing is due"}},

@@ -46,10 +46,8 @@ const PlantedFaults PLANTED({
     {"DocumentGoesBack",
      "INSERT INTO outros_documentos VALUES"
      " (12,1,9,1,1,2,'2024-03-02 19:00:00','2024-03-02 19:00:00','LX')",
-     {"coo-repetido: COO 12: comes after COO 21"},
-     {"cupom-adicional: COO 11: paid 10.00, closing never written",
-      "documento-sem-linha: GNF 3: reversal of a voucher (COO 6) before COO 10",
-      "relogio-atrasado: COO 12: of 2024-03-02 19:00:00, after COO 21 of 2024-03-03 08:00:00"}},
+     {"coo-repetido: COO 12: comes after COO 21",
+      "ordem: COO 12: of 2024-03-02 19:00:00, after COO 21 of 2024-03-03 08:00:00"}},
     {"FiscalReceiptWithoutRow",
      "DELETE FROM cupom_fiscal WHERE cont_coo = 4",
      {"linha-ausente: cupom_fiscal: no row 2, and rows are never deleted",

@@ -46,11 +46,13 @@ TEST(IsAtMost, ComparesAcrossDecimals)
 TEST(Jornada, KnowsItsFirstAndItsLastReceipt)
 {
     Jornada jornada;
-    jornada.AddCupom(5, "2024-03-01 10:00:00");
-    jornada.AddCupom(4, "2024-03-01 09:00:00");
-    jornada.AddCupom(6, "2024-03-01 11:00:00");
-    jornada.AddCupom(7, "2024-03-01 11:00:00");
+    jornada.AddCupom(5, "2024-03-01 10:00:00", {"cupom_nf", 1});
+    jornada.AddCupom(4, "2024-03-01 09:00:00", {"cupom_nf", 2});
+    jornada.AddCupom(6, "2024-03-01 11:00:00", {"cupom_nf", 3});
+    jornada.AddCupom(7, "2024-03-01 11:00:00", {"cupom_nf", 4});
     EXPECT_EQ(jornada.primeiroCoo, 4);
+    EXPECT_EQ(jornada.primeiro.rowid, 2);
+    EXPECT_EQ(jornada.ultimo.rowid, 3);
     EXPECT_EQ(jornada.primeiraHora, "2024-03-01 09:00:00");
     EXPECT_EQ(jornada.ultimoCoo, 6);
     EXPECT_EQ(jornada.ultimaHora, "2024-03-01 11:00:00");
