@@ -155,7 +155,7 @@ void HoldPagamentos(Importador& importing, const CupomLido& cupom)
             continue;
         }
         const bool none = estornado == 0 && pagamento.Text("estornado") == "N";
-        const bool whole = estornado == valor && pagamento.Text("estornado") == "S";
+        const bool whole = estornado >= valor && pagamento.Text("estornado") == "S";
         const bool part = estornado > 0 && estornado < valor && pagamento.Text("estornado") == "P";
         holding.That(none || whole || part, "estornado, valor_estornado",
                      "not of the amount that was paid");

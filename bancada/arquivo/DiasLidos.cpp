@@ -16,8 +16,10 @@ enum Parcela : std::size_t {
     CANCELAMENTOS = 4,
 };
 
-// So many sums are followed; a day that can come to more is not decided.
+// So many sums are followed, and so many decisions are kept for them; a day that can come to more
+// is not decided.
 constexpr std::size_t MAX_SUMS = 20000;
+constexpr std::size_t MAX_DECISIONS = 1000000;
 
 } // namespace
 
@@ -117,7 +119,7 @@ void DiasLidos::Decide(std::size_t at)
                 for (std::size_t k = 0; k < sum.size(); ++k) {
                     sum[k] += each[which][k];
                 }
-                if (next.size() > MAX_SUMS) {
+                if (next.size() > MAX_SUMS || next.size() * several.size() > MAX_DECISIONS) {
                     return;
                 }
                 std::vector<std::size_t> longer = way;

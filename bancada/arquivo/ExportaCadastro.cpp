@@ -66,6 +66,16 @@ void ExportSoftware(Exportador& exporting)
     }
 }
 
+// Who was registered, and when.
+template <typename One>
+void WriteInscricao(RecordWriter& writer, const One& one)
+{
+    writer.D("data", one.dataHora);
+    writer.H("hora", one.dataHora);
+    writer.Digits("cnpj", one.cnpj);
+    writer.X("ie", one.ie);
+}
+
 void ExportSimbolos(Exportador& exporting, const char* type, const char* field,
                     const std::vector<Fatos::Simbolo>& simbolos)
 {
@@ -174,20 +184,14 @@ void ExportCadastro(Exportador& exporting)
     for (const Fatos::Prestador& one : fatos.prestadores) {
         writer.Begin("E03");
         writer.N("numero", one.numero);
-        writer.D("data", one.dataHora);
-        writer.H("hora", one.dataHora);
-        writer.Digits("cnpj", one.cnpj);
-        writer.X("ie", one.ie);
+        WriteInscricao(writer, one);
         writer.N("vendas", one.vendas);
         writer.End();
     }
     for (const Fatos::Proprietario& one : fatos.proprietarios) {
         writer.Begin("E04");
         writer.N("usuario", one.usuario);
-        writer.D("data", one.dataHora);
-        writer.H("hora", one.dataHora);
-        writer.Digits("cnpj", one.cnpj);
-        writer.X("ie", one.ie);
+        WriteInscricao(writer, one);
         writer.N("cro", one.cro);
         writer.N("gt", one.gt);
         writer.End();

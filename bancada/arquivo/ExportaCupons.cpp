@@ -1,21 +1,11 @@
 // E14 and E15: fiscal receipts and their items.
-#include "bancada/arquivo/Exportador.h"
-
+#include "bancada/arquivo/ExportaTotais.h"
 #include "bancada/leitura/Limits.h"
-#include "bancada/leitura/Query.h"
-
-#include <algorithm>
 
 namespace bancada::arquivo
 {
 namespace
 {
-
-std::string WithoutPoint(std::string text)
-{
-    text.erase(std::remove(text.begin(), text.end(), '.'), text.end());
-    return text;
-}
 
 // How many decimals a column says that another has.
 int Decimals(const leitura::Integer& cell)
@@ -40,42 +30,10 @@ void ExportCupons(Exportador& exporting)
         writer.N("usuario", USUARIO);
         writer.N("ccf", row.ccf);
         writer.N("coo", row.coo);
-        writer.D("data_abertura", row.dataHoraEmissao);
-        writer.Amount("subtotal", row.valorSubtotal);
-        writer.Amount("desconto", row.valorDesconto);
-        writer.Text("tipo_desconto", row.tipoDesconto);
-        writer.Amount("acrescimo", row.valorAcrescimo);
-        writer.Text("tipo_acrescimo", row.tipoAcrescimo);
-        writer.Amount("total", row.valorTotal);
-        writer.Flag("cancelado", row.cancelado);
-        writer.Amount("acrescimo_cancelado", row.valorCancAcrescimo);
-        writer.X("ordem",
-                 OrdemOf(exporting, "E14", cupom.coo, row.valorDesconto, row.valorAcrescimo));
-        writer.Text("nome", row.nomeConsumidor);
-        writer.Digits("cpf_cnpj", row.cpfCnpjConsumidor);
+        WriteTotais(exporting, "E14", row, row.valorTotal);
         writer.End();
     }
     rows.End();
-}
-
-std::string OrdemOf(Exportador& exporting, const char* type, std::int64_t coo,
-                    const leitura::Amount& desconto, const leitura::Amount& acrescimo)
-{
-    const bool hasDesconto = desconto.IsKnown() && !desconto.IsZero();
-    const bool hasAcrescimo = acrescimo.IsKnown() && !acrescimo.IsZero();
-    if (hasDesconto != hasAcrescimo) {
-        return hasDesconto ? "D" : "A";
-    }
-    if (!hasDesconto) {
-        return "";
-    }
-    const auto told = exporting.fatos.ordens.find(coo);
-    if (told != exporting.fatos.ordens.end()) {
-        return told->second;
-    }
-    exporting.neutros.AddField(type, "ordem",
-                               "of a discount and a surcharge, no column tells which was first");
-    return "";
 }
 
 void ExportItens(Exportador& exporting)
@@ -116,13 +74,7 @@ void ExportItens(Exportador& exporting)
         }
     }
     rows.End();
-    leitura::Query orphans(exporting.database,
-                           "SELECT count(*) AS n FROM item_cupom_fiscal AS i WHERE NOT EXISTS "
-                           "(SELECT 1 FROM cupom_fiscal WHERE cont_coo = i.cont_coo)");
-    if (orphans.Next() && orphans.ReadInteger("n").Value() != 0) {
-        exporting.neutros.AddMissing("E15", "rows of item_cupom_fiscal without a receipt",
-                                     orphans.ReadInteger("n").Value());
-    }
+    exporting.NoteOrphans("E15", "item_cupom_fiscal", {"cupom_fiscal"});
 }
 
 } // namespace bancada::arquivo

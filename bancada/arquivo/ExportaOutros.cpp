@@ -1,5 +1,5 @@
 // E16, E19 and E20: documents other than fiscal receipts, non-fiscal receipts and their items.
-#include "bancada/arquivo/Exportador.h"
+#include "bancada/arquivo/ExportaTotais.h"
 
 #include "bancada/leitura/Query.h"
 
@@ -92,19 +92,7 @@ void ExportCuponsNf(Exportador& exporting)
         writer.N("usuario", USUARIO);
         writer.N("coo", row.coo);
         writer.N("gnf", row.gnf);
-        writer.D("data_abertura", row.dataHoraEmissao);
-        writer.Amount("subtotal", row.valorSubtotal);
-        writer.Amount("desconto", row.valorDesconto);
-        writer.Text("tipo_desconto", row.tipoDesconto);
-        writer.Amount("acrescimo", row.valorAcrescimo);
-        writer.Text("tipo_acrescimo", row.tipoAcrescimo);
-        writer.Amount("total", row.valorTotalCupom);
-        writer.Flag("cancelado", row.cancelado);
-        writer.Amount("acrescimo_cancelado", row.valorCancAcrescimo);
-        writer.X("ordem",
-                 OrdemOf(exporting, "E19", cupom.coo, row.valorDesconto, row.valorAcrescimo));
-        writer.Text("nome", row.nomeConsumidor);
-        writer.Digits("cpf_cnpj", row.cpfCnpjConsumidor);
+        WriteTotais(exporting, "E19", row, row.valorTotalCupom);
         writer.End();
     }
     rows.End();
@@ -147,13 +135,7 @@ void ExportItensNf(Exportador& exporting)
         }
     }
     rows.End();
-    leitura::Query orphans(exporting.database,
-                           "SELECT count(*) AS n FROM item_cupom_nf AS i WHERE NOT EXISTS "
-                           "(SELECT 1 FROM cupom_nf WHERE cont_coo = i.cont_coo)");
-    if (orphans.Next() && orphans.ReadInteger("n").Value() != 0) {
-        exporting.neutros.AddMissing("E20", "rows of item_cupom_nf without a receipt",
-                                     orphans.ReadInteger("n").Value());
-    }
+    exporting.NoteOrphans("E20", "item_cupom_nf", {"cupom_nf"});
 }
 
 } // namespace bancada::arquivo

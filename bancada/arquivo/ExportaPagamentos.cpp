@@ -96,14 +96,7 @@ void ExportPagamentos(Exportador& exporting)
     }
     rows.End();
     fundos.End();
-    leitura::Query orphans(exporting.database,
-                           "SELECT count(*) AS n FROM pagamento_cupom AS p WHERE NOT EXISTS "
-                           "(SELECT 1 FROM cupom_fiscal WHERE cont_coo = p.cont_coo) AND NOT "
-                           "EXISTS (SELECT 1 FROM cupom_nf WHERE cont_coo = p.cont_coo)");
-    if (orphans.Next() && orphans.ReadInteger("n").Value() != 0) {
-        exporting.neutros.AddMissing("E21", "rows of pagamento_cupom without a receipt",
-                                     orphans.ReadInteger("n").Value());
-    }
+    exporting.NoteOrphans("E21", "pagamento_cupom", {"cupom_fiscal", "cupom_nf"});
 }
 
 } // namespace bancada::arquivo

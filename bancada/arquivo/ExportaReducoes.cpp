@@ -1,21 +1,15 @@
 // E12, E13, E17 and E18: Z reductions with their totalizers and payment means.
 #include "bancada/arquivo/Exportador.h"
 
+#include "bancada/leitura/Query.h"
+
 #include <algorithm>
-#include <map>
 #include <set>
 
 namespace bancada::arquivo
 {
 namespace
 {
-
-// "01T18.00" is written 01T1800.
-std::string WithoutPoint(std::string text)
-{
-    text.erase(std::remove(text.begin(), text.end(), '.'), text.end());
-    return text;
-}
 
 // The chosen reductions by number; of one number, by row.
 std::vector<Fechamento> ChosenByCrz(const Exportador& exporting)
@@ -31,11 +25,16 @@ std::vector<Fechamento> ChosenByCrz(const Exportador& exporting)
     return chosen;
 }
 
-// The rows of a table that belongs to the chosen reductions, by the reduction's number and then as
-// they were logged; the schema does not index them.
-template <typename Row>
-std::vector<Row> RowsOfChosen(const Exportador& exporting, const leitura::Table<Row>& table,
-                              const char* condition)
+struct Place {
+    std::int64_t crz = 0;
+    std::int64_t order = 0;
+    std::int64_t rowid = 0;
+};
+
+// Where the rows of a table stand that belong to the chosen reductions: by the reduction's number,
+// then by the column `order`, then as they were logged; the schema does not index them.
+std::vector<Place> PlacesOfChosen(const Exportador& exporting, const std::string& table,
+                                  const std::string& order, const std::string& condition)
 {
     std::set<std::int64_t> chosen;
     for (const Fechamento& one : exporting.selecao.Reducoes()) {
@@ -43,17 +42,35 @@ std::vector<Row> RowsOfChosen(const Exportador& exporting, const leitura::Table<
             chosen.insert(one.crz);
         }
     }
-    std::vector<Row> all;
-    leitura::Rows rows(exporting.database, table, std::string(condition) + " ORDER BY rowid");
-    Row row;
-    while (rows.Next(row)) {
-        if (chosen.count(row.crz.Value()) != 0) {
-            all.push_back(row);
+    std::vector<Place> all;
+    leitura::Query query(exporting.database, "SELECT rowid AS id, cont_crz, " + order +
+                                                 " AS ordem FROM " + table + condition +
+                                                 " ORDER BY rowid");
+    while (query.Next()) {
+        const std::int64_t crz = query.ReadInteger("cont_crz").Value();
+        if (chosen.count(crz) != 0) {
+            all.push_back(
+                {crz, query.ReadInteger("ordem").Value(), query.ReadInteger("id").Value()});
         }
     }
-    std::stable_sort(all.begin(), all.end(),
-                     [](const Row& a, const Row& b) { return a.crz.Value() < b.crz.Value(); });
+    std::stable_sort(all.begin(), all.end(), [](const Place& a, const Place& b) {
+        return a.crz != b.crz ? a.crz < b.crz : a.order < b.order;
+    });
     return all;
+}
+
+// Each of them in turn, one row held at a time.
+template <typename Row, typename Write>
+void EachOfChosen(const Exportador& exporting, const leitura::Table<Row>& table,
+                  const std::string& order, const std::string& condition, Write write)
+{
+    leitura::Rows rows(exporting.database, table, "WHERE rowid = ?1");
+    Row row;
+    for (const Place& place : PlacesOfChosen(exporting, table.Name(), order, condition)) {
+        rows.With(place.rowid).Next(row);
+        write(row);
+    }
+    rows.End();
 }
 
 } // namespace
@@ -87,52 +104,46 @@ void ExportReducoes(Exportador& exporting)
 void ExportTotalizadores(Exportador& exporting)
 {
     RecordWriter& writer = exporting.writer;
-    for (const leitura::TotalizadorReducaoRow& row :
-         RowsOfChosen(exporting, leitura::TotalizadorReducaoTable(), "WHERE id_fiscal = 'S'")) {
-        if (row.valorBaseCalculo.IsZero()) {
-            continue;
-        }
-        writer.Begin("E13", {"totalizador_reducao", row.rowid});
-        writer.N("usuario", USUARIO);
-        writer.N("crz", row.crz);
-        writer.Text("totalizador", WithoutPoint(row.totalizador.Value()));
-        writer.Amount("valor", row.valorBaseCalculo);
-        writer.End();
-    }
+    EachOfChosen(exporting, leitura::TotalizadorReducaoTable(), "0", " WHERE id_fiscal = 'S'",
+                 [&writer](const leitura::TotalizadorReducaoRow& row) {
+                     if (row.valorBaseCalculo.IsZero()) {
+                         return;
+                     }
+                     writer.Begin("E13", {"totalizador_reducao", row.rowid});
+                     writer.N("usuario", USUARIO);
+                     writer.N("crz", row.crz);
+                     writer.Text("totalizador", WithoutPoint(row.totalizador.Value()));
+                     writer.Amount("valor", row.valorBaseCalculo);
+                     writer.End();
+                 });
 }
 
 void ExportTotalizadoresNf(Exportador& exporting)
 {
     RecordWriter& writer = exporting.writer;
-    for (const leitura::TotalizadorReducaoRow& row :
-         RowsOfChosen(exporting, leitura::TotalizadorReducaoTable(), "WHERE id_fiscal = 'N'")) {
-        writer.Begin("E17", {"totalizador_reducao", row.rowid});
-        writer.N("usuario", USUARIO);
-        writer.N("crz", row.crz);
-        writer.Text("nome", row.totalizador);
-        writer.Amount("valor", row.valorBaseCalculo);
-        writer.End();
-    }
+    EachOfChosen(exporting, leitura::TotalizadorReducaoTable(), "0", " WHERE id_fiscal = 'N'",
+                 [&writer](const leitura::TotalizadorReducaoRow& row) {
+                     writer.Begin("E17", {"totalizador_reducao", row.rowid});
+                     writer.N("usuario", USUARIO);
+                     writer.N("crz", row.crz);
+                     writer.Text("nome", row.totalizador);
+                     writer.Amount("valor", row.valorBaseCalculo);
+                     writer.End();
+                 });
 }
 
 void ExportMeios(Exportador& exporting)
 {
     RecordWriter& writer = exporting.writer;
-    std::vector<leitura::MeioPagamentoReducaoRow> rows =
-        RowsOfChosen(exporting, leitura::MeioPagamentoReducaoTable(), "");
-    std::stable_sort(rows.begin(), rows.end(), [](const auto& a, const auto& b) {
-        return a.crz.Value() != b.crz.Value()
-                   ? a.crz.Value() < b.crz.Value()
-                   : a.indiceMeioPagamento.Value() < b.indiceMeioPagamento.Value();
-    });
-    for (const leitura::MeioPagamentoReducaoRow& row : rows) {
-        writer.Begin("E18", {"meio_pagamento_reducao", row.rowid});
-        writer.N("usuario", USUARIO);
-        writer.N("crz", row.crz);
-        writer.Text("nome", row.descricaoMeioPagamento);
-        writer.Amount("valor", row.valorAcumulado);
-        writer.End();
-    }
+    EachOfChosen(exporting, leitura::MeioPagamentoReducaoTable(), "indice_meio_pagamento", "",
+                 [&writer](const leitura::MeioPagamentoReducaoRow& row) {
+                     writer.Begin("E18", {"meio_pagamento_reducao", row.rowid});
+                     writer.N("usuario", USUARIO);
+                     writer.N("crz", row.crz);
+                     writer.Text("nome", row.descricaoMeioPagamento);
+                     writer.Amount("valor", row.valorAcumulado);
+                     writer.End();
+                 });
 }
 
 } // namespace bancada::arquivo

@@ -140,6 +140,28 @@ void Exportador::RequireOnce(const CupomNumbers& cupom) const
     }
 }
 
+void Exportador::NoteOrphans(const char* type, const std::string& table,
+                             std::initializer_list<const char*> receipts)
+{
+    std::string without;
+    for (const char* receipt : receipts) {
+        without += std::string(without.empty() ? "" : " AND") + " NOT EXISTS (SELECT 1 FROM " +
+                   receipt + " WHERE cont_coo = o.cont_coo)";
+    }
+    leitura::Query orphans(database,
+                           "SELECT count(*) AS n FROM " + table + " AS o WHERE" + without);
+    if (orphans.Next() && orphans.ReadInteger("n").Value() != 0) {
+        neutros.AddMissing(type, "rows of " + table + " without a receipt",
+                           orphans.ReadInteger("n").Value());
+    }
+}
+
+std::string WithoutPoint(std::string text)
+{
+    text.erase(std::remove(text.begin(), text.end(), '.'), text.end());
+    return text;
+}
+
 std::string ComandoText(Comando comando)
 {
     switch (comando) {

@@ -11,6 +11,7 @@
 #include "bancada/leitura/Tables.h"
 
 #include <cstdint>
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <vector>
@@ -52,6 +53,9 @@ struct Exportador {
     // Throws Unusable: whose the items and payments of a number that stands twice are is told by
     // no row.
     void RequireOnce(const CupomNumbers& cupom) const;
+    // Lists how many rows of a table have no receipt in any of these.
+    void NoteOrphans(const char* type, const std::string& table,
+                     std::initializer_list<const char*> receipts);
 };
 
 // E01 to E11.
@@ -75,10 +79,8 @@ void ExportItensNf(Exportador& exporting);
 // E21.
 void ExportPagamentos(Exportador& exporting);
 
-// What the field `ordem` of a receipt holds: D or A for a discount or a surcharge; of both, what
-// the facts say.
-std::string OrdemOf(Exportador& exporting, const char* type, std::int64_t coo,
-                    const leitura::Amount& desconto, const leitura::Amount& acrescimo);
+// A rate as the file writes it: "01T18.00" is 01T1800.
+std::string WithoutPoint(std::string text);
 
 // TDM and so on.
 std::string ComandoText(Comando comando);

@@ -193,6 +193,15 @@ class Writer
     Json m_json = Json::object();
 };
 
+// Who was registered, and when.
+template <typename Visitor, typename One>
+void VisitInscricao(Visitor& visitor, One& one)
+{
+    visitor.Field("data_hora", one.dataHora);
+    visitor.Field("cnpj", one.cnpj);
+    visitor.Field("ie", one.ie);
+}
+
 template <typename Visitor, typename F>
 void Visit(Visitor& v, F& fatos)
 {
@@ -211,16 +220,12 @@ void Visit(Visitor& v, F& fatos)
     v.List("versoes_software", fatos.versoesSoftware, software);
     v.List("prestadores", fatos.prestadores, [](auto& visitor, auto& one) {
         visitor.Field("numero", one.numero);
-        visitor.Field("data_hora", one.dataHora);
-        visitor.Field("cnpj", one.cnpj);
-        visitor.Field("ie", one.ie);
+        VisitInscricao(visitor, one);
         visitor.Field("vendas", one.vendas);
     });
     v.List("proprietarios_anteriores", fatos.proprietarios, [](auto& visitor, auto& one) {
         visitor.Field("usuario", one.usuario);
-        visitor.Field("data_hora", one.dataHora);
-        visitor.Field("cnpj", one.cnpj);
-        visitor.Field("ie", one.ie);
+        VisitInscricao(visitor, one);
         visitor.Field("cro", one.cro);
         visitor.Field("gt", one.gt);
     });
