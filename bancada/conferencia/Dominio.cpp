@@ -124,9 +124,7 @@ bool IsTextWithin(std::string_view text, Domain domain)
     case Domain::NAME:
         return !text.empty();
     case Domain::ECF_TYPE:
-        return IsOneOf(ECF_TYPES, text);
-    case Domain::VERSION:
-        return HasForm(text, "dd.dd.dd");
+        return IsOneOf(ECF_TYPES, text.substr(0, text.find_last_not_of(' ') + 1));
     default:
         return true;
     }
@@ -317,8 +315,6 @@ const char* MeaningOf(Domain domain)
         return Tr("a CNPJ with its check digits");
     case Domain::ECF_TYPE:
         return Tr("ECF-IF, ECF-MR or ECF-PDV");
-    case Domain::VERSION:
-        return Tr("a version as 01.00.00");
     }
     return "";
 }

@@ -39,7 +39,6 @@ enum class Domain : std::uint8_t {
     UF,              // one of the 27 states
     CNPJ,            // 14 digits, the last two of them check digits
     ECF_TYPE,        // one of the three that the law knows
-    VERSION,         // dd.dd.dd
 };
 
 } // namespace bancada::leitura

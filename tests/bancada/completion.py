@@ -54,7 +54,7 @@ class Completion(unittest.TestCase):
     def test_options(self):
         self.assertEqual(self.complete("check", "--"),
                          ["--all", "--help", "--help-all", "--json", "--language", "--log",
-                          "--until"])
+                          "--memory", "--until"])
         self.assertEqual(self.complete("show", "loja.db", "--h"), ["--help", "--help-all", "--html"])
         self.assertEqual(self.complete("--v"), ["--version"])
 
