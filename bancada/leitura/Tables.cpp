@@ -327,7 +327,7 @@ const Table<VersaoSbRow>& VersaoSbTable()
     static const Table<VersaoSbRow> table("versao_sb",
                                           {
                                               {"num_ecf", &VersaoSbRow::numEcf, Domain::ECF},
-                                              {"versao", &VersaoSbRow::versao, Domain::NAME},
+                                              {"versao", &VersaoSbRow::versao, Domain::TEXT},
                                           });
     return table;
 }
