@@ -375,6 +375,7 @@ int Check(const CheckOptions& options)
     }
     // All of them are read before anything is printed.
     std::vector<LookedAt> lookedAt;
+    lookedAt.reserve(databases.size());
     for (const auto& database : databases) {
         lookedAt.push_back(ReadLookedAt(*database));
     }
