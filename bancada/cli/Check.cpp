@@ -59,6 +59,12 @@ std::string Shown(const std::string& text)
     return Printable(Utf8(OneLine(text)));
 }
 
+// A database that was begun later than its register has no row of its owner and identity.
+std::string Programmed(const std::string& name)
+{
+    return name.empty() ? Tr("(not programmed)") : Shown(name);
+}
+
 // What was looked at, in lines of their own before the findings.
 void PrintLookedAt(const LookedAt& lookedAt)
 {
@@ -76,7 +82,7 @@ void PrintLookedAt(const LookedAt& lookedAt)
         return;
     }
     std::cout << Tr("register %1 of %2: %3, GT %4",
-                    {Shown(lookedAt.numSerie), Shown(lookedAt.contribuinte),
+                    {Programmed(lookedAt.numSerie), Programmed(lookedAt.contribuinte),
                      Shown(RangeOf(lookedAt)), Money(lookedAt.gt)})
               << "\n";
 }

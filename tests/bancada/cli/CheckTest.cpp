@@ -509,6 +509,7 @@ TEST_F(CheckCommand, ARegisterThatBeganAnewIsInOrder)
         ASSERT_THAT(arguments, SizeIs(3));
         arguments.insert(arguments.begin(), "check");
         EXPECT_EQ(Run(arguments), 0) << example << "\n" << output;
+        EXPECT_THAT(output, HasSubstr("\nregister (not programmed) of (not programmed): COO "));
         EXPECT_THAT(output, EndsWith("\n3 databases of one register, in their order: 0 findings "
                                      "where one ends and the next begins\n"));
         // Without the one between them.
