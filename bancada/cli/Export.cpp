@@ -154,6 +154,10 @@ void AddExport(CLI::App& app, int& exitCode)
         ExportOptions& chosen = arguments->options;
         chosen.comando = Comandos().at(arguments->comando);
         chosen.lineEnd = LineEnds().at(arguments->lineEnd);
+        if (!chosen.from.empty() && !chosen.to.empty() && chosen.to < chosen.from) {
+            throw CLI::ValidationError("--to", "the range " + chosen.from + " to " + chosen.to +
+                                                   " ends before it begins");
+        }
         if (!arguments->crz.empty()) {
             chosen.crz = ParseRange(arguments->crz);
         }

@@ -82,11 +82,9 @@ class OutrosDocumentos
 
     void CheckEnd(const OutroDocumentoRow& row)
     {
-        const std::string& tipo = row.tipoDocumento.Value();
         const std::string& begin = row.dataHoraInicioEmissao.Value();
         const std::string& end = row.dataHoraFimEmissao.Value();
-        const bool lasts = tipo == "CN" || tipo == "CC" || tipo == "RG";
-        if ((lasts ? end < begin : end != begin) && IsSingle(row)) {
+        if (end < begin && IsSingle(row)) {
             Report(row, FindingKind::ORDEM, "data_hora_fim_emissao", begin, end,
                    Tr("begins %1 and ends %2", {begin, end}));
         }

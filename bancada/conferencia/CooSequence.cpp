@@ -35,13 +35,14 @@ void CooSequence::Check(const Documento& documento)
     }
     std::int64_t missing = steps - 1;
     m_mayBeThere = m_mayBeThere || missing > 0;
-    const std::int64_t reprinted = std::min(missing, reimpressoes);
-    m_reimpressoes.Consume(reprinted);
-    missing -= reprinted;
+    // The cancellation comes right behind its receipt, and stands in no row of its own.
     if (missing > 0 && m_awaitsCancelamento) {
         --missing;
         m_awaitsCancelamento = false;
     }
+    const std::int64_t reprinted = std::min(missing, reimpressoes);
+    m_reimpressoes.Consume(reprinted);
+    missing -= reprinted;
     if (missing > 0) {
         const std::int64_t maybeEstornos = std::min(missing, m_comprovantes);
         m_comprovantes -= maybeEstornos;
@@ -58,7 +59,7 @@ void CooSequence::Follow(const Documento& documento)
         ReportCancelamento();
     }
     if (documento.fiscal) {
-        m_awaitsCancelamento = documento.canceladoFechado;
+        m_awaitsCancelamento = documento.cancelamento != NumeroDoCancelamento::NONE;
         m_cancelado = documento;
         m_mayBeThere = false;
     } else if (ends) {
@@ -74,8 +75,8 @@ void CooSequence::Follow(const Documento& documento)
 void CooSequence::ReportCancelamento()
 {
     // A number that came round may have been cancelled for another receipt.
-    if (m_awaitsCancelamento && !m_mayBeThere &&
-        !m_context.Repeated().HasComeRound(m_cancelado.coo)) {
+    if (m_awaitsCancelamento && m_cancelado.cancelamento == NumeroDoCancelamento::ONE &&
+        !m_mayBeThere && !m_context.Repeated().HasComeRound(m_cancelado.coo)) {
         m_context.findings.Report(
             FindingKind::CANCELAMENTO_AUSENTE, Coo(m_cancelado.coo),
             Tr("cancelled, and the next documents leave no number for its cancellation"),

@@ -75,7 +75,7 @@ void DocumentStream::ReadFiscal()
                          row.dataHoraEmissao.Value(),
                          row.dataHoraEmissao.Value(),
                          std::string(),
-                         row.cancelado.IsSet() && WasFechado(row),
+                         NumeroDe(row),
                          "cupom_fiscal",
                          row.rowid};
 }
@@ -96,7 +96,7 @@ void DocumentStream::ReadOutro()
                             row.dataHoraInicioEmissao.Value(),
                             row.dataHoraFimEmissao.Value(),
                             row.tipoDocumento.Value(),
-                            false,
+                            NumeroDoCancelamento::NONE,
                             "outros_documentos",
                             row.rowid};
     } else {
@@ -126,21 +126,24 @@ void DocumentStream::ReadReducao()
                               hora,
                               hora,
                               "RZ",
-                              false,
+                              NumeroDoCancelamento::NONE,
                               "reducao_z",
                               m_reducoes.ReadInteger("row_number").Value()};
     }
 }
 
-// A closing signs the receipt; that of an additional receipt is rejected, and its payments stand.
-bool DocumentStream::WasFechado(const leitura::CupomFiscalRow& cupom)
+// A closing signs the receipt.
+NumeroDoCancelamento DocumentStream::NumeroDe(const leitura::CupomFiscalRow& cupom)
 {
+    if (!cupom.cancelado.IsSet()) {
+        return NumeroDoCancelamento::NONE;
+    }
     if (cupom.assinaturaDocumento.Value().find_first_not_of(' ') != std::string::npos) {
-        return true;
+        return NumeroDoCancelamento::ONE;
     }
     const bool paid = m_pagamento.With(cupom.coo.Value()).Next();
     m_pagamento.End();
-    return paid;
+    return paid ? NumeroDoCancelamento::PERHAPS : NumeroDoCancelamento::NONE;
 }
 
 } // namespace bancada::conferencia

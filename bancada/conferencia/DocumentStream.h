@@ -11,6 +11,15 @@
 namespace bancada::conferencia
 {
 
+// Whether a fiscal receipt's cancellation took a number, as far as its rows tell: one that was
+// closed has one; one that was paid may have been an additional receipt, whose closing is rejected,
+// or cancelled while it was issued, which takes none.
+enum class NumeroDoCancelamento {
+    NONE,
+    PERHAPS,
+    ONE
+};
+
 struct Documento {
     bool fiscal = false;
     leitura::Integer coo;
@@ -20,8 +29,7 @@ struct Documento {
     std::string hora;
     std::string fim;  // when it ended, as far as its row tells
     std::string tipo; // of a document that is not a fiscal receipt
-    // A fiscal receipt that was cancelled after its closing, as far as its row tells.
-    bool canceladoFechado = false;
+    NumeroDoCancelamento cancelamento = NumeroDoCancelamento::NONE; // of a fiscal receipt
     // Where it stands.
     const char* table = "";
     std::int64_t rowid = 0;
@@ -41,7 +49,7 @@ class DocumentStream
     void ReadFiscal();
     void ReadOutro();
     void ReadReducao();
-    bool WasFechado(const leitura::CupomFiscalRow& cupom);
+    NumeroDoCancelamento NumeroDe(const leitura::CupomFiscalRow& cupom);
 
     leitura::Rows<leitura::CupomFiscalRow> m_fiscais;
     leitura::Rows<leitura::OutroDocumentoRow> m_outros;

@@ -75,9 +75,9 @@ LookedAt ReadLookedAt(const leitura::DatabaseReading& database)
     }
     lookedAt.numSerie =
         OneText(database, "SELECT num_serie AS value FROM dados_ecf ORDER BY rowid LIMIT 1");
-    lookedAt.contribuinte =
-        OneText(database, "SELECT razao_social || coalesce(', CNPJ ' || cnpj, '') AS value FROM"
-                          " dados_usuario ORDER BY rowid LIMIT 1");
+    lookedAt.contribuinte = OneText(
+        database, "SELECT rtrim(razao_social) || coalesce(', CNPJ ' || cnpj, '') AS value FROM"
+                  " dados_usuario ORDER BY rowid LIMIT 1");
     ReadDocument(database, "min", false, lookedAt.primeiroCoo, lookedAt.primeiraHora);
     ReadDocument(database, "max", true, lookedAt.ultimoCoo, lookedAt.ultimaHora);
     leitura::Rows<leitura::ReducaoZRow> reducoes(

@@ -57,6 +57,7 @@ TEST_F(ExportTest, RefusesWhatItCannotTake)
           "export db --output f --crz x", "export db --output f --crz 3-2",
           "export db --output f --from 2026-02-29", "export db --output f --to 2026-00-10",
           "export db --output f --from 2026-3-2",
+          "export db --output f --from 2026-03-03 --to 2026-03-02",
           "export db --output f --crz 1-2 --from 2026-03-02", "export none --output f",
           "export db --output f --facts none", "export db --output f --memory none",
           "export m --output f"}) {

@@ -46,6 +46,40 @@ TEST_F(CooSequenceTest, ANonFiscalReceiptEndsTheTimeForACancellation)
                             "number"));
 }
 
+// It may have been cancelled while it was issued, which takes none, or be an additional receipt.
+TEST_F(CooSequenceTest, APaidReceiptWithoutASignatureTakesANumberOrNone)
+{
+    AddFiscal(1, 1, 1, true);
+    Execute("UPDATE cupom_fiscal SET assinatura_documento = ' '");
+    AddPagamento(1, 0);
+    AddFiscal(2, 2, 2, true);
+    Execute("UPDATE cupom_fiscal SET assinatura_documento = ' ' WHERE cont_coo = 2");
+    AddPagamento(2, 0);
+    AddFiscal(4, 3, 3);
+    EXPECT_THAT(Findings(), IsEmpty());
+    AddFiscal(6, 4, 4);
+    EXPECT_THAT(Findings(), ElementsAre("coo-ausente: COO 5: no document, and nothing logged that "
+                                        "took the number"));
+}
+
+TEST_F(CooSequenceTest, AReceiptCancelledUnpaidWhileIssuedTakesNoNumber)
+{
+    AddFiscal(1, 1, 1, true);
+    Execute("UPDATE cupom_fiscal SET assinatura_documento = ' '");
+    AddFiscal(3, 2, 2);
+    EXPECT_THAT(Findings(), ElementsAre("coo-ausente: COO 2: no document, and nothing logged that "
+                                        "took the number"));
+}
+
+TEST_F(CooSequenceTest, AReprintWithinTheSameSecondLeavesTheCancellationItsNumber)
+{
+    AddFiscal(1, 1, 1, true);
+    AddFiscal(3, 2, 2);
+    AddReimpressao(2);
+    AddOutro(5, 0, "LX", 2);
+    EXPECT_THAT(Findings(), IsEmpty());
+}
+
 TEST_F(CooSequenceTest, EachVoucherIsReversedOnce)
 {
     AddFiscal(1, 1, 1);

@@ -11,6 +11,7 @@ namespace
 {
 
 using conferencia::Documento;
+using conferencia::NumeroDoCancelamento;
 using testing::ElementsAre;
 
 class DocumentStreamTest : public CheckedDatabase
@@ -41,13 +42,13 @@ class DocumentStreamTest : public CheckedDatabase
         return coos;
     }
 
-    std::vector<bool> Cancelados() const
+    std::vector<NumeroDoCancelamento> Cancelados() const
     {
         const leitura::DatabaseReading database(Path());
         conferencia::DocumentStream documentos(database);
-        std::vector<bool> cancelados;
+        std::vector<NumeroDoCancelamento> cancelados;
         while (const std::optional<Documento> documento = documentos.Next(std::nullopt)) {
-            cancelados.push_back(documento->canceladoFechado);
+            cancelados.push_back(documento->cancelamento);
         }
         return cancelados;
     }
@@ -83,12 +84,14 @@ TEST_F(DocumentStreamTest, WithoutASuccessorTheEarlierThenTheNearerComesFirst)
     EXPECT_THAT(Coos(), ElementsAre(1, 9, 7, 8, 20));
 }
 
-TEST_F(DocumentStreamTest, AReceiptCancelledAfterItsClosingIsSignedOrPaid)
+TEST_F(DocumentStreamTest, TheCancellationOfASignedReceiptTookANumberThatOfAPaidOnePerhaps)
 {
     Execute("INSERT INTO cupom_fiscal (cont_coo, assinatura_documento, id_cancelado) VALUES"
             " (1,'c2ln','S'), (2,'c2ln','N'), (3,' ','S'), (4,'','S'), (5,' ','N');"
             "INSERT INTO pagamento_cupom (cont_coo) VALUES (4), (5)");
-    EXPECT_THAT(Cancelados(), ElementsAre(true, false, false, true, false));
+    EXPECT_THAT(Cancelados(), ElementsAre(NumeroDoCancelamento::ONE, NumeroDoCancelamento::NONE,
+                                          NumeroDoCancelamento::NONE, NumeroDoCancelamento::PERHAPS,
+                                          NumeroDoCancelamento::NONE));
 }
 
 } // namespace
