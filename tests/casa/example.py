@@ -270,7 +270,8 @@ if __name__ == "__main__":
     for name in ("cmake", "cxx", "generator"):
         parser.add_argument("--" + name, required=True)
     for name in ("build", "work", "source"):
-        parser.add_argument("--" + name, required=True, type=Path)
+        # CMake takes a relative prefix from the folder of the device, not from this one.
+        parser.add_argument("--" + name, required=True, type=lambda path: Path(path).resolve())
     for name in ("toolchain", "emulator", "libraries"):
         parser.add_argument("--" + name, default="")
     parser.add_argument("--without-runtime", action="store_true")
