@@ -1,11 +1,8 @@
-// Any bytes as a tape: each line is a command or refused with its place, a reader that goes on
-// behind a line reads the same, and what a register makes of the commands is a state that its
-// memory takes.
-#include "bancada/caixa/Caixa.h"
-#include "bancada/memoria/MemoriaJson.h"
-#include "bancada/tape/TapeClock.h"
+// Any bytes as a tape: each line is a command or refused with its place, and a reader that goes on
+// behind a line reads the same.
 #include "bancada/tape/TapeReader.h"
 #include "tests/fuzz/Hold.h"
+#include "tests/fuzz/TapeLines.h"
 #include "tests/support/Files.h"
 
 #include <algorithm>
@@ -16,26 +13,6 @@ namespace
 {
 
 using namespace bancada;
-
-struct Line {
-    TapeCommand command;
-    TapePosition behind;
-};
-
-// The lines up to the first that is none; what that one is told as comes in `error`.
-std::vector<Line> ReadAll(TapeReader& tape, std::string& error)
-{
-    std::vector<Line> lines;
-    try {
-        TapeCommand command;
-        while (tape.Next(command)) {
-            lines.push_back({command, tape.Position()});
-        }
-    } catch (const TapeError& fault) {
-        error = fault.what();
-    }
-    return lines;
-}
 
 void HoldPlace(const Place& place, const std::vector<std::size_t>& lengths)
 {
@@ -57,23 +34,6 @@ std::vector<std::size_t> LengthsOf(const std::string& text)
     return lengths;
 }
 
-void RunAll(const std::vector<Line>& lines)
-{
-    Caixa caixa(":memory:");
-    TapeClock clock;
-    try {
-        for (const Line& line : lines) {
-            const Answer answer = caixa.Run(line.command, clock);
-            Hold(answer.fate != Answer::Fate::REFUSED || !answer.reason.empty());
-            Hold(answer.fate != Answer::Fate::LOST);
-            const nlohmann::json state = MemoriaToJson(caixa.GetRegistro().GetMemoria());
-            Hold(MemoriaToJson(MemoriaFromJson(nlohmann::json::parse(state.dump()), "")) == state);
-        }
-    } catch (const TapeError&) {
-        // A line that is no command with its fields ends the run.
-    }
-}
-
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t size)
@@ -84,10 +44,10 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t si
 
     TapeReader tape(path);
     std::string error;
-    const std::vector<Line> lines = ReadAll(tape, error);
+    const std::vector<LineRead> lines = ReadAll(tape, error);
     Hold(tape.BytesRead() <= tape.Size());
     const std::vector<std::size_t> lengths = LengthsOf(text);
-    for (const Line& line : lines) {
+    for (const LineRead& line : lines) {
         HoldPlace(line.command.place, lengths);
         HoldPlace(line.command.namePlace, lengths);
         for (const TapeField& field : line.command.fields) {
@@ -101,13 +61,10 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t si
         TapeReader again(path);
         Hold(again.Continue(lines[i].behind));
         std::string sameError;
-        const std::vector<Line> rest = ReadAll(again, sameError);
+        const std::vector<LineRead> rest = ReadAll(again, sameError);
         Hold(sameError == error && rest.size() == lines.size() - i - 1);
         Hold(rest.empty() || rest.front().command.name == lines[i + 1].command.name);
         Hold(rest.empty() || rest.back().behind.digest == lines.back().behind.digest);
-    }
-    if (!lines.empty()) {
-        RunAll(lines);
     }
     return 0;
 }
