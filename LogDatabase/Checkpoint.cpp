@@ -55,13 +55,16 @@ bool LogDatabase::ReadPage()
 // After a commit: what no reader needs of a log that is long enough is copied into the database.
 void LogDatabase::BoundLog()
 {
+    if (m_logBytes <= m_options.tellLogBytes) {
+        m_logTold = false;
+    }
     if (m_logBytes <= m_options.checkpointBytes) {
         return;
     }
-    Checkpoint(SQLITE_CHECKPOINT_PASSIVE);
-    if (m_logBytes <= m_options.tellLogBytes) {
+    const LogFault fault = Checkpoint(SQLITE_CHECKPOINT_PASSIVE);
+    if (fault == LogFault::NONE) {
         m_logTold = false;
-    } else if (!m_logTold) {
+    } else if (fault == LogFault::LOCKED && m_logBytes > m_options.tellLogBytes && !m_logTold) {
         m_logTold = true;
         char entry[120];
         std::snprintf(entry, sizeof entry,

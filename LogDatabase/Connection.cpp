@@ -42,18 +42,11 @@ LogFault LogDatabase::Fail(LogFault fault, const char* reason)
     return fault;
 }
 
-// What the engine said last, with the operating system's word where it has one.
 LogFault LogDatabase::FailByEngine()
 {
-    const int number = sqlite3_system_errno(m_db);
-    if (number == 0) {
-        CopyText(m_text, sqlite3_errmsg(m_db));
-    } else {
-        std::snprintf(m_text, sizeof m_text, "%s (%s)", sqlite3_errmsg(m_db),
-                      std::strerror(number));
-    }
-    const LogFault fault = FaultOf(sqlite3_extended_errcode(m_db));
-    return fault == LogFault::NONE ? LogFault::OTHER : fault;
+    Reason reason;
+    const LogFault fault = FaultOfEngine(m_db, reason);
+    return Fail(fault, reason.text);
 }
 
 LogFault LogDatabase::Open(const char* path, const LogDatabaseOptions& options)
@@ -74,6 +67,7 @@ LogFault LogDatabase::Open(const char* path, const LogDatabaseOptions& options)
         m_fault = OpenFile();
     }
     if (!IsOpen()) {
+        CopyText(m_refusal, m_text);
         RefuseEverything();
     }
     if (m_fault == LogFault::NONE && m_engineTooLate) {
@@ -85,11 +79,14 @@ LogFault LogDatabase::Open(const char* path, const LogDatabaseOptions& options)
 LogFault LogDatabase::OpenFile()
 {
     if (!m_inMemory) {
+        LogFault fault = FinishSettingAside();
+        if (fault != LogFault::NONE) {
+            return fault;
+        }
         SchemaIdentity identity;
         Reason reason;
-        const LogFault fault = Look(m_path, m_options, identity, reason);
-        // Where the engine cannot open the file, Connect asks again and says more of it.
-        if (fault != LogFault::NONE && fault != LogFault::CANNOT_OPEN) {
+        fault = Look(m_path, m_options, identity, reason);
+        if (fault != LogFault::NONE) {
             return Fail(fault, reason.text);
         }
     }
@@ -126,7 +123,7 @@ LogFault LogDatabase::SetUp()
 
     SchemaIdentity identity;
     Reason reason;
-    const LogFault fault = ReadIdentity(m_db, identity, reason);
+    LogFault fault = ReadIdentity(m_db, identity, reason);
     if (fault != LogFault::NONE) {
         return Fail(fault, reason.text);
     }
@@ -144,8 +141,15 @@ LogFault LogDatabase::SetUp()
         ExecuteOwn(sql);
     }
     WatchLog();
-    if (!SetJournal() || (!readOnly && identity.version < SCHEMA_VERSION && !WriteSchema()) ||
-        !ReadPage()) {
+    if (identity.version == SCHEMA_VERSION || readOnly) {
+        fault = SetJournal() ? LogFault::NONE : FailByEngine();
+    } else {
+        fault = identity.fresh ? Make() : Upgrade();
+    }
+    if (fault != LogFault::NONE) {
+        return fault;
+    }
+    if (!ReadPage()) {
         return FailByEngine();
     }
     Guard();
@@ -155,22 +159,47 @@ LogFault LogDatabase::SetUp()
     return readOnly ? Fail(LogFault::READ_ONLY, sqlite3_errstr(SQLITE_READONLY)) : LogFault::NONE;
 }
 
-bool LogDatabase::WriteSchema()
+LogFault LogDatabase::Make()
 {
-    m_own = true;
-    bool written = sqlite3_exec(m_db, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr) == SQLITE_OK;
+    return SetJournal() ? WriteSchema() : FailByEngine();
+}
+
+// An older database keeps the journal that it has until it is upgraded: if that fails, nothing has
+// changed.
+LogFault LogDatabase::Upgrade()
+{
+    const bool prepared = IsWriteAhead() ? SetJournal() : ExecuteOwn("PRAGMA synchronous = EXTRA");
+    LogFault fault = prepared ? WriteSchema() : FailByEngine();
+    if (fault == LogFault::NONE && !SetJournal()) {
+        fault = FailByEngine();
+    }
+    return fault;
+}
+
+// In one transaction.
+LogFault LogDatabase::WriteSchema()
+{
+    if (!ExecuteOwn("BEGIN IMMEDIATE")) {
+        return FailByEngine();
+    }
     // Whoever came first has done it.
     SchemaIdentity now;
     Reason reason;
-    written = written && ReadIdentity(m_db, now, reason) == LogFault::NONE;
-    if (written && now.fresh) {
-        written = MakeSchema(m_db) == SQLITE_OK;
-    } else if (written) {
-        written = UpgradeSchema(m_db, now.version) == SQLITE_OK;
-    }
-    written = written && sqlite3_exec(m_db, "COMMIT", nullptr, nullptr, nullptr) == SQLITE_OK;
+    m_own = true;
+    LogFault fault = ReadIdentity(m_db, now, reason);
+    const bool written =
+        fault == LogFault::NONE &&
+        (now.fresh ? MakeSchema(m_db) : UpgradeSchema(m_db, now.version)) == SQLITE_OK;
     m_own = false;
-    return written;
+    if (written && ExecuteOwn("COMMIT")) {
+        return LogFault::NONE;
+    }
+    fault = fault == LogFault::NONE ? FailByEngine() : Fail(fault, reason.text);
+    if (written && !now.fresh && m_writeAheadLog) {
+        ExecuteOwn("ROLLBACK");
+        OverwriteFailedCommit(now.number);
+    }
+    return fault;
 }
 
 bool LogDatabase::PrepareOwn()
@@ -285,6 +314,7 @@ bool LogDatabase::Reconnect()
     Disconnect(LogAtEnd::STAYS);
     m_fault = m_wasOpen ? Connect() : OpenFile();
     if (!IsOpen()) {
+        CopyText(m_refusal, m_text);
         RefuseEverything();
     }
     return IsOpen();

@@ -1,6 +1,7 @@
 # Writes the C++ source that holds the schema, its columns and its tables, so that a program needs no
 # copy of the file beside itself and none of it is written twice:
 #   cmake -D INPUT=schema.sql -D OUTPUT=file.cpp -P EmbedSchema.cmake
+# A column that a later version of the schema has first says so behind itself: "-- since version 2".
 file(READ "${INPUT}" text)
 file(STRINGS "${INPUT}" lines ENCODING UTF-8)
 set(tables)
@@ -13,7 +14,12 @@ foreach(line IN LISTS lines)
   elseif(line MATCHES "^\\)")
     set(table)
   elseif(table AND line MATCHES "^  ([a-z_]+) ")
-    list(APPEND columns_${table} ${CMAKE_MATCH_1})
+    set(column ${CMAKE_MATCH_1})
+    set(since 0)
+    if(line MATCHES "-- since version ([0-9]+)$")
+      set(since ${CMAKE_MATCH_1})
+    endif()
+    list(APPEND columns_${table} "\"${column}\", ${since}")
   endif()
 endforeach()
 list(SORT tables)
@@ -23,7 +29,7 @@ set(table_lines)
 foreach(table IN LISTS tables)
   string(APPEND table_lines "    \"${table}\",\n")
   foreach(column IN LISTS columns_${table})
-    string(APPEND column_lines "    {\"${table}\", \"${column}\"},\n")
+    string(APPEND column_lines "    {\"${table}\", ${column}},\n")
   endforeach()
 endforeach()
 

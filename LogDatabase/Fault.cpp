@@ -1,5 +1,6 @@
 #include "LogDatabase/Fault.h"
 
+#include <cstring>
 #include <sqlite3.h>
 
 namespace log_database
@@ -39,6 +40,19 @@ LogFault FaultOf(int result)
     default:
         return LogFault::OTHER;
     }
+}
+
+LogFault FaultOfEngine(sqlite3* db, Reason& reason)
+{
+    const int number = sqlite3_system_errno(db);
+    if (number == 0) {
+        CopyText(reason.text, sqlite3_errmsg(db));
+    } else {
+        std::snprintf(reason.text, sizeof reason.text, "%s (%s)", sqlite3_errmsg(db),
+                      std::strerror(number));
+    }
+    const LogFault fault = FaultOf(sqlite3_extended_errcode(db));
+    return fault == LogFault::NONE ? LogFault::OTHER : fault;
 }
 
 } // namespace log_database

@@ -26,4 +26,8 @@ struct Reason {
     char text[256] = "";
 };
 
+// What the engine said last of `db`, with the operating system's word where it has one. REQUIRES: a
+// call failed.
+LogFault FaultOfEngine(sqlite3* db, Reason& reason);
+
 } // namespace log_database

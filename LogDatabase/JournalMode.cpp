@@ -22,6 +22,17 @@ void ReadFile(sqlite3* db)
 
 } // namespace
 
+// Whether the database is in that mode, whoever has set it.
+bool LogDatabase::IsWriteAhead()
+{
+    m_own = true;
+    ReadFile(m_db);
+    Query mode(m_db, "PRAGMA journal_mode");
+    const bool isWriteAhead = mode.Next() && std::strcmp(mode.Text(0), "wal") == 0;
+    m_own = false;
+    return isWriteAhead;
+}
+
 // The write-ahead log, synced at every commit: of all the engine's modes the one that keeps each
 // command that was acknowledged through a power cut, with one sync. How the statement ends counts,
 // not what its row says: its own commit comes after it. So the mode is asked again, and before
@@ -41,13 +52,8 @@ bool LogDatabase::SetWriteAheadLog()
             CopyText(reason, sqlite3_errmsg(m_db));
         }
     }
-    ReadFile(m_db);
-    bool isSet = false;
-    {
-        Query mode(m_db, "PRAGMA journal_mode");
-        isSet = mode.Next() && std::strcmp(mode.Text(0), "wal") == 0;
-    }
     m_own = false;
+    const bool isSet = IsWriteAhead();
     if (!isSet && !m_journalTold) {
         std::snprintf(m_notice, sizeof m_notice, "LogDatabase: no write-ahead log: %.180s", reason);
         m_journalTold = true;

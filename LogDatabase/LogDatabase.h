@@ -119,17 +119,19 @@ class LogDatabase
     // of an older version. ":memory:" is a database in memory. Whatever was open before is closed.
     //
     // LogFault::NONE: it is open. READ_ONLY: it is open for reading alone, and no command can
-    // begin. Anything else: it is not open, a file that was there is as it was, and Text has the
-    // reason. Commands may go on all the same: their statements are refused and named in the
-    // firmware log, and they end as LogState::NOT_BEGUN. REQUIRES: no command is begun.
+    // begin. Anything else: it is not open, a file that was there is as it was (byte for byte, with
+    // its log or journal, when it was refused; in what it holds and in its journal mode, when an
+    // upgrade failed), and Text has the reason. Commands may go on all the same: their statements
+    // are refused and named in the firmware log, and they end as LogState::NOT_BEGUN. REQUIRES: no
+    // command is begun.
     LogFault Open(const char* path, const LogDatabaseOptions& options = {});
 
     // Rolls back what is open and closes the file.
     void Close();
 
     bool IsOpen() const { return m_db != nullptr && !m_refuses; }
-    // The reason of the last Open that did not answer LogFault::NONE; else empty, or that
-    // PrepareEngine came too late.
+    // The reason of the last Open or BeginAnew that did not answer LogFault::NONE; else empty, or
+    // that PrepareEngine came too late.
     const char* Text() const { return m_text; }
 
     // The handle for Command::DBLogger, valid until the next Begin, Open or Close. Between Begin
@@ -173,10 +175,13 @@ class LogDatabase
     // Sets the file of the last Open aside under `asideName`, in the same folder, whole and with
     // its log, and opens a new one in its place: after an Open that found it damaged or of another
     // kind, or in good order, at a Z reduction, so that no document is split. The firmware log gets
-    // one entry. Answers what became of the new one. If the old one cannot be set aside (LOCKED: a
-    // reader needs its log; CANNOT_OPEN: a file of that name is there), nothing is changed and Text
-    // says why; a call that the power cut short is finished by the same call. REQUIRES: no command
-    // is begun, nobody else has the file open.
+    // an entry before anything is moved, and syncLog is called: it may stand twice, or in vain, and
+    // is never missing. Answers what became of the new one. If the old one cannot be set aside
+    // (LOCKED: a reader needs its log; CANNOT_OPEN: a file of that name is there; DISK), it stays
+    // in use and Text says why; one that can no longer copy its log is set aside with it. What the
+    // power, or a failure half way, cut short is finished by the next Open, Begin or BeginAnew: a
+    // file named with -aside at its end says until then what the files are to be called. REQUIRES:
+    // no command is begun, nobody else has the file open.
     LogFault BeginAnew(const char* asideName);
 
     // What a service menu shows: the versions of this library and of the schema that it keeps, and
@@ -201,7 +206,9 @@ class LogDatabase
     LogFault OpenFile();
     LogFault Connect();
     LogFault SetUp();
-    bool WriteSchema();
+    LogFault Make();
+    LogFault Upgrade();
+    LogFault WriteSchema();
     bool PrepareOwn();
     void Disconnect(LogAtEnd log);
     void RefuseEverything();
@@ -214,6 +221,7 @@ class LogDatabase
     LogFault FailByEngine();
 
     // JournalMode.cpp
+    bool IsWriteAhead();
     bool SetWriteAheadLog();
     bool SetJournal();
     void TellNotice();
@@ -236,7 +244,7 @@ class LogDatabase
     bool ReadNumber(std::int32_t& number);
     bool ExecuteNumber(std::int32_t number);
     void WriteNumber();
-    void OverwriteFailedCommit();
+    void OverwriteFailedCommit(std::int32_t unchanged);
     void Lose(LogFault fault, const char* reason);
     void LoseByEngine();
     void TellLoss();
@@ -249,7 +257,10 @@ class LogDatabase
     LogFault Checkpoint(int mode);
 
     // Renewal.cpp
-    LogFault MoveAside(const char* asideName);
+    LogFault CheckAside(const char* asideName);
+    LogFault WriteIntent(const char* asideName);
+    LogFault FinishSettingAside();
+    void GoOn(bool wasOpen);
 
     // Status.cpp
     bool ReadOwn(const char* sql, std::int64_t& value);
@@ -259,7 +270,8 @@ class LogDatabase
     char m_path[MAX_PATH_BYTES] = "";
     LogFault m_fault = LogFault::NONE; // of the last opening
     char m_text[MAX_TEXT_BYTES] = "";
-    bool m_wasOpen = false; // the file is the one that was found right
+    char m_refusal[MAX_TEXT_BYTES] = ""; // why the file cannot be used, for the firmware log
+    bool m_wasOpen = false;              // the file is the one that was found right
 
     // The connection.
     sqlite3* m_db = nullptr;

@@ -20,17 +20,11 @@ const char* const UPGRADES[] = {
 };
 static_assert(sizeof UPGRADES / sizeof UPGRADES[0] == SCHEMA_VERSION);
 
-LogFault EngineFault(sqlite3* db, Reason& reason)
-{
-    CopyText(reason.text, sqlite3_errmsg(db));
-    return FaultOf(sqlite3_extended_errcode(db));
-}
-
 LogFault ReadInteger(sqlite3* db, const char* sql, std::int64_t& value, Reason& reason)
 {
     Query query(db, sql);
     if (!query.Next()) {
-        return EngineFault(db, reason);
+        return FaultOfEngine(db, reason);
     }
     value = query.Integer(0);
     return LogFault::NONE;
@@ -94,24 +88,35 @@ LogFault ReadIdentity(sqlite3* db, SchemaIdentity& identity, Reason& reason)
     return LogFault::NONE;
 }
 
-LogFault CheckTables(sqlite3* db, Reason& reason)
+LogFault CheckColumns(sqlite3* db, const LogColumn* columns, int count, int version, Reason& reason)
 {
-    for (int i = 0; i < LOG_COLUMN_COUNT; ++i) {
-        const LogColumn& due = LOG_COLUMNS[i];
+    for (int i = 0; i < count; ++i) {
+        const LogColumn& due = columns[i];
+        if (due.since > version) {
+            continue; // for the upgrade to make
+        }
         const int result = sqlite3_table_column_metadata(db, "main", due.table, due.column, nullptr,
                                                          nullptr, nullptr, nullptr, nullptr);
         if (result == SQLITE_OK) {
             continue;
         }
         if (result != SQLITE_ERROR) {
-            return EngineFault(db, reason);
+            return FaultOfEngine(db, reason);
         }
         std::snprintf(reason.text, sizeof reason.text,
                       "it is not a logging database: it has no column %s.%s", due.table,
                       due.column);
         return LogFault::NOT_A_LOG;
     }
+    return LogFault::NONE;
+}
 
+LogFault CheckTables(sqlite3* db, int version, Reason& reason)
+{
+    const LogFault fault = CheckColumns(db, LOG_COLUMNS, LOG_COLUMN_COUNT, version, reason);
+    if (fault != LogFault::NONE) {
+        return fault;
+    }
     Query programs(db, "SELECT type, name FROM sqlite_schema WHERE type IN ('trigger', 'view')");
     if (programs.Next()) {
         std::snprintf(reason.text, sizeof reason.text,
@@ -119,7 +124,7 @@ LogFault CheckTables(sqlite3* db, Reason& reason)
                       programs.Text(1));
         return LogFault::NOT_A_LOG;
     }
-    return programs.Result() == SQLITE_DONE ? LogFault::NONE : EngineFault(db, reason);
+    return programs.Result() == SQLITE_DONE ? LogFault::NONE : FaultOfEngine(db, reason);
 }
 
 LogFault CheckEmpty(sqlite3* db, Reason& reason)

@@ -22,6 +22,7 @@ extern const char LOG_SCHEMA[];
 struct LogColumn {
     const char* table;
     const char* column;
+    int since; // the version of the schema that has it first
 };
 // Every column of the schema, by table name and position; every table, by name.
 extern const LogColumn LOG_COLUMNS[];
@@ -41,8 +42,11 @@ struct SchemaIdentity {
 // What a database is that may not be the right one. Each answers NONE, or the fault with its text
 // in `reason`, and writes nothing.
 LogFault ReadIdentity(sqlite3* db, SchemaIdentity& identity, Reason& reason);
-// Every column is there, and no program (trigger, view).
-LogFault CheckTables(sqlite3* db, Reason& reason);
+// Every column that a schema of `version` promises is there, and no program (trigger, view).
+LogFault CheckTables(sqlite3* db, int version, Reason& reason);
+// The first of it, for `count` columns.
+LogFault CheckColumns(sqlite3* db, const LogColumn* columns, int count, int version,
+                      Reason& reason);
 // No table holds a row.
 LogFault CheckEmpty(sqlite3* db, Reason& reason);
 

@@ -90,7 +90,10 @@ LogOutcome LogDatabase::Commit()
                 !m_inMemory && (m_lossFault == LogFault::LOCKED || m_lossFault == LogFault::DISK);
             m_lastAttempt = m_ownNumber;
             EndTransaction();
-            OverwriteFailedCommit();
+            std::int32_t unchanged = 0;
+            if (ReadNumber(unchanged)) {
+                OverwriteFailedCommit(unchanged);
+            }
         }
     } else {
         EndTransaction();
@@ -126,14 +129,11 @@ void LogDatabase::EndTransaction()
 // A commit that failed in its last step, the sync, has left the whole command in the write-ahead
 // log, and whoever reads the log anew takes it for committed, though it was told as lost. The next
 // transaction overwrites it; as that of a next command may never come, one that changes nothing
-// does. It asks for no sync at first: at the log's beginning a sync comes before what overwrites,
-// and may fail for the same reason. Then it is made durable, as far as the disk does it.
-void LogDatabase::OverwriteFailedCommit()
+// (the database carries the number `unchanged`) does. It asks for no sync at first: at the log's
+// beginning a sync comes before what overwrites, and may fail for the same reason. Then it is made
+// durable, as far as the disk does it.
+void LogDatabase::OverwriteFailedCommit(std::int32_t unchanged)
 {
-    std::int32_t unchanged = 0;
-    if (!ReadNumber(unchanged)) {
-        return;
-    }
     if (m_writeAheadLog && ExecuteOwn("PRAGMA synchronous = OFF")) {
         m_synced = false;
         ExecuteNumber(unchanged);

@@ -32,6 +32,18 @@ void RequireDistinct(const UsedFile& one, const UsedFile& other)
     }
 }
 
+// The engine's log and the lock of a run go by the name: under another one a second run would find
+// neither.
+void RequireOneName(const std::string& database)
+{
+    std::error_code none;
+    if (fs::is_regular_file(database, none) && fs::hard_link_count(database, none) > 1) {
+        throw Unusable(Tr("the database %1 has another name too, by a hard link: what is written "
+                          "under one is not safe from a run under the other; copy it",
+                          {database}));
+    }
+}
+
 } // namespace
 
 RunFiles CheckRunFiles(RunFiles files)
@@ -57,6 +69,7 @@ RunFiles CheckRunFiles(RunFiles files)
         used.push_back({"/dev/stdin", TrLater("tape"), {}});
     }
     if (files.DatabaseIsFile()) {
+        RequireOneName(files.database);
         used.push_back(UsedDatabase(files.database));
     }
     if (files.HasMemory()) {

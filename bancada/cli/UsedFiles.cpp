@@ -46,7 +46,7 @@ std::vector<std::string> UsedFile::Names() const
 
 UsedFile UsedDatabase(const std::string& path)
 {
-    return {path, TrLater("database"), {"-wal", "-shm", "-journal", ".lock"}};
+    return {path, TrLater("database"), {"-wal", "-shm", "-journal", "-aside", ".lock"}};
 }
 
 UsedFile EvidenceDatabase(const std::string& path)

@@ -82,6 +82,31 @@ TEST_F(Checkpoint, AReaderThatStaysMakesItGrowAndLetsItBackAfterwards)
     EXPECT_EQ(Rows("SELECT count(*) FROM versao_sb"), "103");
 }
 
+// Wherever the two bounds stand to each other, and each time that it happens.
+TEST_F(Checkpoint, EachReaderThatStaysIsToldOnceAlsoBelowTheBound)
+{
+    LogDatabaseOptions options = Small();
+    options.tellLogBytes = 10 * PAGE_BYTES; // less than checkpointBytes
+    ASSERT_EQ(Open(options), LogFault::NONE);
+    Commands(100);
+    EXPECT_EQ(CountEntries("LogDatabase: the write-ahead log has "), 0) << "nobody reads";
+    for (int round = 1; round <= 3; ++round) {
+        {
+            Other reader(Path());
+            reader.Run("BEGIN");
+            reader.Run("SELECT count(*) FROM versao_sb");
+            Commands(50);
+            EXPECT_EQ(CountEntries("LogDatabase: the write-ahead log has "), round);
+        }
+        // By a rest, or by what a commit copies.
+        if (round == 1) {
+            EXPECT_EQ(database.Rest(), LogFault::NONE);
+        }
+        Commands(50);
+        EXPECT_EQ(CountEntries("LogDatabase: the write-ahead log has "), round);
+    }
+}
+
 TEST_F(Checkpoint, TheSizeIsKnownOfADatabaseOfOtherPages)
 {
     LogDatabaseOptions options = Brief();

@@ -21,6 +21,27 @@ class Opening : public LogDatabaseTest
         database.Close();
     }
 
+    // Leaves the database as a power cut leaves it within a transaction that repeats `sql` until
+    // some of it is in the file, the old content in a hot journal.
+    void Interrupt(const std::string& sql, const std::string& before = "SELECT 1") const
+    {
+        std::string content;
+        std::string journal;
+        {
+            Other writer(Path());
+            writer.Run(before + "; PRAGMA cache_size = 1; BEGIN");
+            for (int i = 0; i < 50; ++i) {
+                writer.Run(sql);
+            }
+            content = folder.Read("db");
+            journal = folder.Read("db-journal");
+        }
+        ASSERT_FALSE(journal.empty());
+        ASSERT_NE(folder.Read("db"), content);
+        folder.Write("db", content);
+        folder.Write("db-journal", journal);
+    }
+
     // Every file of the folder by name, with its content.
     std::vector<std::string> Files() const
     {
@@ -149,23 +170,53 @@ TEST_F(Opening, LeavesTheLogOfAnotherApplicationWhereItIs)
 TEST_F(Opening, LeavesTheJournalOfAnotherApplicationWhereItIs)
 {
     Plain("CREATE TABLE notes (text); INSERT INTO notes VALUES ('kept')");
-    std::string content;
-    std::string journal;
-    {
-        Other writer(Path());
-        writer.Run("PRAGMA cache_size = 1; BEGIN");
-        for (int i = 0; i < 50; ++i) {
-            writer.Run("INSERT INTO notes VALUES ('" + std::string(3000, 'x') + "')");
-        }
-        content = folder.Read("db");
-        journal = folder.Read("db-journal");
-    }
-    ASSERT_FALSE(journal.empty());
-    folder.Write("db", content);
-    folder.Write("db-journal", journal);
+    Interrupt("INSERT INTO notes VALUES ('" + std::string(3000, 'x') + "')");
     ExpectRefused(LogFault::NOT_A_LOG,
                   "it is not a logging database: it has no column cupom_fiscal.cont_coo");
     EXPECT_EQ(Rows("SELECT text FROM notes"), "kept");
+}
+
+// A hot journal of one's own: what it would roll back decides, and nobody but an opening that is
+// not refused carries it out.
+TEST_F(Opening, LeavesTheJournalOfADatabaseThatCarriesTheWrongNumber)
+{
+    MakeLoggingDatabase();
+    Plain("PRAGMA journal_mode = DELETE");
+    Plain("PRAGMA user_version = 7");
+    Interrupt("PRAGMA user_version = 8; INSERT INTO versao_sb VALUES (2, '" +
+              std::string(3000, 'x') + "')");
+    LogDatabaseOptions options = Brief();
+    options.accepts = [](void*, std::int32_t number) { return number == 8; };
+    ExpectRefused(LogFault::WRONG_NUMBER, "it carries command number 7", options);
+
+    options.accepts = [](void*, std::int32_t number) { return number == 7; };
+    ASSERT_EQ(Open(options), LogFault::NONE) << database.Text();
+    EXPECT_EQ(database.CommandNumber(), 7);
+    EXPECT_EQ(Rows(), "1");
+}
+
+TEST_F(Opening, LeavesTheJournalOfADatabaseThatHoldsRows)
+{
+    LogDatabaseOptions options = Brief();
+    options.onlyEmpty = true;
+    MakeLoggingDatabase();
+    Plain("PRAGMA journal_mode = DELETE");
+    Interrupt("DELETE FROM versao_sb; INSERT INTO z VALUES ('" + std::string(3000, 'x') + "')",
+              "CREATE TABLE z (text)");
+    ExpectRefused(LogFault::HOLDS_ROWS, "it already holds rows (table versao_sb)", options);
+    EXPECT_EQ(Rows(), "1");
+}
+
+// By what stands in the file it is of no version; by what the journal has, of one that is too new.
+TEST_F(Opening, LeavesTheJournalOfANewerDatabase)
+{
+    MakeLoggingDatabase();
+    Plain("PRAGMA journal_mode = DELETE");
+    Plain("PRAGMA application_id = " + std::to_string(0x45434602));
+    Interrupt("PRAGMA application_id = 0; INSERT INTO versao_sb VALUES (2, '" +
+              std::string(3000, 'x') + "')");
+    ExpectRefused(LogFault::NEWER,
+                  "its schema is of version 2, and this program knows those up to 1");
 }
 
 // An empty file beside a log has lost its content; whoever refuses it must not lose the log too.

@@ -56,6 +56,8 @@ class Other
     // The first column of the first row, if there is one.
     std::string Run(const std::string& sql);
 
+    sqlite3* Handle() const { return m_db; }
+
   private:
     sqlite3* m_db = nullptr;
 };

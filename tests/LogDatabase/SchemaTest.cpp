@@ -16,6 +16,15 @@ class Schema : public LogDatabaseTest
         Plain(std::string("PRAGMA page_size = 2048; PRAGMA journal_mode = WAL;") + LOG_SCHEMA +
               "INSERT INTO versao_sb VALUES (1, 'v'); PRAGMA user_version = 5");
     }
+    // The file, and whatever stands beside it.
+    std::string AllFiles() const
+    {
+        std::string all;
+        for (const char* name : {"db", "db-wal", "db-journal"}) {
+            all += folder.Has(name) ? name + (":" + folder.Read(name)) : "";
+        }
+        return all;
+    }
     std::string Version() const { return Rows("PRAGMA application_id"); }
 };
 
@@ -82,6 +91,23 @@ TEST_F(Schema, ANewerVersionIsRefusedWithBothNumbers)
     EXPECT_EQ(folder.Read("db"), before);
 }
 
+TEST_F(Schema, AnUpgradeThatFailsLeavesTheFileAndItsJournalAsTheyWere)
+{
+    MakeVersionZero();
+    Plain("PRAGMA journal_mode = DELETE");
+    const std::string before = AllFiles();
+    Other other(Path());
+    other.Run("BEGIN IMMEDIATE");
+    EXPECT_EQ(Open(), LogFault::LOCKED);
+    EXPECT_STREQ(database.Text(), "database is locked");
+    other.Run("ROLLBACK");
+    database.Close();
+    EXPECT_EQ(AllFiles(), before);
+    ASSERT_EQ(Open(), LogFault::NONE);
+    EXPECT_TRUE(database.HasWriteAheadLog());
+    EXPECT_EQ(Version(), std::to_string(0x45434601));
+}
+
 TEST_F(Schema, AnUpgradeThatCannotBeWrittenLeavesTheDatabaseAsItWas)
 {
     MakeVersionZero();
@@ -104,6 +130,26 @@ TEST_F(Schema, AColumnThatIsMissingIsNamed)
     EXPECT_EQ(Open(), LogFault::NOT_A_LOG);
     EXPECT_STREQ(database.Text(),
                  "it is not a logging database: it has no column item_cupom_nf.perc_desconto");
+}
+
+TEST_F(Schema, AnOlderVersionIsAskedForWhatItPromisesAlone)
+{
+    Plain("CREATE TABLE t (a)");
+    Other db(Path());
+    const LogColumn columns[] = {{"t", "a", 0}, {"t", "b", 2}, {"u", "c", 3}};
+    Reason reason;
+    const auto check = [&](int version) {
+        reason = {};
+        return CheckColumns(db.Handle(), columns, 3, version, reason);
+    };
+    EXPECT_EQ(check(0), LogFault::NONE);
+    EXPECT_EQ(check(1), LogFault::NONE);
+    EXPECT_EQ(check(2), LogFault::NOT_A_LOG);
+    EXPECT_STREQ(reason.text, "it is not a logging database: it has no column t.b");
+    db.Run("ALTER TABLE t ADD COLUMN b");
+    EXPECT_EQ(check(2), LogFault::NONE);
+    EXPECT_EQ(check(3), LogFault::NOT_A_LOG);
+    EXPECT_STREQ(reason.text, "it is not a logging database: it has no column u.c");
 }
 
 TEST_F(Schema, ProgramsInTheDatabaseAreRefused)

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Plants one violation at a time and expects the checks of this folder to name it.
 
-Usage: test_checks.py --cxx COMPILER --nm NM --ar AR
+Usage: test_checks.py --cmake CMAKE --cxx COMPILER --nm NM --ar AR
 """
 
 import argparse
@@ -475,9 +475,23 @@ class Symbols(unittest.TestCase):
         self.assert_fault({"a.cpp": ""}, "defines nothing")
 
 
+class EmbeddedSchema(unittest.TestCase):
+    def test_column_says_since_when_it_is_there(self):
+        with tempfile.TemporaryDirectory() as folder:
+            schema, source = Path(folder, "schema.sql"), Path(folder, "out.cpp")
+            schema.write_text("CREATE TABLE b (\n  x INTEGER,\n  y TEXT -- since version 12\n);\n"
+                              "CREATE TABLE a (\n  z TEXT\n);\n")
+            code, output = run(tools.cmake, "-D", f"INPUT={schema}", "-D", f"OUTPUT={source}", "-P",
+                               HERE.parents[1] / "LogDatabase/EmbedSchema.cmake")
+            self.assertEqual(code, 0, output)
+            columns = source.read_text().split("LOG_COLUMNS[] = {\n")[1].split("};")[0]
+            self.assertEqual(columns.split("\n")[:-1], [
+                '    {"a", "z", 0},', '    {"b", "x", 0},', '    {"b", "y", 12},'])
+
+
 if __name__ == "__main__":
     parser = argparse.ArgumentParser()
-    for tool in ("cxx", "nm", "ar"):
+    for tool in ("cmake", "cxx", "nm", "ar"):
         parser.add_argument("--" + tool, required=True)
     tools = parser.parse_args()
     unittest.main(argv=[sys.argv[0], "--verbose"])

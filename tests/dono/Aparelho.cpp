@@ -76,6 +76,10 @@ LogFault Aparelho::Open()
         auto& device = *static_cast<Aparelho*>(self);
         device.m_synced = device.m_entries.size();
     };
+    options.moveFile = [](void* self, const char* from, const char* to) {
+        auto& device = *static_cast<Aparelho*>(self);
+        return device.m_disk != nullptr && device.m_disk->Rename(from, to) == SQLITE_OK;
+    };
     return m_database.Open(falhas::BANCO, options);
 }
 

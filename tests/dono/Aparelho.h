@@ -34,6 +34,8 @@ class Aparelho
     Aparelho& operator=(const Aparelho&) = delete;
 
     LogFault Open();
+    // Before that: `disk`, the same, gives its files other names where the database is set aside.
+    void MoveOn(falhas::SimulatedDisk& disk) { m_disk = &disk; }
     // Executes the command of that place, and after the last one rests.
     LogOutcome Run(std::size_t command);
 
@@ -50,6 +52,7 @@ class Aparelho
     std::string m_vfs;
     Numbers m_numbers;
     int m_pageSize;
+    falhas::SimulatedDisk* m_disk = nullptr;
     int m_ratear = 0;
     std::vector<std::string> m_entries;
     std::size_t m_synced = 0;

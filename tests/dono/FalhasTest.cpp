@@ -152,6 +152,90 @@ INSTANTIATE_TEST_SUITE_P(
                     Kind{"UnlockError", Io::UNLOCK, SQLITE_IOERR_UNLOCK, false, NONE}),
     [](const testing::TestParamInfo<Kind>& kind) { return std::string(kind.param.name); });
 
+// A run on a disk without a write-ahead log was cut off within a command: a hot journal stands
+// there.
+Image WithHotJournal()
+{
+    Image found;
+    for (int at = 1; found.empty(); ++at) {
+        SimulatedDisk disk;
+        disk.LeaveOutSharedMemory();
+        Aparelho device(disk, Numbers::EACH);
+        EXPECT_EQ(device.Open(), LogFault::NONE);
+        EXPECT_EQ(device.Run(0).state, LogState::KEPT);
+        const Image before = disk.Files();
+        disk.CutPowerAt(at);
+        device.Run(1);
+        const Image after = disk.AfterCut(Damage::ALL_KEPT, 1);
+        // Some of the new content is in the file.
+        if (after.count("banco.db-journal") != 0 && after.at(BANCO) != before.at(BANCO)) {
+            found = after;
+        }
+    }
+    return found;
+}
+
+// What is refused is as it was, whatever fails meanwhile: only its journal knows what it is.
+TEST(OwnersRefusal, LeavesAHotJournalWhereItIs)
+{
+    const Image image = WithHotJournal();
+    int runs = 0;
+    for (const Io io : {Io::READ, Io::OPEN, Io::WRITE, Io::SYNC, Io::TRUNCATE, Io::DELETE}) {
+        for (const bool forever : {false, true}) {
+            for (int at = 1;; ++at) {
+                SCOPED_TRACE("call " + std::to_string(at) + " of kind " +
+                             std::to_string(static_cast<int>(io)));
+                SimulatedDisk disk(image);
+                disk.LeaveOutSharedMemory();
+                disk.FailAt(at,
+                            {io, io == Io::OPEN ? SQLITE_CANTOPEN : SQLITE_IOERR, forever, false});
+                std::int32_t asked = -1;
+                LogDatabaseOptions options;
+                options.vfs = disk.Name().c_str();
+                options.context = &asked;
+                options.accepts = [](void* out, std::int32_t number) {
+                    *static_cast<std::int32_t*>(out) = number;
+                    return false;
+                };
+                LogDatabase database;
+                const LogFault fault = database.Open(BANCO, options);
+                database.Close();
+                EXPECT_NE(fault, LogFault::NONE);
+                EXPECT_TRUE(asked == -1 || asked == 1) << asked;
+                EXPECT_TRUE(disk.Files() == image) << "changed";
+                if (!disk.HasFailed()) {
+                    EXPECT_EQ(fault, LogFault::WRONG_NUMBER);
+                    break;
+                }
+                ++runs;
+                if (HasFailure()) {
+                    return;
+                }
+            }
+        }
+    }
+    for (int at = 1;; ++at) {
+        SimulatedDisk disk(image);
+        disk.LeaveOutSharedMemory();
+        LogDatabaseOptions options;
+        options.vfs = disk.Name().c_str();
+        options.accepts = [](void*, std::int32_t) { return false; };
+        FailAllocation(at, false);
+        LogDatabase database;
+        const LogFault fault = database.Open(BANCO, options);
+        database.Close();
+        const bool failed = AllocationHasFailed();
+        HealAllocations();
+        EXPECT_NE(fault, LogFault::NONE) << "allocation " << at;
+        EXPECT_TRUE(disk.Files() == image) << "allocation " << at;
+        if (!failed || HasFailure()) {
+            break;
+        }
+        ++runs;
+    }
+    std::cout << runs << " faults\n";
+}
+
 // An opening allocates ten thousand times, mostly for one schema: each 31st of them is tried, of
 // the commands' every one.
 constexpr int OPENING_STEP = 31;

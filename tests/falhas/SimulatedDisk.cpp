@@ -520,6 +520,9 @@ int SimulatedDisk::Delete(const char* name, bool syncs)
 
 int SimulatedDisk::Rename(const char* from, const char* to)
 {
+    if (const int failure = Fails(Io::RENAME, SQLITE_IOERR)) {
+        return failure;
+    }
     const auto found = m_files.find(from);
     if (m_dark || found == m_files.end()) {
         return SQLITE_IOERR;
@@ -530,6 +533,9 @@ int SimulatedDisk::Rename(const char* from, const char* to)
         m_unsyncedDeletes[to] = replaced->second;
     }
     const std::shared_ptr<File> file = found->second;
+    if (file->entryDurable) {
+        file->durableName = from;
+    }
     file->entryDurable = false;
     m_files.erase(found);
     m_files[to] = file;
@@ -654,6 +660,7 @@ void SimulatedDisk::SyncNames()
 {
     for (const auto& entry : m_files) {
         entry.second->entryDurable = true;
+        entry.second->durableName.clear();
     }
     m_unsyncedDeletes.clear();
 }
@@ -684,8 +691,13 @@ Image SimulatedDisk::AfterCut(Damage damage, std::uint32_t seed) const
     for (const auto& [name, file] : m_files) {
         if (file->entryDurable || !namesLost()) {
             image[name] = Damaged(*file, damage, IsLog(name), random);
-        } else if (const auto old = m_unsyncedDeletes.find(name); old != m_unsyncedDeletes.end()) {
-            image[name] = Damaged(*old->second, damage, IsLog(name), random);
+        } else {
+            if (const auto old = m_unsyncedDeletes.find(name); old != m_unsyncedDeletes.end()) {
+                image[name] = Damaged(*old->second, damage, IsLog(name), random);
+            }
+            if (!file->durableName.empty()) {
+                image[file->durableName] = Damaged(*file, damage, IsLog(name), random);
+            }
         }
     }
     return image;

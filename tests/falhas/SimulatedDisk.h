@@ -28,6 +28,7 @@ enum class Io {
     SHARE,  // memory shared between the connections to a write-ahead log
     UNLOCK, // the end of a lock on that memory; one that fails leaves the lock until the file
             // closes
+    RENAME,
 };
 
 struct Fault {
@@ -108,6 +109,7 @@ class SimulatedDisk
         Bytes durable;
         std::vector<Call> unsynced;
         bool entryDurable = false; // its name is
+        std::string durableName;   // the one that it had before, as long as the new one is not
         std::vector<std::unique_ptr<Bytes>> shared;
         // Locks that their connection could not give back, a bit each.
         unsigned stuckShared = 0;

@@ -44,6 +44,8 @@ int ResultOf(Io kind)
         return SQLITE_IOERR_SHMMAP;
     case Io::UNLOCK:
         return SQLITE_IOERR_UNLOCK;
+    case Io::RENAME:
+        break; // no call of an opening
     }
     return SQLITE_IOERR;
 }

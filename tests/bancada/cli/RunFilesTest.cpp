@@ -71,7 +71,7 @@ TEST_F(RunFilesTest, NoneIsWhatAnotherNeedsBesideIt)
     EXPECT_NE(Refusal("t", "m.journal", "l", "m"), "");
     EXPECT_NE(Refusal("t", "d", "m.journal", "m"), "");
     EXPECT_NE(Refusal("t", "d", "m.tmp", "m"), "");
-    for (const char* suffix : {"-wal", "-shm", "-journal", ".lock"}) {
+    for (const char* suffix : {"-wal", "-shm", "-journal", "-aside", ".lock"}) {
         const std::string derived = std::string("d") + suffix;
         EXPECT_NE(Refusal(derived, "d", "l", "m"), "") << derived;
         EXPECT_NE(Refusal("t", "d", derived, "m"), "") << derived;
@@ -137,6 +137,25 @@ TEST_F(RunFilesTest, DerivedNamesDestroyNothing)
     EXPECT_EQ(Run("run - --db other --memory m <m.tmp").exitCode, 2);
     EXPECT_EQ(folder.Read("m.tmp"), PROGRAMMING);
     EXPECT_FALSE(folder.Has("other"));
+}
+
+// Two runs through two hard links would have a lock and a log each.
+TEST_F(RunFilesTest, ADatabaseThatAnotherHardLinkNamesIsRefused)
+{
+    ASSERT_EQ(RunTape(PROGRAMMING + RECEIPT).exitCode, 0);
+    fs::create_hard_link(folder.File("db"), folder.File("db2"));
+    fs::create_symlink("db2", folder.File("link"));
+    const std::string database = folder.Read("db");
+    for (const std::string name : {"db", "db2", "link"}) {
+        const ProgramResult result = Run("run tape --append --db " + name);
+        EXPECT_EQ(result.exitCode, 2);
+        EXPECT_EQ(result.err, "ecf-bancada: the database " + name +
+                                  " has another name too, by a hard link: what is written under "
+                                  "one is not safe from a run under the other; copy it\n");
+        EXPECT_EQ(folder.Read("db"), database);
+    }
+    fs::remove(folder.File("db2"));
+    EXPECT_EQ(Run("run tape --append --db db").exitCode, 0);
 }
 
 } // namespace
