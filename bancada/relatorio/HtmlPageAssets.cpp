@@ -40,7 +40,7 @@ a { color: var(--destaque); }
 .quadro { padding: 16px 18px; margin: 18px 0; overflow-x: auto; }
 .grafico { display: block; width: 100%; height: auto; max-width: 860px; margin: 0 auto; }
 .estreito { display: none; }
-.grafico text { font-size: 12px; fill: var(--texto); }
+.grafico .rotulo { font-size: 12px; fill: var(--texto); }
 .grafico .eixo { fill: var(--fraco); font-size: 11px; }
 .grafico .fim { text-anchor: end; }
 .grafico .meio { text-anchor: middle; }
@@ -104,7 +104,6 @@ button { cursor: pointer; }
 .perdido p { margin: 0; overflow-wrap: anywhere; }
 .perdido pre { margin: 6px 0 0; white-space: pre-wrap; overflow-wrap: anywhere;
   font: 12.5px/1.4 "DejaVu Sans Mono", Menlo, Consolas, monospace; }
-footer { max-width: 1080px; margin: 0 auto; padding: 4px 20px 28px; }
 @media (max-width: 640px) {
   .doc { margin-left: 0; }
   .doc > summary { grid-template-columns: 1em 4.2em minmax(0, 1fr) auto; gap: 0 8px; }
@@ -125,7 +124,7 @@ footer { max-width: 1080px; margin: 0 auto; padding: 4px 20px 28px; }
     --destaque: #335; --papel: #fff; --papel-texto: #000; }
   body { font-size: 11px; background: #fff; }
   nav, .ferramentas { display: none; }
-  header, main, footer { max-width: none; padding: 0; }
+  header, main { max-width: none; padding: 0; }
   .quadro, .numeros div { border-radius: 0; }
   .papel { filter: none; }
   .largo { display: block; }

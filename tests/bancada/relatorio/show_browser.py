@@ -399,6 +399,66 @@ class Page(unittest.TestCase):
         self.assertNotEqual(background[0], background[1])
         self.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"features": []})
 
+    def selectors(self):
+        """Of the page's style, without what only a pointer, the keyboard or an opening makes."""
+        selectors = self.browser.execute_script("""
+            const all = [];
+            const read = (rules) => { for (const rule of rules)
+                if (rule.selectorText) all.push(...rule.selectorText.split(/,\\s*/));
+                else read(rule.cssRules); };
+            for (const sheet of document.styleSheets) read(sheet.cssRules);
+            return all;""")
+        return {re.sub(r":(hover|focus-visible)|::[a-z-]+|\[open\]", "", selector)
+                for selector in selectors} - {":root", "*"}
+
+    def test_every_rule_has_its_element_and_every_class_its_rule(self):
+        unused = None
+        used = set()
+        self.search("102")
+        for page in (self.page, self.pages / "index.html", self.pages / "dia-00001.html"):
+            if page != self.page:
+                self.browser.get(page.as_uri())
+            selectors = self.selectors()
+            self.assertGreater(len(selectors), 40)
+            without = {selector for selector in selectors if not
+                       self.browser.find_elements(By.CSS_SELECTOR, selector)}
+            unused = without if unused is None else unused & without
+            used |= set(self.browser.execute_script("""
+                return [...document.querySelectorAll('[class]')].flatMap(e => [...e.classList])"""))
+        # Only the search of a number that stands in nothing but a rejected statement makes it.
+        self.assertEqual(unused, {".perdido.achado"})
+        ruled = {name for selector in selectors for name in re.findall(r"\.([a-z]+)", selector)}
+        self.assertEqual(used - ruled, set())
+
+    def test_the_page_stands_in_the_middle_and_its_documents_under_their_day(self):
+        def places():
+            self.one("#abre").click()
+            return self.browser.execute_script("""
+                const rect = (selector) =>
+                    document.querySelector(selector).getBoundingClientRect();
+                const middle = (r) => r.left + r.right - document.documentElement.clientWidth;
+                return {body: [rect('body').left, rect('body').top + scrollY],
+                        middle: ['header', 'main'].map((selector) => middle(rect(selector))),
+                        main: rect('main').width,
+                        indent: rect('.doc').left - rect('.dia').left}""")
+
+        wide = places()
+        self.assertEqual(wide["body"], [0, 0])
+        self.assertEqual(wide["main"], 1080)
+        self.assertEqual(wide["indent"], 18)
+        self.browser.execute_cdp_cmd("Emulation.setDeviceMetricsOverride", {
+            "width": 390, "height": 800, "deviceScaleFactor": 1, "mobile": True})
+        try:
+            self.browser.get(self.page.as_uri())
+            narrow = places()
+            self.assertEqual(narrow["body"], [0, 0])
+            self.assertEqual(narrow["main"], 390)
+            self.assertEqual(narrow["indent"], 0)
+        finally:
+            self.browser.execute_cdp_cmd("Emulation.clearDeviceMetricsOverride", {})
+        for place in wide["middle"] + narrow["middle"]:
+            self.assertAlmostEqual(place, 0, delta=1)
+
     def test_print_leaves_the_tools_out(self):
         self.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"media": "print"})
         try:
