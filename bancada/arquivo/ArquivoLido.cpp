@@ -291,17 +291,19 @@ std::int64_t ArquivoLido::NumbersBehind() const
     return behind <= MAX_BEHIND ? behind : 0;
 }
 
-std::size_t ArquivoLido::FreeNumbers(std::size_t at) const
+NumerosLivres ArquivoLido::FreeNumbers(std::size_t at) const
 {
-    std::int64_t count = 0;
+    NumerosLivres livres;
     for (std::size_t i = at + 1; i < m_documentos.size(); ++i) {
         const std::int32_t coo = m_documentos[i];
-        count += leitura::Steps(m_documentos[i - 1], coo) - 1;
+        livres.numeros += static_cast<std::size_t>(leitura::Steps(m_documentos[i - 1], coo) - 1);
         if (Has("E14", coo) || Has("E19", coo) || m_reducoes.count(coo) != 0) {
-            return static_cast<std::size_t>(count);
+            return livres;
         }
+        livres.comprovantes += Simbolo(coo) == "CC" ? 1 : 0;
     }
-    return static_cast<std::size_t>(count + NumbersBehind());
+    livres.numeros += static_cast<std::size_t>(NumbersBehind());
+    return livres;
 }
 
 } // namespace bancada::arquivo

@@ -15,6 +15,12 @@
 namespace bancada::arquivo
 {
 
+// What lies between two receipts.
+struct NumerosLivres {
+    std::size_t numeros = 0;      // without a record
+    std::size_t comprovantes = 0; // vouchers
+};
+
 // The whole file is read once and found to be one before anything is made of it. What belongs to
 // documents stays in the file, some 40 bytes a document apart; the small types and the Z reductions
 // are held.
@@ -35,9 +41,9 @@ class ArquivoLido
     // The records of a document, or none. Throws Unusable.
     std::vector<Record> Read(const char* type, std::int64_t coo);
     bool Has(const char* type, std::int64_t coo) const;
-    // The numbers without a record from the document at `at` of Documentos on to the next receipt
-    // or Z reduction; behind the last one those that E11 tells of.
-    std::size_t FreeNumbers(std::size_t at) const;
+    // From the document at `at` of Documentos on to the next receipt or Z reduction; behind the
+    // last document the numbers that E11 tells of are free.
+    NumerosLivres FreeNumbers(std::size_t at) const;
     // How many numbers lie between the last document and the COO of E11; 0 without an E11, and for
     // one that lies behind the documents.
     std::int64_t NumbersBehind() const;

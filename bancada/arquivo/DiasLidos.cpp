@@ -77,7 +77,7 @@ bool DiasLidos::EndsDay(std::size_t at) const
 std::vector<CupomLido> DiasLidos::InterpretacoesAt(std::size_t at)
 {
     return Interpretacoes(ReadCupom(m_arquivo, m_arquivo.Documentos()[at]),
-                          m_arquivo.FreeNumbers(at) > 0);
+                          m_arquivo.FreeNumbers(at).numeros > 0);
 }
 
 void DiasLidos::Decide(std::size_t at)

@@ -1,6 +1,8 @@
 // Which payments of a receipt a reversal made.
 #pragma once
 
+#include "bancada/arquivo/Comprovantes.h"
+
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -16,10 +18,6 @@ struct PagamentoLido {
     std::int64_t valor = 0;
     std::int64_t valorEstornado = 0; // 0: not reversed
     bool daTroco = false;            // the means gives change
-};
-
-struct EstornoLido {
-    std::int64_t origem = 0, destino = 0, valor = 0;
 };
 
 struct PagamentosLidos {

@@ -46,8 +46,7 @@ std::int64_t WriteAbertura(Importador& importing, const CupomLido& cupom, const 
                            std::int64_t em)
 {
     importing.pendentes.clear();
-    importing.comprovantes = 0;
-    importing.meiosDoCupom.clear();
+    importing.comprovantes.Clear();
     const std::int64_t began = std::max(importing.tape.Now(), em);
     OpenMovimento(importing, began);
     TapeLine line = importing.tape.At(command, began);

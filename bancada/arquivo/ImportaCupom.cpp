@@ -133,7 +133,7 @@ void WriteCupom(Importador& importing, std::size_t at)
         fecha.Flag("adicional", true);
     }
     if (cupom.cancelado) {
-        importing.pendentes.push_back({SemRegistro::Kind::CANCELAMENTO, 0, 0, 0});
+        importing.pendentes.push_back({SemRegistro::Kind::CANCELAMENTO});
     }
 }
 

@@ -2,9 +2,12 @@
 #pragma once
 
 #include "bancada/arquivo/CupomLido.h"
+#include "bancada/arquivo/Estornos.h"
 #include "bancada/arquivo/Importador.h"
 
 #include <cstdint>
+#include <functional>
+#include <optional>
 
 namespace bancada::arquivo
 {
@@ -21,8 +24,15 @@ std::int64_t WriteAbertura(Importador& importing, const CupomLido& cupom, const 
 // An item's surcharges and discount and its cancellation, as they were before any sharing.
 void WriteAjustesItem(Importador& importing, const ItemLido& item, std::int64_t numero);
 void WriteAjustesSubtotal(Importador& importing, const CupomLido& cupom);
+// What made the payments of a receipt, where `daTroco` tells which means give change; nothing where
+// it cannot be told.
+std::optional<PagamentosLidos> FindPagamentos(const Programacao& programacao,
+                                              const CupomLido& cupom,
+                                              const std::function<bool(std::int64_t)>& daTroco);
 // The payments and, of a receipt still open, the reversals; those of a closed one are left pending,
 // as far as there are numbers for them.
 void WritePagamentos(Importador& importing, const CupomLido& cupom);
+// A reversal of a payment.
+void WriteEstorno(Importador& importing, const EstornoLido& estorno);
 
 } // namespace bancada::arquivo

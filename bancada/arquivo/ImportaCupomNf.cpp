@@ -18,7 +18,7 @@ constexpr std::int64_t SECONDS_A_DAY = 86400;
 void WriteCupomNf(Importador& importing, std::int64_t coo, std::int64_t end)
 {
     const CupomLido cupom =
-        Interpretacoes(ReadCupomNf(importing.arquivo, coo), importing.numerosLivres > 0).front();
+        Interpretacoes(ReadCupomNf(importing.arquivo, coo), importing.livres.numeros > 0).front();
     const std::int64_t abertura = SecondsOf(cupom.record.Raw("data_abertura"));
     importing.Count("gnf");
 
@@ -27,7 +27,7 @@ void WriteCupomNf(Importador& importing, std::int64_t coo, std::int64_t end)
         cupom.itens.empty() ? 0 : programacao.Totalizador(cupom.itens.front().record.Text("nome"));
     if (first == 1 || first == 2) {
         importing.pendentes.clear();
-        importing.comprovantes = 0;
+        importing.comprovantes.Clear();
         const std::int64_t em = end == 0 ? abertura : std::min(end, abertura + SECONDS_A_DAY - 1);
         const std::int64_t began = std::max(importing.tape.Now(), em);
         OpenMovimento(importing, began);

@@ -1,5 +1,5 @@
 // The programming that a file implies, and the facts that no row will hold.
-#include "bancada/arquivo/Importador.h"
+#include "bancada/arquivo/ImportaCupom.h"
 
 #include "bancada/arquivo/Instante.h"
 #include "bancada/leitura/Counter.h"
@@ -57,31 +57,61 @@ void FindNomesNf(ArquivoLido& arquivo, Programacao& programacao)
     }
 }
 
+// So many payments of a receipt have a voucher at once: as many of them are in means that may have
+// one, which never gave change. Of those that reversals made so many can be there.
+void RequireVinculados(ArquivoLido& arquivo, std::int32_t coo, std::int64_t count,
+                       std::size_t estornos, Programacao& programacao)
+{
+    const CupomLido cupom =
+        arquivo.Has("E14", coo) ? ReadCupom(arquivo, coo) : ReadCupomNf(arquivo, coo);
+    const auto daTroco = [&](std::int64_t meio) {
+        return arquivo.MeiosComTroco().count(
+                   programacao.meios[static_cast<std::size_t>(meio) - 1]) != 0;
+    };
+    const auto found = FindPagamentos(programacao, cupom, daTroco);
+    const std::size_t made = found ? found->valores.size() : cupom.pagamentos.size();
+    std::vector<std::size_t> others;
+    for (std::size_t i = 0; i < std::min(made + estornos, cupom.pagamentos.size()); ++i) {
+        const std::int64_t numero = programacao.Meio(cupom.pagamentos[i].Text("meio"));
+        if (numero == 0 || daTroco(numero)) {
+            continue;
+        }
+        const std::size_t at = static_cast<std::size_t>(numero) - 1;
+        if (programacao.vinculado[at]) {
+            --count;
+        } else {
+            others.push_back(at);
+        }
+    }
+    for (const std::size_t at : others) {
+        if (count > 0 && !programacao.vinculado[at]) {
+            programacao.vinculado[at] = true;
+            count -= std::count(others.begin(), others.end(), at);
+        }
+    }
+}
+
 // A means may have a voucher where one follows a receipt paid with it, and where it never gave
-// change.
+// change. A number without a record may be that of a voucher's reversal, or of a payment's.
 void FindVinculados(ArquivoLido& arquivo, Programacao& programacao)
 {
     programacao.vinculado.assign(programacao.meios.size(), false);
-    std::int64_t cupom = 0;
+    std::int32_t cupom = 0;
+    std::int64_t abertos = 0; // at least so many of its vouchers were not reversed
+    std::int64_t livres = 0;  // numbers without a record behind it
+    std::int32_t before = 0;
     for (const std::int32_t coo : arquivo.Documentos()) {
+        const std::int64_t missing = before == 0 ? 0 : leitura::Steps(before, coo) - 1;
+        abertos = std::max<std::int64_t>(abertos - missing, 0);
+        livres += missing;
+        before = coo;
         if (arquivo.Has("E14", coo) || arquivo.Has("E19", coo)) {
             cupom = coo;
+            abertos = livres = 0;
         }
-        if (arquivo.Simbolo(coo) != "CC" || cupom == 0) {
-            continue;
-        }
-        std::int64_t chosen = 0;
-        for (const Record& pagamento : arquivo.Read("E21", cupom)) {
-            const std::string nome = pagamento.Text("meio");
-            const std::int64_t numero = programacao.Meio(nome);
-            if (numero == 0 || arquivo.MeiosComTroco().count(nome) != 0) {
-                continue;
-            }
-            const bool already = programacao.vinculado[static_cast<std::size_t>(numero) - 1];
-            chosen = chosen == 0 || already ? numero : chosen;
-        }
-        if (chosen != 0) {
-            programacao.vinculado[static_cast<std::size_t>(chosen) - 1] = true;
+        if (arquivo.Simbolo(coo) == "CC" && cupom != 0) {
+            RequireVinculados(arquivo, cupom, ++abertos, static_cast<std::size_t>(livres),
+                              programacao);
         }
     }
 }

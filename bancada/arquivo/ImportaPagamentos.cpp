@@ -10,8 +10,30 @@ namespace
 PagamentosLidos ReadPagamentos(Importador& importing, const CupomLido& cupom)
 {
     const Programacao& programacao = importing.programacao;
-    std::vector<PagamentoLido> pagamentos;
+    const auto found = FindPagamentos(programacao, cupom, [&programacao](std::int64_t meio) {
+        return !programacao.vinculado[static_cast<std::size_t>(meio) - 1];
+    });
+    if (found) {
+        return *found;
+    }
+    if (!cupom.pagamentos.empty()) {
+        importing.naoDito.AddField("E21", "valor, estornado, valor_estornado",
+                                   "not what payments and reversals of the receipt come to");
+    }
     PagamentosLidos asTold;
+    for (const Record& record : cupom.pagamentos) {
+        asTold.valores.push_back(record.Integer("valor"));
+    }
+    return asTold;
+}
+
+} // namespace
+
+std::optional<PagamentosLidos> FindPagamentos(const Programacao& programacao,
+                                              const CupomLido& cupom,
+                                              const std::function<bool(std::int64_t)>& daTroco)
+{
+    std::vector<PagamentoLido> pagamentos;
     for (const Record& record : cupom.pagamentos) {
         PagamentoLido pagamento;
         pagamento.meio = programacao.Meio(record.Text("meio"));
@@ -19,17 +41,10 @@ PagamentosLidos ReadPagamentos(Importador& importing, const CupomLido& cupom)
         if (record.Text("estornado") != "N") {
             pagamento.valorEstornado = record.Integer("valor_estornado");
         }
-        pagamento.daTroco = pagamento.meio != 0 &&
-                            !programacao.vinculado[static_cast<std::size_t>(pagamento.meio) - 1];
+        pagamento.daTroco = pagamento.meio != 0 && daTroco(pagamento.meio);
         pagamentos.push_back(pagamento);
-        asTold.valores.push_back(pagamento.valor);
     }
-    const auto found = FindEstornos(pagamentos, cupom.Due(), cupom.WasClosed(), cupom.cancelado);
-    if (!found && !pagamentos.empty()) {
-        importing.naoDito.AddField("E21", "valor, estornado, valor_estornado",
-                                   "not what payments and reversals of the receipt come to");
-    }
-    return found.value_or(asTold);
+    return FindEstornos(pagamentos, cupom.Due(), cupom.WasClosed(), cupom.cancelado);
 }
 
 void WriteEstorno(Importador& importing, const EstornoLido& estorno)
@@ -38,9 +53,8 @@ void WriteEstorno(Importador& importing, const EstornoLido& estorno)
         .Number("origem", estorno.origem)
         .Number("destino", estorno.destino)
         .Money("valor", estorno.valor);
+    importing.comprovantes.Move(estorno);
 }
-
-} // namespace
 
 void WritePagamentos(Importador& importing, const CupomLido& cupom)
 {
@@ -54,17 +68,18 @@ void WritePagamentos(Importador& importing, const CupomLido& cupom)
         importing.tape.Then("efetua_pagamento")
             .Number("meio", meio)
             .Money("valor", pagamentos.valores[i]);
-        importing.meiosDoCupom.push_back(meio);
+        importing.comprovantes.Pay(meio, pagamentos.valores[i]);
     }
-    // A reversal of an issued receipt has a number of its own.
-    const std::size_t later = cupom.cancelado ? 1 : 0;
+    // A reversal of an issued receipt has a number of its own, as have what its cancellation needs:
+    // that of each voucher and, of a fiscal one, its own.
+    const NumerosLivres& livres = importing.livres;
+    const std::size_t later =
+        cupom.cancelado ? livres.comprovantes + (cupom.IsFiscal() ? 1 : 0) : 0;
     for (const EstornoLido& estorno : pagamentos.estornos) {
-        if (cupom.WasClosed() && importing.pendentes.size() + later < importing.numerosLivres) {
-            importing.pendentes.push_back({SemRegistro::Kind::ESTORNO_PAGAMENTO, estorno.origem,
-                                           estorno.destino, estorno.valor});
+        if (cupom.WasClosed() && importing.pendentes.size() + later < livres.numeros) {
+            importing.pendentes.push_back({SemRegistro::Kind::ESTORNO_PAGAMENTO, estorno});
         } else {
             WriteEstorno(importing, estorno);
-            importing.meiosDoCupom.push_back(estorno.destino);
         }
     }
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "bancada/arquivo/ArquivoLido.h"
+#include "bancada/arquivo/Comprovantes.h"
 #include "bancada/arquivo/DiasLidos.h"
 #include "bancada/arquivo/Importacao.h"
 #include "bancada/arquivo/Neutros.h"
@@ -41,7 +42,7 @@ struct SemRegistro {
         CANCELAMENTO
     };
     Kind kind = Kind::CANCELAMENTO;
-    std::int64_t origem = 0, destino = 0, valor = 0;
+    EstornoLido estorno{};
 };
 
 struct Importador {
@@ -65,11 +66,10 @@ struct Importador {
     std::int64_t vendaDoDia = 0;                    // those since the last Z reduction
     std::int64_t movimento = 0; // when the first receipt since it was opened; 0: none was
     bool ratear = false;
-    int comprovantes = 0;                   // vouchers of the last receipt that were not reversed
-    std::vector<std::int64_t> meiosDoCupom; // means of the last receipt's payments
-    std::deque<SemRegistro> pendentes;      // due before the next receipt
-    std::size_t numerosLivres = 0;          // numbers without a record before the next receipt
-    std::int64_t crzDoDia = 0;              // of the reduction that will close the day; 0: none
+    Comprovantes comprovantes;         // of the last receipt
+    std::deque<SemRegistro> pendentes; // due before the next receipt
+    NumerosLivres livres;              // before the next receipt
+    std::int64_t crzDoDia = 0;         // of the reduction that will close the day; 0: none
     std::map<std::string, std::int64_t> aliquotas; // as programmed: "T1" and so on
 
     // Moves a counter on by one; its number then.

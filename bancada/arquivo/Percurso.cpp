@@ -1,6 +1,6 @@
 // From document to document: the lines that replay them.
 #include "bancada/arquivo/Coerencia.h"
-#include "bancada/arquivo/Importador.h"
+#include "bancada/arquivo/ImportaCupom.h"
 #include "bancada/arquivo/Instante.h"
 #include "bancada/arquivo/Reinicios.h"
 #include "bancada/leitura/Counter.h"
@@ -32,7 +32,7 @@ class Percurso
             if (i > 0) {
                 WriteMissing(i, leitura::Steps(m_documentos[i - 1], m_documentos[i]) - 1);
             }
-            m_importing.numerosLivres = m_arquivo.FreeNumbers(i);
+            m_importing.livres = m_arquivo.FreeNumbers(i);
             m_importing.crzDoDia = CrzFrom(i);
             WriteDocumento(i, m_documentos[i]);
         }
@@ -72,36 +72,57 @@ class Percurso
         return 0;
     }
 
-    // How many of the numbers without a record, from the document on to the next one that tells
-    // its GNF, moved that counter.
-    std::int64_t MissingGnf(std::size_t at)
+    // The first document from one on that is a receipt or a Z reduction.
+    std::size_t NextCupom(std::size_t at) const
     {
-        for (std::size_t i = at; i < m_documentos.size(); ++i) {
-            std::int64_t gnf = 0;
-            for (const char* type : {"E16", "E19"}) {
-                if (m_arquivo.Has(type, m_documentos[i])) {
-                    gnf =
-                        std::max(gnf, m_arquivo.Read(type, m_documentos[i]).front().Integer("gnf"));
-                }
+        for (; at < m_documentos.size(); ++at) {
+            const std::int32_t coo = m_documentos[at];
+            if (m_arquivo.Has("E14", coo) || m_arquivo.Has("E19", coo) || IsReducao(coo)) {
+                break;
             }
-            if (gnf != 0) {
-                return leitura::Steps(m_importing.contadores["gnf"], gnf) - 1;
+        }
+        return at;
+    }
+
+    // The GNF that a document's records tell; 0: none.
+    std::int64_t GnfAt(std::size_t at)
+    {
+        std::int64_t gnf = 0;
+        for (const char* type : {"E16", "E19"}) {
+            if (m_arquivo.Has(type, m_documentos[at])) {
+                gnf = std::max(gnf, m_arquivo.Read(type, m_documentos[at]).front().Integer("gnf"));
+            }
+        }
+        return gnf;
+    }
+
+    // How many of the numbers without a record, from the document on to the first not before
+    // `until` that tells its GNF, moved that counter.
+    std::int64_t MissingGnf(std::size_t at, std::size_t until)
+    {
+        const std::int64_t present = m_importing.contadores["gnf"];
+        std::int64_t moved = 0; // by documents with a record
+        for (; at < m_documentos.size(); ++at) {
+            const std::int64_t gnf = GnfAt(at);
+            moved += gnf != 0 ? 1 : 0;
+            if (gnf != 0 && at >= until) {
+                return leitura::Steps(present, gnf) - moved;
             }
         }
         const std::vector<Record>& contadores = m_arquivo.Small("E11");
-        return contadores.empty() ? 0
-                                  : leitura::Steps(m_importing.contadores["gnf"],
-                                                   contadores.front().Integer("gnf"));
+        return contadores.empty()
+                   ? 0
+                   : leitura::Steps(present, contadores.front().Integer("gnf")) - moved;
     }
 
     // The numbers before the document at `next` that have no record.
     void WriteMissing(std::size_t next, std::int64_t count)
     {
-        for (; count > 0; --count) {
-            if (!m_importing.pendentes.empty()) {
-                WritePendente();
-            } else if (m_importing.comprovantes > 0 && MissingGnf(next) > 0) {
+        for (; count > 0; --count, --m_importing.livres.numeros) {
+            if (m_importing.comprovantes.AnyOpen() && IsEstornoCcd(next)) {
                 WriteEstornoCcd();
+            } else if (!m_importing.pendentes.empty()) {
+                WritePendente();
             } else if (m_fita < m_fitas.size() && IsDue(m_fitas[m_fita], next)) {
                 WriteFita(m_fitas[m_fita++]);
             } else {
@@ -113,19 +134,40 @@ class Percurso
         }
     }
 
+    std::vector<EstornoLido> EstornosPendentes() const
+    {
+        std::vector<EstornoLido> estornos;
+        for (const SemRegistro& one : m_importing.pendentes) {
+            if (one.kind == SemRegistro::Kind::ESTORNO_PAGAMENTO) {
+                estornos.push_back(one.estorno);
+            }
+        }
+        return estornos;
+    }
+
+    // Whether a number before the document at `next` is that of a voucher's reversal: where what is
+    // due waits for it, and where numbers and GNF are left when all that is due has its own.
+    bool IsEstornoCcd(std::size_t next)
+    {
+        const std::deque<SemRegistro>& pendentes = m_importing.pendentes;
+        if (!pendentes.empty()) {
+            const SemRegistro& due = pendentes.front();
+            if (due.kind == SemRegistro::Kind::CANCELAMENTO ||
+                !m_importing.comprovantes.MayMove(due.estorno)) {
+                return true;
+            }
+        }
+        const auto estornos = static_cast<std::int64_t>(EstornosPendentes().size());
+        return m_importing.livres.numeros > pendentes.size() && MissingGnf(next, next) > 0 &&
+               MissingGnf(next, NextCupom(next)) > estornos;
+    }
+
     void WritePendente()
     {
         const SemRegistro pendente = m_importing.pendentes.front();
         if (pendente.kind == SemRegistro::Kind::ESTORNO_PAGAMENTO) {
-            m_importing.tape.Then("estorna_meio_pagamento")
-                .Number("origem", pendente.origem)
-                .Number("destino", pendente.destino)
-                .Money("valor", pendente.valor);
-            m_importing.meiosDoCupom.push_back(pendente.destino);
+            WriteEstorno(m_importing, pendente.estorno);
             m_importing.Count("gnf");
-        } else if (m_importing.comprovantes > 0) {
-            WriteEstornoCcd();
-            return;
         } else {
             m_importing.tape.Then("cancela_cupom");
         }
@@ -136,7 +178,7 @@ class Percurso
     {
         m_importing.tape.Then("abre_estorno_ccd");
         m_importing.tape.Then("fecha_ccd_gerencial");
-        --m_importing.comprovantes;
+        m_importing.comprovantes.Reverse();
         m_importing.Count("gnf");
     }
 
@@ -276,16 +318,8 @@ class Percurso
 
     void WriteComprovante(std::int64_t end, OutroNumeros& numeros)
     {
-        const std::vector<std::int64_t>& meios = m_importing.meiosDoCupom;
-        int skip = m_importing.comprovantes;
-        std::int64_t chosen = 0;
-        for (const std::int64_t meio : meios) {
-            if (m_importing.programacao.vinculado[static_cast<std::size_t>(meio) - 1] &&
-                skip-- <= 0) {
-                chosen = meio;
-                break;
-            }
-        }
+        const std::int64_t chosen =
+            m_importing.comprovantes.Open(m_importing.programacao.vinculado, EstornosPendentes());
         if (chosen == 0) {
             m_importing.Note("E16", "vouchers of a payment that is not there");
             numeros.simbolo = "LX";
@@ -294,7 +328,6 @@ class Percurso
         }
         numeros.gnf = m_importing.Count("gnf");
         numeros.cdc = m_importing.Count("cdc");
-        ++m_importing.comprovantes;
         m_importing.tape.At("abre_ccd", end).Number("meio", chosen);
         m_importing.tape.Then("fecha_ccd_gerencial");
     }

@@ -48,7 +48,7 @@ class CircleTest : public testing::Test
     std::string Differences(const Memoria& start = Memoria())
     {
         std::string reason;
-        Replay(folder, "tape", start, "first", reason);
+        refused = Replay(folder, "tape", start, "first", reason);
         ExportTo("first", false);
         {
             std::ofstream tape(folder.File("tape2"), std::ios::binary);
@@ -58,12 +58,12 @@ class CircleTest : public testing::Test
             folder.Write("facts", FatosText(result.fatos));
             told = notes.str();
         }
-        const int refused =
+        const int refusedAgain =
             Replay(folder, "tape2", ReadMemory(folder.File("memory2")), "second", reason);
         ExportTo("second", true);
         std::string text;
-        if (refused != 0) {
-            text += std::to_string(refused) + " refused, first " + reason + "\n";
+        if (refusedAgain != 0) {
+            text += std::to_string(refusedAgain) + " refused, first " + reason + "\n";
         }
         // Nothing of a file that comes out the same is listed as what a tape cannot say.
         std::istringstream notes(told);
@@ -88,6 +88,7 @@ class CircleTest : public testing::Test
     test_support::TempFolder folder;
     ComparisonSummary summary;
     std::string told;
+    int refused = 0; // of the commands of "tape"
 };
 
 TEST_F(CircleTest, TheGrocersDays)
@@ -137,6 +138,47 @@ TEST_F(CircleTest, CountersThatGoPastTheLastNumber)
         start.gtUltimaRZ = start.gt;
         folder.Write("tape", RandomTape(static_cast<std::uint64_t>(seed), 4));
         EXPECT_EQ(Differences(start), "") << "seed " << seed << "\n" << told;
+        folder.Write("first.db", "");
+        folder.Write("second.db", "");
+    }
+}
+
+// A register that has a rate, two means with a voucher and cash.
+constexpr char PROGRAMMED[] =
+    R"({"cmd":"programa_usuario","em":"2024-03-01 07:00:00","razao_social":"RAZAO","nome_fantasia":"FANTASIA","endereco":"RUA, 1"}
+{"cmd":"programa_cnpj_ie_im","cnpj":"11222333000181","ie":"110042490114","im":"","uf":"SP"}
+{"cmd":"insere_aliquota","tributacao":"T","indice":1,"percentual":"18.00"}
+{"cmd":"insere_aliquota","tributacao":"S","indice":1,"percentual":"2.00"}
+{"cmd":"insere_meio_pagamento","indice":1,"descricao":"DINHEIRO"}
+{"cmd":"insere_meio_pagamento","indice":2,"descricao":"CARTAO","vinculado_ccd":true}
+{"cmd":"insere_meio_pagamento","indice":3,"descricao":"VALE","vinculado_ccd":true}
+{"cmd":"leitura_x","em":"2024-03-01 08:00:00"}
+{"cmd":"sangria","operacao":"fundo_troco","valor":"10.00"}
+)";
+
+// A voucher's reversal and a payment's have no record, and come in one order alone.
+TEST_F(CircleTest, AVoucherIsReversedBeforeItsPaymentIs)
+{
+    constexpr char PAID[] = R"({"cmd":"abre_cupom","em":"2024-03-01 09:00:00"}
+{"cmd":"vende_item","codigo":"1","descricao":"A","quantidade":"1","unidade":"KG","valor_unitario":"5.00","tributacao":"T","indice":1,"arredonda":true}
+{"cmd":"efetua_pagamento","meio":2,"valor":"2.00"}
+{"cmd":"efetua_pagamento","meio":1,"valor":"9.00"}
+{"cmd":"fecha_cupom"}
+)";
+    const std::string voucher =
+        "{\"cmd\":\"abre_ccd\",\"meio\":2}\n{\"cmd\":\"fecha_ccd_gerencial\"}\n";
+    const std::string reversal =
+        "{\"cmd\":\"abre_estorno_ccd\"}\n{\"cmd\":\"fecha_ccd_gerencial\"}\n";
+    const std::string payment =
+        "{\"cmd\":\"estorna_meio_pagamento\",\"origem\":2,\"destino\":3,\"valor\":\"1.00\"}\n";
+    const std::string cancelled = "{\"cmd\":\"cancela_cupom\"}\n";
+    const std::string end = "{\"cmd\":\"reducao_z\",\"em\":\"2024-03-01 23:00:00\"}\n";
+    for (const std::string& behind :
+         {voucher + reversal + payment, voucher + reversal + payment + cancelled,
+          voucher + reversal + voucher + reversal + payment, payment + voucher + reversal}) {
+        folder.Write("tape", PROGRAMMED + std::string(PAID) + behind + end);
+        EXPECT_EQ(Differences(), "") << behind << told;
+        EXPECT_EQ(refused, 0) << behind;
         folder.Write("first.db", "");
         folder.Write("second.db", "");
     }

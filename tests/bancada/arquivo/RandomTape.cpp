@@ -193,7 +193,14 @@ class Writer
                                            Money(1, 100));
     }
 
-    // What may follow a receipt: a reversal, a voucher, its own cancellation.
+    void Comprovante()
+    {
+        Line("abre_ccd", R"("meio":)" + std::to_string(Draw(2, 3)));
+        Line("cancela_aberto");
+    }
+
+    // What may follow a receipt: a reversal, a voucher, its own cancellation. What has a voucher is
+    // not reversed, nor its receipt cancelled, before the voucher is.
     void After()
     {
         if (Chance(10)) {
@@ -207,11 +214,16 @@ class Writer
             }
         }
         if (Chance(30)) {
-            Line("abre_ccd", R"("meio":)" + std::to_string(Draw(2, 3)));
-            Line("cancela_aberto");
+            Comprovante();
             if (Chance(30)) {
                 Line("abre_estorno_ccd");
                 Line("cancela_aberto");
+            }
+            if (Chance(30)) {
+                Estorno(Draw(1, 3));
+            }
+            if (Chance(10)) {
+                Comprovante();
             }
         }
         if (Chance(10)) {
