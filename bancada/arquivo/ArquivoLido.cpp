@@ -24,6 +24,13 @@ void AddOnce(std::vector<std::string>& names, const std::string& name)
     }
 }
 
+// As the records have it.
+std::string CrzText(std::int64_t crz)
+{
+    std::string number = std::to_string(crz);
+    return number.insert(0, number.size() < 6 ? 6 - number.size() : 0, '0');
+}
+
 } // namespace
 
 ArquivoLido::ArquivoLido(const std::string& path) : m_reader(path)
@@ -273,10 +280,20 @@ const std::vector<Record>& ArquivoLido::Small(const char* type) const
 
 std::int64_t ArquivoLido::Totalizador(std::int64_t crz, const std::string& totalizador) const
 {
-    std::string number = std::to_string(crz);
-    number.insert(0, number.size() < 6 ? 6 - number.size() : 0, '0');
-    const auto found = m_crzTotalizadores.find(number + totalizador);
+    const auto found = m_crzTotalizadores.find(CrzText(crz) + totalizador);
     return found == m_crzTotalizadores.end() ? 0 : found->second;
+}
+
+bool ArquivoLido::HasRate(std::int64_t crz, const std::string& prefix) const
+{
+    const std::string key = CrzText(crz) + prefix;
+    for (auto one = m_crzTotalizadores.lower_bound(key);
+         one != m_crzTotalizadores.end() && one->first.compare(0, key.size(), key) == 0; ++one) {
+        if (one->second != 0) {
+            return true;
+        }
+    }
+    return false;
 }
 
 std::int64_t ArquivoLido::NumbersBehind() const

@@ -56,6 +56,8 @@ class ArquivoLido
     const std::map<std::int32_t, Record>& Reducoes() const { return m_reducoes; }
     // What the E13 of a Z reduction tell of a totalizer, in cents; 0 where they do not name it.
     std::int64_t Totalizador(std::int64_t crz, const std::string& totalizador) const;
+    // Whether they name a totalizer that begins so, with an amount.
+    bool HasRate(std::int64_t crz, const std::string& prefix) const;
     // Every totalizer of E13 and E15.
     const std::set<std::string>& Totalizadores() const { return m_totalizadores; }
     // The names of E17, E20 in the order in which they are met first; those of E18, E21 without

@@ -4,6 +4,8 @@
 #include "bancada/arquivo/ArquivoLido.h"
 
 #include <cstdint>
+#include <map>
+#include <string>
 #include <vector>
 
 namespace bancada::arquivo
@@ -32,6 +34,10 @@ struct CupomLido {
     bool somado = true;     // the items come to the subtotal
     bool semCotas = true;   // no share is left in the items' own adjustments
     bool duvidoso = false;  // it may be another that comes to other totals of its day
+    bool impostoDuvidoso = false; // so may the tax of a totalizer
+    // Of totalizers with the letter T whether they are of ISSQN, against what the rest of the file
+    // says.
+    std::map<std::string, bool> detalhados{};
 
     // Only a fiscal receipt shares its adjustment among its items, and is an additional one.
     bool IsFiscal() const { return record.Type() == "E14"; }

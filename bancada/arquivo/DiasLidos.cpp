@@ -20,6 +20,21 @@ enum Parcela : std::size_t {
 // is not decided.
 constexpr std::size_t MAX_SUMS = 20000;
 constexpr std::size_t MAX_DECISIONS = 1000000;
+// So many totalizers of a receipt are tried for being of either tax.
+constexpr std::size_t MAX_CODES = 4;
+
+// The totalizers of a receipt's items with the letter of ICMS.
+std::set<std::string> CodesOfIcms(const CupomLido& cupom)
+{
+    std::set<std::string> codes;
+    for (const ItemLido& item : cupom.itens) {
+        const std::string code = item.record.Text("totalizador");
+        if (code.size() > 2 && code[2] == 'T') {
+            codes.insert(code);
+        }
+    }
+    return codes;
+}
 
 } // namespace
 
@@ -30,7 +45,7 @@ DiasLidos::Somas DiasLidos::SomasOf(const CupomLido& cupom) const
     std::vector<std::size_t> impostos;
     for (const ItemLido& item : cupom.itens) {
         const bool issqn =
-            TributacaoOf(m_arquivo, m_programacao, m_crz, item.record.Text("totalizador"))
+            TributacaoOf(m_arquivo, m_programacao, m_crz, cupom, item.record.Text("totalizador"))
                 .IsIssqn();
         impostos.push_back(issqn ? 1 : 0);
         const std::size_t imposto = impostos.back();
@@ -74,16 +89,68 @@ bool DiasLidos::EndsDay(std::size_t at) const
     return m_arquivo.Reducoes().count(coo) != 0 || m_arquivo.Simbolo(coo) == "RZ";
 }
 
-std::vector<CupomLido> DiasLidos::InterpretacoesAt(std::size_t at)
+std::vector<CupomLido> DiasLidos::WithTaxes(const std::vector<CupomLido>& cupons) const
 {
-    return Interpretacoes(ReadCupom(m_arquivo, m_arquivo.Documentos()[at]),
-                          m_arquivo.FreeNumbers(at).numeros > 0);
+    const CupomLido& any = cupons.front();
+    std::vector<std::pair<std::string, bool>> open; // and whether they are taken for ISSQN
+    for (const std::string& code : CodesOfIcms(any)) {
+        if (m_arquivo.Totalizador(m_crz, code) == 0 &&
+            TaxOfDay(m_arquivo, m_crz, code) == DoDia::NOT_TOLD) {
+            open.emplace_back(code,
+                              TributacaoOf(m_arquivo, m_programacao, m_crz, any, code).detalhado);
+        }
+    }
+    if (open.empty() || open.size() > MAX_CODES) {
+        return cupons;
+    }
+    // A number has one rate of each tax while a receipt is open.
+    const auto isPossible = [&](const CupomLido& cupom) {
+        std::set<std::string> numbers;
+        for (const ItemLido& item : cupom.itens) {
+            const std::string code = item.record.Text("totalizador");
+            const Tributacao tributacao =
+                TributacaoOf(m_arquivo, m_programacao, m_crz, cupom, code);
+            if (tributacao.taxa) {
+                numbers.insert(tributacao.codigo + std::to_string(tributacao.indice) + " " +
+                               std::to_string(*tributacao.taxa));
+            }
+        }
+        const auto sameNumber = [](const std::string& a, const std::string& b) {
+            return a.substr(0, a.find(' ')) == b.substr(0, b.find(' '));
+        };
+        return std::adjacent_find(numbers.begin(), numbers.end(), sameNumber) == numbers.end();
+    };
+    std::vector<CupomLido> all;
+    for (std::size_t which = 0; which < std::size_t{1} << open.size(); ++which) {
+        CupomLido first = any;
+        for (std::size_t i = 0; i < open.size(); ++i) {
+            first.detalhados[open[i].first] = open[i].second != ((which >> i & 1) != 0);
+        }
+        if (!isPossible(first)) {
+            continue;
+        }
+        for (const CupomLido& cupom : cupons) {
+            all.push_back(cupom);
+            all.back().detalhados = first.detalhados;
+        }
+        if (m_crz == 0) {
+            break; // nothing will tell
+        }
+    }
+    return all.empty() ? cupons : all;
 }
 
-void DiasLidos::Decide(std::size_t at)
+std::vector<CupomLido> DiasLidos::InterpretacoesAt(std::size_t at)
+{
+    return WithTaxes(Interpretacoes(ReadCupom(m_arquivo, m_arquivo.Documentos()[at]),
+                                    m_arquivo.FreeNumbers(at).numeros > 0));
+}
+
+void DiasLidos::FindDay(std::size_t at)
 {
     const std::vector<std::int32_t>& documentos = m_arquivo.Documentos();
     m_decisoes.clear();
+    m_decided = false;
     m_crz = 0;
     for (m_begin = at; m_begin > 0 && !EndsDay(m_begin - 1);) {
         --m_begin;
@@ -93,10 +160,18 @@ void DiasLidos::Decide(std::size_t at)
     }
     const auto reducao = m_end < documentos.size() ? m_arquivo.Reducoes().find(documentos[m_end])
                                                    : m_arquivo.Reducoes().end();
-    if (reducao == m_arquivo.Reducoes().end()) {
+    if (reducao != m_arquivo.Reducoes().end()) {
+        m_crz = reducao->second.Integer("crz");
+    }
+}
+
+void DiasLidos::Decide()
+{
+    m_decided = true;
+    if (m_crz == 0) {
         return;
     }
-    m_crz = reducao->second.Integer("crz");
+    const std::vector<std::int32_t>& documentos = m_arquivo.Documentos();
     // Every sum that the receipts so far can come to, and the first way to it: of each receipt
     // that can be several things, which.
     std::map<Somas, std::vector<std::size_t>> ways = {{Somas{}, {}}};
@@ -145,20 +220,27 @@ void DiasLidos::Decide(std::size_t at)
 
 CupomLido DiasLidos::Read(std::size_t at)
 {
+    if (at < m_begin || at >= m_end) {
+        FindDay(at);
+    }
     std::vector<CupomLido> all = InterpretacoesAt(at);
     if (all.size() == 1) {
         return std::move(all.front());
     }
-    if (at < m_begin || at >= m_end) {
-        Decide(at);
+    if (!m_decided) {
+        Decide();
     }
     const auto decisao = m_decisoes.find(at);
     if (decisao != m_decisoes.end()) {
         return std::move(all[decisao->second]);
     }
     const Somas first = SomasOf(all.front());
-    all.front().duvidoso = std::any_of(all.begin(), all.end(),
-                                       [&](const CupomLido& one) { return SomasOf(one) != first; });
+    for (const CupomLido& one : all) {
+        if (SomasOf(one) != first) {
+            const bool sameTaxes = one.detalhados == all.front().detalhados;
+            (sameTaxes ? all.front().duvidoso : all.front().impostoDuvidoso) = true;
+        }
+    }
     return std::move(all.front());
 }
 

@@ -38,13 +38,18 @@ class DiasLidos
     Somas SomasOf(const CupomLido& cupom) const;
     Somas SomasDoDia() const;
     bool EndsDay(std::size_t at) const;
-    // Leaves the decisions of the day of a document.
-    void Decide(std::size_t at);
+    // Makes the day of a document the one at hand, undecided.
+    void FindDay(std::size_t at);
+    // Leaves the decisions of the day at hand.
+    void Decide();
+    // What a receipt may be, each with every tax that its totalizers may be of.
+    std::vector<CupomLido> WithTaxes(const std::vector<CupomLido>& cupons) const;
 
     ArquivoLido& m_arquivo;
     const Programacao& m_programacao;
-    std::size_t m_begin = 0; // of the day decided
+    std::size_t m_begin = 0; // of the day at hand
     std::size_t m_end = 0;
+    bool m_decided = false;
     std::int64_t m_crz = 0;                        // of its Z reduction; 0: none
     std::map<std::size_t, std::size_t> m_decisoes; // which interpretation, by the receipt's place
 };

@@ -9,9 +9,9 @@ namespace bancada::arquivo
 namespace
 {
 
-Tributacao TributacaoOf(const Importador& importing, const ItemLido& item)
+Tributacao TributacaoOf(const Importador& importing, const CupomLido& cupom, const ItemLido& item)
 {
-    return TributacaoOf(importing.arquivo, importing.programacao, importing.crzDoDia,
+    return TributacaoOf(importing.arquivo, importing.programacao, importing.crzDoDia, cupom,
                         item.record.Text("totalizador"));
 }
 
@@ -19,7 +19,7 @@ Tributacao TributacaoOf(const Importador& importing, const ItemLido& item)
 void WriteAliquotas(Importador& importing, const CupomLido& cupom)
 {
     for (const ItemLido& item : cupom.itens) {
-        const Tributacao tributacao = TributacaoOf(importing, item);
+        const Tributacao tributacao = TributacaoOf(importing, cupom, item);
         if (!tributacao.taxa) {
             continue;
         }
@@ -53,12 +53,12 @@ struct Decimal {
     int decimals;
 };
 
-void WriteItem(Importador& importing, const ItemLido& item)
+void WriteItem(Importador& importing, const CupomLido& cupom, const ItemLido& item)
 {
     const Record& record = item.record;
     const Decimal quantidade(importing, record, "quantidade", "decimais_quantidade");
     const Decimal unitario(importing, record, "valor_unitario", "decimais_valor");
-    const Tributacao tributacao = TributacaoOf(importing, item);
+    const Tributacao tributacao = TributacaoOf(importing, cupom, item);
     importing.tape.Then(tributacao.detalhado ? "vende_item_detalhado" : "vende_item")
         .Text("codigo", record.Text("codigo"))
         .Text("descricao", record.Text("descricao"))
@@ -97,6 +97,10 @@ void WriteCupom(Importador& importing, std::size_t at)
                                    "of a receipt that can have been several, of which the day's "
                                    "totals tell none");
     }
+    if (cupom.impostoDuvidoso) {
+        importing.naoDito.AddField("E15", "totalizador",
+                                   "of either tax, of which the day's totals tell neither");
+    }
     WriteAliquotas(importing, cupom);
     importing.Count("ccf");
     HoldCupom(importing, cupom,
@@ -109,7 +113,7 @@ void WriteCupom(Importador& importing, std::size_t at)
             break;
         }
         ++numero;
-        WriteItem(importing, item);
+        WriteItem(importing, cupom, item);
         WriteAjustesItem(importing, item, numero);
         Registra(importing,
                  item.bruto + item.acrescimo + item.record.Integer("acrescimo_cancelado"));

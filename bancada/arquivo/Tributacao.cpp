@@ -21,17 +21,36 @@ bool AreDigits(std::string_view text)
 bool IsDetalhado(const ArquivoLido& arquivo, const Programacao& programacao, std::int64_t crz,
                  const std::string& totalizador, const Tributacao& tributacao)
 {
-    const auto icms = programacao.icms.find(tributacao.indice);
-    if (icms == programacao.icms.end() || icms->second.count(*tributacao.taxa) == 0) {
-        const auto issqn = programacao.issqn.find(tributacao.indice);
-        return issqn != programacao.issqn.end() && issqn->second.count(*tributacao.taxa) != 0;
+    const DoDia doDia = TaxOfDay(arquivo, crz, totalizador);
+    if (doDia != DoDia::NOT_TOLD) {
+        return doDia == DoDia::ISSQN;
     }
-    const std::string other = totalizador.substr(0, 2) + "S" + totalizador.substr(3);
-    return crz != 0 && arquivo.Totalizador(crz, totalizador) == 0 &&
-           arquivo.Totalizador(crz, other) != 0;
+    const auto icms = programacao.icms.find(tributacao.indice);
+    if (icms != programacao.icms.end() && icms->second.count(*tributacao.taxa) != 0) {
+        return false;
+    }
+    const auto issqn = programacao.issqn.find(tributacao.indice);
+    return issqn != programacao.issqn.end() && issqn->second.count(*tributacao.taxa) != 0;
 }
 
 } // namespace
+
+DoDia TaxOfDay(const ArquivoLido& arquivo, std::int64_t crz, const std::string& totalizador)
+{
+    if (crz == 0) {
+        return DoDia::NOT_TOLD;
+    }
+    const std::string other = totalizador.substr(0, 2) + "S" + totalizador.substr(3);
+    const bool icms = arquivo.Totalizador(crz, totalizador) != 0;
+    const bool issqn = arquivo.Totalizador(crz, other) != 0;
+    if (icms || issqn) {
+        return icms && issqn ? DoDia::NOT_TOLD : icms ? DoDia::ICMS : DoDia::ISSQN;
+    }
+    // A rate at which something was sold stands until the reduction.
+    const bool notIcms = arquivo.HasRate(crz, totalizador.substr(0, 3));
+    const bool notIssqn = arquivo.HasRate(crz, other.substr(0, 3));
+    return notIcms == notIssqn ? DoDia::NOT_TOLD : notIcms ? DoDia::ISSQN : DoDia::ICMS;
+}
 
 bool IsTributacao(std::string_view totalizador)
 {
@@ -51,7 +70,7 @@ bool IsTributacao(std::string_view totalizador)
 }
 
 Tributacao TributacaoOf(const ArquivoLido& arquivo, const Programacao& programacao,
-                        std::int64_t crz, const std::string& totalizador)
+                        std::int64_t crz, const CupomLido& cupom, const std::string& totalizador)
 {
     Tributacao tributacao;
     if (totalizador.size() != RATE_SIZE) {
@@ -62,8 +81,11 @@ Tributacao TributacaoOf(const ArquivoLido& arquivo, const Programacao& programac
     tributacao.codigo = totalizador.substr(2, 1);
     tributacao.indice = std::stoll(totalizador.substr(0, 2));
     tributacao.taxa = std::stoll(totalizador.substr(3));
+    const auto taken = cupom.detalhados.find(totalizador);
     if (tributacao.codigo == "T" &&
-        IsDetalhado(arquivo, programacao, crz, totalizador, tributacao)) {
+        (taken != cupom.detalhados.end()
+             ? taken->second
+             : IsDetalhado(arquivo, programacao, crz, totalizador, tributacao))) {
         tributacao.codigo = "S";
         tributacao.detalhado = true;
     }

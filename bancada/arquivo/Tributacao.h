@@ -10,6 +10,7 @@ namespace bancada::arquivo
 {
 
 class ArquivoLido;
+struct CupomLido;
 struct Programacao;
 
 struct Tributacao {
@@ -25,10 +26,21 @@ struct Tributacao {
 // or F1 to NS3.
 bool IsTributacao(std::string_view totalizador);
 
+// What the Z reduction of a day tells of a rate with the letter T.
+enum class DoDia {
+    NOT_TOLD,
+    ICMS,
+    ISSQN
+};
+
+// Of a day by its Z reduction, 0 for none: which tax it names the rate for; where it names it for
+// none, that of which it names no other rate of the number.
+DoDia TaxOfDay(const ArquivoLido& arquivo, std::int64_t crz, const std::string& totalizador);
+
 // A detailed command writes a rate of ISSQN with the letter T: the Z reduction of the day, 0 for
-// none, tells which it is, or the programming where the totalizer came to nothing.
-// REQUIRES: IsTributacao(totalizador).
+// none, tells which it is, or the programming where the totalizer came to nothing; what the receipt
+// is taken for stands above both. REQUIRES: IsTributacao(totalizador).
 Tributacao TributacaoOf(const ArquivoLido& arquivo, const Programacao& programacao,
-                        std::int64_t crz, const std::string& totalizador);
+                        std::int64_t crz, const CupomLido& cupom, const std::string& totalizador);
 
 } // namespace bancada::arquivo

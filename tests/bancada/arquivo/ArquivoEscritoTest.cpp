@@ -289,6 +289,7 @@ const char* const STRANGE_NOTES[] = {
     "neutral: E15 item: not one more than the item before it (1 record)",
     "neutral: E15 letra_adicional: the register has no additional fiscal memory (2 records)",
     "neutral: E15 quantidade_cancelada: an item is cancelled whole or not at all (1 record)",
+    "neutral: E15 totalizador: of either tax, of which the day's totals tell neither (1 record)",
     "neutral: E15 valor_cancelado: an item is cancelled whole or not at all (1 record)",
     "neutral: E16 cdc: not what the documents come to (1 record)",
     "neutral: E16 crz: not what the documents come to (1 record)",

@@ -184,6 +184,43 @@ TEST_F(CircleTest, AVoucherIsReversedBeforeItsPaymentIs)
     }
 }
 
+// A detailed command writes ISSQN with the letter of ICMS: of a receipt that was cancelled only the
+// day's cancellations tell which rate of the number was of which.
+TEST_F(CircleTest, BothTaxesOfANumberInOneCancelledReceipt)
+{
+    const auto item = [](const char* command, const char* tributacao, const char* valor) {
+        return std::string("{\"cmd\":\"") + command +
+               R"(","codigo":"1","descricao":"A","quantidade":"1","unidade":"KG","valor_unitario":")" +
+               valor + R"(","tributacao":")" + tributacao +
+               R"(","indice":1,"arredonda":true})"
+               "\n";
+    };
+    const std::string open = R"({"cmd":"abre_cupom"})"
+                             "\n";
+    const std::string cancel = R"({"cmd":"cancela_cupom_em_emissao"})"
+                               "\n";
+    const std::string pay = R"({"cmd":"efetua_pagamento","meio":1,"valor":"9.00"})"
+                            "\n"
+                            R"({"cmd":"fecha_cupom"})"
+                            "\n";
+    const std::string icms = item("vende_item_detalhado", "T", "5.00");
+    const std::string issqn = item("vende_item_detalhado", "S", "3.00");
+    const std::string end = R"({"cmd":"reducao_z","em":"2024-03-01 23:00:00"})"
+                            "\n";
+    for (const std::string& day :
+         {open + icms + issqn + cancel, open + issqn + cancel,
+          open + issqn + icms + cancel + open + icms + cancel,
+          open + icms + issqn + cancel + open + item("vende_item", "S", "1.00") + pay,
+          open + icms + issqn + cancel + open + item("vende_item", "T", "1.00") + pay,
+          open + icms + cancel + open + item("vende_item", "S", "1.00") + pay}) {
+        folder.Write("tape", PROGRAMMED + day + end);
+        EXPECT_EQ(Differences(), "") << day << told;
+        EXPECT_EQ(refused, 0) << day;
+        folder.Write("first.db", "");
+        folder.Write("second.db", "");
+    }
+}
+
 // An error made both ways would close the circle: the file is also written from the tape and the
 // register's state, by nothing that export is made of.
 TEST_F(CircleTest, ASecondWriterWritesTheSameFile)

@@ -102,10 +102,7 @@ class Writer
         const auto& code = codes[Draw(0, 9)];
         static const char* const quantities[] = {"1", "2", "0.5", "1.375", "12.25", "3.000"};
         static const char* const prices[] = {"1.99", "24.90", "0.209", "7", "10.5", "3.333"};
-        // The detailed command writes ISSQN with the letter T: in a file a rate's number then
-        // belongs to one tax alone, as 3 does.
-        const bool detalhado = code.first[0] != 'S' || code.second == 3 ? m_detalhado : false;
-        Line(detalhado ? "vende_item_detalhado" : "vende_item",
+        Line(m_detalhado ? "vende_item_detalhado" : "vende_item",
              R"("codigo":")" + std::to_string(Draw(1, 99999)) + R"(","descricao":"ITEM )" +
                  std::to_string(Draw(1, 99)) + R"(","quantidade":")" + quantities[Draw(0, 5)] +
                  R"(","unidade":"KG","valor_unitario":")" + prices[Draw(0, 5)] +
