@@ -2,6 +2,7 @@
 
 #include "bancada/arquivo/Importador.h"
 #include "bancada/arquivo/Instante.h"
+#include "bancada/arquivo/Reinicios.h"
 
 #include <initializer_list>
 
@@ -182,12 +183,13 @@ void HoldCadastro(Importador& importing)
     }
 }
 
-void HoldIntervencao(Importador& importing, const Record& intervencao)
+void HoldIntervencao(Importador& importing, const Record& intervencao, std::int64_t em)
 {
     const Holding holding(importing, intervencao);
     holding.OneOf("perda_dados", {"S", "N"});
     if (intervencao.Text("perda_dados") != "S") {
         holding.Number("cro", importing.contadores["cro"]);
+        holding.That(TimeOf(intervencao) == em, "data, hora", "not when the tape comes to it");
     }
 }
 

@@ -20,8 +20,8 @@ struct OutroNumeros {
 
 // E01 and E02, with the counters as they are before the first document.
 void HoldCadastro(Importador& importing);
-// E09, as soon as the restart has moved its counter.
-void HoldIntervencao(Importador& importing, const Record& intervencao);
+// E09, of the mode entered at `em`, as soon as the restart has moved its counter.
+void HoldIntervencao(Importador& importing, const Record& intervencao, std::int64_t em);
 // E10, of the reprint `cfd` made at `em`.
 void HoldFita(Importador& importing, const Record& fita, std::int64_t cfd, std::int64_t em);
 // E11, with the counters as the last document left them.

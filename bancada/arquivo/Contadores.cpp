@@ -1,7 +1,12 @@
 #include "bancada/arquivo/Contadores.h"
 
+#include "bancada/arquivo/ImportaCupom.h"
 #include "bancada/arquivo/Instante.h"
+#include "bancada/arquivo/Reinicios.h"
+#include "bancada/leitura/Counter.h"
+#include "bancada/leitura/Limits.h"
 
+#include <algorithm>
 #include <initializer_list>
 
 namespace bancada::arquivo
@@ -33,6 +38,32 @@ std::int64_t FirstOf(ArquivoLido& arquivo, std::initializer_list<const char*> ty
     return 0;
 }
 
+// The payments reversed before the first document that tells its GNF, which moved it unseen.
+std::int64_t EstornosBeforeGnf(Importador& importing)
+{
+    ArquivoLido& arquivo = importing.arquivo;
+    const Programacao& programacao = importing.programacao;
+    const auto daTroco = [&programacao](std::int64_t meio) {
+        return !programacao.vinculado[static_cast<std::size_t>(meio) - 1];
+    };
+    std::size_t estornos = 0;
+    const std::vector<std::int32_t>& documentos = arquivo.Documentos();
+    for (std::size_t at = 0; at < documentos.size(); ++at) {
+        for (const char* type : {"E16", "E19"}) {
+            if (arquivo.Has(type, documentos[at]) &&
+                arquivo.Read(type, documentos[at]).front().Integer("gnf") != 0) {
+                return static_cast<std::int64_t>(estornos);
+            }
+        }
+        if (arquivo.Has("E14", documentos[at])) {
+            const auto found = FindPagamentos(programacao, importing.dias.Read(at), daTroco);
+            estornos +=
+                found ? std::min(found->estornos.size(), arquivo.FreeNumbers(at).numeros) : 0;
+        }
+    }
+    return 0;
+}
+
 std::int64_t Told(ArquivoLido& arquivo, const char* field)
 {
     return arquivo.Small("E11").empty() ? 0 : arquivo.Small("E11").front().Integer(field);
@@ -52,27 +83,46 @@ std::int64_t CounterBefore(ArquivoLido& arquivo, std::initializer_list<const cha
 
 } // namespace
 
+std::int64_t EndAt(ArquivoLido& arquivo, std::int32_t coo)
+{
+    const auto reducao = arquivo.Reducoes().find(coo);
+    if (reducao != arquivo.Reducoes().end()) {
+        return SecondsOf(reducao->second.Raw("data_emissao"), reducao->second.Raw("hora_emissao"));
+    }
+    if (!arquivo.Has("E16", coo)) {
+        return 0;
+    }
+    const Record record = arquivo.Read("E16", coo).front();
+    return SecondsOf(record.Raw("data_fim"), record.Raw("hora_fim"));
+}
+
 std::int64_t FirstInstant(ArquivoLido& arquivo)
 {
-    std::int64_t first = 0;
     for (const std::int32_t coo : arquivo.Documentos()) {
-        const auto reducao = arquivo.Reducoes().find(coo);
-        if (arquivo.Has("E14", coo)) {
-            first = SecondsOf(arquivo.Read("E14", coo).front().Raw("data_abertura"));
-        } else if (arquivo.Has("E19", coo)) {
-            first = SecondsOf(arquivo.Read("E19", coo).front().Raw("data_abertura"));
-        } else if (arquivo.Has("E16", coo)) {
-            const Record record = arquivo.Read("E16", coo).front();
-            first = SecondsOf(record.Raw("data_fim"), record.Raw("hora_fim"));
-        } else if (reducao != arquivo.Reducoes().end()) {
-            first =
-                SecondsOf(reducao->second.Raw("data_emissao"), reducao->second.Raw("hora_emissao"));
+        std::int64_t first = EndAt(arquivo, coo);
+        for (const char* type : {"E14", "E19"}) {
+            if (arquivo.Has(type, coo)) {
+                first = SecondsOf(arquivo.Read(type, coo).front().Raw("data_abertura"));
+            }
         }
         if (first != 0) {
             return first;
         }
     }
     return 1;
+}
+
+std::int64_t LastFirstInstant(ArquivoLido& arquivo)
+{
+    const std::int64_t first = FirstInstant(arquivo);
+    std::int64_t last = first - first % SECONDS_A_DAY + SECONDS_A_DAY - 1;
+    for (const std::int32_t coo : arquivo.Documentos()) {
+        const std::int64_t end = EndAt(arquivo, coo);
+        if (end != 0) {
+            return end < first ? first : std::min(end, last);
+        }
+    }
+    return last;
 }
 
 std::optional<std::int64_t> CroDoCadastro(ArquivoLido& arquivo)
@@ -88,9 +138,11 @@ std::optional<std::int64_t> CroDoCadastro(ArquivoLido& arquivo)
     return usuario.Integer("cro");
 }
 
-std::map<std::string, std::int64_t> ContadoresBefore(ArquivoLido& arquivo)
+std::map<std::string, std::int64_t> ContadoresBefore(Importador& importing)
 {
+    ArquivoLido& arquivo = importing.arquivo;
     const std::vector<std::int32_t>& documentos = arquivo.Documentos();
+    const std::int64_t first = FirstInstant(arquivo);
     std::map<std::string, std::int64_t> contadores;
     contadores["coo"] = documentos.empty() ? Told(arquivo, "coo") : Before(documentos.front());
     std::int64_t crz = Told(arquivo, "crz");
@@ -101,11 +153,10 @@ std::map<std::string, std::int64_t> ContadoresBefore(ArquivoLido& arquivo)
             crz = Before(reducao->second.Integer("crz"));
             cro = reducao->second.Integer("cro");
             for (const Record& intervencao : arquivo.Small("E09")) {
-                const std::int64_t time =
-                    SecondsOf(intervencao.Raw("data"), intervencao.Raw("hora"));
-                const std::int64_t emissao = SecondsOf(reducao->second.Raw("data_emissao"),
-                                                       reducao->second.Raw("hora_emissao"));
-                cro -= time <= emissao && cro > 0 ? 1 : 0;
+                const bool isOfFile = TimeOf(intervencao) + SECONDS_A_DAY > first &&
+                                      !leitura::ComesBefore(reducao->second.Integer("cro"),
+                                                            intervencao.Integer("cro"));
+                cro -= isOfFile && cro > 0 ? 1 : 0;
             }
             break;
         }
@@ -114,6 +165,11 @@ std::map<std::string, std::int64_t> ContadoresBefore(ArquivoLido& arquivo)
     contadores["cro"] = CroDoCadastro(arquivo).value_or(cro);
     contadores["ccf"] = CounterBefore(arquivo, {"E14"}, "ccf");
     contadores["gnf"] = CounterBefore(arquivo, {"E16", "E19"}, "gnf");
+    for (std::int64_t i = EstornosBeforeGnf(importing); i > 0; --i) {
+        // 1 follows the last number as it follows none.
+        std::int64_t& gnf = contadores["gnf"];
+        gnf = gnf == 0 ? leitura::LAST_COUNTER - 1 : gnf - 1;
+    }
     contadores["grg"] = CounterBefore(arquivo, {"E16"}, "grg");
     contadores["cdc"] = Before(FirstOf(arquivo, {"E16"}, "cdc"));
     contadores["cfd"] = arquivo.Small("E10").empty()

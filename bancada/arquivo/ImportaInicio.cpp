@@ -1,7 +1,9 @@
 // The programming that a file implies, and the facts that no row will hold.
 #include "bancada/arquivo/ImportaCupom.h"
 
+#include "bancada/arquivo/Contadores.h"
 #include "bancada/arquivo/Instante.h"
+#include "bancada/arquivo/Reinicios.h"
 #include "bancada/leitura/Counter.h"
 #include "bancada/leitura/Limits.h"
 
@@ -57,61 +59,65 @@ void FindNomesNf(ArquivoLido& arquivo, Programacao& programacao)
     }
 }
 
-// So many payments of a receipt have a voucher at once: as many of them are in means that may have
-// one, which never gave change. Of those that reversals made so many can be there.
-void RequireVinculados(ArquivoLido& arquivo, std::int32_t coo, std::int64_t count,
-                       std::size_t estornos, Programacao& programacao)
+// Of a receipt with so many vouchers, and so many numbers without a record before the last of them:
+// as many of its payments as have one at once are in means that may have one, which never gave
+// change. A number without a record is that of a payment's reversal, or else of a voucher's.
+void RequireVinculados(ArquivoLido& arquivo, std::int32_t coo, std::int64_t vouchers,
+                       std::int64_t livres, Programacao& programacao)
 {
-    const CupomLido cupom =
+    const CupomLido told =
         arquivo.Has("E14", coo) ? ReadCupom(arquivo, coo) : ReadCupomNf(arquivo, coo);
+    const CupomLido cupom = Interpretacoes(told, livres > 0).front();
     const auto daTroco = [&](std::int64_t meio) {
         return arquivo.MeiosComTroco().count(
                    programacao.meios[static_cast<std::size_t>(meio) - 1]) != 0;
     };
     const auto found = FindPagamentos(programacao, cupom, daTroco);
-    const std::size_t made = found ? found->valores.size() : cupom.pagamentos.size();
+    const auto all = static_cast<std::int64_t>(cupom.pagamentos.size());
+    const auto estornos = found ? static_cast<std::int64_t>(found->estornos.size()) : 0;
+    const std::int64_t there = all - estornos + std::min(estornos, livres);
+    std::int64_t due =
+        std::max<std::int64_t>(vouchers - std::max<std::int64_t>(livres - estornos, 0), 1);
     std::vector<std::size_t> others;
-    for (std::size_t i = 0; i < std::min(made + estornos, cupom.pagamentos.size()); ++i) {
-        const std::int64_t numero = programacao.Meio(cupom.pagamentos[i].Text("meio"));
+    for (std::int64_t i = 0; i < there; ++i) {
+        const std::int64_t numero =
+            programacao.Meio(cupom.pagamentos[static_cast<std::size_t>(i)].Text("meio"));
         if (numero == 0 || daTroco(numero)) {
             continue;
         }
         const std::size_t at = static_cast<std::size_t>(numero) - 1;
         if (programacao.vinculado[at]) {
-            --count;
+            --due;
         } else {
             others.push_back(at);
         }
     }
     for (const std::size_t at : others) {
-        if (count > 0 && !programacao.vinculado[at]) {
+        if (due > 0 && !programacao.vinculado[at]) {
             programacao.vinculado[at] = true;
-            count -= std::count(others.begin(), others.end(), at);
+            due -= std::count(others.begin(), others.end(), at);
         }
     }
 }
 
 // A means may have a voucher where one follows a receipt paid with it, and where it never gave
-// change. A number without a record may be that of a voucher's reversal, or of a payment's.
+// change.
 void FindVinculados(ArquivoLido& arquivo, Programacao& programacao)
 {
     programacao.vinculado.assign(programacao.meios.size(), false);
     std::int32_t cupom = 0;
-    std::int64_t abertos = 0; // at least so many of its vouchers were not reversed
-    std::int64_t livres = 0;  // numbers without a record behind it
+    std::int64_t vouchers = 0;
+    std::int64_t livres = 0; // numbers without a record behind it
     std::int32_t before = 0;
     for (const std::int32_t coo : arquivo.Documentos()) {
-        const std::int64_t missing = before == 0 ? 0 : leitura::Steps(before, coo) - 1;
-        abertos = std::max<std::int64_t>(abertos - missing, 0);
-        livres += missing;
+        livres += before == 0 ? 0 : leitura::Steps(before, coo) - 1;
         before = coo;
         if (arquivo.Has("E14", coo) || arquivo.Has("E19", coo)) {
             cupom = coo;
-            abertos = livres = 0;
+            vouchers = livres = 0;
         }
         if (arquivo.Simbolo(coo) == "CC" && cupom != 0) {
-            RequireVinculados(arquivo, cupom, ++abertos, static_cast<std::size_t>(livres),
-                              programacao);
+            RequireVinculados(arquivo, cupom, ++vouchers, livres, programacao);
         }
     }
 }
@@ -182,6 +188,27 @@ void Cut(Importador& importing, const char* type, const char* field, std::string
     }
 }
 
+std::int64_t CadastroOf(const Record& usuario)
+{
+    return SecondsOf(usuario.Raw("data_cadastro"), usuario.Raw("hora_cadastro"));
+}
+
+// The first intervention of the documents, where the owner was registered in it: under the counter
+// that leaving it moved, behind its beginning.
+std::optional<Record> IntervencaoOf(ArquivoLido& arquivo, const Record& usuario)
+{
+    const std::int64_t cadastro = CadastroOf(usuario);
+    if (CroDoCadastro(arquivo)) {
+        const std::int64_t cro = leitura::NextNumber(usuario.Integer("cro"));
+        for (const Record& one : arquivo.Small("E09")) {
+            if (one.Integer("cro") == cro && TimeOf(one) != 0 && TimeOf(one) <= cadastro) {
+                return one;
+            }
+        }
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 std::int64_t Programacao::Meio(const std::string& nome) const
@@ -214,16 +241,36 @@ void FindProgramacao(Importador& importing)
     }
 }
 
-void WriteProgramacao(Importador& importing, std::int64_t first)
+void WriteUsuario(Importador& importing, std::int64_t em)
+{
+    const Record& usuario = importing.arquivo.Small("E02").front();
+    importing.tape.At("programa_usuario", em)
+        .Text("razao_social", usuario.Text("nome"))
+        .Text("nome_fantasia", usuario.Text("nome"))
+        .Text("endereco", usuario.Text("endereco"));
+    if (usuario.Integer("cnpj") != 0) {
+        // No record tells the state; any will do.
+        importing.tape.At("programa_cnpj_ie_im", em)
+            .Text("cnpj", std::string(usuario.Raw("cnpj")))
+            .Text("ie", usuario.Text("ie"))
+            .Text("im", "")
+            .Text("uf", "SP");
+    }
+}
+
+void WriteProgramacao(Importador& importing)
 {
     ArquivoLido& arquivo = importing.arquivo;
     TapeText& tape = importing.tape;
-    std::int64_t em = first;
-    if (!arquivo.Small("E02").empty()) {
+    std::int64_t em = FirstInstant(arquivo);
+    const bool hasUsuario = !arquivo.Small("E02").empty();
+    if (hasUsuario) {
         const Record& usuario = arquivo.Small("E02").front();
-        const std::int64_t cadastro =
-            SecondsOf(usuario.Raw("data_cadastro"), usuario.Raw("hora_cadastro"));
-        if (cadastro != 0 && cadastro <= first) {
+        const std::int64_t cadastro = CadastroOf(usuario);
+        importing.cadastroEm = IntervencaoOf(arquivo, usuario);
+        if (importing.cadastroEm) {
+            em = std::min(em, TimeOf(*importing.cadastroEm));
+        } else if (cadastro != 0 && cadastro <= LastFirstInstant(arquivo)) {
             em = cadastro;
         } else {
             importing.naoDito.AddField("E02", "data_cadastro, hora_cadastro",
@@ -246,20 +293,8 @@ void WriteProgramacao(Importador& importing, std::int64_t first)
             line("programa_sequencia_ecf").Number("numero", ecf.Integer("numero_caixa"));
         }
     }
-    if (!arquivo.Small("E02").empty()) {
-        const Record& usuario = arquivo.Small("E02").front();
-        line("programa_usuario")
-            .Text("razao_social", usuario.Text("nome"))
-            .Text("nome_fantasia", usuario.Text("nome"))
-            .Text("endereco", usuario.Text("endereco"));
-        if (usuario.Integer("cnpj") != 0) {
-            // No record tells the state; any will do.
-            line("programa_cnpj_ie_im")
-                .Text("cnpj", std::string(usuario.Raw("cnpj")))
-                .Text("ie", usuario.Text("ie"))
-                .Text("im", "")
-                .Text("uf", "SP");
-        }
+    if (hasUsuario && !importing.cadastroEm) {
+        WriteUsuario(importing, em);
     }
     const Programacao& programacao = importing.programacao;
     for (std::size_t i = 0; i < programacao.meios.size(); ++i) {

@@ -12,9 +12,9 @@ ImportResult Import(const std::string& path, std::ostream& tape, std::ostream& n
     Importador importing(path, tape);
     FindProgramacao(importing);
     importing.fatos = FindFatos(importing.arquivo);
-    const std::map<std::string, std::int64_t> before = ContadoresBefore(importing.arquivo);
+    const std::map<std::string, std::int64_t> before = ContadoresBefore(importing);
     importing.contadores = before;
-    WriteProgramacao(importing, FirstInstant(importing.arquivo));
+    WriteProgramacao(importing);
     HoldCadastro(importing);
     const std::int64_t antes = WriteDocumentos(importing);
     HoldContadores(importing);

@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <deque>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -70,6 +71,7 @@ struct Importador {
     std::deque<SemRegistro> pendentes; // due before the next receipt
     NumerosLivres livres;              // before the next receipt
     std::int64_t crzDoDia = 0;         // of the reduction that will close the day; 0: none
+    std::optional<Record> cadastroEm;  // the E09 in which the owner is still to be programmed
     std::map<std::string, std::int64_t> aliquotas; // as programmed: "T1" and so on
 
     // Moves a counter on by one; its number then.
@@ -84,8 +86,11 @@ struct Importador {
 
 // The programming that the file implies.
 void FindProgramacao(Importador& importing);
-// The lines that program the register, before its first document at `first`.
-void WriteProgramacao(Importador& importing, std::int64_t first);
+// The lines that program the register, before its first document; the owner's, too, unless he was
+// registered in an intervention, which is left to `cadastroEm`.
+void WriteProgramacao(Importador& importing);
+// The lines that program the owner, at `em`. REQUIRES: the file has an E02.
+void WriteUsuario(Importador& importing, std::int64_t em);
 // A fiscal or a non-fiscal receipt, up to its end or its cancellation in issue; what comes of it
 // later is left pending. `at` is its place in Documentos; `end` is the end that the file tells, 0
 // where it does not.

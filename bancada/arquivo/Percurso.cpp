@@ -1,11 +1,13 @@
 // From document to document: the lines that replay them.
 #include "bancada/arquivo/Coerencia.h"
+#include "bancada/arquivo/Contadores.h"
 #include "bancada/arquivo/ImportaCupom.h"
 #include "bancada/arquivo/Instante.h"
 #include "bancada/arquivo/Reinicios.h"
 #include "bancada/leitura/Counter.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace bancada::arquivo
 {
@@ -13,17 +15,18 @@ namespace
 {
 
 constexpr std::int64_t SECONDS_A_DAY = 86400;
+constexpr std::size_t NONE = std::numeric_limits<std::size_t>::max();
 
 class Percurso
 {
   public:
     explicit Percurso(Importador& importing)
         : m_importing(importing), m_arquivo(importing.arquivo),
-          m_documentos(importing.arquivo.Documentos()), m_intervencoes(m_arquivo.Small("E09")),
-          m_fitas(m_arquivo.Small("E10")), m_reinicios(FindReinicios(importing))
+          m_documentos(importing.arquivo.Documentos()),
+          m_intervencoes(IntervencoesInOrder(m_arquivo)), m_fitas(m_arquivo.Small("E10")),
+          m_reinicios(FindReinicios(importing))
     {
-        std::sort(m_intervencoes.begin(), m_intervencoes.end(),
-                  [](const Record& a, const Record& b) { return TimeOf(a) < TimeOf(b); });
+        FindPrazos();
     }
 
     void Run()
@@ -40,6 +43,10 @@ class Percurso
         for (; m_intervencao < m_intervencoes.size(); ++m_intervencao) {
             AddIntervencao(m_intervencoes[m_intervencao]);
         }
+        if (m_importing.cadastroEm) {
+            m_importing.naoDito.AddField("E02", "data_cadastro, hora_cadastro",
+                                         "in an intervention that no document tells of");
+        }
         for (; m_fita < m_fitas.size(); ++m_fita) {
             m_importing.Note("E10", "reprints for which no number is left");
         }
@@ -49,9 +56,50 @@ class Percurso
     std::int64_t AntesDoArquivo() const { return m_antesDoArquivo; }
 
   private:
-    static std::int64_t TimeOf(const Record& intervencao)
+    // The last X reading that can be that of leaving each intervention, as counters tell it; none
+    // before the first document.
+    void FindPrazos()
     {
-        return SecondsOf(intervencao.Raw("data"), intervencao.Raw("hora"));
+        const auto shows = [](std::int64_t cro, const Record& intervencao) {
+            return !leitura::ComesBefore(cro, intervencao.Integer("cro"));
+        };
+        while (m_intervencao < m_intervencoes.size() &&
+               shows(m_importing.contadores["cro"], m_intervencoes[m_intervencao])) {
+            AddIntervencao(m_intervencoes[m_intervencao++]);
+        }
+        // Which document is the first that shows each one's counter, then which reading is before.
+        m_prazos.assign(m_intervencoes.size(), NONE);
+        std::size_t shown = m_intervencao;
+        const auto show = [&](std::int64_t cro, std::size_t at) {
+            for (; shown < m_prazos.size() && shows(cro, m_intervencoes[shown]); ++shown) {
+                m_prazos[shown] = at;
+            }
+        };
+        for (std::size_t at = 0; at < m_documentos.size(); ++at) {
+            const auto reducao = m_arquivo.Reducoes().find(m_documentos[at]);
+            if (reducao != m_arquivo.Reducoes().end()) {
+                show(reducao->second.Integer("cro"), at);
+            }
+        }
+        if (!m_arquivo.Small("E11").empty()) {
+            show(m_arquivo.Small("E11").front().Integer("cro"), m_documentos.size());
+        }
+        std::size_t next = m_documentos.size();
+        for (std::size_t i = shown; i-- > m_intervencao;) {
+            next = std::min(next, m_prazos[i]);
+            while (next > 0 && !IsLeituraX(next - 1)) {
+                --next;
+            }
+            m_prazos[i] = next == 0 ? NONE : --next;
+        }
+    }
+
+    // An X reading that no restart without a record takes.
+    bool IsLeituraX(std::size_t at) const
+    {
+        const std::int32_t coo = m_documentos[at];
+        return m_arquivo.Simbolo(coo) == "LX" && m_reinicios.reinicios.count(coo) == 0 &&
+               m_reinicios.entradasL.count(coo) == 0 && m_reinicios.saidasL.count(coo) == 0;
     }
 
     bool IsReducao(std::int64_t coo) const
@@ -337,15 +385,19 @@ class Percurso
         TapeText& tape = m_importing.tape;
         const std::int32_t coo = m_documentos[at];
         if (m_reinicios.reinicios.count(coo) != 0) {
-            WriteReinicio(tape.Now());
-        } else if (m_intervencao < m_intervencoes.size() &&
-                   (TimeOf(m_intervencoes[m_intervencao]) <= end || m_fim < tape.Now())) {
-            const Record& record = m_intervencoes[m_intervencao++];
-            WriteReinicio(std::max(tape.Now(), TimeOf(record)));
-            HoldIntervencao(m_importing, record);
-            if (record.Text("perda_dados") == "S") {
-                AddIntervencao(record);
-            }
+            EnterMit(tape.Now());
+            LeaveMit();
+            return;
+        }
+        if (m_saida == NONE && m_intervencao < m_intervencoes.size() &&
+            (TimeOf(m_intervencoes[m_intervencao]) <= end || m_fim < tape.Now() ||
+             m_prazos[m_intervencao] == at)) {
+            WriteIntervencao(m_intervencoes[m_intervencao++]);
+            m_saida = FindSaida(at);
+        }
+        if (m_saida == at) {
+            LeaveMit();
+            m_saida = NONE;
         } else if (m_reinicios.entradasL.count(coo) != 0) {
             tape.At("entrada_mil_interno", end);
         } else if (m_reinicios.saidasL.count(coo) != 0) {
@@ -355,12 +407,52 @@ class Percurso
         }
     }
 
-    // The clock may go back in an intervention.
-    void WriteReinicio(std::int64_t em)
+    // Which X reading leaving the intervention prints, of this one and those right behind it: that
+    // at which the clock went back, where one did before the next intervention; else this one.
+    std::size_t FindSaida(std::size_t at)
+    {
+        const std::size_t behind = m_intervencao < m_intervencoes.size()
+                                       ? std::min(m_prazos[m_intervencao], m_documentos.size())
+                                       : m_documentos.size();
+        std::int64_t end = m_fim;
+        for (std::size_t i = at + 1; end >= m_importing.tape.Now() && i < behind && IsLeituraX(i);
+             ++i) {
+            const std::int64_t next = EndAt(m_arquivo, m_documentos[i]);
+            if (next < end) {
+                return i;
+            }
+            end = next;
+        }
+        return at;
+    }
+
+    void WriteIntervencao(const Record& record)
+    {
+        const std::int64_t em = std::max(m_importing.tape.Now(), TimeOf(record));
+        EnterMit(em);
+        HoldIntervencao(m_importing, record, em);
+        if (record.Text("perda_dados") == "S") {
+            AddIntervencao(record);
+        }
+        const std::optional<Record>& cadastro = m_importing.cadastroEm;
+        if (cadastro && cadastro->Integer("cro") == record.Integer("cro")) {
+            const Record& usuario = m_arquivo.Small("E02").front();
+            WriteUsuario(m_importing,
+                         SecondsOf(usuario.Raw("data_cadastro"), usuario.Raw("hora_cadastro")));
+            m_importing.cadastroEm.reset();
+        }
+    }
+
+    void EnterMit(std::int64_t em)
     {
         m_importing.Count("cro");
+        m_importing.tape.At("entrada_mit_interno", em);
+    }
+
+    // The clock may go back in an intervention.
+    void LeaveMit()
+    {
         TapeText& tape = m_importing.tape;
-        tape.At("entrada_mit_interno", em);
         if (m_fim != 0 && m_fim < tape.Now()) {
             tape.SetClock(m_fim);
         }
@@ -380,8 +472,10 @@ class Percurso
     const std::vector<std::int32_t>& m_documentos;
     std::vector<Record> m_intervencoes;
     std::vector<Record> m_fitas;
-    std::int64_t m_fim = 0;        // the end of the document at hand, as the file tells it
-    std::size_t m_intervencao = 0; // the next one
+    std::int64_t m_fim = 0;            // the end of the document at hand, as the file tells it
+    std::size_t m_intervencao = 0;     // the next one
+    std::vector<std::size_t> m_prazos; // the place of each one's last X reading
+    std::size_t m_saida = NONE;        // that of the one that is being gone through
     std::size_t m_fita = 0;
     std::size_t m_reducaoAt = 0;
     bool m_first = true; // the first Z reduction is still to come

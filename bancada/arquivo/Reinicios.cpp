@@ -2,7 +2,11 @@
 
 #include "bancada/arquivo/Contadores.h"
 #include "bancada/arquivo/Importador.h"
+#include "bancada/arquivo/Instante.h"
 #include "bancada/leitura/Counter.h"
+
+#include <algorithm>
+#include <utility>
 
 #include <vector>
 
@@ -31,6 +35,34 @@ void FindReinicio(Importador& importing, std::vector<std::int32_t> leituras,
 }
 
 } // namespace
+
+std::int64_t TimeOf(const Record& intervencao)
+{
+    return SecondsOf(intervencao.Raw("data"), intervencao.Raw("hora"));
+}
+
+std::vector<Record> IntervencoesInOrder(const ArquivoLido& arquivo)
+{
+    std::vector<Record> all = arquivo.Small("E09");
+    const auto key = [](const Record& record) {
+        return std::make_pair(record.Integer("cro"), TimeOf(record));
+    };
+    std::stable_sort(all.begin(), all.end(),
+                     [&key](const Record& a, const Record& b) { return key(a) < key(b); });
+    // The first is the one behind the widest gap.
+    std::size_t first = 0;
+    std::int64_t widest = 0;
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        const Record& before = all[i == 0 ? all.size() - 1 : i - 1];
+        const std::int64_t gap = leitura::Steps(before.Integer("cro"), all[i].Integer("cro"));
+        if (gap > widest) {
+            widest = gap;
+            first = i;
+        }
+    }
+    std::rotate(all.begin(), all.begin() + static_cast<std::ptrdiff_t>(first), all.end());
+    return all;
+}
 
 Reinicios FindReinicios(Importador& importing)
 {

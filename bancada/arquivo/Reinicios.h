@@ -1,13 +1,20 @@
 // Restarts and interventions that no record tells of.
 #pragma once
 
+#include "bancada/arquivo/ArquivoLido.h"
+
 #include <cstdint>
 #include <set>
+#include <vector>
 
 namespace bancada::arquivo
 {
 
 struct Importador;
+
+// The E09 of a file in the order of their counters, which go round after 999999: times may go back.
+std::vector<Record> IntervencoesInOrder(const ArquivoLido& arquivo);
+std::int64_t TimeOf(const Record& intervencao);
 
 // By the number of the X reading that each prints.
 struct Reinicios {

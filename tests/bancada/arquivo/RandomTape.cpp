@@ -17,7 +17,9 @@ class Writer
     {
         Line("configura", R"("versao_sb":"01.00.00")");
         At(1, 7, 0);
-        Programming();
+        const bool inIntervencao = Chance(25);
+        Programming(inIntervencao);
+        m_semLeitura = !inIntervencao && Chance(25);
         for (int day = 1; day <= days; ++day) {
             Day(day);
         }
@@ -68,15 +70,23 @@ class Writer
         return Quoted(std::to_string(cents / 100) + "." + (digits.size() < 2 ? "0" : "") + digits);
     }
 
-    void Programming()
+    void Usuario()
     {
-        Line("programa_nr_serie",
-             R"("marca":"MARCA","modelo":"MODELO","tipo":"ECF-IF","num_serie":"SERIE7")");
-        Line("programa_sequencia_ecf", R"("numero":3)");
         Line("programa_usuario",
              R"("razao_social":"RAZAO","nome_fantasia":"FANTASIA","endereco":"RUA, 1")");
         Line("programa_cnpj_ie_im",
              R"("cnpj":"11222333000181","ie":"110042490114","im":"","uf":"SP")");
+    }
+
+    // The owner may be programmed in the register's first intervention.
+    void Programming(bool inIntervencao)
+    {
+        if (!inIntervencao) {
+            Usuario();
+        }
+        Line("programa_nr_serie",
+             R"("marca":"MARCA","modelo":"MODELO","tipo":"ECF-IF","num_serie":"SERIE7")");
+        Line("programa_sequencia_ecf", R"("numero":3)");
         Line("insere_aliquota", R"("tributacao":"T","indice":1,"percentual":"18.00")");
         Line("insere_aliquota", R"("tributacao":"T","indice":2,"percentual":"7.00")");
         Line("insere_aliquota", R"("tributacao":"S","indice":3,"percentual":"5.00")");
@@ -92,6 +102,16 @@ class Writer
         Line("insere_meio_pagamento", R"("indice":3,"descricao":"VALE","vinculado_ccd":true)");
         Line("insere_reg_ope_nf", R"("indice":3,"descricao":"RECARGA")");
         Line("insere_reg_ope_nf", R"("indice":4,"descricao":"DOACAO")");
+        if (inIntervencao) {
+            At(1, 7, 10);
+            Line("entrada_mit_interno");
+            At(1, 7, 20);
+            Usuario();
+            if (Chance(30)) {
+                At(1, 7, 30);
+            }
+            Line("saida_mit_interno");
+        }
     }
 
     void Item()
@@ -264,8 +284,14 @@ class Writer
         }
         if (Chance(20)) {
             Line("entrada_mit_interno");
+            // Back before the readings, or behind them.
             if (Chance(50)) {
                 At(day, 7, 40);
+                Line("acerta_relogio");
+            } else if (Chance(30)) {
+                At(day, 8, 30);
+                Line("leitura_x");
+                At(day, 8, 15);
                 Line("acerta_relogio");
             }
             Line("saida_mit_interno");
@@ -285,15 +311,22 @@ class Writer
     void Day(int day)
     {
         At(day, 8, 0);
-        Line("leitura_x", R"("midia":"impressao")");
-        Intervencoes(day);
-        if (Chance(30)) {
-            Line("leitura_mf");
+        const bool begins = !(m_semLeitura && day == 1); // with what tells a time
+        if (begins) {
+            for (int i = Draw(1, 2); i > 0; --i) {
+                Line("leitura_x", R"("midia":"impressao")");
+            }
+            Intervencoes(day);
+            if (Chance(30)) {
+                Line("leitura_mf");
+            }
         }
         if (Chance(25)) {
             Aliquotas();
         }
-        Line("sangria", R"("operacao":"fundo_troco","valor":)" + Money(1000, 20000));
+        if (begins) {
+            Line("sangria", R"("operacao":"fundo_troco","valor":)" + Money(1000, 20000));
+        }
         for (int i = 0; i < 12; ++i) {
             At(day, 9 + i, Draw(0, 30));
             if (Chance(25)) {
@@ -331,6 +364,7 @@ class Writer
     bool m_detalhado = false;
     bool m_ajusteCancelado = false; // of the receipt at hand
     bool m_subtotalCancelado = false;
+    bool m_semLeitura = false; // the first day begins with a receipt
 };
 
 } // namespace
