@@ -40,8 +40,15 @@ ArquivoLido::ArquivoLido(const std::string& path) : m_reader(path)
         m_grupos.back().reader = std::make_unique<RecordReader>(path);
     }
     Record record;
+    std::string first;
     while (m_reader.Next(record)) {
+        first = first.empty() ? record.Type() : first;
         Take(record, m_reader.Offset());
+    }
+    if (first != "E01") {
+        throw Unusable(path +
+                       ":1: a file begins with E01, the register's identification, not with " +
+                       (first.empty() ? "its end" : first));
     }
     Finish();
 }

@@ -27,8 +27,9 @@ struct NumerosLivres {
 class ArquivoLido
 {
   public:
-    // Throws Unusable for what RecordReader refuses, for a document's number that comes twice in a
-    // type, and for items or payments of one document that do not stand together.
+    // Throws Unusable for what RecordReader refuses, for a file without an E01, for a document's
+    // number that comes twice in a type, and for items or payments of one document that do not
+    // stand together.
     explicit ArquivoLido(const std::string& path);
 
     // What the common fields tell that no tape can say, and which Z reductions are not there.

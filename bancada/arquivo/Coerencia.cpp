@@ -236,7 +236,7 @@ void HoldOutro(Importador& importing, const Record& record, const OutroNumeros& 
                  "not of the document that has the number");
     holding.Number("gnf", due.gnf);
     holding.Number("grg", due.grg);
-    holding.Number("cdc", due.cdc);
+    holding.Number("cdc", due.cdc % CDC_ROOM);
     holding.Number("crz", due.crz);
 }
 

@@ -64,6 +64,18 @@ std::int64_t EstornosBeforeGnf(Importador& importing)
     return 0;
 }
 
+// Of a longer number than E16 has room for, one that ends alike.
+std::int64_t CdcBefore(ArquivoLido& arquivo)
+{
+    for (const std::int32_t coo : arquivo.Documentos()) {
+        if (arquivo.Simbolo(coo) == "CC") {
+            const std::int64_t cdc = arquivo.Read("E16", coo).front().Integer("cdc");
+            return cdc == 0 ? CDC_ROOM - 1 : cdc - 1;
+        }
+    }
+    return 0;
+}
+
 std::int64_t Told(ArquivoLido& arquivo, const char* field)
 {
     return arquivo.Small("E11").empty() ? 0 : arquivo.Small("E11").front().Integer(field);
@@ -171,7 +183,7 @@ std::map<std::string, std::int64_t> ContadoresBefore(Importador& importing)
         gnf = gnf == 0 ? leitura::LAST_COUNTER - 1 : gnf - 1;
     }
     contadores["grg"] = CounterBefore(arquivo, {"E16"}, "grg");
-    contadores["cdc"] = Before(FirstOf(arquivo, {"E16"}, "cdc"));
+    contadores["cdc"] = CdcBefore(arquivo);
     contadores["cfd"] = arquivo.Small("E10").empty()
                             ? Told(arquivo, "cfd")
                             : Before(arquivo.Small("E10").front().Integer("cfd"));

@@ -5,6 +5,9 @@
 #include "bancada/leitura/Query.h"
 
 #include <algorithm>
+#include <iterator>
+#include <tuple>
+#include <utility>
 
 namespace bancada::arquivo
 {
@@ -66,6 +69,25 @@ void ExportSoftware(Exportador& exporting)
     }
 }
 
+// The facts in the order of their type's keys; `key` is an entry's.
+template <typename One, typename Key>
+std::vector<One> InOrder(std::vector<One> all, const Key& key)
+{
+    std::stable_sort(all.begin(), all.end(),
+                     [&key](const One& a, const One& b) { return key(a) < key(b); });
+    return all;
+}
+
+// The digits of a CNPJ as the field has them.
+std::string CnpjKey(const std::string& cnpj)
+{
+    std::string digits;
+    std::copy_if(cnpj.begin(), cnpj.end(), std::back_inserter(digits),
+                 [](char c) { return c >= '0' && c <= '9'; });
+    constexpr std::size_t WIDTH = 14;
+    return digits.insert(0, digits.size() < WIDTH ? WIDTH - digits.size() : 0, '0');
+}
+
 // Who was registered, and when.
 template <typename One>
 void WriteInscricao(RecordWriter& writer, const One& one)
@@ -79,7 +101,8 @@ void WriteInscricao(RecordWriter& writer, const One& one)
 void ExportSimbolos(Exportador& exporting, const char* type, const char* field,
                     const std::vector<Fatos::Simbolo>& simbolos)
 {
-    for (const Fatos::Simbolo& one : simbolos) {
+    const auto key = [](const auto& one) { return std::pair(CnpjKey(one.cnpj), one.dataHora); };
+    for (const Fatos::Simbolo& one : InOrder(simbolos, key)) {
         exporting.writer.Begin(type);
         exporting.writer.Digits("cnpj", one.cnpj);
         exporting.writer.D("data", one.dataHora);
@@ -98,9 +121,6 @@ std::vector<Fatos::Simbolo> Moedas(const Exportador& exporting)
         moedas.push_back(
             {exporting.cnpj.Value(), row.dataHoraGravacao.Value(), row.simboloMoeda.Value()});
     }
-    std::stable_sort(moedas.begin(), moedas.end(), [](const auto& a, const auto& b) {
-        return a.cnpj != b.cnpj ? a.cnpj < b.cnpj : a.dataHora < b.dataHora;
-    });
     return moedas;
 }
 
@@ -181,14 +201,21 @@ void ExportCadastro(Exportador& exporting)
 {
     RecordWriter& writer = exporting.writer;
     const Fatos& fatos = exporting.fatos;
-    for (const Fatos::Prestador& one : fatos.prestadores) {
+    const auto inscricao = [](std::int64_t number, const auto& one) {
+        return std::tuple(number, one.dataHora, CnpjKey(one.cnpj));
+    };
+    for (const auto& one : InOrder(fatos.prestadores, [&inscricao](const auto& prestador) {
+             return inscricao(prestador.numero, prestador);
+         })) {
         writer.Begin("E03");
         writer.N("numero", one.numero);
         WriteInscricao(writer, one);
         writer.N("vendas", one.vendas);
         writer.End();
     }
-    for (const Fatos::Proprietario& one : fatos.proprietarios) {
+    for (const auto& one : InOrder(fatos.proprietarios, [&inscricao](const auto& proprietario) {
+             return inscricao(proprietario.usuario, proprietario);
+         })) {
         writer.Begin("E04");
         writer.N("usuario", one.usuario);
         WriteInscricao(writer, one);
@@ -200,7 +227,9 @@ void ExportCadastro(Exportador& exporting)
     const std::vector<Fatos::Simbolo> moedas = Moedas(exporting);
     ExportSimbolos(exporting, "E06", "simbolo", moedas);
     ExportSoftware(exporting);
-    for (const Fatos::MemoriaDetalhe& one : fatos.memorias) {
+    for (const auto& one : InOrder(fatos.memorias, [](const auto& memoria) {
+             return std::pair(CnpjKey(memoria.cnpj), memoria.numeroSerie);
+         })) {
         writer.Begin("E08");
         writer.Digits("cnpj", one.cnpj);
         writer.X("numero_serie_mfd", one.numeroSerie);

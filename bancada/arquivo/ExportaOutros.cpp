@@ -68,7 +68,13 @@ void ExportOutrosDocumentos(Exportador& exporting)
         writer.N("coo", row.coo);
         writer.N("gnf", movesGnf ? row.gnf : none);
         writer.N("grg", tipo == "RG" ? row.grg : none);
-        writer.N("cdc", tipo == "CC" ? row.cdc : none);
+        const bool hasRoom = tipo != "CC" || row.cdc.Value() < CDC_ROOM;
+        writer.N("cdc", tipo != "CC" ? none
+                        : hasRoom    ? row.cdc
+                                     : leitura::Integer(row.cdc.Value() % CDC_ROOM));
+        if (!hasRoom) {
+            exporting.neutros.AddField("E16", "cdc", "the last four digits of a longer number");
+        }
         writer.N("crz", tipo == "RZ" ? row.crz : none);
         writer.Text("simbolo", row.tipoDocumento);
         writer.D("data_fim", row.dataHoraFimEmissao);

@@ -35,6 +35,9 @@ struct Field {
     std::size_t Size() const { return static_cast<std::size_t>(last - first) + 1; }
 };
 
+// The CDC has four digits in E16 and six in the register: those of a longer number are the last.
+constexpr std::int64_t CDC_ROOM = 10000;
+
 // The positions of the fields with which every record but E01 and EAD begins. A record of nothing
 // else says that its type has no data.
 constexpr std::size_t PREFIX_WIDTH = 44;

@@ -134,6 +134,7 @@ TEST_F(CircleTest, CountersThatGoPastTheLastNumber)
         start.contadores[COUNTER_CRZ] = 999996 + seed % 4;
         start.contadores[COUNTER_GRG] = 999997 + seed % 3;
         start.contadores[COUNTER_CRO] = 999997 + seed % 3;
+        start.contadores[COUNTER_CDC] = 9997 + seed % 3;
         start.gt = Financial::FromCents(123456789);
         start.gtUltimaRZ = start.gt;
         folder.Write("tape", RandomTape(static_cast<std::uint64_t>(seed), 4));

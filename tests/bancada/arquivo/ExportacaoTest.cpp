@@ -266,6 +266,30 @@ TEST_F(ExportacaoTest, TheFactsTellIt)
                      "left out: E21: rows of pagamento_cupom without a receipt (1)\n");
 }
 
+// By number or CNPJ, then by date and time, whatever their order in the facts file.
+TEST_F(ExportacaoTest, FactsStandInTheOrderOfTheirKeys)
+{
+    Execute(DAYS);
+    options.facts = Folder().Write("facts", R"({"formato": "ecf-bancada fatos", "versao": 1,
+        "prestadores": [{"numero": 10, "data_hora": "2021-01-01 00:00:00", "cnpj": "1", "ie": "", "vendas": 0},
+                        {"numero": 9, "data_hora": "2022-01-01 00:00:00", "cnpj": "2", "ie": "", "vendas": 0},
+                        {"numero": 9, "data_hora": "2021-01-01 00:00:00", "cnpj": "3", "ie": "", "vendas": 0}],
+        "proprietarios_anteriores": [{"usuario": 2, "data_hora": "2019-01-01 00:00:00", "cnpj": "4", "ie": "", "cro": 0, "gt": 0},
+                                     {"usuario": 1, "data_hora": "2020-01-01 00:00:00", "cnpj": "5", "ie": "", "cro": 0, "gt": 0}],
+        "cifras_gt": [{"cnpj": "100", "data_hora": "2018-01-01 00:00:00", "simbolo": "ABCDEFGHIJ"},
+                      {"cnpj": "99", "data_hora": "2019-01-01 00:00:00", "simbolo": "BCDEFGHIJA"},
+                      {"cnpj": "0.099", "data_hora": "2018-01-01 00:00:00", "simbolo": "CDEFGHIJAB"}],
+        "moedas": [{"cnpj": "2", "data_hora": "2017-01-01 00:00:00", "simbolo": "R$"},
+                   {"cnpj": "1", "data_hora": "2018-01-01 00:00:00", "simbolo": "CR$"}],
+        "memorias_detalhe": [{"cnpj": "7", "numero_serie": "B"}, {"cnpj": "7", "numero_serie": "A"},
+                             {"cnpj": "6", "numero_serie": "C"}]})");
+    EXPECT_EQ(Positions("E03", 45, 54), "0920210101 0920220101 1020210101");
+    EXPECT_EQ(Positions("E04", 45, 54), "0120200101 0220190101");
+    EXPECT_EQ(Positions("E05", 73, 73), "C B A");
+    EXPECT_EQ(Positions("E06", 73, 75), "CR$ R$ ");
+    EXPECT_EQ(Positions("E08", 59, 59), "C A B");
+}
+
 TEST_F(ExportacaoTest, TheMemoryTellsCountersAndGrandTotal)
 {
     Execute(std::string(DAYS) + "PRAGMA user_version = 5; DELETE FROM totalizador_nao_fiscal;");

@@ -16,8 +16,10 @@ namespace bancada::arquivo
 namespace
 {
 
-// Without an E01 the register has no serial number, letter or model.
+// The register has no serial number, letter or model.
 const std::string COMMON(41, ' ');
+const std::string E01 = "E01" + std::string(78, ' ') + std::string(31, '0') + "TDM" +
+                        std::string(28, '0') + std::string(8, ' ') + "AC1704 01.00.00\n";
 
 std::string E16(const std::string& coo, const std::string& gnf, const std::string& simbolo,
                 const std::string& end)
@@ -36,7 +38,7 @@ class ImportacaoTest : public testing::Test
     // The tape's lines, without those that clear the way.
     std::vector<std::string> Lines(const std::string& content)
     {
-        folder.Write("f", content);
+        folder.Write("f", E01 + content);
         std::ostringstream tape;
         std::ostringstream notes;
         result = Import(folder.File("f"), tape, notes);
@@ -199,6 +201,7 @@ TEST_F(ImportacaoTest, AFileIsReadAFewTimesHoweverManyDocumentsItHas)
             content += "E20" + COMMON + "01" + number + number + "001NOME           " +
                        std::string(52, '0') + "N" + std::string(13, '0') + "\n";
         }
+        content.insert(0, E01);
         folder.Write("f", content);
         std::ostringstream tape;
         std::ostringstream notes;
@@ -226,7 +229,7 @@ TEST_F(ImportacaoTest, AFaultNamesLineTypeFieldAndPositions)
         }
         return std::string("none");
     };
-    EXPECT_EQ(fault(good), "none");
+    EXPECT_EQ(fault(E01 + good), "none");
     EXPECT_EQ(fault(good + E16("00000X", "000000", "MF", "20240301080100")),
               ":2: E16, coo (positions 47-52): digits are due, not \"00000X\"");
     EXPECT_EQ(fault(good + E16("000008", "000000", "MF", "20240230080100")),
@@ -239,7 +242,7 @@ TEST_F(ImportacaoTest, AFaultNamesLineTypeFieldAndPositions)
                   "due, not \"" +
                       data + "\"");
     }
-    EXPECT_EQ(fault(E16("000007", "000000", "LX", "19700102000000") +
+    EXPECT_EQ(fault(E01 + E16("000007", "000000", "LX", "19700102000000") +
                     E16("000008", "000000", "MF", "21060206235959")),
               "none");
     EXPECT_EQ(fault("E10" + COMMON + "00000120240301000000000004" + std::string(14, '0') + "\n"),
@@ -261,6 +264,11 @@ TEST_F(ImportacaoTest, AFaultNamesLineTypeFieldAndPositions)
         fault("E12" + COMMON + "01000001000007000000202403012024030123000000000000000000 \n" +
               "E12" + COMMON + "01000002000007000000202403012024030123000000000000000000 \n"),
         ":2: E12, coo (positions 53-58): a number that did not come before is due, not \"000007\"");
+    EXPECT_EQ(fault(""),
+              ":1: a file begins with E01, the register's identification, not with its end");
+    EXPECT_EQ(fault("\n"), ":1: a record begins with its type, E01 to E21 or EAD, not with \"\"");
+    EXPECT_EQ(fault(good),
+              ":1: a file begins with E01, the register's identification, not with E16");
 }
 
 TEST_F(ImportacaoTest, WhatIsNoFileMakesNothing)
