@@ -1,12 +1,13 @@
 #!/usr/bin/env python3
-"""What the library takes of a device: text, constants, relocated data, and the stack of its loggers.
+"""What the libraries take of a device: text, constants, relocated data, and the stack of the loggers.
 
   footprint.py write PROJECT
-  footprint.py hold-size PROJECT PROCESSOR ARCHIVE SIZE
+  footprint.py hold-size PROJECT PROCESSOR ARCHIVE SIZE [TABLE]
   footprint.py hold-stack PROJECT PROCESSOR PROGRAM...
 
-write measures the builds of the four presets that it names below and puts the two tables into
-docs/integration.md, between their markers. hold-size and hold-stack measure one build and compare it
+write measures the builds of the four presets that it names below and puts the three tables into
+docs/integration.md, between their markers. TABLE is that of the archive, `size` for the loggers' and
+`owner-size` for the owner's. hold-size and hold-stack measure one build and compare it
 with the table there: the exit code is 1 where they differ by more than what is tolerated, or where a
 limit is exceeded. PROCESSOR is x86-64 or ARM, SIZE the binutils' size of that processor, PROGRAM
 test_CmdDBLogger with what runs it before it.
@@ -30,7 +31,10 @@ SIZE_BUILDS = {"x86-64": ("firmware", "size"), "ARM": ("firmware-arm", "arm-linu
 STACK_BUILDS = {"x86-64": ("release", []),
                 "ARM": ("arm", ["qemu-arm-static", "-L", "/usr/arm-linux-gnueabihf"])}
 
-# At most so many bytes of text and constants together.
+# Each library's table.
+ARCHIVES = {"size": "libecf_dblogger.a", "owner-size": "LogDatabase/libecf_logdatabase.a"}
+
+# At most so many bytes of the loggers' text and constants together.
 SIZE_LIMITS = {"x86-64": None, "ARM": 22000}
 # At most so many bytes of stack in all, of every logger but the closing that apportions.
 STACK_LIMIT = 32 * 1024
@@ -159,11 +163,13 @@ def hold(found):
 def write(project):
     build = project / "build"
     document = (project / DOCUMENT).read_text(encoding="utf-8")
-    sizes = {processor: sizes_of(build / folder / "libecf_dblogger.a", tool)
-             for processor, (folder, tool) in SIZE_BUILDS.items()}
+    sizes = {name: {processor: sizes_of(build / folder / archive, tool)
+                    for processor, (folder, tool) in SIZE_BUILDS.items()}
+             for name, archive in ARCHIVES.items()}
     stacks = {processor: stacks_of([*emulator, str(build / folder / "tests/test_CmdDBLogger")])
               for processor, (folder, emulator) in STACK_BUILDS.items()}
-    for name, text in (("size", table([head for head, _ in SECTIONS], sizes)),
+    heads = [head for head, _ in SECTIONS]
+    for name, text in (*((name, table(heads, of)) for name, of in sizes.items()),
                        ("stack", table(["own", "in all"], stacks))):
         begin, end = marker(name)
         before, rest = document.split(begin)
@@ -187,10 +193,12 @@ def main():
         return write(options.project)
     document = (options.project / DOCUMENT).read_text(encoding="utf-8")
     if options.command == "hold-size":
-        archive, size_tool = options.measured
+        archive, size_tool, *name = options.measured
+        name = name[0] if name else "size"
         sizes = sizes_of(archive, size_tool)
-        told = rows_of(document, "size", options.processor, len(SECTIONS))
-        return hold(differences(told, sizes) + size_excess(options.processor, sizes))
+        told = rows_of(document, name, options.processor, len(SECTIONS))
+        excess = size_excess(options.processor, sizes) if name == "size" else []
+        return hold(differences(told, sizes) + excess)
     stacks = stacks_of(options.measured)
     return hold(differences(rows_of(document, "stack", options.processor, 2), stacks) +
                 stack_excess(stacks))

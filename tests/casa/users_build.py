@@ -18,6 +18,7 @@ import unittest
 from pathlib import Path
 
 PARENT = Path(__file__).resolve().parent / "parent"
+CONSUMER = PARENT.parent / "consumer"
 tools = argparse.Namespace()
 
 
@@ -64,6 +65,13 @@ class UsersBuild(unittest.TestCase):
                                   if flag.startswith("-std=")], [standard])
                 self.assertFalse([flag for flag in command if flag.startswith("-Werror")])
 
+    def assert_programs_run(self, build):
+        env = {**os.environ, "LD_LIBRARY_PATH": tools.libraries} if tools.libraries else None
+        self.assertEqual(run(*shlex.split(tools.emulator), build / "consumer", env=env),
+                         "5 ESTACIONAMENTO\n")
+        self.assertEqual(run(*shlex.split(tools.emulator), build / "owner", build / "owner.db",
+                             env=env), "kept\n")
+
     def test_a_folder_of_another_project(self):
         build = configure(PARENT, "parent", "-DCMAKE_CXX_STANDARD=20",
                           "-DCMAKE_CXX_FLAGS=-Wall -Wextra -Wnon-virtual-dtor -Wno-psabi")
@@ -72,11 +80,7 @@ class UsersBuild(unittest.TestCase):
         self.assert_flags(compiled, "-std=c++20")
         output = run(tools.cmake, "--build", build)
         self.assertNotIn("warning:", output)
-        env = {**os.environ, "LD_LIBRARY_PATH": tools.libraries} if tools.libraries else None
-        self.assertEqual(run(*shlex.split(tools.emulator), build / "consumer", env=env),
-                         "5 ESTACIONAMENTO\n")
-        self.assertEqual(run(*shlex.split(tools.emulator), build / "owner", tools.work / "owner.db",
-                             env=env), "kept\n")
+        self.assert_programs_run(build)
         # What is installed is the other project's to say.
         run(tools.cmake, "--install", build, "--prefix", tools.work / "prefix")
         self.assertEqual([path for path in (tools.work / "prefix").rglob("*") if path.is_file()], [])
@@ -85,9 +89,17 @@ class UsersBuild(unittest.TestCase):
         alone = ("-DECF_BANCADA=OFF", "-DECF_TESTS=OFF")
         for name, options, standard in (("alone", (), "-std=c++17"),
                                         ("alone-20", ("-DCMAKE_CXX_STANDARD=20",), "-std=c++20")):
-            compiled = commands(configure(tools.root, name, *alone, *options))
+            build = configure(tools.root, name, *alone, *options)
+            compiled = commands(build)
             self.assert_the_library_alone(compiled)
             self.assert_flags(compiled, standard)
+            run(tools.cmake, "--build", build)
+            prefix = tools.work / f"{name}-prefix"
+            run(tools.cmake, "--install", build, "--prefix", prefix)
+            package = next(prefix.rglob("ecf_dblogger-config.cmake")).parent
+            user = configure(CONSUMER, f"{name}-user", f"-Decf_dblogger_DIR={package}", *options)
+            run(tools.cmake, "--build", user)
+            self.assert_programs_run(user)
 
 
 if __name__ == "__main__":

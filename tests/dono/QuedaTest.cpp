@@ -189,11 +189,14 @@ TEST_P(OwnersOpening, AFaultThereCostsNothingThatIsAcknowledgedLater)
               << " runs without a write-ahead log at the start\n";
 }
 
+// All kinds but truncations: the opening of a new database has none.
 INSTANTIATE_TEST_SUITE_P(Faults, OwnersOpening,
                          testing::Values(OpeningFault{"Write", Io::WRITE, SQLITE_IOERR_WRITE},
                                          OpeningFault{"Sync", Io::SYNC, SQLITE_IOERR_FSYNC},
                                          OpeningFault{"Delete", Io::DELETE, SQLITE_IOERR_DELETE},
                                          OpeningFault{"Open", Io::OPEN, SQLITE_CANTOPEN},
+                                         OpeningFault{"Read", Io::READ, SQLITE_IOERR_READ},
+                                         OpeningFault{"Share", Io::SHARE, SQLITE_IOERR_SHMMAP},
                                          OpeningFault{"Unlock", Io::UNLOCK, SQLITE_IOERR_UNLOCK}),
                          [](const testing::TestParamInfo<OpeningFault>& fault) {
                              return std::string(fault.param.name);

@@ -99,8 +99,10 @@ TEST_P(OpeningThenCut, KeepsWhatWasAcknowledged)
               << withoutLog << " runs without a write-ahead log at the start\n";
 }
 
+// All kinds but truncations: the opening of a new database has none.
 INSTANTIATE_TEST_SUITE_P(Faults, OpeningThenCut,
-                         ::testing::Values(Io::WRITE, Io::SYNC, Io::DELETE, Io::OPEN, Io::UNLOCK),
+                         ::testing::Values(Io::WRITE, Io::SYNC, Io::DELETE, Io::OPEN, Io::READ,
+                                           Io::SHARE, Io::UNLOCK),
                          [](const ::testing::TestParamInfo<Io>& fault) {
                              switch (fault.param) {
                              case Io::WRITE:
@@ -111,6 +113,10 @@ INSTANTIATE_TEST_SUITE_P(Faults, OpeningThenCut,
                                  return "Delete";
                              case Io::OPEN:
                                  return "Open";
+                             case Io::READ:
+                                 return "Read";
+                             case Io::SHARE:
+                                 return "Share";
                              case Io::UNLOCK:
                                  return "Unlock";
                              default:
