@@ -127,7 +127,9 @@ TEST_P(Upgrade, APowerCutLeavesItAsItWasOrUpgraded)
             }
         }
     }
-    EXPECT_EQ(versions, (std::set<std::string>{BEFORE, AFTER}));
+    if (Step() == 1) { // else perhaps all fall on one side of the commit
+        EXPECT_EQ(versions, (std::set<std::string>{BEFORE, AFTER}));
+    }
     std::cout << cuts << " power cuts, " << images << " different disks looked at\n";
 }
 
