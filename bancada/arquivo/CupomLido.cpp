@@ -216,7 +216,11 @@ void AddWithoutTotals(const CupomLido& cupom, bool mayBeCancelledLater,
     }
     if (cupom.IsFiscal() && !cupom.itens.empty() && (!cupom.cancelado || mayBeCancelledLater)) {
         for (const CupomLido& one : among) {
-            AddAdicional(one, paid, found);
+            // None is closed when all its items are cancelled.
+            if (std::any_of(one.itens.begin(), one.itens.end(),
+                            [](const ItemLido& item) { return !item.cancelado; })) {
+                AddAdicional(one, paid, found);
+            }
         }
     }
     if (found.empty() || cupom.cancelado) {

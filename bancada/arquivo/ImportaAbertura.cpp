@@ -1,5 +1,6 @@
 // The opening of a receipt, told by its record.
 #include "bancada/arquivo/ImportaCupom.h"
+#include "bancada/registro/CheckDigits.h"
 
 #include <algorithm>
 
@@ -13,10 +14,9 @@ constexpr std::size_t MAX_NOME = 30; // what the array of the opening has room f
 void WriteConsumidor(Importador& importing, const CupomLido& cupom, TapeLine& line)
 {
     std::string digits(cupom.record.Raw("cpf_cnpj"));
-    constexpr std::size_t CPF_DIGITS = 11;
     if (digits.find_first_not_of('0') == std::string::npos) {
         digits.clear();
-    } else if (digits.compare(0, digits.size() - CPF_DIGITS, "000") == 0) {
+    } else if (!IsCNPJ(digits) && digits.compare(0, digits.size() - CPF_DIGITS, "000") == 0) {
         digits.erase(0, digits.size() - CPF_DIGITS);
     }
     std::string nome = cupom.record.Text("nome");

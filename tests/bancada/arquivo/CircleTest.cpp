@@ -2,6 +2,7 @@
 #include "bancada/arquivo/Comparacao.h"
 #include "bancada/arquivo/Exportacao.h"
 #include "bancada/arquivo/Importacao.h"
+#include "bancada/conferencia/Conferencia.h"
 #include "bancada/gerador/Generator.h"
 #include "tests/bancada/arquivo/RandomTape.h"
 #include "tests/bancada/arquivo/Replay.h"
@@ -44,6 +45,19 @@ class CircleTest : public testing::Test
         Export(options, out, notes);
     }
 
+    // What check finds, but for notes, a line each.
+    std::string Findings(const std::string& name) const
+    {
+        std::string text;
+        const leitura::DatabaseReading database(folder.File(name + ".db"));
+        conferencia::CheckDatabase(database, nullptr, [&text](const conferencia::Finding& one) {
+            if (conferencia::InfoOf(one.kind).weight == conferencia::Weight::FAULT) {
+                text += one.key + ": " + one.text + "\n";
+            }
+        });
+        return text;
+    }
+
     // From the tape "tape" round to the file "second"; what differs.
     std::string Differences(const Memoria& start = Memoria())
     {
@@ -79,6 +93,12 @@ class CircleTest : public testing::Test
                         " '" + d.first + "' '" + d.second + "'\n";
             }
         });
+        // What came of the imported tape is found as sound as what it came of.
+        const std::string found = Findings("first");
+        findings += found;
+        if (const std::string again = Findings("second"); again != found) {
+            text += "found '" + found + "', then '" + again + "'\n";
+        }
         if (text.empty() && folder.Read("first") != folder.Read("second")) {
             text = "not the same to the byte";
         }
@@ -88,7 +108,8 @@ class CircleTest : public testing::Test
     test_support::TempFolder folder;
     ComparisonSummary summary;
     std::string told;
-    int refused = 0; // of the commands of "tape"
+    std::string findings; // of the databases of "tape"
+    int refused = 0;      // of the commands of "tape"
 };
 
 TEST_F(CircleTest, TheGrocersDays)
@@ -98,6 +119,7 @@ TEST_F(CircleTest, TheGrocersDays)
         GenerateTape({2, 25, static_cast<std::uint32_t>(seed)}, tape);
         folder.Write("tape", tape.str());
         EXPECT_EQ(Differences(), "") << "seed " << seed << "\n" << told;
+        EXPECT_EQ(findings, "");
         EXPECT_GE(summary.types.size(), 15U) << "of the types that have a source, seed " << seed;
         folder.Write("first.db", "");
         folder.Write("second.db", "");
