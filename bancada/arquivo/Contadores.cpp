@@ -47,12 +47,17 @@ std::int64_t EstornosBeforeGnf(Importador& importing)
         return !programacao.vinculado[static_cast<std::size_t>(meio) - 1];
     };
     std::size_t estornos = 0;
+    std::size_t missing = 0; // numbers without a record up to the document
     const std::vector<std::int32_t>& documentos = arquivo.Documentos();
     for (std::size_t at = 0; at < documentos.size(); ++at) {
+        missing +=
+            at == 0
+                ? 0
+                : static_cast<std::size_t>(leitura::Steps(documentos[at - 1], documentos[at]) - 1);
         for (const char* type : {"E16", "E19"}) {
             if (arquivo.Has(type, documentos[at]) &&
                 arquivo.Read(type, documentos[at]).front().Integer("gnf") != 0) {
-                return static_cast<std::int64_t>(estornos);
+                return static_cast<std::int64_t>(std::min(estornos, missing));
             }
         }
         if (arquivo.Has("E14", documentos[at])) {
