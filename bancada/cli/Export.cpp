@@ -6,7 +6,7 @@
 #include "bancada/cli/OutputFile.h"
 #include "bancada/cli/Subcommands.h"
 #include "bancada/cli/UsedFiles.h"
-#include "bancada/tape/Instant.h"
+#include "bancada/cli/Validators.h"
 
 #include <CLI/CLI.hpp>
 #include <iostream>
@@ -56,23 +56,6 @@ CLI::Validator OneOf(const Values& values)
     return CLI::IsMember(names).description("");
 }
 
-// "yyyy-mm-dd".
-std::string CheckDate(const std::string& text)
-{
-    constexpr char FORM[] = "dddd-dd-dd";
-    bool fits = text.size() == sizeof FORM - 1;
-    for (std::size_t i = 0; fits && i < text.size(); ++i) {
-        fits = FORM[i] == 'd' ? text[i] >= '0' && text[i] <= '9' : text[i] == FORM[i];
-    }
-    if (!fits) {
-        return "a date yyyy-mm-dd is due, not " + text;
-    }
-    RtcAbsoluteTime noon;
-    return ParseInstant(text + " 12:00:00", noon)
-               ? ""
-               : "there is no day " + text + " from 1970-01-01 to 2106-02-06";
-}
-
 // "FIRST-LAST", or one number.
 std::pair<std::int64_t, std::int64_t> ParseRange(const std::string& text)
 {
@@ -116,7 +99,7 @@ void AddExport(CLI::App& app, int& exitCode)
         ->check(OneOf(Comandos()))
         ->type_name("TDM|MFD|MF|RZ")
         ->capture_default_str();
-    const CLI::Validator date(CheckDate, "");
+    const CLI::Validator date = DateOption();
     CLI::Option* from =
         command->add_option("--from", options.from, Tr("The fiscal days from this date on"))
             ->check(date)

@@ -8,6 +8,7 @@
 #include "bancada/cli/ShowVerdict.h"
 #include "bancada/cli/Subcommands.h"
 #include "bancada/cli/UsedFiles.h"
+#include "bancada/cli/Validators.h"
 #include "bancada/relatorio/Csv.h"
 
 #include <CLI/CLI.hpp>
@@ -94,6 +95,69 @@ int ShowInto(const std::string& page, const ShowOptions& options)
     return ExitCode(shown);
 }
 
+// The options that choose documents, as they are typed.
+struct FilterArguments {
+    std::string minimo, maximo;
+};
+
+// An amount that MoneyOption has passed.
+std::optional<relatorio::Amount> AmountOf(std::string text)
+{
+    if (text.empty()) {
+        return {};
+    }
+    text.erase(text.find('.'), 1);
+    return relatorio::Amount(std::stoll(text), 2);
+}
+
+std::vector<CLI::Option*> AddFilters(CLI::App& show, ShowOptions& options,
+                                     FilterArguments& arguments)
+{
+    relatorio::Filtro& filtro = options.filtro;
+    const CLI::Validator money = MoneyOption();
+    const CLI::Validator date = DateOption();
+    return {
+        show.add_flag("--cancelled", filtro.cancelado, Tr("Only cancelled receipts")),
+        show.add_option("--consumer", filtro.consumidor,
+                        Tr("Only receipts with this in the consumer's CPF, CNPJ or name"))
+            ->type_name("TEXT"),
+        show.add_option("--min-value", arguments.minimo,
+                        Tr("Only receipts whose total is at least this"))
+            ->transform(money)
+            ->type_name("VALUE"),
+        show.add_option("--max-value", arguments.maximo,
+                        Tr("Only receipts whose total is at most this"))
+            ->transform(money)
+            ->type_name("VALUE"),
+        show.add_option("--text", filtro.texto,
+                        Tr("Only documents with this in one of their texts: what they are called, "
+                           "consumer, messages, items, payments; small and capital letters are "
+                           "one"))
+            ->type_name("TEXT"),
+        show.add_option("--from", filtro.desde, Tr("Only documents begun on this day or later"))
+            ->check(date)
+            ->type_name("DATE"),
+        show.add_option("--to", filtro.ate, Tr("Only documents begun on this day or earlier"))
+            ->check(date)
+            ->type_name("DATE"),
+    };
+}
+
+// Takes over what was typed; a range that holds nothing is refused.
+void Finish(relatorio::Filtro& filtro, const FilterArguments& arguments)
+{
+    filtro.minimo = AmountOf(arguments.minimo);
+    filtro.maximo = AmountOf(arguments.maximo);
+    if (!filtro.desde.empty() && !filtro.ate.empty() && filtro.ate < filtro.desde) {
+        throw CLI::ValidationError(
+            "--to", Tr("the range %1 to %2 ends before it begins", {filtro.desde, filtro.ate}));
+    }
+    if (filtro.minimo && filtro.maximo && (*filtro.maximo - *filtro.minimo).Units() < 0) {
+        throw CLI::ValidationError("--max-value", Tr("the range %1 to %2 ends before it begins",
+                                                     {arguments.minimo, arguments.maximo}));
+    }
+}
+
 struct CsvOptions {
     std::string table;
     std::string output = "-";
@@ -109,7 +173,8 @@ int ShowCsv(const CsvOptions& csv, const ShowOptions& options)
         databases.push_back(&readings.emplace_back(path));
     }
     OutputFile file(csv.output);
-    relatorio::WriteCsv(databases, static_cast<relatorio::CsvTable>(place), file.Stream());
+    relatorio::WriteCsv(databases, static_cast<relatorio::CsvTable>(place), options.filtro,
+                        file.Stream());
     file.Commit();
     return EXIT_OK;
 }
@@ -158,10 +223,17 @@ void AddShow(CLI::App& app, int& exitCode)
                                           relatorio::CSV_TABLES.end());
     CLI::Option* csvTable =
         show->add_option("--csv", csv->table,
-                         Tr("For a spreadsheet: the documents, their items, their payments, or the "
-                            "Z reductions"))
+                         Tr("For a spreadsheet: the documents, their items, their payments, the "
+                            "Z reductions, or the totals by day, tax code or payment means"))
             ->check(CLI::IsMember(tables).description(""))
-            ->type_name("documentos|itens|pagamentos|reducoes");
+            ->type_name("documentos|itens|pagamentos|reducoes|dias|aliquotas|meios");
+    CLI::Option* totals = show->add_flag(
+        "--totals", options->totais,
+        Tr("Instead of the list the totals by day, by tax code and by payment means"));
+    const auto filter = std::make_shared<FilterArguments>();
+    for (CLI::Option* one : AddFilters(*show, *options, *filter)) {
+        one->excludes(coo)->excludes(crz);
+    }
     show->add_option("--output", csv->output,
                      Tr("The file that --csv writes; - is standard output [-]"))
         ->type_name("FILE")
@@ -172,6 +244,8 @@ void AddShow(CLI::App& app, int& exitCode)
         ->excludes(pages)
         ->excludes(log)
         ->excludes(json);
+    totals->excludes(coo)->excludes(crz)->excludes(html)->excludes(pages)->excludes(log)->excludes(
+        csvTable);
     coo->excludes(crz)->excludes(html)->excludes(log);
     html->excludes(json);
     pages->excludes(coo)->excludes(crz)->excludes(html)->excludes(json);
@@ -184,30 +258,36 @@ void AddShow(CLI::App& app, int& exitCode)
                         {"ecf-bancada show loja.db --coo 12", Tr("One document as on paper")},
                         {"ecf-bancada show loja.db --html loja.html --log loja.db.log",
                          Tr("A page for the browser, with what was lost")},
+                        {"ecf-bancada show loja.db --totals --from 2024-03-01 --to 2024-03-31",
+                         Tr("What a month came to")},
+                        {"ecf-bancada show loja.db --cancelled --min-value 100,00",
+                         Tr("The large receipts that were cancelled")},
                         {"ecf-bancada show loja.db --csv itens --output itens.csv",
                          Tr("The items sold, for a spreadsheet")}});
-    show->callback([options, page, folder, csv, csvTable, crz, html, pages, log, &app, &exitCode] {
-        if (*log && *crz && !*html) {
-            throw CLI::ExcludesError("--log", Tr("--crz without --html"));
-        }
-        if (*log && options->databases.size() > 1) {
-            throw Unusable(
-                Tr("--log goes with one database: a log does not tell whose rows are lost"));
-        }
-        RequireApart(*csvTable ? csv->output : *pages ? *folder : *page, Inputs(*options));
-        if (*csvTable) {
-            exitCode = ShowCsv(*csv, *options);
-            return;
-        }
-        options->html = static_cast<bool>(*html);
-        options->version = app.version();
-        if (*pages) {
-            exitCode = ShowFolder(*folder, *options);
-            return;
-        }
-        exitCode = options->html ? ShowInto(*page, *options)
-                                 : ExitCode(Show(*options, std::cout, std::cerr));
-    });
+    show->callback(
+        [options, page, folder, csv, csvTable, filter, crz, html, pages, log, &app, &exitCode] {
+            Finish(options->filtro, *filter);
+            if (*log && *crz && !*html) {
+                throw CLI::ExcludesError("--log", Tr("--crz without --html"));
+            }
+            if (*log && options->databases.size() > 1) {
+                throw Unusable(
+                    Tr("--log goes with one database: a log does not tell whose rows are lost"));
+            }
+            RequireApart(*csvTable ? csv->output : *pages ? *folder : *page, Inputs(*options));
+            if (*csvTable) {
+                exitCode = ShowCsv(*csv, *options);
+                return;
+            }
+            options->html = static_cast<bool>(*html);
+            options->version = app.version();
+            if (*pages) {
+                exitCode = ShowFolder(*folder, *options);
+                return;
+            }
+            exitCode = options->html ? ShowInto(*page, *options)
+                                     : ExitCode(Show(*options, std::cout, std::cerr));
+        });
 }
 
 } // namespace bancada

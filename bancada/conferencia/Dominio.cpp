@@ -29,7 +29,6 @@ constexpr std::size_t CPF_SIZE = 11;
 constexpr std::array<std::string_view, 27> UFS = {
     "AC", "AL", "AM", "AP", "BA", "CE", "DF", "ES", "GO", "MA", "MG", "MS", "MT", "PA",
     "PB", "PE", "PI", "PR", "RJ", "RN", "RO", "RR", "RS", "SC", "SE", "SP", "TO"};
-constexpr std::array<std::string_view, 3> ECF_TYPES = {"ECF-IF", "ECF-MR", "ECF-PDV"};
 constexpr std::array<std::string_view, 7> TYPES = {"LX", "MF", "CC", "RG", "NC", "CN", "RZ"};
 
 template <std::size_t COUNT>
@@ -123,8 +122,6 @@ bool IsTextWithin(std::string_view text, Domain domain)
         return IsCnpj(text);
     case Domain::NAME:
         return !text.empty();
-    case Domain::ECF_TYPE:
-        return IsOneOf(ECF_TYPES, text.substr(0, text.find_last_not_of(' ') + 1));
     default:
         return true;
     }
@@ -313,8 +310,6 @@ const char* MeaningOf(Domain domain)
         return Tr("a state");
     case Domain::CNPJ:
         return Tr("a CNPJ with its check digits");
-    case Domain::ECF_TYPE:
-        return Tr("ECF-IF, ECF-MR or ECF-PDV");
     }
     return "";
 }

@@ -38,7 +38,6 @@ enum class Domain : std::uint8_t {
     SIGNATURE,       // Base64, or a blank
     UF,              // one of the 27 states
     CNPJ,            // 14 digits, the last two of them check digits
-    ECF_TYPE,        // one of the three that the law knows
 };
 
 } // namespace bancada::leitura

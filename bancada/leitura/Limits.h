@@ -34,6 +34,7 @@ constexpr std::int64_t MAX_INSCRICAO = 20;
 constexpr std::int64_t MAX_CONTRIBUINTE = 120;
 constexpr std::int64_t MAX_MARCA = 15;
 constexpr std::int64_t MAX_MODELO = 20;
+constexpr std::int64_t MAX_TIPO_ECF = 7;
 constexpr std::int64_t MAX_NUM_SERIE = 20;
 
 // The decimals of a quantity and of a unit price: an item's total is written with two or three.

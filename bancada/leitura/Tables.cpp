@@ -316,7 +316,7 @@ const Table<DadosEcfRow>& DadosEcfTable()
             {"num_serie", &DadosEcfRow::numSerie, Domain::NAME, Presence::ALWAYS, MAX_NUM_SERIE},
             {"marca", &DadosEcfRow::marca, Domain::TEXT, Presence::ALWAYS, MAX_MARCA},
             {"modelo", &DadosEcfRow::modelo, Domain::TEXT, Presence::ALWAYS, MAX_MODELO},
-            {"tipo", &DadosEcfRow::tipo, Domain::ECF_TYPE},
+            {"tipo", &DadosEcfRow::tipo, Domain::TEXT, Presence::ALWAYS, MAX_TIPO_ECF},
             {"num_caixa", &DadosEcfRow::numCaixa, Domain::CAIXA},
         });
     return table;

@@ -2,6 +2,7 @@
 
 #include "bancada/relatorio/DisplayText.h"
 #include "bancada/relatorio/Report.h"
+#include "bancada/relatorio/Totais.h"
 
 #include <algorithm>
 #include <string>
@@ -68,6 +69,9 @@ constexpr const char* HEADINGS[] = {
     "acrescimo;valor_liquido;cancelado",
     "arquivo;jornada;coo;meio;nome;valor;parcelas;estornado;valor_estornado",
     "arquivo;crz;coo;gnf;cro;emissao;movimento;gt;vb;base_icms;icms;base_issqn;issqn",
+    "arquivo;crz;movimento;cupons;vendido;cancelados;ilegiveis;vb",
+    "arquivo;aliquota;itens;valor",
+    "arquivo;meio;nome;pagamentos;valor",
 };
 
 class CsvWriter final : public JornadaVisitor
@@ -103,6 +107,10 @@ class CsvWriter final : public JornadaVisitor
             if (d.reducao) {
                 WriteReducao(*d.reducao);
             }
+            break;
+        case CsvTable::DIAS:
+        case CsvTable::ALIQUOTAS:
+        case CsvTable::MEIOS:
             break;
         }
     }
@@ -180,16 +188,57 @@ class CsvWriter final : public JornadaVisitor
     Integer m_crz;
 };
 
+void WriteTotais(Report& report, CsvTable table, std::ostream& out)
+{
+    const Text file = report.Database().Path();
+    const Totais totais = ReadTotais(report);
+    if (table == CsvTable::DIAS) {
+        for (const TotalDia& dia : totais.dias) {
+            CsvLine line;
+            line.Add(file).Add(dia.crz).Add(dia.movimento).Add(Integer(dia.cupons));
+            line.Add(dia.vendido).Add(Integer(dia.cancelados)).Add(Integer(dia.unreadable));
+            dia.fechado ? line.Add(dia.vb) : line.Add(std::string());
+            line.Write(out);
+        }
+    } else if (table == CsvTable::ALIQUOTAS) {
+        for (const TotalAliquota& total : totais.aliquotas) {
+            CsvLine line;
+            line.Add(file).Add(total.aliquota).Add(Integer(total.itens)).Add(total.valor);
+            line.Write(out);
+        }
+        if (!totais.foraDosItens.IsZero()) {
+            CsvLine line;
+            line.Add(file).Add(std::string("fora_dos_itens")).Add(std::string());
+            line.Add(totais.foraDosItens).Write(out);
+        }
+    } else {
+        for (const VendaMeio& meio : totais.meios.meios) {
+            CsvLine line;
+            line.Add(file).Add(meio.indice).Add(meio.nome).Add(Integer(meio.pagamentos));
+            line.Add(meio.valor).Write(out);
+        }
+    }
+}
+
+bool IsTotals(CsvTable table)
+{
+    return table == CsvTable::DIAS || table == CsvTable::ALIQUOTAS || table == CsvTable::MEIOS;
+}
+
 } // namespace
 
 void WriteCsv(const std::vector<const leitura::DatabaseReading*>& databases, CsvTable table,
-              std::ostream& out)
+              const Filtro& filtro, std::ostream& out)
 {
     out << HEADINGS[static_cast<std::size_t>(table)] << "\r\n";
     for (const leitura::DatabaseReading* database : databases) {
-        Report report(*database);
-        CsvWriter writer(report, table, out);
-        report.Walk(writer);
+        Report report(*database, {}, filtro);
+        if (IsTotals(table)) {
+            WriteTotais(report, table, out);
+        } else {
+            CsvWriter writer(report, table, out);
+            report.Walk(writer);
+        }
         database->ConfirmUnchanged();
     }
 }

@@ -130,6 +130,18 @@ std::u32string Characters(std::string_view text)
     return out;
 }
 
+std::u32string Folded(std::string_view text)
+{
+    constexpr char32_t TO_SMALL = 0x20;
+    constexpr char32_t TIMES = 0xD7;
+    std::u32string folded = Characters(text);
+    for (char32_t& c : folded) {
+        const bool capital = (c >= U'A' && c <= U'Z') || (c >= 0xC0 && c <= 0xDE && c != TIMES);
+        c += capital ? TO_SMALL : 0;
+    }
+    return folded;
+}
+
 std::string Utf8(std::u32string_view text)
 {
     std::string out;

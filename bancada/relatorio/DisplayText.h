@@ -19,6 +19,9 @@ std::u32string Characters(std::string_view text);
 
 std::string Utf8(std::u32string_view text);
 
+// Its characters with capital letters small, those with accents (U+00C0 to U+00DE) too: to compare.
+std::u32string Folded(std::string_view text);
+
 // The text for a terminal: what `Characters` leaves of it.
 std::string Disarmed(std::string_view text);
 

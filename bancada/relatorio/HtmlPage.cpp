@@ -4,7 +4,7 @@
 #include "bancada/relatorio/DisplayText.h"
 #include "bancada/relatorio/HtmlPageAssets.h"
 #include "bancada/relatorio/HtmlParts.h"
-#include "bancada/relatorio/Vendas.h"
+#include "bancada/relatorio/Totais.h"
 
 namespace bancada::relatorio
 {
@@ -15,7 +15,7 @@ class PageWriter final : public JornadaVisitor
 {
   public:
     PageWriter(const PageSource& source, const HtmlPage& page, bool& empty, std::ostream& out)
-        : m_source(source), m_page(page),
+        : m_source(source), m_page(page), m_totais(source.report.Names()),
           m_estabelecimento(source.report.Names().ReadEstabelecimento()), m_empty(empty), m_out(out)
     {
     }
@@ -29,6 +29,7 @@ class PageWriter final : public JornadaVisitor
               << "\"" << (m_empty ? " open" : "") << ">";
         m_empty = false;
         WriteJornadaSummary(jornada, m_source.verdict, m_out);
+        m_totais.BeginJornada(jornada);
         m_inside = true;
     }
 
@@ -39,6 +40,7 @@ class PageWriter final : public JornadaVisitor
         }
         m_source.report.Documentos().Complete(d);
         WriteDocumento(d, m_estabelecimento, m_source.verdict, m_out);
+        m_totais.VisitDocumento(d);
     }
 
     void EndJornada(const Jornada&) override
@@ -49,6 +51,9 @@ class PageWriter final : public JornadaVisitor
         m_inside = false;
     }
 
+    // Of the documents that were written.
+    [[nodiscard]] Totais Sums() const { return m_totais.Sums(); }
+
   private:
     bool IsOutside(const Jornada& jornada) const
     {
@@ -57,6 +62,7 @@ class PageWriter final : public JornadaVisitor
 
     const PageSource& m_source;
     const HtmlPage& m_page;
+    TotaisCollector m_totais;
     const Estabelecimento m_estabelecimento;
     // Whether no jornada was written yet, of whatever database.
     bool& m_empty;
@@ -68,13 +74,10 @@ class PageWriter final : public JornadaVisitor
 
 void WriteHtmlPage(const std::vector<PageSource>& sources, const HtmlPage& page, std::ostream& out)
 {
-    VendasByHora vendas;
-    for (const PageSource& source : sources) {
-        Add(vendas, ReadVendasByHora(source.report.Database(), source.report.Range(), page.crz));
-    }
+    const Totais vendas = ReadVendas(sources, page.crz);
     std::int64_t cupons = 0;
     Amount total;
-    for (const VendaHora& venda : vendas.horas) {
+    for (const VendaHora& venda : vendas.horas.horas) {
         cupons += venda.cupons;
         total = total + venda.valor;
     }
@@ -87,8 +90,10 @@ void WriteHtmlPage(const std::vector<PageSource>& sources, const HtmlPage& page,
         << EscapeHtml(FilesOf(sources))
         << (page.crz ? " · " + Tr("Z %1 alone", {WithZeros(*page.crz, 4)}) : std::string())
         << "</p>\n";
+    WriteFiltro(sources, out);
     WriteSections("", out);
     out << SectionLink("days", Tr("Days and documents"))
+        << SectionLink("bydays", Tr("Totals by day"))
         << "</nav>\n</header><main>\n<div class=\"numeros\">\n"
         << NumberBox(std::to_string(cupons), cupons == 1
                                                  ? Tr("fiscal receipt, without cancelled ones")
@@ -101,24 +106,29 @@ void WriteHtmlPage(const std::vector<PageSource>& sources, const HtmlPage& page,
                 : std::string())
         << FaultsBox(sources) << "</div>\n";
     WriteVerdicts(sources, page, ALL_OF_IT, out);
-    WriteHoras(vendas, out);
-    WriteMeios(sources, page.crz, out);
+    WriteHoras(vendas.horas, out);
+    WriteMeios(vendas.meios, vendas.troco, out);
     WriteLosses(page.losses, ALL_OF_IT, out);
 
     out << "<section class=\"quadro\" id=\"days\"><h2>" << Tr("Days and documents") << "</h2>\n";
     WriteSearch(Button("abre", Tr("Open all days")) + Button("fecha", Tr("Close all")), out);
     bool empty = true;
+    Totais totais;
     for (const PageSource& source : sources) {
         if (sources.size() > 1) {
             out << "<h3>" << EscapeHtml(source.name) << "</h3>\n";
         }
         PageWriter writer(source, page, empty, out);
         source.report.Walk(writer);
+        Add(totais, writer.Sums());
     }
     if (empty) {
         out << "<p class=\"fraco\">" << Tr("No documents.") << "</p>\n";
     }
-    out << "</section></main>\n<script>" << PAGE_SCRIPT << "</script></body></html>\n";
+    out << "</section>\n";
+    WriteTotaisByDia(totais, out);
+    WriteTotaisByAliquota(totais, out);
+    out << "</main>\n<script>" << PAGE_SCRIPT << "</script></body></html>\n";
 }
 
 } // namespace bancada::relatorio

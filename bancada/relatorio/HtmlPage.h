@@ -23,10 +23,10 @@ struct PageSource {
     const Verdict* verdict = nullptr;
 };
 
-// One HTML page that needs nothing from elsewhere: days, receipts on paper strips, sales by hour
-// and by payment means, rejected statements. Written as the database is read, so that its size does
-// not matter to the writer. Every text of the database is escaped, and the page's own policy runs
-// no script but its own.
+// One HTML page that needs nothing from elsewhere: days, receipts on paper strips, sales by hour,
+// by payment means, by day and by tax code, rejected statements. Written as the database is read,
+// so that its size does not matter to the writer. Every text of the database is escaped, and the
+// page's own policy runs no script but its own.
 struct HtmlPage {
     // Of the program; "" is not told.
     std::string version;

@@ -8,6 +8,7 @@
 #include "bancada/relatorio/DisplayText.h"
 #include "bancada/relatorio/DocumentoPrint.h"
 #include "bancada/relatorio/HtmlPageAssets.h"
+#include "bancada/relatorio/TotaisList.h"
 
 namespace bancada::relatorio
 {
@@ -192,7 +193,7 @@ void WriteSections(const std::string& days, std::ostream& out)
 {
     out << "<nav>" << SectionLink("check", Tr("Check")) << days
         << SectionLink("hours", Tr("By hour")) << SectionLink("means", Tr("By payment means"))
-        << SectionLink("lost", Tr("Rejected and lost"));
+        << SectionLink("taxes", Tr("By tax code")) << SectionLink("lost", Tr("Rejected and lost"));
 }
 
 void WriteHoras(const VendasByHora& vendas, std::ostream& out)
@@ -217,16 +218,75 @@ void WriteHoras(const VendasByHora& vendas, std::ostream& out)
     out << "</table></details></section>\n";
 }
 
-void WriteMeios(const std::vector<PageSource>& sources, std::optional<std::int64_t> crz,
-                std::ostream& out)
+Totais ReadVendas(const std::vector<PageSource>& sources, std::optional<std::int64_t> crz)
 {
-    VendasByMeio vendas;
-    Amount troco;
+    Totais vendas;
     for (const PageSource& source : sources) {
         Report& report = source.report;
-        Add(vendas, ReadVendasByMeio(report.Database(), report.Range(), report.Names(), crz));
-        troco = troco + ReadTroco(report.Database(), report.Range(), crz);
+        if (!report.Filter().IsNone()) {
+            Add(vendas, ReadTotais(report, crz));
+            continue;
+        }
+        // The columns that these need, without the documents.
+        Add(vendas.horas, ReadVendasByHora(report.Database(), report.Range(), crz));
+        Add(vendas.meios, ReadVendasByMeio(report.Database(), report.Range(), report.Names(), crz));
+        vendas.troco = vendas.troco + ReadTroco(report.Database(), report.Range(), crz);
     }
+    return vendas;
+}
+
+void WriteFiltro(const std::vector<PageSource>& sources, std::ostream& out)
+{
+    const Filtro& filtro = sources.front().report.Filter();
+    if (!filtro.IsNone()) {
+        out << "<p class=\"marca\">"
+            << EscapeHtml(Tr("Of these documents alone, figures and days: %1. What check says is "
+                             "of the whole database.",
+                             {filtro.Described()}))
+            << "</p>\n";
+    }
+}
+
+void WriteTotaisByDia(const Totais& totais, std::ostream& out)
+{
+    out << "<section class=\"quadro\" id=\"bydays\"><h2>" << Tr("Totals by day")
+        << "</h2>\n<table><tr><th>" << Tr("Day") << "</th>" << Heading(Tr("Receipts"))
+        << Heading(Tr("Sold, R$")) << Heading(Tr("Cancelled")) << Heading(Tr("Unreadable"))
+        << Heading(Tr("Gross sales of the Z, R$")) << "</tr>\n";
+    for (const TotalDia& dia : totais.dias) {
+        const std::string movimento = Cut(FormatDateTime(dia.movimento.Shown().substr(0, 10)), 19);
+        out << "<tr><td>" << EscapeHtml("Z " + WithZeros(dia.crz, 4) + ", " + movimento)
+            << "</td><td class=\"num\">" << dia.cupons << "</td><td class=\"num\">"
+            << EscapeHtml(AmountText(dia.vendido)) << "</td><td class=\"num\">" << dia.cancelados
+            << "</td><td class=\"num\">" << dia.unreadable << "</td><td class=\"num\">"
+            << (dia.fechado ? EscapeHtml(AmountText(dia.vb)) : Tr("not closed")) << "</td></tr>\n";
+    }
+    out << "</table></section>\n";
+}
+
+void WriteTotaisByAliquota(const Totais& totais, std::ostream& out)
+{
+    out << "<section class=\"quadro\" id=\"taxes\"><h2>" << Tr("Sales by tax code") << "</h2>\n";
+    WriteUnreadable(totais.unreadable,
+                    TrCount("%1 amount that cannot be read is in no sum here",
+                            "%1 amounts that cannot be read are in no sum here", totais.unreadable),
+                    out);
+    out << "<table><tr><th>" << Tr("Tax code") << "</th>" << Heading(Tr("Items")) << Heading("R$")
+        << "</tr>\n";
+    for (const TotalAliquota& total : totais.aliquotas) {
+        out << "<tr><td>" << EscapeHtml(AliquotaName(total)) << "</td><td class=\"num\">"
+            << total.itens << "</td><td class=\"num\">" << EscapeHtml(AmountText(total.valor))
+            << "</td></tr>\n";
+    }
+    if (!totais.foraDosItens.IsZero()) {
+        out << "<tr><td>" << Tr("In no item") << "</td><td></td><td class=\"num\">"
+            << EscapeHtml(AmountText(totais.foraDosItens)) << "</td></tr>\n";
+    }
+    out << "</table></section>\n";
+}
+
+void WriteMeios(const VendasByMeio& vendas, const Amount& troco, std::ostream& out)
+{
     const std::vector<VendaMeio>& meios = vendas.meios;
     out << "<section class=\"quadro\" id=\"means\"><h2>" << Tr("Sales by payment means")
         << "</h2>\n";

@@ -5,6 +5,7 @@
 #include "bancada/relatorio/Documento.h"
 #include "bancada/relatorio/HtmlPage.h"
 #include "bancada/relatorio/JornadaWalk.h"
+#include "bancada/relatorio/Totais.h"
 #include "bancada/relatorio/Vendas.h"
 #include "bancada/relatorio/Verdict.h"
 
@@ -53,10 +54,19 @@ void WriteSections(const std::string& days, std::ostream& out);
 // A link to a section of the page.
 std::string SectionLink(const char* id, const char* text);
 
+// What the databases sold: of the documents that their reports' filter admits, of the jornada `crz`
+// alone when that is given. Of the totals the hours, the means and the change.
+Totais ReadVendas(const std::vector<PageSource>& sources, std::optional<std::int64_t> crz);
+
 void WriteHoras(const VendasByHora& vendas, std::ostream& out);
-// Of the jornada `crz` alone when that is given.
-void WriteMeios(const std::vector<PageSource>& sources, std::optional<std::int64_t> crz,
-                std::ostream& out);
+void WriteMeios(const VendasByMeio& vendas, const Amount& troco, std::ostream& out);
+
+// The totals by day and by tax code.
+void WriteTotaisByDia(const Totais& totais, std::ostream& out);
+void WriteTotaisByAliquota(const Totais& totais, std::ostream& out);
+
+// What the documents on the page were chosen by; nothing where all are there.
+void WriteFiltro(const std::vector<PageSource>& sources, std::ostream& out);
 
 // Likewise at most `most` bytes of statements and reasons; null where no log was given.
 void WriteLosses(const Losses* losses, std::size_t most, std::ostream& out);

@@ -287,6 +287,42 @@ void WriteListsJson(std::deque<Report>& reports, const Losses* losses, std::ostr
     out << "}\n";
 }
 
+void WriteTotaisJson(const Totais& totais, std::ostream& out)
+{
+    Json dias = Json::array();
+    for (const TotalDia& dia : totais.dias) {
+        dias.push_back({{"crz", ToJson(dia.crz)},
+                        {"movimento", ToJson(dia.movimento)},
+                        {"vb", dia.fechado ? ToJson(dia.vb) : Json(nullptr)},
+                        {"cupons", dia.cupons},
+                        {"vendido", ToJson(dia.vendido)},
+                        {"cancelados", dia.cancelados},
+                        {"ilegiveis", dia.unreadable}});
+    }
+    Json aliquotas = Json::array();
+    for (const TotalAliquota& total : totais.aliquotas) {
+        aliquotas.push_back({{"aliquota", ToJson(total.aliquota)},
+                             {"itens", total.itens},
+                             {"valor", ToJson(total.valor)}});
+    }
+    Json meios = Json::array();
+    for (const VendaMeio& meio : totais.meios.meios) {
+        meios.push_back({{"indice", ToJson(meio.indice)},
+                         {"nome", ToJson(meio.nome)},
+                         {"pagamentos", meio.pagamentos},
+                         {"valor", ToJson(meio.valor)}});
+    }
+    out << JsonText({{"dias", dias},
+                     {"aliquotas", aliquotas},
+                     {"fora_dos_itens", ToJson(totais.foraDosItens)},
+                     {"valores_ilegiveis", totais.unreadable},
+                     {"meios_pagamento", meios},
+                     {"pagamentos_ilegiveis", totais.meios.unreadable},
+                     {"troco", ToJson(totais.troco)}},
+                    2)
+        << '\n';
+}
+
 void WriteDocumentosJson(std::int64_t coo, const std::vector<FoundIn<Documento>>& found,
                          bool several, std::ostream& out)
 {

@@ -11,6 +11,7 @@
 
 #include "bancada/log/Losses.h"
 #include "bancada/relatorio/Report.h"
+#include "bancada/relatorio/Totais.h"
 
 namespace bancada::relatorio
 {
@@ -27,6 +28,12 @@ struct FoundIn {
 // and totalizers. The last two are there when `losses` is. Of several databases {"bancos":
 // [{"arquivo", "dias"}]}, in their order, and then the last two.
 void WriteListsJson(std::deque<Report>& reports, const Losses* losses, std::ostream& out);
+
+// {"dias": [{"crz", "movimento", "vb", "cupons", "vendido", "cancelados", "ilegiveis"}],
+// "aliquotas": [{"aliquota", "itens", "valor"}], "fora_dos_itens", "valores_ilegiveis",
+// "meios_pagamento": [{"indice", "nome", "pagamentos", "valor"}], "pagamentos_ilegiveis",
+// "troco"}; "vb" is null of an open day.
+void WriteTotaisJson(const Totais& totais, std::ostream& out);
 
 // {"coo", "documentos": [...]}, complete; of several databases each with its "arquivo".
 void WriteDocumentosJson(std::int64_t coo, const std::vector<FoundIn<Documento>>& found,

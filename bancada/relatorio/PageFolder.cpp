@@ -4,10 +4,11 @@
 #include "bancada/relatorio/DisplayText.h"
 #include "bancada/relatorio/HtmlPageAssets.h"
 #include "bancada/relatorio/HtmlParts.h"
-#include "bancada/relatorio/Vendas.h"
+#include "bancada/relatorio/Totais.h"
 
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <sstream>
 #include <vector>
 
@@ -116,7 +117,9 @@ class FolderWriter final : public JornadaVisitor
         for (const PageSource& source : m_sources) {
             m_source = &source;
             m_estabelecimento = source.report.Names().ReadEstabelecimento();
+            m_totais.emplace(source.report.Names());
             source.report.Walk(*this);
+            Add(m_sums, m_totais->Sums());
         }
     }
 
@@ -139,6 +142,7 @@ class FolderWriter final : public JornadaVisitor
         WriteJornadaSummary(jornada, m_source->verdict, summary);
         m_heading = "<details class=\"dia\" data-crz=\"" + EscapeHtml(WithZeros(jornada.crz, 1)) +
                     "\" open>" + summary.str();
+        m_totais->BeginJornada(jornada);
         BeginPart();
     }
 
@@ -149,6 +153,7 @@ class FolderWriter final : public JornadaVisitor
         }
         Count(d);
         m_source->report.Documentos().Complete(d);
+        m_totais->VisitDocumento(d);
         std::ostringstream written;
         WriteDocumento(d, m_estabelecimento, m_source->verdict, written);
         std::string html = written.str();
@@ -190,6 +195,7 @@ class FolderWriter final : public JornadaVisitor
         WriteHead(m_name, out);
         out << "<body><header><h1>" << EscapeHtml(m_name) << "</h1>\n<p class=\"fraco\">"
             << EscapeHtml(FilesOf(m_sources)) << "</p>\n";
+        WriteFiltro(m_sources, out);
         WriteSections(SectionLink("months", Tr("Months")) +
                           (few ? SectionLink("days", Tr("Days")) : std::string()),
                       out);
@@ -207,12 +213,9 @@ class FolderWriter final : public JornadaVisitor
         if (few) {
             WriteDays("", out);
         }
-        VendasByHora vendas;
-        for (const PageSource& source : m_sources) {
-            Add(vendas, ReadVendasByHora(source.report.Database(), source.report.Range(), {}));
-        }
-        WriteHoras(vendas, out);
-        WriteMeios(m_sources, {}, out);
+        WriteHoras(m_sums.horas, out);
+        WriteMeios(m_sums.meios, m_sums.troco, out);
+        WriteTotaisByAliquota(m_sums, out);
         WriteLosses(m_page.losses, LIST_BYTES, out);
         out << "</main>\n<script>" << PAGE_SCRIPT << "</script></body></html>\n";
         m_sink(OVERVIEW, out.str());
@@ -352,6 +355,9 @@ class FolderWriter final : public JornadaVisitor
     std::string m_documents;
 
     std::string m_previous, m_heldFile, m_heldTitle, m_heldSource, m_held;
+
+    std::optional<TotaisCollector> m_totais;
+    Totais m_sums;
 
     Sums m_total;
     std::vector<Day> m_days;

@@ -9,6 +9,7 @@
 #include "bancada/relatorio/JornadaList.h"
 #include "bancada/relatorio/Json.h"
 #include "bancada/relatorio/Report.h"
+#include "bancada/relatorio/TotaisList.h"
 
 #include <algorithm>
 #include <deque>
@@ -26,11 +27,12 @@ using namespace relatorio;
 class Sources
 {
   public:
-    Sources(const std::vector<ShownDatabase>& databases, std::optional<std::int64_t> crz)
+    Sources(const std::vector<ShownDatabase>& databases, std::optional<std::int64_t> crz,
+            const Filtro& filtro)
         : m_databases(databases)
     {
         for (const ShownDatabase& database : databases) {
-            Report& report = m_reports.emplace_back(*database.reading, crz);
+            Report& report = m_reports.emplace_back(*database.reading, crz, filtro);
             m_sources.push_back({report, NameOf(*database.reading), database.verdict});
         }
     }
@@ -210,6 +212,15 @@ void ListLosses(const Losses& losses, std::ostream& out)
     }
 }
 
+void ShowTotais(Sources& sources, const ShowOptions& options, std::ostream& out)
+{
+    Totais totais;
+    for (Report& report : sources.Reports()) {
+        Add(totais, ReadTotais(report));
+    }
+    options.json ? WriteTotaisJson(totais, out) : WriteTotaisList(totais, out);
+}
+
 bool ShowFrom(Sources& sources, const ShowOptions& options, std::ostream& out, std::ostream& errors)
 {
     if (options.coo) {
@@ -217,6 +228,10 @@ bool ShowFrom(Sources& sources, const ShowOptions& options, std::ostream& out, s
     }
     if (options.crz && !options.html) {
         return ShowCrz(sources, options, out, errors);
+    }
+    if (options.totais) {
+        ShowTotais(sources, options, out);
+        return true;
     }
     Losses read;
     const Losses* losses = nullptr;
@@ -253,7 +268,7 @@ bool Show(const ShowOptions& options, std::ostream& out, std::ostream& errors)
 bool Show(const std::vector<ShownDatabase>& databases, const ShowOptions& options,
           std::ostream& out, std::ostream& errors)
 {
-    Sources sources(databases, options.crz);
+    Sources sources(databases, options.crz, options.filtro);
     const bool shown = ShowFrom(sources, options, out, errors);
     sources.ConfirmUnchanged();
     return shown;
@@ -266,7 +281,7 @@ void ShowPages(const std::vector<ShownDatabase>& databases, const ShowOptions& o
     if (!options.log.empty()) {
         losses = ReadLosses(options.log);
     }
-    Sources sources(databases, {});
+    Sources sources(databases, {}, options.filtro);
     WritePages(sources.All(), {options.version, {}, losses ? &*losses : nullptr}, sink);
     sources.ConfirmUnchanged();
 }

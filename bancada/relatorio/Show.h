@@ -2,6 +2,7 @@
 #pragma once
 
 #include "bancada/leitura/DatabaseReading.h"
+#include "bancada/relatorio/Filtro.h"
 #include "bancada/relatorio/PageFolder.h"
 #include "bancada/relatorio/Verdict.h"
 
@@ -32,6 +33,11 @@ struct ShowOptions {
     // The firmware log whose rejected statements go with the list and the page; "" is none.
     std::string log;
     bool json = false;
+    // The totals by day, tax code and payment means instead of the list; not with coo, crz, html or
+    // log.
+    bool totais = false;
+    // The documents of the list, the pages and the totals; nothing of it with coo or crz.
+    relatorio::Filtro filtro;
     // Of the program, for the page; "" is not told.
     std::string version;
 };
@@ -50,7 +56,7 @@ bool Show(const std::vector<ShownDatabase>& databases, const ShowOptions& option
           std::ostream& out, std::ostream& errors);
 
 // Hands the pages of a folder to `sink`: an overview that links to pages of days, see PageFolder.h.
-// Of the options log and version count. Throws as Show does.
+// Of the options log, version and filtro count. Throws as Show does.
 void ShowPages(const std::vector<ShownDatabase>& databases, const ShowOptions& options,
                const relatorio::PageSink& sink);
 

@@ -20,17 +20,6 @@ std::string Counting(const leitura::RowRange& range)
            " AND id_cancelado IS NOT 'S' AND (?1 IS NULL OR cont_crz = ?1)";
 }
 
-// The two digits of an hour; nothing for any other text.
-std::optional<std::size_t> HourOf(const Text& text)
-{
-    const std::string& digits = text.Value();
-    if (digits.size() != 2 || digits.find_first_not_of("0123456789") != std::string::npos) {
-        return {};
-    }
-    const int hora = (digits[0] - '0') * 10 + (digits[1] - '0');
-    return hora < 24 ? std::optional(static_cast<std::size_t>(hora)) : std::nullopt;
-}
-
 // Adds the numbers of the receipts that count.
 void AddCoos(const leitura::DatabaseReading& database, const std::string& table,
              const leitura::RowRange& range, std::optional<std::int64_t> crz,
@@ -46,16 +35,27 @@ void AddCoos(const leitura::DatabaseReading& database, const std::string& table,
 
 } // namespace
 
+std::optional<std::size_t> HourOf(const Text& instant)
+{
+    const std::string& text = instant.Value();
+    const std::string digits = text.size() < 13 ? std::string() : text.substr(11, 2);
+    if (digits.empty() || digits.find_first_not_of("0123456789") != std::string::npos) {
+        return {};
+    }
+    const int hora = (digits[0] - '0') * 10 + (digits[1] - '0');
+    return hora < 24 ? std::optional(static_cast<std::size_t>(hora)) : std::nullopt;
+}
+
 VendasByHora ReadVendasByHora(const leitura::DatabaseReading& database, const JornadaRange& range,
                               std::optional<std::int64_t> crz)
 {
-    leitura::Query cupons(database, "SELECT substr(data_hora_emissao, 12, 2) AS hora, valor_total"
+    leitura::Query cupons(database, "SELECT data_hora_emissao AS inicio, valor_total"
                                     " FROM cupom_fiscal " +
                                         Counting(range.cuponsFiscais));
     VendasByHora vendas;
     vendas.horas.resize(24);
     for (cupons.With(crz); cupons.Next();) {
-        const std::optional<std::size_t> hora = HourOf(cupons.ReadText("hora"));
+        const std::optional<std::size_t> hora = HourOf(cupons.ReadText("inicio"));
         const Amount valor = cupons.ReadAmount("valor_total", 2);
         if (hora && valor.IsKnown()) {
             VendaHora& venda = vendas.horas[*hora];

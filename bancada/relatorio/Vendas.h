@@ -6,6 +6,7 @@
 #include "bancada/relatorio/Documento.h"
 #include "bancada/relatorio/JornadaRange.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -50,6 +51,9 @@ VendasByHora ReadVendasByHora(const leitura::DatabaseReading& database, const Jo
 // not taken off.
 VendasByMeio ReadVendasByMeio(const leitura::DatabaseReading& database, const JornadaRange& range,
                               Cadastro& cadastro, std::optional<std::int64_t> crz);
+
+// The hour of an instant "yyyy-mm-dd hh:mm:ss"; nothing where it has none.
+std::optional<std::size_t> HourOf(const Text& instant);
 
 // Adds what another database of the register tells. A means keeps the name that it had first.
 void Add(VendasByHora& sum, const VendasByHora& other);

@@ -18,11 +18,11 @@ class Csv : public Sample
 {
   protected:
     // The lines behind the file's name, the heading whole.
-    std::string Table(relatorio::CsvTable table)
+    std::string Table(relatorio::CsvTable table, const relatorio::Filtro& filtro = {})
     {
         const leitura::DatabaseReading database(Database());
         std::ostringstream out;
-        relatorio::WriteCsv({&database}, table, out);
+        relatorio::WriteCsv({&database}, table, filtro, out);
         std::string lines;
         const std::string name = Database() + ";";
         std::istringstream in(out.str());
@@ -55,6 +55,37 @@ TEST_F(Csv, Documentos)
 2;LEITURA X;112;;6;2024-03-16 07:58:00;2024-03-16 07:58:00;;;;;;;;
 2;CUPOM FISCAL;113;55;;2024-03-16 08:20:30;;N;;"</pre><script>document.title=""taken""</script>";5,00;0,00;0,00;5,00;0,00
 )csv");
+}
+
+TEST_F(Csv, Totais)
+{
+    WriteSample();
+    EXPECT_EQ(Table(relatorio::CsvTable::DIAS),
+              "arquivo;crz;movimento;cupons;vendido;cancelados;ilegiveis;vb\n"
+              "1;2024-03-15;3;1269,32;2;0;1330,96\n"
+              "2;2024-03-16 07:58:00;1;5,00;0;0;\n");
+    EXPECT_EQ(Table(relatorio::CsvTable::ALIQUOTAS), "arquivo;aliquota;itens;valor\n"
+                                                     "01T18.00;3;1005,93\n"
+                                                     "02T07.00;1;12,72\n"
+                                                     "03S05.00;1;248,00\n"
+                                                     "N1;1;9,21\n"
+                                                     "fora_dos_itens;;-1,54\n");
+    EXPECT_EQ(Table(relatorio::CsvTable::MEIOS), "arquivo;meio;nome;pagamentos;valor\n"
+                                                 "1;Dinheiro;3;67,10\n"
+                                                 "2;Cartão de crédito;1;1000,00\n"
+                                                 "3;Cheque;1;240,00\n");
+}
+
+TEST_F(Csv, WhatTheFilterLeaves)
+{
+    WriteSample();
+    relatorio::Filtro filtro;
+    filtro.desde = "2024-03-16";
+    EXPECT_EQ(Table(relatorio::CsvTable::PAGAMENTOS, filtro),
+              "arquivo;jornada;coo;meio;nome;valor;parcelas;estornado;valor_estornado\n"
+              "2;113;1;Dinheiro;5,00;1;N;0,00\n");
+    EXPECT_EQ(Table(relatorio::CsvTable::ALIQUOTAS, filtro), "arquivo;aliquota;itens;valor\n"
+                                                             "01T18.00;1;5,00\n");
 }
 
 TEST_F(Csv, Itens)
@@ -128,9 +159,9 @@ TEST_F(Csv, SeveralDatabasesHaveOneHeading)
     WriteSample();
     const leitura::DatabaseReading database(Database());
     std::ostringstream one;
-    relatorio::WriteCsv({&database}, relatorio::CsvTable::REDUCOES, one);
+    relatorio::WriteCsv({&database}, relatorio::CsvTable::REDUCOES, {}, one);
     std::ostringstream two;
-    relatorio::WriteCsv({&database, &database}, relatorio::CsvTable::REDUCOES, two);
+    relatorio::WriteCsv({&database, &database}, relatorio::CsvTable::REDUCOES, {}, two);
     const std::string lines = one.str().substr(one.str().find('\n') + 1);
     EXPECT_EQ(two.str(), one.str() + lines);
     EXPECT_EQ(lines.rfind(Database() + ";1;", 0), 0U);

@@ -87,6 +87,47 @@ class Show(unittest.TestCase):
             self.assertEqual((code, out), (2, ""), arguments)
             self.assertIn(told, err)
 
+    def test_totals(self):
+        code, out, err = self.show(self.db, "--totals", "--json", "--to", "2024-03-15")
+        self.assertEqual((code, err), (0, ""))
+        self.assertEqual([day["vendido"] for day in json.loads(out)["dias"]], ["1269.32"])
+        self.assertIn("By tax code", self.show(self.db, "--totals")[1])
+
+    def test_filters(self):
+        def shown(*arguments):
+            code, out, err = self.show(self.db, "--json", *arguments)
+            self.assertEqual((code, err), (0, ""))
+            return [d["coo"] for day in json.loads(out)["dias"] for d in day["documentos"]]
+        self.assertEqual(shown("--cancelled"), [103, 108])
+        self.assertEqual(shown("--consumer", "12.345.678/0001-95"), [105])
+        self.assertEqual(shown("--min-value", "50", "--max-value", "100,0"), [101, 110])
+        self.assertEqual(shown("--min-value", "1240.00"), [105])
+        self.assertEqual(shown("--min-value", "1240,01"), [])
+        self.assertEqual(shown("--text", "pilha"), [102])
+        self.assertEqual(shown("--from", "2024-03-16"), [112, 113])
+        code, out, err = self.show(self.db, "--cancelled", "--csv", "documentos")
+        self.assertEqual((code, err, len(out.splitlines())), (0, "", 3))
+        self.assertEqual(self.show(self.db, "--text", "nobody"), (0, "No documents.\n", ""))
+
+    def test_a_filter_that_is_none(self):
+        for arguments, told in (
+                (("--min-value", "1,234"), "an amount such as 12,50 is due, not 1,234"),
+                (("--max-value", "-1"), "an amount such as 12,50 is due"),
+                (("--max-value", "1."), "an amount such as 12,50 is due"),
+                (("--max-value", "12345678901234"), "an amount such as 12,50 is due"),
+                (("--min-value", "2", "--max-value", "1,99"), "ends before it begins"),
+                (("--from", "2024-02-30"), "there is no day 2024-02-30"),
+                (("--from", "15/03/2024"), "a date yyyy-mm-dd is due"),
+                (("--from", "2024-03-16", "--to", "2024-03-15"), "ends before it begins"),
+                (("--coo", "102", "--cancelled"), "excludes"),
+                (("--crz", "1", "--text", "x"), "excludes"),
+                (("--totals", "--coo", "1"), "excludes"),
+                (("--totals", "--html", "x"), "excludes"),
+                (("--totals", "--csv", "dias"), "excludes")):
+            code, out, err = self.show(self.db, *arguments)
+            self.assertEqual((code, out), (2, ""), arguments)
+            self.assertIn(told, err)
+
     def test_what_is_not_there(self):
         self.assertEqual(self.show(self.db, "--coo", "9"),
                          (1, "", f"{self.db}: no document has the COO 9\n"))
