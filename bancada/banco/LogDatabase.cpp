@@ -1,6 +1,7 @@
 #include "bancada/banco/LogDatabase.h"
 
 #include "LogDatabase/Schema.h"
+#include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 #include "bancada/log/FirmwareLog.h"
 
@@ -56,8 +57,10 @@ LogDatabase::LogDatabase(const std::string& path, FirmwareLog& log, const Option
     }
     // Of a file that can only be read, the commands lose their rows, and go on.
     if (fault != LogFault::NONE && fault != LogFault::READ_ONLY) {
-        throw Unusable("cannot use the database " + path + ": " + m_owner.Text() +
-                       (fault == LogFault::HOLDS_ROWS ? "; --append adds to them" : ""));
+        throw Unusable(Tr(fault == LogFault::HOLDS_ROWS
+                              ? TrLater("cannot use the database %1: %2; --append adds to them")
+                              : TrLater("cannot use the database %1: %2"),
+                          {path, m_owner.Text()}));
     }
     m_log.SetRejectionObserver(
         [this](std::string_view statement) { StatementRejected(statement); });

@@ -28,11 +28,11 @@ std::string Lines(const Difference& difference)
 {
     std::string text;
     if (difference.firstLine != 0) {
-        text += " line " + std::to_string(difference.firstLine) + " of the first";
+        text = Tr("line %1 of the first", {std::to_string(difference.firstLine)});
     }
     if (difference.secondLine != 0) {
-        text += (text.empty() ? " line " : ", line ") + std::to_string(difference.secondLine) +
-                " of the second";
+        text += (text.empty() ? "" : ", ") +
+                Tr("line %1 of the second", {std::to_string(difference.secondLine)});
     }
     return text;
 }
@@ -42,32 +42,37 @@ void PrintText(const Difference& difference)
     std::cout << difference.type << (difference.key.empty() ? "" : " ") << difference.key << ": ";
     switch (difference.kind) {
     case DifferenceKind::FIELD:
-        std::cout << difference.field << " (positions " << difference.firstPosition << "-"
-                  << difference.lastPosition << ") \"" << difference.first << "\" and \""
-                  << difference.second << "\":";
+        std::cout << Tr("%1 (positions %2-%3) \"%4\" and \"%5\":",
+                        {difference.field, std::to_string(difference.firstPosition),
+                         std::to_string(difference.lastPosition), difference.first,
+                         difference.second});
         break;
     case DifferenceKind::ONLY_FIRST:
-        std::cout << "only in the first file:";
+        std::cout << Tr("only in the first file:");
         break;
     case DifferenceKind::ONLY_SECOND:
-        std::cout << "only in the second file:";
+        std::cout << Tr("only in the second file:");
         break;
     case DifferenceKind::ORDER:
-        std::cout << "at another place:";
+        std::cout << Tr("at another place:");
         break;
     }
-    std::cout << Lines(difference) << "\n";
+    std::cout << " " << Lines(difference) << "\n";
 }
 
 void PrintSummary(const ComparisonSummary& summary)
 {
     for (const TypeCount& count : summary.types) {
-        std::cout << count.type << ": " << count.first << " and " << count.second << " records, "
-                  << count.equal << " equal, " << count.different << " different, "
-                  << count.onlyFirst << " only in the first, " << count.onlySecond
-                  << " only in the second, " << count.order << " at another place\n";
+        std::cout
+            << Tr("%1: %2 and %3 records, %4 equal, %5 different, %6 only in the first, %7 only in the second, %8 at another place",
+                  {count.type, std::to_string(count.first), std::to_string(count.second),
+                   std::to_string(count.equal), std::to_string(count.different),
+                   std::to_string(count.onlyFirst), std::to_string(count.onlySecond),
+                   std::to_string(count.order)})
+            << "\n";
     }
-    std::cout << (summary.Differs() ? "The files differ.\n" : "The files are the same.\n");
+    std::cout << (summary.Differs() ? Tr("The files differ.") : Tr("The files are the same."))
+              << "\n";
 }
 
 nlohmann::ordered_json ToJson(const Difference& difference)

@@ -40,7 +40,7 @@ void Tell(const Recuperacao& result, std::ostream& out)
               {std::to_string(result.pages), std::to_string(result.pageSize)})
         << "\n";
     for (const RecoveredTable& table : result.tables) {
-        out << table.name << ": " << TrCount("%1 row", "%1 rows", table.rows) << "\n";
+        out << Printable(table.name) << ": " << TrCount("%1 row", "%1 rows", table.rows) << "\n";
         for (const RowRange& range : table.missing) {
             out << "  "
                 << Tr(range.first == range.last ? TrLater("missing: row %1")
@@ -58,8 +58,11 @@ void Tell(const Recuperacao& result, std::ostream& out)
             << "\n";
     }
     for (const DamagedPage& page : result.damaged) {
-        out << "page " << page.page << (page.table.empty() ? "" : " of " + page.table) << ": "
-            << page.reason << "\n";
+        const std::string number = std::to_string(page.page);
+        out << Printable(page.table.empty()
+                             ? Tr("page %1: %2", {number, page.reason})
+                             : Tr("page %1 of %2: %3", {number, page.table, page.reason}))
+            << "\n";
     }
     if (result.leavesFound > 0) {
         out << Tr("pages that nothing led to any more, whose rows were recovered: %1",

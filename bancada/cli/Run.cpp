@@ -123,18 +123,21 @@ class Run
     void PrintSummary(std::ostream& out) const
     {
         if (m_continuedBehind > 0) {
-            out << "continued behind line " << m_continuedBehind << "\n";
+            out << Tr("continued behind line %1", {std::to_string(m_continuedBehind)}) << "\n";
         }
         m_summary.Print(out, m_run.GetCaixa().Database().Counts());
         const MemoriaFile* memory = m_run.Memory();
         if (memory != nullptr && memory->GetProgress().lost > m_summary.lost.Count()) {
-            out << "commands lost since the memory began: " << memory->GetProgress().lost
-                << "; the last: " << Printable(memory->GetProgress().lastLoss) << "\n";
+            out << Tr("commands lost since the memory began: %1; the last: %2",
+                      {std::to_string(memory->GetProgress().lost),
+                       Printable(memory->GetProgress().lastLoss)})
+                << "\n";
         }
         const FirmwareLog& log = m_run.GetCaixa().Log();
         if (log.WriteErrors() > 0) {
-            out << "firmware log: " << log.WriteErrors() << " of " << log.Records()
-                << " records could not be written\n";
+            out << Tr("firmware log: %1 of %2 records could not be written",
+                      {std::to_string(log.WriteErrors()), std::to_string(log.Records())})
+                << "\n";
         }
     }
 
@@ -168,12 +171,12 @@ class Run
     {
         switch (answer.fate) {
         case Answer::Fate::REFUSED:
-            return "refused: " + answer.reason;
+            return Tr("refused: %1", {answer.reason});
         case Answer::Fate::LOST:
-            return "executed, rows lost: " + answer.reason;
+            return Tr("executed, rows lost: %1", {answer.reason});
         case Answer::Fate::CONFIGURED:
         case Answer::Fate::KEPT:
-            return "executed";
+            return Tr("executed");
         }
         return "";
     }
@@ -189,8 +192,7 @@ class Run
         ++m_summary.run;
         if (answer.rejected > 0) {
             m_summary.rejected.Add(line.place, line.name,
-                                   std::to_string(answer.rejected) +
-                                       (answer.rejected == 1 ? " statement" : " statements"));
+                                   TrCount("%1 statement", "%1 statements", answer.rejected));
         }
         if (answer.fate == Answer::Fate::LOST) {
             m_summary.lost.Add(line.place, line.name, answer.reason);
@@ -211,7 +213,8 @@ class Run
 
 int EndInterrupted(int signal, const std::string& howFar)
 {
-    std::cerr << "ecf-bancada: ended by signal " << signal << "; " << howFar << "\n";
+    std::cerr << "ecf-bancada: " << Tr("ended by signal %1; %2", {std::to_string(signal), howFar})
+              << "\n";
     return EXIT_SIGNAL + signal;
 }
 
@@ -234,10 +237,10 @@ int Lint(const RunOptions& options)
         ++faults;
         std::cout << Printable(fault.what()) << "\n";
     });
-    std::cout << lines << (lines == 1 ? " command, " : " commands, ") << faults
-              << (faults == 1 ? " fault\n" : " faults\n");
+    std::cout << TrCount("%1 command", "%1 commands", lines) << ", "
+              << TrCount("%1 fault", "%1 faults", faults) << "\n";
     if (const int signal = input.interruption.Signal()) {
-        return EndInterrupted(signal, "the tape was not read to its end");
+        return EndInterrupted(signal, Tr("the tape was not read to its end"));
     }
     return faults > 0 ? EXIT_FINDINGS : EXIT_OK;
 }
@@ -249,8 +252,10 @@ int RunTape(RunOptions options)
                                                     ? TapeReader::Digest::TAKEN
                                                     : TapeReader::Digest::LEFT_OUT);
     if (MakesNothing(options.files, input.tape)) {
-        std::cerr << "ecf-bancada: the tape " << Printable(options.files.tape)
-                  << " holds no command: no database was made\n";
+        std::cerr << "ecf-bancada: "
+                  << Tr("the tape %1 holds no command: no database was made",
+                        {Printable(options.files.tape)})
+                  << "\n";
         return EXIT_OK;
     }
     Run run(options, input);
@@ -262,8 +267,9 @@ int RunTape(RunOptions options)
     }
     run.PrintSummary(std::cout);
     if (run.Signal() != 0) {
-        return EndInterrupted(run.Signal(), "the tape was not run to its end, but to its line " +
-                                                std::to_string(run.LastLine()));
+        return EndInterrupted(run.Signal(),
+                              Tr("the tape was not run to its end, but to its line %1",
+                                 {std::to_string(run.LastLine())}));
     }
     return options.strict && run.HasFindings() ? EXIT_FINDINGS : EXIT_OK;
 }

@@ -1,5 +1,6 @@
 #include "bancada/comandos/Catalogue.h"
 
+#include "bancada/Messages.h"
 #include "bancada/comandos/Subjects.h"
 #include "bancada/tape/TapeFields.h"
 
@@ -40,7 +41,7 @@ std::unique_ptr<ComandoBancada> ReadComando(const TapeCommand& line, Registro& r
 {
     const CatalogueEntry* entry = FindComando(line.name);
     if (entry == nullptr) {
-        ReportFault(sink, line.namePlace, "there is no command \"" + line.name + "\"");
+        ReportFault(sink, line.namePlace, Tr("there is no command \"%1\"", {line.name}));
         return nullptr;
     }
     std::unique_ptr<ComandoBancada> command = entry->make(registro);

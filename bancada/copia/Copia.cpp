@@ -1,5 +1,6 @@
 #include "bancada/copia/Copia.h"
 
+#include "bancada/Messages.h"
 #include "bancada/Sha256.h"
 #include "bancada/Unusable.h"
 #include "bancada/copia/CompareContent.h"
@@ -33,7 +34,7 @@ void BackUp(const DatabaseReading& source, const std::string& to)
     if (result != SQLITE_OK ||
         sqlite3_exec(opened, "PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF", nullptr,
                      nullptr, nullptr) != SQLITE_OK) {
-        throw Unusable("cannot write the copy: " + std::string(sqlite3_errmsg(opened)));
+        throw Unusable(Tr("cannot write the copy: %1", {sqlite3_errmsg(opened)}));
     }
     sqlite3_backup* backup = sqlite3_backup_init(opened, "main", source.Handle(), "main");
     if (backup != nullptr) {
@@ -41,7 +42,7 @@ void BackUp(const DatabaseReading& source, const std::string& to)
         sqlite3_backup_finish(backup); // which answers what the steps came to
     }
     if (sqlite3_errcode(opened) != SQLITE_OK) {
-        throw Unusable("cannot copy " + source.Path() + ": " + sqlite3_errmsg(opened));
+        throw Unusable(Tr("cannot copy %1: %2", {source.Path(), sqlite3_errmsg(opened)}));
     }
 }
 
@@ -76,7 +77,7 @@ void Digest(const std::string& path, Copia& copia)
         copia.bytes += count;
     }
     if (!file.eof()) {
-        throw Unusable("cannot read the copy again");
+        throw Unusable(Tr("cannot read the copy again"));
     }
     copia.sha256 = digest.Hex();
 }
@@ -94,7 +95,7 @@ Copia CopyDatabase(const std::string& from, const std::string& to)
     const DatabaseReading copy(to);
     const Comparison comparison = CompareContent(source, copy);
     if (!comparison.difference.empty()) {
-        throw Unusable("the copy of " + from + " is not the same: " + comparison.difference);
+        throw Unusable(Tr("the copy of %1 is not the same: %2", {from, comparison.difference}));
     }
     copia.tables = comparison.tables;
     copia.rows = comparison.rows;

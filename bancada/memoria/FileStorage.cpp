@@ -1,5 +1,6 @@
 #include "bancada/memoria/FileStorage.h"
 
+#include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 #include "bancada/memoria/WholeFile.h"
 
@@ -45,7 +46,7 @@ void FileStorage::Append(std::string_view text)
 {
     assert(m_file >= 0);
     if (!WriteWhole(m_file, text) || fdatasync(m_file) != 0) {
-        throw Unusable("cannot write " + m_path + ": " + std::strerror(errno));
+        throw Unusable(Tr("cannot write %1: %2", {m_path, std::strerror(errno)}));
     }
 }
 
@@ -53,7 +54,7 @@ void FileStorage::Remove(const std::string& path)
 {
     CloseFile();
     if (unlink(path.c_str()) != 0 && errno != ENOENT) {
-        throw Unusable("cannot remove " + path + ": " + std::strerror(errno));
+        throw Unusable(Tr("cannot remove %1: %2", {path, std::strerror(errno)}));
     }
 }
 

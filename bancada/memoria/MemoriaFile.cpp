@@ -1,5 +1,6 @@
 #include "bancada/memoria/MemoriaFile.h"
 
+#include "bancada/Messages.h"
 #include "bancada/Sha256.h"
 #include "bancada/Unusable.h"
 #include "bancada/memoria/FileStorage.h"
@@ -87,13 +88,13 @@ MemoriaFile::MemoriaFile(const std::string& path, std::unique_ptr<Storage> stora
             Parse(*content);
         }
     } catch (const std::runtime_error& error) {
-        throw Unusable("cannot use the memory " + path + ": " + error.what());
+        throw Unusable(Tr("cannot use the memory %1: %2", {path, error.what()}));
     }
     try {
         ApplyJournal();
     } catch (const std::runtime_error& error) {
-        throw Unusable("cannot use the memory " + path + " with its journal " + m_journal.Path() +
-                       ": " + error.what());
+        throw Unusable(Tr("cannot use the memory %1 with its journal %2: %3",
+                          {path, m_journal.Path(), error.what()}));
     }
 }
 
@@ -208,8 +209,8 @@ void MemoriaFile::ApplyJournal()
 void MemoriaFile::CheckNumber(std::int32_t number, const std::string& database) const
 {
     if (number < 0 || number > MAX_SEQUENCE) {
-        throw Unusable("the database " + database + " carries the number " +
-                       std::to_string(number) + ", which is not that of a command");
+        throw Unusable(Tr("the database %1 carries the number %2, which is not that of a command",
+                          {database, std::to_string(number)}));
     }
     if (!m_hasProgress) {
         return;
@@ -221,13 +222,12 @@ void MemoriaFile::CheckNumber(std::int32_t number, const std::string& database) 
     if (number >= first && number <= last) {
         return;
     }
-    std::string due = "command " + std::to_string(last);
-    if (first != last) {
-        due = "command " + std::to_string(first) + " to " + std::to_string(last);
-    }
-    throw Unusable("the memory " + m_path + " and the database " + database +
-                   " do not belong together: the memory needs a database at " + due +
-                   ", this one is at " + std::to_string(number));
+    const std::string due =
+        first == last ? Tr("command %1", {std::to_string(last)})
+                      : Tr("command %1 to %2", {std::to_string(first), std::to_string(last)});
+    throw Unusable(Tr(
+        "the memory %1 and the database %2 do not belong together: the memory needs a database at %3, this one is at %4",
+        {m_path, database, due, std::to_string(number)}));
 }
 
 void MemoriaFile::Settle(std::int32_t number)
@@ -275,7 +275,7 @@ void MemoriaFile::WritePending(const Memoria& registro, const CommandProgress& p
 {
     assert(!m_pending && progress.sequence > m_written.sequence);
     if (progress.sequence > MAX_SEQUENCE) {
-        throw Unusable("the memory " + m_path + " has no number for another command");
+        throw Unusable(Tr("the memory %1 has no number for another command", {m_path}));
     }
     m_pending = true;
     WriteRecord(registro, progress, true);

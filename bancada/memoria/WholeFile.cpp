@@ -1,5 +1,6 @@
 #include "bancada/memoria/WholeFile.h"
 
+#include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 
 #include <cerrno>
@@ -42,15 +43,16 @@ class Descriptor
     int m_number;
 };
 
+// `what` is a marked text with the places of the path and the reason.
 [[noreturn]] void Fail(const char* what, const std::string& path)
 {
-    throw Unusable(std::string("cannot ") + what + " " + path + ": " + std::strerror(errno));
+    throw Unusable(Tr(what, {path, std::strerror(errno)}));
 }
 
 void SyncFolderOrFail(const std::string& path)
 {
     if (!SyncFolderOf(path)) {
-        Fail("sync the folder of", path);
+        Fail(TrLater("cannot sync the folder of %1: %2"), path);
     }
 }
 
@@ -65,7 +67,7 @@ Descriptor MakeFile(const std::string& path, std::string_view content, const std
     // The process's mask took some of the permissions away.
     const bool permitted = file.IsOpen() && (!isLike || fchmod(file.Number(), mode) == 0);
     if (!permitted || !WriteWhole(file.Number(), content) || fsync(file.Number()) != 0) {
-        Fail("write", path);
+        Fail(TrLater("cannot write %1: %2"), path);
     }
     return file;
 }
@@ -118,7 +120,7 @@ std::optional<std::string> ReadWholeFile(const std::string& path, std::size_t ma
         if (errno == ENOENT) {
             return std::nullopt;
         }
-        Fail("read", path);
+        Fail(TrLater("cannot read %1: %2"), path);
     }
     std::string content;
     char piece[16 * 1024];
@@ -128,15 +130,15 @@ std::optional<std::string> ReadWholeFile(const std::string& path, std::size_t ma
             continue;
         }
         if (count < 0) {
-            Fail("read", path);
+            Fail(TrLater("cannot read %1: %2"), path);
         }
         if (count == 0) {
             return content;
         }
         content.append(piece, static_cast<std::size_t>(count));
         if (content.size() > maxBytes) {
-            throw Unusable("cannot read " + path + ": it has more than " +
-                           std::to_string(maxBytes) + " bytes");
+            throw Unusable(
+                Tr("cannot read %1: it has more than %2 bytes", {path, std::to_string(maxBytes)}));
         }
     }
 }
@@ -153,7 +155,7 @@ void ReplaceFile(const std::string& path, std::string_view content)
     const std::string fresh = path + ".tmp";
     MakeFile(fresh, content, path);
     if (std::rename(fresh.c_str(), path.c_str()) != 0) {
-        Fail("replace", path);
+        Fail(TrLater("cannot replace %1: %2"), path);
     }
     SyncFolderOrFail(path);
 }

@@ -230,17 +230,17 @@ class Recovery
             std::optional<std::vector<std::vector<Value>>> rows;
             const char* fault = nullptr;
             if (!IsPage(visit.page)) {
-                fault = "behind the end of the file";
+                fault = Tr("behind the end of the file");
             } else if (m_seen[visit.page]) {
-                fault = "is in use elsewhere";
+                fault = Tr("is in use elsewhere");
             } else if (m_seen[visit.page] = true; !m_pages.Read(visit.page, content)) {
-                fault = "cannot be read";
+                fault = Tr("cannot be read");
             } else if (page = ReadTable(visit.page, content); !page) {
-                fault = "is damaged";
+                fault = Tr("is damaged");
             } else if (!Holds(*page, visit.rows)) {
-                fault = "holds rows of another place";
+                fault = Tr("holds rows of another place");
             } else if (rows = Unpack(*page, visitor, payloads); !rows) {
-                fault = "holds what is no row of the table";
+                fault = Tr("holds what is no row of the table");
             }
             if (fault != nullptr) {
                 m_result.damaged.push_back({visit.page, table, fault});
@@ -372,9 +372,10 @@ class Recovery
                 continue;
             }
             if (place != nullptr) {
-                m_result.damaged.push_back({number, "",
-                                            "holds " + std::to_string(rows->size()) + " rows of " +
-                                                place->shape.name + " or " + table.shape.name});
+                m_result.damaged.push_back(
+                    {number, "",
+                     Tr("holds %1 rows of %2 or %3",
+                        {std::to_string(rows->size()), place->shape.name, table.shape.name})});
                 Disclaim();
                 return;
             }

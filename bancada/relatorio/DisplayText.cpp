@@ -1,5 +1,7 @@
 #include "bancada/relatorio/DisplayText.h"
 
+#include "bancada/Character.h"
+
 #include <algorithm>
 #include <cstdint>
 
@@ -9,12 +11,6 @@ namespace
 {
 
 constexpr char32_t SUBSTITUTE = 0xFFFD;
-
-bool IsControl(char32_t c)
-{
-    return c < 0x20 || (c >= 0x7F && c <= 0x9F) || c == 0x061C || c == 0x200E || c == 0x200F ||
-           (c >= 0x2028 && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069) || c == 0xFEFF;
-}
 
 bool IsCombining(char32_t c)
 {
@@ -34,43 +30,6 @@ bool HasPattern(std::string_view text, std::string_view pattern)
     return text.size() == pattern.size() &&
            std::equal(text.begin(), text.end(), pattern.begin(),
                       [](char c, char p) { return p == '9' ? IsDigit(c) : c == p; });
-}
-
-// Decodes the character at `i` and moves `i` behind it; a byte that begins none is one SUBSTITUTE.
-char32_t Decode(std::string_view text, std::size_t& i)
-{
-    const auto byte = [&](std::size_t k) { return static_cast<unsigned char>(text[k]); };
-    const unsigned first = byte(i);
-    std::size_t rest = 0;
-    char32_t c = 0;
-    char32_t least = 0;
-    if (first < 0x80) {
-        ++i;
-        return first;
-    }
-    if ((first & 0xE0U) == 0xC0U) {
-        rest = 1, c = first & 0x1FU, least = 0x80;
-    } else if ((first & 0xF0U) == 0xE0U) {
-        rest = 2, c = first & 0x0FU, least = 0x800;
-    } else if ((first & 0xF8U) == 0xF0U) {
-        rest = 3, c = first & 0x07U, least = 0x10000;
-    } else {
-        ++i;
-        return SUBSTITUTE;
-    }
-    for (std::size_t k = 1; k <= rest; ++k) {
-        if (i + k >= text.size() || (byte(i + k) & 0xC0U) != 0x80U) {
-            ++i;
-            return SUBSTITUTE;
-        }
-        c = (c << 6U) | (byte(i + k) & 0x3FU);
-    }
-    if (c < least || c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF)) {
-        ++i;
-        return SUBSTITUTE;
-    }
-    i += rest + 1;
-    return c;
 }
 
 void Append(std::string& out, char32_t c)
@@ -120,12 +79,14 @@ std::u32string Characters(std::string_view text)
     out.reserve(text.size());
     std::size_t i = 0;
     while (i < text.size()) {
-        const char32_t c = Decode(text, i);
+        const Character character = ReadCharacter(text, i);
+        const char32_t c = character.value;
         if (c == U'\n' || c == U'\r' || c == U'\t') {
             out += U' ';
         } else {
-            out += IsControl(c) ? SUBSTITUTE : c;
+            out += character.bytes == 0 || IsSteering(c) ? SUBSTITUTE : c;
         }
+        i += character.bytes == 0 ? 1 : character.bytes;
     }
     return out;
 }

@@ -1,5 +1,7 @@
 #include "bancada/tape/LineParser.h"
 
+#include "bancada/Messages.h"
+
 #include <limits>
 #include <map>
 #include <nlohmann/json.hpp>
@@ -69,7 +71,7 @@ std::string ParserMessage(const std::string& what)
     for (const char* piece : {"; last read: ", " parsing '"}) {
         message.erase(std::min(message.find(piece), message.size()));
     }
-    return "not JSON: " + message;
+    return Tr("not JSON: %1", {message});
 }
 
 // Takes the events of the parser. What is wrong is thrown where it stands.
@@ -88,7 +90,7 @@ class LineHandler : public nlohmann::json_sax<nlohmann::json>
     {
         const Place place = NextPlace();
         if (m_inObject) {
-            throw TapeError(place, FieldHolds("an object"));
+            throw TapeError(place, FieldHolds(TrLater("an object")));
         }
         m_inObject = true;
         m_line.place = place;
@@ -100,8 +102,8 @@ class LineHandler : public nlohmann::json_sax<nlohmann::json>
         const Place place = NextPlace();
         const auto [known, isNew] = m_columns.try_emplace(name, place.column);
         if (!isNew) {
-            throw TapeError(place, "field \"" + name + "\" is given twice, first in column " +
-                                       std::to_string(known->second));
+            throw TapeError(place, Tr("field \"%1\" is given twice, first in column %2",
+                                      {name, std::to_string(known->second)}));
         }
         TapeField field;
         field.name = std::move(name);
@@ -116,14 +118,15 @@ class LineHandler : public nlohmann::json_sax<nlohmann::json>
         return true;
     }
 
-    bool start_array(std::size_t) override { Refuse("an array"); }
+    bool start_array(std::size_t) override { Refuse(TrLater("an array")); }
     bool null() override { Refuse("null"); }
 
     bool string(string_t& text) override
     {
-        TapeValue& value = Value("a text", TapeValue::Kind::TEXT);
+        TapeValue& value = Value(TrLater("a text"), TapeValue::Kind::TEXT);
         if (text.find('\0') != string_t::npos) {
-            throw TapeError(m_line.fields.back().valuePlace, FieldHolds("a NUL character"));
+            throw TapeError(m_line.fields.back().valuePlace,
+                            FieldHolds(TrLater("a NUL character")));
         }
         value.text = std::move(text);
         return true;
@@ -131,13 +134,13 @@ class LineHandler : public nlohmann::json_sax<nlohmann::json>
 
     bool boolean(bool flag) override
     {
-        Value("a flag", TapeValue::Kind::FLAG).flag = flag;
+        Value(TrLater("a flag"), TapeValue::Kind::FLAG).flag = flag;
         return true;
     }
 
     bool number_integer(number_integer_t number) override
     {
-        Value("a number", TapeValue::Kind::INTEGER).integer = number;
+        Value(TrLater("a number"), TapeValue::Kind::INTEGER).integer = number;
         return true;
     }
 
@@ -145,16 +148,17 @@ class LineHandler : public nlohmann::json_sax<nlohmann::json>
     {
         constexpr auto MAX = std::numeric_limits<std::int64_t>::max();
         if (number > static_cast<number_unsigned_t>(MAX)) {
-            Value("a number", TapeValue::Kind::FRACTION);
+            Value(TrLater("a number"), TapeValue::Kind::FRACTION);
         } else {
-            Value("a number", TapeValue::Kind::INTEGER).integer = static_cast<std::int64_t>(number);
+            Value(TrLater("a number"), TapeValue::Kind::INTEGER).integer =
+                static_cast<std::int64_t>(number);
         }
         return true;
     }
 
     bool number_float(number_float_t, const string_t&) override
     {
-        Value("a number", TapeValue::Kind::FRACTION);
+        Value(TrLater("a number"), TapeValue::Kind::FRACTION);
         return true;
     }
 
@@ -178,16 +182,15 @@ class LineHandler : public nlohmann::json_sax<nlohmann::json>
 
     std::string FieldHolds(const char* what) const
     {
-        return "field \"" + m_line.fields.back().name + "\" holds " + what +
-               "; a field holds a text, a number, true or false";
+        return Tr("field \"%1\" holds %2; a field holds a text, a number, true or false",
+                  {m_line.fields.back().name, Tr(what)});
     }
 
     [[noreturn]] void Refuse(const char* what)
     {
         const Place place = NextPlace();
-        throw TapeError(place, m_inObject
-                                   ? FieldHolds(what)
-                                   : std::string("a line holds one JSON object, not ") + what);
+        throw TapeError(place, m_inObject ? FieldHolds(what)
+                                          : Tr("a line holds one JSON object, not %1", {Tr(what)}));
     }
 
     TapeValue& Value(const char* what, TapeValue::Kind kind)
@@ -214,13 +217,13 @@ const char* KindName(TapeValue::Kind kind)
 {
     switch (kind) {
     case TapeValue::Kind::TEXT:
-        return "a text";
+        return Tr("a text");
     case TapeValue::Kind::INTEGER:
-        return "an integer";
+        return Tr("an integer");
     case TapeValue::Kind::FRACTION:
-        return "a number that is no 64-bit integer";
+        return Tr("a number that is no 64-bit integer");
     case TapeValue::Kind::FLAG:
-        return "true or false";
+        return Tr("true or false");
     }
     return "";
 }
@@ -230,11 +233,11 @@ TapeLine ParseLine(std::string_view text, const std::string& file, int line)
     // The parser takes a NUL for the end of its input.
     const std::size_t nul = text.find('\0');
     if (nul != std::string_view::npos) {
-        throw TapeError({file, line, static_cast<int>(nul) + 1}, "not JSON: a NUL byte");
+        throw TapeError({file, line, static_cast<int>(nul) + 1}, Tr("not JSON: a NUL byte"));
     }
     // ... and passes over a byte order mark on every line.
     if (line > 1 && text.substr(0, BYTE_ORDER_MARK.size()) == BYTE_ORDER_MARK) {
-        throw TapeError({file, line, 1}, "not JSON: a byte order mark after the first line");
+        throw TapeError({file, line, 1}, Tr("not JSON: a byte order mark after the first line"));
     }
 
     TapeLine result;

@@ -1,5 +1,6 @@
 #include "bancada/tape/TapeFields.h"
 
+#include "bancada/Messages.h"
 #include "bancada/tape/DecimalText.h"
 #include "bancada/tape/FieldLimits.h"
 #include "libs/Financial.h"
@@ -16,8 +17,8 @@ namespace
 
 std::string DecimalWanted(int maxDigits, int maxDecimals, const char* example)
 {
-    return "a decimal text such as \"" + std::string(example) + "\", of up to " +
-           std::to_string(maxDigits) + " digits and " + std::to_string(maxDecimals) + " decimals";
+    return Tr("a decimal text such as \"%1\", of up to %2 digits and %3 decimals",
+              {example, std::to_string(maxDigits), std::to_string(maxDecimals)});
 }
 
 } // namespace
@@ -29,7 +30,7 @@ TapeFields::TapeFields(const TapeCommand& line, FaultSink sink)
 
 void TapeFields::ReportValue(const TapeField& field, const std::string& message) const
 {
-    ReportFault(m_sink, field.valuePlace, "field \"" + field.name + "\": " + message);
+    ReportFault(m_sink, field.valuePlace, Tr("field \"%1\": %2", {field.name, message}));
 }
 
 void TapeFields::Finish() const
@@ -43,11 +44,13 @@ void TapeFields::Finish() const
             known += (known.empty() ? "" : ", ") + name;
         }
         ReportFault(m_sink, field.namePlace,
-                    m_line.name + " has no field \"" + field.name + "\"" +
-                        (known.empty() ? "; it has none of its own" : "; its fields are " + known));
+                    known.empty() ? Tr("%1 has no field \"%2\"; it has none of its own",
+                                       {m_line.name, field.name})
+                                  : Tr("%1 has no field \"%2\"; its fields are %3",
+                                       {m_line.name, field.name, known}));
     }
     for (const std::string& missing : m_missing) {
-        ReportFault(m_sink, m_line.place, m_line.name + " needs the field \"" + missing + "\"");
+        ReportFault(m_sink, m_line.place, Tr("%1 needs the field \"%2\"", {m_line.name, missing}));
     }
 }
 
@@ -67,30 +70,32 @@ const TapeField* TapeFields::Find(const char* name, Presence presence)
 }
 
 const TapeValue* TapeFields::FindKind(const char* name, Presence presence, TapeValue::Kind kind,
-                                      const std::string& wanted, const TapeField*& field)
+                                      const Wanted& wanted, const TapeField*& field)
 {
     field = Find(name, presence);
     if (field == nullptr) {
         return nullptr;
     }
     if (field->value.kind != kind) {
-        ReportValue(*field, wanted + " is due, not " + KindName(field->value.kind));
+        ReportValue(*field, Tr("%1 is due, not %2", {wanted(), KindName(field->value.kind)}));
         return nullptr;
     }
     return &field->value;
 }
 
 const std::string* TapeFields::FindText(const char* name, std::size_t maxBytes, Presence presence,
-                                        const std::string& why)
+                                        const Wanted& why)
 {
     const TapeField* field = nullptr;
-    const TapeValue* value = FindKind(name, presence, TapeValue::Kind::TEXT, "a text", field);
+    const TapeValue* value = FindKind(
+        name, presence, TapeValue::Kind::TEXT, [] { return std::string(Tr("a text")); }, field);
     if (value == nullptr) {
         return nullptr;
     }
     if (value->text.size() > maxBytes) {
-        ReportValue(*field, "a text of at most " + std::to_string(maxBytes) +
-                                " bytes is due, not " + std::to_string(value->text.size()) + why);
+        ReportValue(*field, Tr("a text of at most %1 bytes is due, not %2",
+                               {std::to_string(maxBytes), std::to_string(value->text.size())}) +
+                                (why ? why() : ""));
         return nullptr;
     }
     return &value->text;
@@ -115,10 +120,10 @@ void TapeFields::Text(const char* name, std::string& out, std::size_t maxBytes, 
 void TapeFields::ShortText(const char* name, char* out, std::size_t size, std::size_t lawBytes,
                            Presence presence, const char*, const char*)
 {
-    if (const std::string* text = FindText(name, size - 1, presence,
-                                           ": the command has room for no more, the law's field "
-                                           "for " +
-                                               std::to_string(lawBytes))) {
+    if (const std::string* text = FindText(name, size - 1, presence, [lawBytes] {
+            return Tr(": the command has room for no more, the law's field for %1",
+                      {std::to_string(lawBytes)});
+        })) {
         std::memcpy(out, text->c_str(), text->size() + 1);
     }
 }
@@ -126,15 +131,16 @@ void TapeFields::ShortText(const char* name, char* out, std::size_t size, std::s
 void TapeFields::Integer(const char* name, int& out, int min, int max, Presence presence,
                          const char*, const char*)
 {
-    const std::string wanted =
-        "an integer from " + std::to_string(min) + " to " + std::to_string(max);
+    const auto wanted = [min, max] {
+        return Tr("an integer from %1 to %2", {std::to_string(min), std::to_string(max)});
+    };
     const TapeField* field = nullptr;
     const TapeValue* value = FindKind(name, presence, TapeValue::Kind::INTEGER, wanted, field);
     if (value == nullptr) {
         return;
     }
     if (value->integer < min || value->integer > max) {
-        ReportValue(*field, wanted + " is due, not " + std::to_string(value->integer));
+        ReportValue(*field, Tr("%1 is due, not %2", {wanted(), std::to_string(value->integer)}));
         return;
     }
     out = static_cast<int>(value->integer);
@@ -143,8 +149,9 @@ void TapeFields::Integer(const char* name, int& out, int min, int max, Presence 
 void TapeFields::Flag(const char* name, bool& out, Presence presence, const char*, const char*)
 {
     const TapeField* field = nullptr;
-    const TapeValue* value =
-        FindKind(name, presence, TapeValue::Kind::FLAG, "true or false", field);
+    const TapeValue* value = FindKind(
+        name, presence, TapeValue::Kind::FLAG, [] { return std::string(Tr("true or false")); },
+        field);
     if (value != nullptr) {
         out = value->flag;
     }
@@ -153,14 +160,14 @@ void TapeFields::Flag(const char* name, bool& out, Presence presence, const char
 bool TapeFields::FindDecimal(const char* name, int maxDigits, int maxDecimals, Presence presence,
                              const char* example, Decimal& out)
 {
-    const std::string wanted = DecimalWanted(maxDigits, maxDecimals, example);
+    const auto wanted = [=] { return DecimalWanted(maxDigits, maxDecimals, example); };
     const TapeField* field = nullptr;
     const TapeValue* value = FindKind(name, presence, TapeValue::Kind::TEXT, wanted, field);
     if (value == nullptr) {
         return false;
     }
     if (!ParseDecimal(value->text, maxDigits, maxDecimals, out)) {
-        ReportValue(*field, wanted + " is due");
+        ReportValue(*field, Tr("%1 is due", {wanted()}));
         return false;
     }
     return true;
@@ -204,10 +211,13 @@ void TapeFields::Percent(const char* name, int& hundredths, Presence presence, c
 void TapeFields::Choice(const char* name, int& out, std::initializer_list<Option> options,
                         Presence presence, const char*, const char*)
 {
-    std::string wanted = "one of";
-    for (const Option& option : options) {
-        wanted += std::string(wanted == "one of" ? " \"" : ", \"") + option.first + "\"";
-    }
+    const auto wanted = [&options] {
+        std::string names;
+        for (const Option& option : options) {
+            names += std::string(names.empty() ? "\"" : ", \"") + option.first + "\"";
+        }
+        return Tr("one of %1", {names});
+    };
     const TapeField* field = nullptr;
     const TapeValue* value = FindKind(name, presence, TapeValue::Kind::TEXT, wanted, field);
     if (value == nullptr) {
@@ -219,7 +229,7 @@ void TapeFields::Choice(const char* name, int& out, std::initializer_list<Option
             return;
         }
     }
-    ReportValue(*field, wanted + " is due");
+    ReportValue(*field, Tr("%1 is due", {wanted()}));
 }
 
 } // namespace bancada

@@ -5,6 +5,7 @@
 #include "bancada/tape/FieldVisitor.h"
 #include "bancada/tape/TapeCommand.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -48,12 +49,14 @@ class TapeFields final : public FieldVisitor
     void ReportValue(const TapeField& field, const std::string& message) const;
     // The field of that name, or null when the line has none.
     const TapeField* Find(const char* name, Presence presence);
+    // Says a part of a message; asked for it when there is something to report.
+    using Wanted = std::function<std::string()>;
     // Its value, which must be of that kind; null when the line has none of it.
     const TapeValue* FindKind(const char* name, Presence presence, TapeValue::Kind kind,
-                              const std::string& wanted, const TapeField*& field);
+                              const Wanted& wanted, const TapeField*& field);
     // `why` ends the message about a longer text.
     const std::string* FindText(const char* name, std::size_t maxBytes, Presence presence,
-                                const std::string& why = {});
+                                const Wanted& why = {});
     bool FindDecimal(const char* name, int maxDigits, int maxDecimals, Presence presence,
                      const char* example, Decimal& out);
 

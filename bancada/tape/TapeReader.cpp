@@ -1,5 +1,6 @@
 #include "bancada/tape/TapeReader.h"
 
+#include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 #include "bancada/tape/Instant.h"
 #include "bancada/tape/LineParser.h"
@@ -31,9 +32,9 @@ bool IsBlank(char c)
 const std::string* CommonText(const TapeField& field, const FaultSink& sink)
 {
     if (field.value.kind != TapeValue::Kind::TEXT) {
-        ReportFault(sink, field.valuePlace,
-                    "field \"" + field.name + "\": a text is due, not " +
-                        KindName(field.value.kind));
+        ReportFault(
+            sink, field.valuePlace,
+            Tr("field \"%1\": a text is due, not %2", {field.name, KindName(field.value.kind)}));
         return nullptr;
     }
     return &field.value.text;
@@ -48,9 +49,9 @@ std::optional<RtcAbsoluteTime> CommonInstant(const TapeField& field, const Fault
     }
     if (!ParseInstant(*text, instant)) {
         ReportFault(sink, field.valuePlace,
-                    "field \"" + field.name +
-                        "\": an instant \"YYYY-MM-DD hh:mm:ss\" is due, after "
-                        "1970-01-01 00:00:00 and up to 2106-02-07 06:28:15");
+                    Tr("field \"%1\": an instant \"YYYY-MM-DD hh:mm:ss\" is due, after "
+                       "1970-01-01 00:00:00 and up to 2106-02-07 06:28:15",
+                       {field.name}));
         return std::nullopt;
     }
     return instant;
@@ -65,7 +66,7 @@ void ReadName(const TapeField& field, TapeCommand& command, const FaultSink& sin
     command.name = *name;
     command.namePlace = field.valuePlace;
     if (name->empty()) {
-        ReportFault(sink, field.valuePlace, "field \"cmd\": the name of a command is due");
+        ReportFault(sink, field.valuePlace, Tr("field \"cmd\": the name of a command is due"));
     }
 }
 
@@ -92,7 +93,7 @@ TapeCommand CommandOf(TapeLine line, const FaultSink& sink)
         }
     }
     if (!named) {
-        ReportFault(sink, line.place, "the line needs the field \"cmd\"");
+        ReportFault(sink, line.place, Tr("the line needs the field \"cmd\""));
     }
     return command;
 }
@@ -105,14 +106,14 @@ TapeReader::TapeReader(const std::string& path, Wait wait, Digest digest)
     m_file = path == "-" ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC);
     struct stat status = {};
     if (m_file < 0 || fstat(m_file, &status) != 0) {
-        throw Unusable("cannot read the tape " + path + ": " + std::strerror(errno));
+        throw Unusable(Tr("cannot read the tape %1: %2", {path, std::strerror(errno)}));
     }
     if (S_ISDIR(status.st_mode)) {
         // Said before anything is made for the tape.
         if (m_file != STDIN_FILENO) {
             close(m_file);
         }
-        throw Unusable("cannot read the tape " + path + ": " + std::strerror(EISDIR));
+        throw Unusable(Tr("cannot read the tape %1: %2", {path, std::strerror(EISDIR)}));
     }
     if (S_ISREG(status.st_mode)) {
         m_size = status.st_size;
@@ -145,7 +146,7 @@ std::size_t TapeReader::ReadInto(std::size_t at)
         count = read(m_file, m_buffer.data() + at, m_buffer.size() - at);
     } while (count < 0 && errno == EINTR);
     if (count < 0) {
-        throw Unusable("cannot read the tape " + m_path + ": " + std::strerror(errno));
+        throw Unusable(Tr("cannot read the tape %1: %2", {m_path, std::strerror(errno)}));
     }
     m_bytes += count;
     return static_cast<std::size_t>(count);
@@ -221,9 +222,9 @@ bool TapeReader::Continue(const TapePosition& position)
         return false; // it was not read so far
     }
     if (lseek(m_file, 0, SEEK_SET) != 0) {
-        throw Unusable("cannot read the tape " + m_path +
-                       " from its first line: it is not the one that was read before, and a pipe "
-                       "is read once; give it as a file");
+        throw Unusable(Tr(
+            "cannot read the tape %1 from its first line: it is not the one that was read before, and a pipe is read once; give it as a file",
+            {m_path}));
     }
     m_bytes = 0;
     m_at = m_end = 0;
@@ -262,7 +263,7 @@ bool TapeReader::ReadLine(std::string& line)
         if (line.size() > MAX_LINE_BYTES) {
             m_tooLong = true;
             throw TapeError({m_path, m_line, static_cast<int>(MAX_LINE_BYTES) + 1},
-                            "a line has at most " + std::to_string(MAX_LINE_BYTES) + " bytes");
+                            Tr("a line has at most %1 bytes", {std::to_string(MAX_LINE_BYTES)}));
         }
         if (lineEnd != end) {
             Take(1);

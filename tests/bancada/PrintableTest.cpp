@@ -1,5 +1,6 @@
 // Texts that came from outside, for a terminal.
 #include "bancada/Printable.h"
+#include "bancada/relatorio/DisplayText.h"
 
 #include <gtest/gtest.h>
 #include <string>
@@ -28,6 +29,17 @@ TEST(Printable, WhatSteersATerminalIsEscaped)
               "a\\xE2\\x80\\xAE"
               "b"); // turns the line round
     EXPECT_EQ(Printable("\xE2\x81\xA6"), "\\xE2\\x81\\xA6");
+}
+
+TEST(Printable, WhatIsShownOnPaperAsNoneIsEscapedInAMessage)
+{
+    // One rule for both, each in its own form.
+    for (const char* text :
+         {"\xEF\xBB\xBF", "\x1B", "\xE2\x80\xA8", "\xD8\x9C", "\xFF", "\xC2\x9B"}) {
+        EXPECT_NE(Printable(text), text);
+        EXPECT_EQ(bancada::relatorio::Disarmed(text), "\xEF\xBF\xBD") << Printable(text);
+    }
+    EXPECT_EQ(Printable("\xEF\xBB\xBF"), "\\xEF\\xBB\\xBF");
 }
 
 TEST(Printable, BytesThatAreNoCharacterAreEscapedOneByOne)

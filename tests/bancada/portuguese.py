@@ -1,5 +1,5 @@
-"""What check, show and --help print in Portuguese, looked through for English that was left over: a
-text that nobody marked for translation.
+"""What check, show, run, compare, recover and --help print in Portuguese, looked through for English
+that was left over: a text that nobody marked for translation.
 
 English is told by the words that stand in the messages' English and nowhere in their Portuguese.
 
@@ -20,7 +20,9 @@ PROGRAM = os.path.abspath(sys.argv.pop(1))
 
 # Of the engine, of the language in which a command is typed, and of the names on the documents.
 ENGINE = [r'near ".*?": syntax error', r"file is not a database", r"no such table: \w+",
-          r"unrecognized token: .*"]
+          r"unrecognized token: .*",
+          # The system's reasons and the parser's of JSON.
+          r"No such file or directory", r"Is a directory", r"(?<=não é JSON: ).*"]
 # What is typed and what is logged is the same in every language: commands, options, words that an
 # option takes, the schema's words.
 WORDS = {"check", "show", "run", "export", "import", "compare", "copy", "recover", "generate",
@@ -126,7 +128,11 @@ class Portuguese(unittest.TestCase):
             told = self.told("show", database)
             self.assertIn("movimento ", told)
             self.assertEqual(left_over(told), [])
+            self.expect_portuguese("show", database, "--totals")
             for page in (self.told("show", database, "--html", "-", "--log", database + ".log"),
+                         self.told("show", database, "--html", "-", "--cancelled", "--text", "a",
+                                   "--max-value", "9", "--min-value", "0", "--consumer", "0",
+                                   "--from", "2020-01-01", "--to", "2030-01-01"),
                          self.told("show", database, "--html", "-", "--crz", "1")):
                 self.assertIn("<h2>Vendas por hora</h2>", page)
                 self.assertEqual(left_over(seen(page)), [])
@@ -168,6 +174,62 @@ class Portuguese(unittest.TestCase):
         db.close()
         return names
 
+    def test_a_run(self):
+        told = self.expect_portuguese("run", ROOT / "examples/primeira_semana.jsonl", "--db",
+                                      "nova.db")
+        self.assertRegex(told, r"(?m)^comandos executados +\d+$")
+        self.assertRegex(told, r"(?m)^instruções rejeitadas +\d+$")
+        # A letter with an accent takes one column.
+        self.assertEqual(len({len(line) for line in told.splitlines()
+                              if re.match(r"(comandos|instruções) ", line)}), 1, told)
+
+    def test_faults_of_a_tape(self):
+        lines = ['{"cmd": "leitura_x", "x": 1}', '{"cmd": "abre_cupom", "em": "2024-01-01"}', "[]",
+                 "{", '{"cmd": 1}', '{"em": "2024-01-02 08:00:00"}', '{"cmd": "", "cmd": ""}',
+                 '{"cmd": "leitura_x", "obs": null}', '{"cmd": "leitura_x", "em": {}}',
+                 '{"cmd": "programa_nr_serie", "marca": "' + "M" * 50 + '", "modelo": true}',
+                 '{"cmd": "pagamento", "meio": 900000, "valor": "1.234"}',
+                 '{"cmd": "efetua_desc_acres_item", "operacao": "x", "tipo": 1, "valor": false}',
+                 '{"cmd": "leitura_x", "em": "2024-01-02 08:00:00", "fim": "2024-01-01 08:00:00"}',
+                 '{"cmd": "leitura_x", "obs": "\\u0000"}', "\ufeff{}", '{"cmd": "nada"}']
+        (self.folder / "faltas.jsonl").write_text("\n".join(lines) + "\n", "utf-8")
+        told = self.expect_portuguese("run", "--lint", "faltas.jsonl")
+        self.assertGreater(len(told.splitlines()), 15, told)
+        self.expect_portuguese("run", "faltas.jsonl", "--db", "faltas.db")
+
+    def test_files_compared(self):
+        for name in ("mercearia", "primeira_semana"):
+            subprocess.run([PROGRAM, "export", name + ".db", "--output", name + ".txt"],
+                           cwd=self.folder, check=True, stderr=subprocess.DEVNULL, timeout=60)
+        told = self.told("compare", "mercearia.txt", "primeira_semana.txt")
+        self.assertIn("Os arquivos diferem.", told)
+        # What stands between quotation marks is the files'.
+        self.assertEqual(left_over(re.sub(r'"[^"]*"', '""', told)), [])
+        same = self.expect_portuguese("compare", "mercearia.txt", "mercearia.txt")
+        self.assertIn("Os arquivos são iguais.", same)
+
+    def test_what_is_recovered(self):
+        whole = (self.folder / "mercearia.db").read_bytes()
+        size = int.from_bytes(whole[16:18], "big")
+        reasons = set()
+        for page in range(1, len(whole) // size, 3):
+            damaged = bytearray(whole)
+            damaged[page * size:page * size + 200] = bytes([page % 7]) * 200
+            (self.folder / "dano.db").write_bytes(damaged)
+            (self.folder / "salvo.db").unlink(missing_ok=True)
+            told = self.expect_portuguese("recover", "dano.db", "salvo.db")
+            reasons |= set(re.findall(r"(?m)^página \d+(?: de \w+)?: (.*)$", told))
+        self.assertTrue(reasons)
+
+    def test_what_cannot_be_run(self):
+        (self.folder / "pasta").mkdir(exist_ok=True)
+        tape = ROOT / "examples/oficina.jsonl"
+        for arguments in (["run", "ausente.jsonl", "--db", "x.db"],
+                          ["run", "pasta", "--db", "x.db"],
+                          ["copy", "ausente", "copia.db"],
+                          ["recover", "ausente", "y.db"]):
+            self.expect_portuguese(*arguments)
+
     def test_what_cannot_be_used(self):
         (self.folder / "ruido").write_bytes(b"no database " * 500)
         (self.folder / "texto.log").write_text("no log\n")
@@ -185,6 +247,10 @@ class Portuguese(unittest.TestCase):
                           ["show", "oficina.db", "--html", "nada/pagina.html"],
                           ["show", "oficina.db", "--pages", "ruido"],
                           ["show", "oficina.db", "--coo", "1", "--crz", "1"],
+                          ["show", "oficina.db", "--from", "x"],
+                          ["show", "oficina.db", "--from", "2024-02-31"],
+                          ["show", "oficina.db", "--min-value", "1,234"],
+                          ["show", "oficina.db", "--from", "2024-02-02", "--to", "2024-02-01"],
                           ["show", "oficina.db", "--crz", "1", "--log", "texto.log"]):
             self.expect_portuguese(*arguments)
 
