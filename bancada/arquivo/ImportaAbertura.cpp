@@ -1,6 +1,6 @@
 // The opening of a receipt, told by its record.
+#include "bancada/CheckDigits.h"
 #include "bancada/arquivo/ImportaCupom.h"
-#include "bancada/registro/CheckDigits.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "bancada/registro/Checks.h"
 
-#include "bancada/registro/CheckDigits.h"
+#include "bancada/CheckDigits.h"
 #include "bancada/registro/CurrentCupom.h"
 #include "bancada/registro/Jornada.h"
 #include "bancada/registro/TextForms.h"

@@ -1,5 +1,5 @@
 // Programming of the register.
-#include "bancada/registro/CheckDigits.h"
+#include "bancada/CheckDigits.h"
 #include "bancada/registro/Checks.h"
 #include "bancada/registro/Registro.h"
 #include "bancada/registro/TextForms.h"

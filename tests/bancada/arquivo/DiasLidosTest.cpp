@@ -15,6 +15,9 @@ namespace
 
 const std::string COMMON = "SERIE7                                   01"; // and the owner
 
+const std::string E01 = "E01" + std::string(78, ' ') + std::string(31, '0') + "TDM" +
+                        std::string(28, '0') + std::string(8, ' ') + "AC1704 01.00.00\n";
+
 std::string N(std::int64_t value, std::size_t width)
 {
     const std::string digits = std::to_string(value);
@@ -62,7 +65,7 @@ class DiasLidosTest : public testing::Test
     // The receipt at a place of the file's documents.
     CupomLido Read(const std::string& content, std::size_t at)
     {
-        folder.Write("f", content);
+        folder.Write("f", E01 + content);
         std::ostringstream tape;
         Importador importing(folder.File("f"), tape);
         FindProgramacao(importing);

@@ -1,7 +1,7 @@
 // Programming of the register, and the check digits.
 #include "tests/bancada/registro/RegistroTest.h"
 
-#include "bancada/registro/CheckDigits.h"
+#include "bancada/CheckDigits.h"
 
 namespace bancada
 {

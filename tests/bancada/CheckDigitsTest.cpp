@@ -1,5 +1,5 @@
 // The check digits of the taxpayers' numbers.
-#include "bancada/registro/CheckDigits.h"
+#include "bancada/CheckDigits.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@ namespace bancada
 namespace
 {
 
-TEST(RegistroCheckDigits, RightNumbersAreRight)
+TEST(CheckDigits, RightNumbersAreRight)
 {
     EXPECT_TRUE(IsCPF("12345678909"));
     EXPECT_TRUE(IsCPF("52998224725"));
@@ -16,7 +16,7 @@ TEST(RegistroCheckDigits, RightNumbersAreRight)
     EXPECT_TRUE(IsCNPJ("11222333000181"));
 }
 
-TEST(RegistroCheckDigits, EverySingleWrongDigitIsNoticed)
+TEST(CheckDigits, EverySingleWrongDigitIsNoticed)
 {
     const std::string cpf = "52998224725";
     const std::string cnpj = "11222333000181";
@@ -36,7 +36,7 @@ TEST(RegistroCheckDigits, EverySingleWrongDigitIsNoticed)
     }
 }
 
-TEST(RegistroCheckDigits, OtherTextsAreWrong)
+TEST(CheckDigits, OtherTextsAreWrong)
 {
     EXPECT_FALSE(IsCPF(""));
     EXPECT_FALSE(IsCPF("00000000000"));

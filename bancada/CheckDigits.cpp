@@ -1,4 +1,4 @@
-#include "bancada/registro/CheckDigits.h"
+#include "bancada/CheckDigits.h"
 
 #include <algorithm>
 
