@@ -102,6 +102,11 @@ class SignedText
     // False where the rows are not enough to say that something else was signed.
     bool IsDecided() const { return m_decided; }
     std::size_t CountOf(std::size_t choice) const { return m_counts[choice]; }
+    // The same beside a second place: of the rates one alone.
+    std::size_t CountOfTwo(std::size_t choice) const
+    {
+        return choice == TRIBUTACAO ? m_rates.size() + 1 : m_counts[choice];
+    }
 
     // Up to the instant of the closing, and behind it.
     void Build(const Choices& choices, std::string& head, std::string& tail) const
@@ -164,7 +169,7 @@ class SignedText
             }
         }
         m_counts[DESCRICAO] += m_backquotes == 0 ? 0 : m_backquotes + 1;
-        m_counts[TRIBUTACAO] += m_rates.size();
+        AddIssqn();
         const std::string& mensagem = cupom.textoSuplementar.Value();
         for (std::size_t i = 0; i < mensagem.size(); ++i) {
             if (mensagem[i] == ' ') {
@@ -172,6 +177,37 @@ class SignedText
             }
         }
         m_counts[MENSAGEM] += m_blanks.size();
+    }
+
+    // Which of the rates may have been of ISSQN: each alone, then several together.
+    void AddIssqn()
+    {
+        constexpr std::size_t MOST = 6;
+        for (const std::string& rate : m_rates) {
+            m_issqn.push_back({rate});
+        }
+        if (m_rates.size() > MOST) {
+            m_decided = false;
+        } else {
+            for (unsigned set = 0; set < 1U << m_rates.size(); ++set) {
+                std::vector<std::string> several;
+                for (std::size_t rate = 0; rate < m_rates.size(); ++rate) {
+                    if ((set >> rate & 1U) != 0) {
+                        several.push_back(m_rates[rate]);
+                    }
+                }
+                if (several.size() > 1) {
+                    m_issqn.push_back(several);
+                }
+            }
+        }
+        m_counts[TRIBUTACAO] += m_issqn.size();
+    }
+
+    bool IsIssqn(const std::string& code, std::size_t choice) const
+    {
+        return choice > 0 && std::find(m_issqn[choice - 1].begin(), m_issqn[choice - 1].end(),
+                                       code) != m_issqn[choice - 1].end();
     }
 
     // What the payments were at the closing: reversals of the issued receipt, which took a GNF of
@@ -349,7 +385,7 @@ class SignedText
             }
         }
         const std::string& code = item.aliquota.Value();
-        const bool issqn = choices[TRIBUTACAO] > 0 && code == m_rates[choices[TRIBUTACAO] - 1];
+        const bool issqn = IsIssqn(code, choices[TRIBUTACAO]);
         const std::int64_t bruto =
             Cents(item.valorTotal) + Cents(item.valorDesconto) - Cents(item.valorAcrescimo);
         text += "item" + Field(item.codItem.Value()) + Field(descricao) +
@@ -367,6 +403,7 @@ class SignedText
     std::string m_endereco;
     std::size_t m_backquotes = 0;
     std::vector<std::string> m_rates; // codes of the letter T, which the detailed sale writes for S
+    std::vector<std::vector<std::string>> m_issqn; // those of them that may have been S together
     std::vector<std::size_t> m_blanks;
     std::vector<PagamentoCupomRow> m_rows; // those that were made before the closing
     std::vector<std::vector<std::int64_t>> m_pagamentos;
@@ -440,7 +477,8 @@ class Search
             return true;
         }
         for (std::size_t a = 0; a < CHOICES; ++a) {
-            if (TryEach(choices, a, [this](const Choices& tried) { return Try(tried); })) {
+            const auto last = [this](const Choices& one) { return Try(one); };
+            if (TryEach(choices, a, m_texts.CountOf(a), last)) {
                 return true;
             }
         }
@@ -454,13 +492,13 @@ class Search
             const auto second = [this, a](Choices tried) {
                 for (std::size_t b = a + 1; b < CHOICES; ++b) {
                     const auto last = [this](const Choices& both) { return Try(both); };
-                    if (TryEach(tried, b, last)) {
+                    if (TryEach(tried, b, m_texts.CountOfTwo(b), last)) {
                         return true;
                     }
                 }
                 return false;
             };
-            if (TryEach(choices, a, second)) {
+            if (TryEach(choices, a, m_texts.CountOfTwo(a), second)) {
                 return true;
             }
         }
@@ -468,9 +506,9 @@ class Search
     }
 
     template <typename Next>
-    bool TryEach(Choices choices, std::size_t choice, const Next& next)
+    bool TryEach(Choices choices, std::size_t choice, std::size_t count, const Next& next)
     {
-        for (std::size_t i = 1; i < m_texts.CountOf(choice); ++i) {
+        for (std::size_t i = 1; i < count; ++i) {
             choices[choice] = i;
             if (next(choices)) {
                 return true;

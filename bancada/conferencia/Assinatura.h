@@ -26,7 +26,7 @@ enum class Signed : std::uint8_t {
     FOUND,
     NOT_FOUND,
     // The rows do not tell what was signed: a consumer named anew by the closing, several
-    // reversals, adjustments of items beneath an apportioned one.
+    // reversals, adjustments of items beneath an apportioned one, more than six rates.
     UNDECIDED
 };
 
@@ -50,7 +50,7 @@ enum class Reach : std::uint8_t {
 // `until`, in seconds since 1970, both included. Where the loggers write a text otherwise than it
 // was given (an apostrophe gone from an address, blanked in a closing message, turned into a
 // backquote in a description; the letter of a rate of ISSQN), up to two such places are tried
-// within ten minutes of the opening, and one behind them.
+// within ten minutes of the opening, and one behind them; rates of ISSQN together are one place.
 SignatureSearch SearchSignature(const SignedCupom& documento, std::int64_t until, Reach reach);
 
 } // namespace bancada::conferencia
