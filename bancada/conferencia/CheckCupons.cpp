@@ -365,6 +365,14 @@ bool IsRewritten(const CupomFiscalRow& cupom, const Amount& itens)
     return IsSame(itens, cupom.valorTotal) && !IsSame(itens, cupom.valorSubtotal);
 }
 
+// The same of a receipt without a closing in its row: one that was to have an additional receipt
+// was closed all the same, and may have been cancelled behind that.
+bool MayBeRewritten(const CupomFiscalRow& cupom, const ItensSum& itens)
+{
+    return IsAtMost(cupom.valorDesconto, itens.descontos) &&
+           IsAtMost(cupom.valorAcrescimo, itens.acrescimos);
+}
+
 // A receipt that was neither closed nor cancelled in its row. An additional receipt always reads
 // so: its closing is rejected and it keeps what its opening wrote. Whether its items carry the
 // subtotal adjustment is then not told, so that its total is one of two.
@@ -475,9 +483,9 @@ void CheckCupom(CheckContext& context, Itens& itens, const CupomFiscalRow& cupom
             jornada.meiosIncertos = Coo(cupom.coo) + " has a reversal of several payments";
         }
         AddPorAliquota(jornada, sum, rewritten ? Amount(0, CENTS) : adjustment);
-        if (!fechado && !adjustment.IsZero()) {
-            jornada.itensIncertos = Coo(cupom.coo) + " was adjusted and its closing is not known";
-        }
+    }
+    if (!fechado && !adjustment.IsZero() && (!cancelado || MayBeRewritten(cupom, sum))) {
+        jornada.itensIncertos = Coo(cupom.coo) + " was adjusted and its closing is not known";
     }
     const LostRows& lost = context.LostOf(cupom.coo.Value());
     if (!lost.IsEmpty()) {

@@ -181,6 +181,25 @@ constexpr char PROGRAMMED[] =
 {"cmd":"sangria","operacao":"fundo_troco","valor":"10.00"}
 )";
 
+// Its items hold the subtotal's discount, and no row tells that it was closed.
+TEST_F(CircleTest, AnAdditionalReceiptCancelledBehindItsClosingIsNoFinding)
+{
+    constexpr char CANCELLED[] = R"({"cmd":"configura","ratear_subtotal":true}
+{"cmd":"abre_cupom","em":"2024-03-01 09:00:00"}
+{"cmd":"vende_item","codigo":"1","descricao":"A","quantidade":"1","unidade":"KG","valor_unitario":"5.00","tributacao":"T","indice":1,"arredonda":true}
+{"cmd":"efetua_desc_acres_subtotal","operacao":"desconto","tipo":"valor","valor":"1.00"}
+{"cmd":"efetua_pagamento","meio":1,"valor":"20.00"}
+{"cmd":"fecha_cupom","adicional":true}
+{"cmd":"cancela_aberto"}
+{"cmd":"cancela_cupom"}
+{"cmd":"reducao_z","em":"2024-03-01 23:00:00"}
+)";
+    folder.Write("tape", std::string(PROGRAMMED) + CANCELLED);
+    EXPECT_EQ(Differences(), "") << told;
+    EXPECT_EQ(refused, 0);
+    EXPECT_EQ(findings, "");
+}
+
 // A voucher's reversal and a payment's have no record, and come in one order alone.
 TEST_F(CircleTest, AVoucherIsReversedBeforeItsPaymentIs)
 {
