@@ -170,46 +170,32 @@ int ShareUnmap(sqlite3_file* file, int deletes)
     return Of(file).real->pMethods->xShmUnmap(Of(file).real, deletes);
 }
 
-const sqlite3_io_methods METHODS = {2,
-                                    CloseFile,
-                                    ReadFile,
-                                    WriteFile,
-                                    TruncateFile,
-                                    SyncFile,
-                                    FileSize,
-                                    LockFile,
-                                    UnlockFile,
-                                    CheckReservedLock,
-                                    FileControl,
-                                    SectorSize,
-                                    DeviceCharacteristics,
-                                    ShareMap,
-                                    ShareLock,
-                                    ShareBarrier,
-                                    ShareUnmap,
-                                    nullptr,
-                                    nullptr};
+// Of version 1, that of a layer which shares no memory, the engine calls none of the last ones.
+constexpr sqlite3_io_methods MethodsOf(int version)
+{
+    return {version,
+            CloseFile,
+            ReadFile,
+            WriteFile,
+            TruncateFile,
+            SyncFile,
+            FileSize,
+            LockFile,
+            UnlockFile,
+            CheckReservedLock,
+            FileControl,
+            SectorSize,
+            DeviceCharacteristics,
+            ShareMap,
+            ShareLock,
+            ShareBarrier,
+            ShareUnmap,
+            nullptr,
+            nullptr};
+}
 
-// Of a real file whose layer shares no memory.
-const sqlite3_io_methods METHODS_WITHOUT_SHARING = {1,
-                                                    CloseFile,
-                                                    ReadFile,
-                                                    WriteFile,
-                                                    TruncateFile,
-                                                    SyncFile,
-                                                    FileSize,
-                                                    LockFile,
-                                                    UnlockFile,
-                                                    CheckReservedLock,
-                                                    FileControl,
-                                                    SectorSize,
-                                                    DeviceCharacteristics,
-                                                    nullptr,
-                                                    nullptr,
-                                                    nullptr,
-                                                    nullptr,
-                                                    nullptr,
-                                                    nullptr};
+constexpr sqlite3_io_methods METHODS = MethodsOf(2);
+constexpr sqlite3_io_methods METHODS_WITHOUT_SHARING = MethodsOf(1);
 
 int ForReading(int flags)
 {

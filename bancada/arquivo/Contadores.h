@@ -14,8 +14,7 @@ namespace bancada::arquivo
 struct Importador;
 
 // By the counter's name in the memory file: "coo". Of what no record tells, those that the register
-// has now. Throws as ArquivoLido::Read. REQUIRES:
-// the programming was found.
+// has now. Throws as ArquivoLido::Read. REQUIRES: the programming was found.
 std::map<std::string, std::int64_t> ContadoresBefore(Importador& importing);
 
 // When a document ended, as its record tells, or a Z reduction began; 0 where none does.

@@ -2,6 +2,7 @@
 #include "bancada/arquivo/DiasLidos.h"
 
 #include "bancada/arquivo/Importador.h"
+#include "tests/bancada/arquivo/Identificacao.h"
 #include "tests/support/Files.h"
 
 #include <gtest/gtest.h>
@@ -13,10 +14,9 @@ namespace bancada::arquivo
 namespace
 {
 
-const std::string COMMON = "SERIE7                                   01"; // and the owner
+using arquivo_test::E01;
 
-const std::string E01 = "E01" + std::string(78, ' ') + std::string(31, '0') + "TDM" +
-                        std::string(28, '0') + std::string(8, ' ') + "AC1704 01.00.00\n";
+const std::string COMMON = "SERIE7                                   01"; // and the owner
 
 std::string N(std::int64_t value, std::size_t width)
 {

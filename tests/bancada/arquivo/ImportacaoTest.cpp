@@ -2,6 +2,7 @@
 #include "bancada/arquivo/Importacao.h"
 
 #include "bancada/Unusable.h"
+#include "tests/bancada/arquivo/Identificacao.h"
 #include "tests/support/Files.h"
 
 #include <fstream>
@@ -16,10 +17,10 @@ namespace bancada::arquivo
 namespace
 {
 
+using arquivo_test::E01;
+
 // The register has no serial number, letter or model.
 const std::string COMMON(41, ' ');
-const std::string E01 = "E01" + std::string(78, ' ') + std::string(31, '0') + "TDM" +
-                        std::string(28, '0') + std::string(8, ' ') + "AC1704 01.00.00\n";
 
 std::string E16(const std::string& coo, const std::string& gnf, const std::string& simbolo,
                 const std::string& end)
