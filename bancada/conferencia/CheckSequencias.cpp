@@ -15,7 +15,7 @@ namespace bancada::conferencia
 
 void CheckSequencias(CheckContext& context)
 {
-    DocumentStream documentos(context.Database());
+    DocumentStream documentos(context.Database(), context.Relogio());
     Gaps gaps;
     CooSequence coo(context, gaps);
     CcfSequence ccf(context, gaps);

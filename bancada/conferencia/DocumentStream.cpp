@@ -7,8 +7,8 @@
 namespace bancada::conferencia
 {
 
-DocumentStream::DocumentStream(const leitura::DatabaseReading& database)
-    : m_fiscais(database, leitura::CupomFiscalTable(), "ORDER BY rowid"),
+DocumentStream::DocumentStream(const leitura::DatabaseReading& database, const Acertos& acertos)
+    : m_acertos(acertos), m_fiscais(database, leitura::CupomFiscalTable(), "ORDER BY rowid"),
       m_outros(database, leitura::OutroDocumentoTable(), "ORDER BY rowid"),
       m_reducoes(
           database,
@@ -50,13 +50,24 @@ bool DocumentStream::IsNextFiscal(const std::optional<std::int64_t>& last) const
         }
     }
     if (m_fiscal->hora != m_outro->hora) {
-        return m_fiscal->hora < m_outro->hora;
+        return IsFiscalEarlier();
     }
     if (last) {
         return leitura::Steps(*last, m_fiscal->coo.Value()) <
                leitura::Steps(*last, m_outro->coo.Value());
     }
     return m_fiscal->coo.Value() < m_outro->coo.Value();
+}
+
+// By their times, unless the clock was set back between the two: the later time is then that of
+// the earlier document.
+bool DocumentStream::IsFiscalEarlier() const
+{
+    const bool earlier = m_fiscal->hora < m_outro->hora;
+    const std::int64_t first = (earlier ? m_fiscal : m_outro)->coo.Value();
+    const std::int64_t later = (earlier ? m_outro : m_fiscal)->coo.Value();
+    const bool back = leitura::ComesBefore(later, first) && m_acertos.HasBetween(later, first);
+    return earlier != back;
 }
 
 void DocumentStream::ReadFiscal()

@@ -1,6 +1,7 @@
 // The documents of a database in the order of their issue.
 #pragma once
 
+#include "bancada/conferencia/Acertos.h"
 #include "bancada/leitura/Query.h"
 #include "bancada/leitura/Tables.h"
 
@@ -38,7 +39,8 @@ struct Documento {
 class DocumentStream
 {
   public:
-    explicit DocumentStream(const leitura::DatabaseReading& database);
+    // Both outlive this object. Across a setting of the clock the times tell no order.
+    DocumentStream(const leitura::DatabaseReading& database, const Acertos& acertos);
 
     // The document that was issued next after the one numbered `last`, which is nothing as long as
     // no number is known. Nothing after the last document.
@@ -46,11 +48,13 @@ class DocumentStream
 
   private:
     bool IsNextFiscal(const std::optional<std::int64_t>& last) const;
+    bool IsFiscalEarlier() const;
     void ReadFiscal();
     void ReadOutro();
     void ReadReducao();
     NumeroDoCancelamento NumeroDe(const leitura::CupomFiscalRow& cupom);
 
+    const Acertos& m_acertos;
     leitura::Rows<leitura::CupomFiscalRow> m_fiscais;
     leitura::Rows<leitura::OutroDocumentoRow> m_outros;
     // Z reductions whose document row is missing: their own row tells as much.

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <numeric>
 
 namespace bancada::conferencia
 {
@@ -42,6 +43,12 @@ std::optional<Gap> Gaps::TakeDecided()
     const Gap gap = m_gaps.front();
     m_gaps.pop_front();
     return gap;
+}
+
+std::int64_t Gaps::Count() const
+{
+    return std::accumulate(m_gaps.begin(), m_gaps.end(), std::int64_t{0},
+                           [](std::int64_t count, const Gap& gap) { return count + gap.count; });
 }
 
 bool Gaps::MayHoldEstorno() const

@@ -42,6 +42,8 @@ class Gaps
     void Saw(bool fiscal);
     std::optional<Gap> TakeDecided();
 
+    // How many numbers are without an explanation.
+    std::int64_t Count() const;
     bool MayHoldEstorno() const;
     // Where so many documents without a row may stand: " (COO 17 to 19)", or nothing.
     std::string Where(std::int64_t count, Absent absent) const;

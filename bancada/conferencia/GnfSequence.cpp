@@ -22,6 +22,9 @@ void GnfSequence::Check(const Documento& documento)
 {
     const std::int64_t gnf = documento.contador.Value();
     const std::int64_t own = TakesGnf(documento.tipo) ? 1 : 0;
+    if (!m_last) {
+        m_last = BeforeEstornos(gnf, own);
+    }
     if (m_last) {
         const std::int64_t steps = leitura::Steps(*m_last, gnf);
         if (steps < own || steps > leitura::LAST_COUNTER / 2) {
@@ -36,6 +39,20 @@ void GnfSequence::Check(const Documento& documento)
         CheckAbsent(documento, steps - own);
     }
     m_last = gnf;
+}
+
+// No document showed a number before this one: what is known then are the reversals of payments
+// that the numbers without a row leave room for.
+std::optional<std::int64_t> GnfSequence::BeforeEstornos(std::int64_t gnf, std::int64_t own) const
+{
+    std::optional<std::int64_t> before;
+    const std::int64_t room = m_gaps.Count();
+    for (std::int64_t steps = own; steps < own + room; ++steps) {
+        if (m_context.IsGnfDeEstorno(Following(gnf, -steps))) {
+            before = Following(gnf, -steps - 1);
+        }
+    }
+    return before;
 }
 
 // Non-fiscal documents without a row before this one: the reversals of payments, then as many

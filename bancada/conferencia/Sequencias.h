@@ -82,6 +82,7 @@ class GnfSequence
     bool ExplainAtEnd();
 
   private:
+    std::optional<std::int64_t> BeforeEstornos(std::int64_t gnf, std::int64_t own) const;
     void CheckAbsent(const Documento& documento, std::int64_t count);
     bool IsExplained(std::int64_t first, std::int64_t count) const;
 

@@ -32,7 +32,9 @@ class DocumentStreamTest : public CheckedDatabase
     std::vector<std::int64_t> Coos() const
     {
         const leitura::DatabaseReading database(Path());
-        conferencia::DocumentStream documentos(database);
+        const conferencia::RepeatedCoos repeated(database);
+        const conferencia::Acertos acertos(database, repeated);
+        conferencia::DocumentStream documentos(database, acertos);
         std::vector<std::int64_t> coos;
         std::optional<std::int64_t> last;
         while (const std::optional<Documento> documento = documentos.Next(last)) {
@@ -45,7 +47,9 @@ class DocumentStreamTest : public CheckedDatabase
     std::vector<NumeroDoCancelamento> Cancelados() const
     {
         const leitura::DatabaseReading database(Path());
-        conferencia::DocumentStream documentos(database);
+        const conferencia::RepeatedCoos repeated(database);
+        const conferencia::Acertos acertos(database, repeated);
+        conferencia::DocumentStream documentos(database, acertos);
         std::vector<NumeroDoCancelamento> cancelados;
         while (const std::optional<Documento> documento = documentos.Next(std::nullopt)) {
             cancelados.push_back(documento->cancelamento);
@@ -82,6 +86,42 @@ TEST_F(DocumentStreamTest, WithoutASuccessorTheEarlierThenTheNearerComesFirst)
     AddFiscal(9, "2024-03-01 08:00:01");
     AddFiscal(20, "2024-03-01 08:00:05");
     EXPECT_THAT(Coos(), ElementsAre(1, 9, 7, 8, 20));
+}
+
+// Neither is the successor of the last, and what was issued behind the setting has earlier times.
+TEST_F(DocumentStreamTest, AcrossASettingOfTheClockTheNumbersTellTheOrder)
+{
+    Execute("INSERT INTO intervencao VALUES (1, 1, '2024-03-01 07:40:00', 'L', 'N')");
+    AddOutro(1, "2024-03-01 11:00:00");
+    AddFiscal(3, "2024-03-01 11:01:00");
+    AddFiscal(5, "2024-03-01 12:00:00");
+    AddOutro(6, "2024-03-01 07:40:00");
+    Execute("UPDATE outros_documentos SET id_tipo_documento = 'LX' WHERE cont_coo = 6");
+    AddFiscal(8, "2024-03-01 07:50:00");
+    EXPECT_THAT(Coos(), ElementsAre(1, 3, 5, 6, 8));
+}
+
+TEST_F(DocumentStreamTest, AReceiptBehindASettingOfTheClockWaitsForTheReadingsBeforeIt)
+{
+    Execute("INSERT INTO intervencao VALUES (1, 1, '2024-03-01 07:40:00', 'L', 'N')");
+    AddFiscal(1, "2024-03-01 11:00:00");
+    AddOutro(3, "2024-03-01 12:00:00");
+    AddOutro(4, "2024-03-01 07:40:00");
+    Execute("UPDATE outros_documentos SET id_tipo_documento = 'LX' WHERE cont_coo = 4");
+    AddFiscal(5, "2024-03-01 07:50:00");
+    EXPECT_THAT(Coos(), ElementsAre(1, 3, 4, 5));
+}
+
+// A number out of its order is no setting of the clock.
+TEST_F(DocumentStreamTest, BehindASettingOfTheClockTheTimesTellTheOrderAgain)
+{
+    Execute("INSERT INTO intervencao VALUES (1, 1, '2024-03-01 07:40:00', 'L', 'N')");
+    AddOutro(1, "2024-03-01 11:00:00");
+    AddOutro(2, "2024-03-01 07:40:00");
+    Execute("UPDATE outros_documentos SET id_tipo_documento = 'LX' WHERE cont_coo = 2");
+    AddOutro(9, "2024-03-01 07:50:00");
+    AddFiscal(4, "2024-03-01 07:55:00");
+    EXPECT_THAT(Coos(), ElementsAre(1, 2, 9, 4));
 }
 
 TEST_F(DocumentStreamTest, TheCancellationOfASignedReceiptTookANumberThatOfAPaidOnePerhaps)

@@ -9,6 +9,7 @@ namespace
 {
 
 using testing::ElementsAre;
+using testing::IsEmpty;
 
 using GnfSequenceTest = Sequence;
 
@@ -22,6 +23,47 @@ TEST_F(GnfSequenceTest, LossesOfAllTheNumbersExplainThem)
     Lose("INSERT INTO pagamento_cupom (cont_gnf) VALUES (3)");
     EXPECT_THAT(Findings(), ElementsAre("gnf-ausente: GNF 2 to 3: no non-fiscal document (COO 2 to "
                                         "3) before COO 4 (explained)"));
+}
+
+TEST_F(GnfSequenceTest, ReversalsOfPaymentsMayTakeTheNumbersBeforeTheFirstOneShown)
+{
+    AddFiscal(1, 1, 1);
+    AddPagamento(1, 0);
+    AddPagamento(1, 1);
+    AddPagamento(1, 2);
+    AddFiscal(4, 2, 2);
+    AddOutro(5, 3, "CN", 3);
+    EXPECT_THAT(Findings(), IsEmpty());
+}
+
+TEST_F(GnfSequenceTest, AReadingShowsTheReversalsBeforeTheFirstNumberShown)
+{
+    AddFiscal(1, 1, 1);
+    AddPagamento(1, 0);
+    AddPagamento(1, 1);
+    AddOutro(3, 1, "LX", 2);
+    EXPECT_THAT(Findings(), IsEmpty());
+}
+
+TEST_F(GnfSequenceTest, OnlyReversalsExplainWhatStandsBeforeTheFirstNumberShown)
+{
+    AddFiscal(1, 1, 1);
+    AddPagamento(1, 0);
+    AddPagamento(1, 1);
+    AddFiscal(4, 2, 2);
+    AddOutro(5, 3, "CN", 3);
+    EXPECT_THAT(Findings(),
+                ElementsAre("gnf-ausente: GNF 2: no non-fiscal document (COO 3) before COO 5"));
+}
+
+TEST_F(GnfSequenceTest, AReversalWithoutANumberBeforeTheFirstOneShownIsNone)
+{
+    AddFiscal(1, 1, 1);
+    AddPagamento(1, 0);
+    AddPagamento(1, 1);
+    AddOutro(3, 3, "CN", 2);
+    EXPECT_THAT(Findings(), ElementsAre("coo-ausente: COO 2: no document, and nothing logged that "
+                                        "took the number"));
 }
 
 TEST_F(GnfSequenceTest, AtTheEndALaterDocumentThatShowsNoReversalDeniesIt)
