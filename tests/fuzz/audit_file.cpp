@@ -1,13 +1,5 @@
-// A legal audit file with any of its records changed, missing, doubled or elsewhere: it is refused
-// before a line of the tape is written, or there come of it a tape of which every line is a command
-// with its fields, a memory that a register can begin with, and facts that can be read.
-#include "bancada/Unusable.h"
-#include "bancada/arquivo/Importacao.h"
-#include "bancada/comandos/Catalogue.h"
-#include "bancada/memoria/MemoriaFile.h"
-#include "bancada/registro/Registro.h"
-#include "tests/fuzz/Day.h"
-#include "tests/fuzz/Hold.h"
+// A legal audit file with any of its records changed, missing, doubled or elsewhere.
+#include "tests/fuzz/AuditFile.h"
 
 #include <algorithm>
 #include <fuzzer/FuzzedDataProvider.h>
@@ -18,8 +10,6 @@
 
 namespace
 {
-
-using namespace bancada;
 
 std::vector<std::string> LinesOf(const std::string& text)
 {
@@ -79,18 +69,6 @@ void Change(std::vector<std::string>& lines, FuzzedDataProvider& data)
     }
 }
 
-void HoldTape(const std::string& text)
-{
-    TapeReader tape(Scratch().Write("imported.jsonl", text));
-    Caixa caixa(":memory:");
-    TapeCommand line;
-    while (tape.Next(line)) {
-        if (FindComando(line.name) != nullptr) {
-            static_cast<void>(caixa.Read(line));
-        }
-    }
-}
-
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t size)
@@ -105,21 +83,6 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t si
     for (const std::string& line : lines) {
         text += line;
     }
-    const std::string path = Scratch().Write("audit.txt", text);
-
-    std::ostringstream tape;
-    std::ostringstream notes;
-    arquivo::ImportResult result;
-    try {
-        result = arquivo::Import(path, tape, notes);
-    } catch (const Unusable&) {
-        Hold(tape.str().empty());
-        return 0;
-    }
-    HoldTape(tape.str());
-    const MemoriaFile memory(Scratch().Write("imported.memory", result.memory));
-    const Registro registro(memory.State());
-    const std::string facts = arquivo::FatosText(result.fatos);
-    Hold(FatosText(arquivo::ReadFatos(Scratch().Write("imported.facts", facts))) == facts);
+    HoldAuditFile(text);
     return 0;
 }

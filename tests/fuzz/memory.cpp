@@ -1,19 +1,14 @@
-// A memory and its journal that anybody may have written: bytes as they are, or those of a register
-// with any of their fields another, sealed again with the digests that they are due. Each is taken
-// or refused as a whole; what is taken can be settled, written and read again as the same.
+// A register's memory and its journal with any of their fields another, sealed again with the
+// digests that they are due.
+#include "tests/fuzz/Memory.h"
 #include "bancada/Sha256.h"
-#include "bancada/Unusable.h"
-#include "bancada/memoria/MemoriaFile.h"
 #include "bancada/memoria/MemoriaJson.h"
-#include "bancada/memoria/ProgressJson.h"
-#include "bancada/registro/Registro.h"
 #include "tests/fuzz/Day.h"
-#include "tests/fuzz/Hold.h"
 
 #include <fuzzer/FuzzedDataProvider.h>
-#include <map>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -23,39 +18,6 @@ namespace
 
 using namespace bancada;
 using nlohmann::json;
-
-constexpr char PATH[] = "registro.memory";
-constexpr char JOURNAL[] = "registro.memory.journal";
-
-using Files = std::map<std::string, std::string>;
-
-// Files in memory, which the test shares.
-class MapStorage : public Storage
-{
-  public:
-    explicit MapStorage(std::shared_ptr<Files> files) : m_files(std::move(files)) {}
-
-    std::optional<std::string> Read(const std::string& path, std::size_t) override
-    {
-        const auto file = m_files->find(path);
-        return file == m_files->end() ? std::nullopt : std::optional(file->second);
-    }
-    void Replace(const std::string& path, std::string_view content) override
-    {
-        (*m_files)[path] = content;
-    }
-    void Create(const std::string& path, std::string_view content, const std::string&) override
-    {
-        m_appended = path;
-        (*m_files)[path] = content;
-    }
-    void Append(std::string_view text) override { (*m_files)[m_appended] += text; }
-    void Remove(const std::string& path) override { m_files->erase(path); }
-
-  private:
-    std::shared_ptr<Files> m_files;
-    std::string m_appended;
-};
 
 json AnyValue(FuzzedDataProvider& data)
 {
@@ -113,7 +75,7 @@ std::string Dump(const json& value)
 Files Written()
 {
     auto files = std::make_shared<Files>();
-    MemoriaFile memory(PATH, std::make_unique<MapStorage>(files));
+    MemoriaFile memory(MEMORY, std::make_unique<MapStorage>(files));
     memory.Settle(0);
     CommandProgress progress = memory.GetProgress();
     memory.WriteSettled(ADay().open, progress);
@@ -156,7 +118,7 @@ std::vector<json> RecordsOf(const std::string& journal)
 Files Changed(FuzzedDataProvider& data)
 {
     static const Files written = Written();
-    json memory = json::parse(written.at(PATH));
+    json memory = json::parse(written.at(MEMORY));
     std::vector<json> records = RecordsOf(written.at(JOURNAL));
     if (data.ConsumeBool()) {
         // The state of the middle of a receipt in the file itself, with all its fields.
@@ -171,9 +133,9 @@ Files Changed(FuzzedDataProvider& data)
         const std::size_t which = data.ConsumeIntegralInRange<std::size_t>(0, records.size());
         ChangeField(which == 0 || !withJournal ? memory : records[which - 1], data);
     }
-    Files files = {{PATH, Sealed(memory)}};
+    Files files = {{MEMORY, Sealed(memory)}};
     if (withJournal) {
-        const json sealed = json::parse(files[PATH]);
+        const json sealed = json::parse(files[MEMORY]);
         const std::string digest =
             sealed.is_object() ? sealed["digest"].get<std::string>() : std::string();
         if (records[0].is_object() && records[0].value("memoria", json()).is_string()) {
@@ -192,29 +154,6 @@ Files Changed(FuzzedDataProvider& data)
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t size)
 {
     FuzzedDataProvider data(bytes, size);
-    auto files = std::make_shared<Files>();
-    if (data.ConsumeBool()) {
-        *files = Changed(data);
-    } else {
-        (*files)[PATH] = data.ConsumeRandomLengthString(size);
-        (*files)[JOURNAL] = data.ConsumeRemainingBytesAsString();
-    }
-    const Files before = *files;
-    try {
-        MemoriaFile memory(PATH, std::make_unique<MapStorage>(files));
-        Hold(*files == before);
-        const CommandProgress progress = memory.GetProgress();
-        memory.CheckNumber(progress.sequence, "registro.db");
-        memory.Settle(progress.sequence);
-        const json state = MemoriaToJson(memory.State());
-        const Registro registro(memory.State());
-        Hold(MemoriaToJson(registro.GetMemoria()) == state);
-
-        MemoriaFile again(PATH, std::make_unique<MapStorage>(files));
-        Hold(MemoriaToJson(again.State()) == state);
-        Hold(ProgressToJson(again.GetProgress()) == ProgressToJson(memory.GetProgress()));
-    } catch (const Unusable&) {
-        Hold(*files == before);
-    }
+    HoldMemory(Changed(data));
     return 0;
 }
