@@ -64,6 +64,12 @@ bool FlagOf(const TapeCommand& line, const char* name)
     return false;
 }
 
+// Without a time of its own a command begins, and ends, when the one before it ended.
+RtcAbsoluteTime Start(const TapeCommand& line, const Memoria& after)
+{
+    return line.em.value_or(after.relogio);
+}
+
 bool IsOpen(const Memoria& memoria)
 {
     return memoria.cupom.situacao == ESituacaoCupom::EM_ITENS ||
@@ -72,15 +78,15 @@ bool IsOpen(const Memoria& memoria)
 
 } // namespace
 
-SecondWriter::SecondWriter(std::string serie, std::string modelo, std::string cnpj)
-    : m_serie(std::move(serie)), m_modelo(std::move(modelo)), m_cnpj(std::move(cnpj))
-{
-}
-
 void SecondWriter::Take(const TapeCommand& line, const Memoria& before, const Memoria& after)
 {
     const std::string& cmd = line.name;
-    if (cmd == "abre_cupom" || cmd == "abre_cnf") {
+    m_registro = after;
+    if (cmd == "programa_usuario" || cmd == "programa_cnpj_ie_im") {
+        Program(line, after);
+    } else if (cmd == "entrada_mit_interno") {
+        Enter(line, after);
+    } else if (cmd == "abre_cupom" || cmd == "abre_cnf") {
         Open(after, cmd == "abre_cupom");
         if (cmd == "abre_cnf") {
             Print(after, "CN");
@@ -135,6 +141,9 @@ void SecondWriter::Take(const TapeCommand& line, const Memoria& before, const Me
         Print(after, "CN");
     } else if (cmd == "leitura_x" || cmd == "saida_mit_interno" || cmd == "entrada_mil_interno" ||
                cmd == "saida_mil_interno") {
+        if (cmd == "entrada_mil_interno") {
+            Enter(line, after);
+        }
         Print(after, "LX");
     } else if (cmd == "leitura_mf") {
         Print(after, "MF");
@@ -146,11 +155,32 @@ void SecondWriter::Take(const TapeCommand& line, const Memoria& before, const Me
         const int cfd = after.contadores[COUNTER_CFD];
         m_fitas[cfd] = N(cfd, 6) + When(after.relogio, "%Y%m%d") +
                        N(NumberOf(line, "coo_inicial"), 6) + N(NumberOf(line, "coo_final"), 6) +
-                       m_cnpj;
+                       after.contribuinte.cnpj;
     } else if (cmd == "reducao_z") {
         Reduce(line, before, after);
         Print(after, "RZ");
     }
+}
+
+// The first command of the two makes the owner's row, the other only changes it.
+void SecondWriter::Program(const TapeCommand& line, const Memoria& after)
+{
+    const int cro = after.contadores[COUNTER_CRO];
+    m_croDoCadastro = m_cadastro.empty() && cro == 0 ? 1 : cro;
+    if (m_cadastro.empty()) {
+        m_cadastro = When(Start(line, after), "%Y%m%d%H%M%S");
+    }
+}
+
+// A counter of restarts has one row, of the mode entered first, and only that of mode T is a
+// record.
+void SecondWriter::Enter(const TapeCommand& line, const Memoria& after)
+{
+    const int cro = after.contadores[COUNTER_CRO];
+    const bool technical = line.name == "entrada_mit_interno";
+    m_intervencoes.emplace(cro, technical ? N(cro == 999999 ? 1 : cro + 1, 6) +
+                                                When(Start(line, after), "%Y%m%d%H%M%S") + "N"
+                                          : "");
 }
 
 void SecondWriter::Open(const Memoria& after, bool fiscal)
@@ -267,12 +297,13 @@ void SecondWriter::Reduce(const TapeCommand& line, const Memoria& before, const 
 {
     const int crz = after.contadores[COUNTER_CRZ];
     const std::string key = "01" + N(crz, 6);
-    const RtcAbsoluteTime em = line.em.value_or(after.relogio);
+    const RtcAbsoluteTime em = Start(line, after);
     // A day without a document is the one on which it is reduced.
-    m_reducoes[crz] = key + N(after.contadores[COUNTER_COO], 6) +
-                      N(after.contadores[COUNTER_CRO], 6) +
-                      When(before.jornada.aberta ? before.jornada.data : em, "%Y%m%d") +
-                      When(em, "%Y%m%d%H%M%S") + N(Cents(after.fiscalRZ.vendaBruta), 14) + " ";
+    const std::string movimento = When(before.jornada.aberta ? before.jornada.data : em, "%Y%m%d");
+    m_reducoes[crz] = {movimento, key + N(after.contadores[COUNTER_COO], 6) +
+                                      N(after.contadores[COUNTER_CRO], 6) + movimento +
+                                      When(em, "%Y%m%d%H%M%S") +
+                                      N(Cents(after.fiscalRZ.vendaBruta), 14) + " "};
     std::string& totais = m_totalizadores[crz];
     const auto total = [&](const std::string& code, const Financial& value) {
         if (!value.IsZero()) {
@@ -319,7 +350,46 @@ void SecondWriter::Reduce(const TapeCommand& line, const Memoria& before, const 
 
 std::string SecondWriter::Prefix(const char* type) const
 {
-    return type + X(m_serie, 20) + " " + X(m_modelo, 20);
+    return type + X(m_registro.ecf.numSerie, 20) + " " + X(m_registro.ecf.modelo, 20);
+}
+
+// The register, its owner and the version of its software, whose date only facts tell.
+std::string SecondWriter::Identificacao() const
+{
+    const IdentidadeECF& ecf = m_registro.ecf;
+    const Contribuinte& usuario = m_registro.contribuinte;
+    const std::string cnpj = std::string(14 - usuario.cnpj.size(), '0') + usuario.cnpj;
+    std::string text = "E01" + X(ecf.numSerie, 20) + " " + X(ecf.tipo, 7) + X(ecf.marca, 20) +
+                       X(ecf.modelo, 20) + X(ecf.versaoSB, 10) + N(0, 14) + N(ecf.sequencia, 3) +
+                       cnpj + "TDM";
+    if (m_reducoes.empty()) {
+        text += N(0, 28);
+    } else {
+        const auto& first = *m_reducoes.begin();
+        const auto& last = *m_reducoes.rbegin();
+        text +=
+            N(first.first, 6) + N(last.first, 6) + first.second.movimento + last.second.movimento;
+    }
+    text += X("1.0.0", 8) + "AC1704 01.00.00\n";
+    text += Prefix("E02") + cnpj + X(usuario.ie, 14) + X(usuario.razaoSocial, 40) +
+            X(usuario.endereco, 120) + m_cadastro + N(m_croDoCadastro, 6) +
+            N(Cents(m_registro.gt), 18) + "01\n";
+    text += Prefix("E07") + X(ecf.versaoSB, 10) + N(0, 8) + "\n";
+    for (const auto& intervencao : m_intervencoes) {
+        text += intervencao.second.empty() ? "" : Prefix("E09") + intervencao.second + "\n";
+    }
+    return text;
+}
+
+// Those that the module logs, and the grand total; facts tell when they were taken.
+std::string SecondWriter::Contadores() const
+{
+    const auto counter = [this](FISCALDATA_COUNTER_INDEX index) {
+        return N(m_registro.contadores[static_cast<std::size_t>(index)], 6);
+    };
+    return Prefix("E11") + counter(COUNTER_CRZ) + counter(COUNTER_CRO) + counter(COUNTER_COO) +
+           counter(COUNTER_GNF) + counter(COUNTER_CCF) + N(0, 12) + counter(COUNTER_GRG) + N(0, 6) +
+           counter(COUNTER_CFD) + N(Cents(m_registro.gt), 18) + N(0, 14) + "\n";
 }
 
 std::string SecondWriter::CupomText(const Cupom& cupom) const
@@ -338,12 +408,13 @@ std::string SecondWriter::CupomText(const Cupom& cupom) const
 
 std::string SecondWriter::Text() const
 {
-    std::string text;
+    std::string text = Identificacao();
     for (const auto& fita : m_fitas) {
         text += Prefix("E10") + fita.second + "\n";
     }
+    text += Contadores();
     for (const auto& reducao : m_reducoes) {
-        text += Prefix("E12") + reducao.second + "\n";
+        text += Prefix("E12") + reducao.second.record + "\n";
     }
     for (const auto& totais : m_totalizadores) {
         text += totais.second;

@@ -16,12 +16,10 @@ namespace bancada::arquivo_test
 class SecondWriter
 {
   public:
-    SecondWriter(std::string serie, std::string modelo, std::string cnpj);
-
     // An executed command, and the register before and after it.
     void Take(const TapeCommand& line, const Memoria& before, const Memoria& after);
 
-    // The records E10 and E12 to E21 in their order, lines ended by LF.
+    // Every record that needs no facts, in their order, lines ended by LF.
     std::string Text() const;
 
   private:
@@ -53,6 +51,9 @@ class SecondWriter
         int coo = 0, gnf = 0, grg = 0, cdc = 0, crz = 0;
         std::string simbolo, fim;
     };
+    struct Reducao {
+        std::string movimento, record;
+    };
 
     void Open(const Memoria& after, bool fiscal);
     void Sell(const TapeCommand& line, const Memoria& after);
@@ -62,13 +63,21 @@ class SecondWriter
     void Close(const Memoria& after, bool adicional);
     void Print(const Memoria& after, const char* simbolo);
     void Reduce(const TapeCommand& line, const Memoria& before, const Memoria& after);
+    void Program(const TapeCommand& line, const Memoria& after);
+    void Enter(const TapeCommand& line, const Memoria& after);
+    std::string Identificacao() const;
+    std::string Contadores() const;
     std::string Prefix(const char* type) const;
     std::string CupomText(const Cupom& cupom) const;
 
-    std::string m_serie, m_modelo, m_cnpj;
+    Memoria m_registro;                        // as the last command left it
+    std::string m_cadastro;                    // when the owner was registered
+    int m_croDoCadastro = 0;                   // when he was programmed last
+    std::map<int, std::string> m_intervencoes; // by the counter at entering, those of mode L too
     std::vector<Cupom> m_cupons;
     std::vector<Documento> m_documentos;
-    std::map<int, std::string> m_fitas, m_reducoes, m_totalizadores, m_naoFiscais, m_meios;
+    std::map<int, Reducao> m_reducoes;
+    std::map<int, std::string> m_fitas, m_totalizadores, m_naoFiscais, m_meios;
 };
 
 } // namespace bancada::arquivo_test
