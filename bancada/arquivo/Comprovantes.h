@@ -23,6 +23,8 @@ class Comprovantes
 
     bool MayMove(const EstornoLido& estorno) const;
     void Move(const EstornoLido& estorno);
+    // Whether each may be made, in their order.
+    bool AllowsAll(const std::vector<EstornoLido>& pendentes) const;
 
     // Opens the voucher of a payment in a means of which `vinculado` (from 1 at place 0) says that
     // it may have one: the first that the register has none of, which leaves what `pendentes` are
@@ -42,7 +44,6 @@ class Comprovantes
     };
 
     const Pagamento* Last() const;
-    bool AllowsAll(const std::vector<EstornoLido>& pendentes) const;
 
     std::vector<Pagamento> m_pagamentos;
 };

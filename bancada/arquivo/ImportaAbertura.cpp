@@ -9,6 +9,7 @@ namespace bancada::arquivo
 namespace
 {
 
+constexpr std::int64_t SECONDS_A_DAY = 86400;
 constexpr std::size_t MAX_NOME = 30; // what the array of the opening has room for
 
 void WriteConsumidor(Importador& importing, const CupomLido& cupom, TapeLine& line)
@@ -35,6 +36,14 @@ void WriteConsumidor(Importador& importing, const CupomLido& cupom, TapeLine& li
 
 } // namespace
 
+std::int64_t BeginOf(const Importador& importing, std::int64_t em)
+{
+    const std::int64_t earliest = std::max(importing.tape.Now(), em);
+    const std::int64_t latest = importing.tape.Latest();
+    const bool isOfDay = latest / SECONDS_A_DAY == earliest / SECONDS_A_DAY;
+    return isOfDay && latest <= importing.proximaHora ? std::max(earliest, latest) : earliest;
+}
+
 void OpenMovimento(Importador& importing, std::int64_t em)
 {
     if (importing.movimento == 0) {
@@ -47,7 +56,7 @@ std::int64_t WriteAbertura(Importador& importing, const CupomLido& cupom, const 
 {
     importing.pendentes.clear();
     importing.comprovantes.Clear();
-    const std::int64_t began = std::max(importing.tape.Now(), em);
+    const std::int64_t began = BeginOf(importing, em);
     OpenMovimento(importing, began);
     TapeLine line = importing.tape.At(command, began);
     WriteConsumidor(importing, cupom, line);

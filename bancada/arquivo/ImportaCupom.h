@@ -17,8 +17,12 @@ constexpr std::int64_t MAX_ITENS = 999;
 
 // The first receipt since the last Z reduction begins the day.
 void OpenMovimento(Importador& importing, std::int64_t em);
-// The opening, with the buyer; nothing of the receipt before it is pending any more. Answers when
-// it is: at `em`, or when the document before it ended where that is later.
+// When a document begins of which the file tells the day alone: at `em`, or when the document
+// before it ended where that is later. Rows are read by their times: it is not before the latest
+// that a clock set back had shown that day, where `proximaHora` leaves room.
+std::int64_t BeginOf(const Importador& importing, std::int64_t em);
+// The opening, with the buyer, at BeginOf(importing, em), which it answers; nothing of the receipt
+// before it is pending any more.
 std::int64_t WriteAbertura(Importador& importing, const CupomLido& cupom, const char* command,
                            std::int64_t em);
 // An item's surcharges and discount and its cancellation, as they were before any sharing.

@@ -4,6 +4,7 @@
 #include "bancada/arquivo/Contadores.h"
 #include "bancada/arquivo/Instante.h"
 #include "bancada/arquivo/Reinicios.h"
+#include "bancada/arquivo/Vinculados.h"
 #include "bancada/leitura/Counter.h"
 #include "bancada/leitura/Limits.h"
 
@@ -55,69 +56,6 @@ void FindNomesNf(ArquivoLido& arquivo, Programacao& programacao)
     for (const std::string& nome : arquivo.NomesNf()) {
         if (nome != fundo && nome != sangria) {
             programacao.nomesNf.push_back(nome);
-        }
-    }
-}
-
-// Of a receipt with so many vouchers, and so many numbers without a record before the last of them:
-// as many of its payments as have one at once are in means that may have one, which never gave
-// change. A number without a record is that of a payment's reversal, or else of a voucher's.
-void RequireVinculados(ArquivoLido& arquivo, std::int32_t coo, std::int64_t vouchers,
-                       std::int64_t livres, Programacao& programacao)
-{
-    const CupomLido told =
-        arquivo.Has("E14", coo) ? ReadCupom(arquivo, coo) : ReadCupomNf(arquivo, coo);
-    const CupomLido cupom = Interpretacoes(told, livres > 0).front();
-    const auto daTroco = [&](std::int64_t meio) {
-        return arquivo.MeiosComTroco().count(
-                   programacao.meios[static_cast<std::size_t>(meio) - 1]) != 0;
-    };
-    const auto found = FindPagamentos(programacao, cupom, daTroco);
-    const auto all = static_cast<std::int64_t>(cupom.pagamentos.size());
-    const auto estornos = found ? static_cast<std::int64_t>(found->estornos.size()) : 0;
-    const std::int64_t there = all - estornos + std::min(estornos, livres);
-    std::int64_t due =
-        std::max<std::int64_t>(vouchers - std::max<std::int64_t>(livres - estornos, 0), 1);
-    std::vector<std::size_t> others;
-    for (std::int64_t i = 0; i < there; ++i) {
-        const std::int64_t numero =
-            programacao.Meio(cupom.pagamentos[static_cast<std::size_t>(i)].Text("meio"));
-        if (numero == 0 || daTroco(numero)) {
-            continue;
-        }
-        const std::size_t at = static_cast<std::size_t>(numero) - 1;
-        if (programacao.vinculado[at]) {
-            --due;
-        } else {
-            others.push_back(at);
-        }
-    }
-    for (const std::size_t at : others) {
-        if (due > 0 && !programacao.vinculado[at]) {
-            programacao.vinculado[at] = true;
-            due -= std::count(others.begin(), others.end(), at);
-        }
-    }
-}
-
-// A means may have a voucher where one follows a receipt paid with it, and where it never gave
-// change.
-void FindVinculados(ArquivoLido& arquivo, Programacao& programacao)
-{
-    programacao.vinculado.assign(programacao.meios.size(), false);
-    std::int32_t cupom = 0;
-    std::int64_t vouchers = 0;
-    std::int64_t livres = 0; // numbers without a record behind it
-    std::int32_t before = 0;
-    for (const std::int32_t coo : arquivo.Documentos()) {
-        livres += before == 0 ? 0 : leitura::Steps(before, coo) - 1;
-        before = coo;
-        if (arquivo.Has("E14", coo) || arquivo.Has("E19", coo)) {
-            cupom = coo;
-            vouchers = livres = 0;
-        }
-        if (arquivo.Simbolo(coo) == "CC" && cupom != 0) {
-            RequireVinculados(arquivo, cupom, ++vouchers, livres, programacao);
         }
     }
 }

@@ -70,6 +70,7 @@ struct Importador {
     Comprovantes comprovantes;         // of the last receipt
     std::deque<SemRegistro> pendentes; // due before the next receipt
     NumerosLivres livres;              // before the next receipt
+    std::int64_t proximaHora = 0;      // the first that the file tells from the document at hand on
     std::int64_t crzDoDia = 0;         // of the reduction that will close the day; 0: none
     std::optional<Record> cadastroEm;  // the E09 in which the owner is still to be programmed
     std::map<std::string, std::int64_t> aliquotas; // as programmed: "T1" and so on

@@ -37,6 +37,7 @@ class Percurso
             }
             m_importing.livres = m_arquivo.FreeNumbers(i);
             m_importing.crzDoDia = CrzFrom(i);
+            m_importing.proximaHora = HoraFrom(i);
             WriteDocumento(i, m_documentos[i]);
         }
         WriteMissing(m_documentos.size(), m_arquivo.NumbersBehind());
@@ -120,6 +121,17 @@ class Percurso
         return 0;
     }
 
+    // The first time that documents tell from one on; 0: none. It is asked for from the first on.
+    std::int64_t HoraFrom(std::size_t at)
+    {
+        for (m_horaAt = std::max(m_horaAt, at); m_horaAt < m_documentos.size(); ++m_horaAt) {
+            if (const std::int64_t hora = EndAt(m_arquivo, m_documentos[m_horaAt]); hora != 0) {
+                return hora;
+            }
+        }
+        return 0;
+    }
+
     // The first document from one on that is a receipt or a Z reduction.
     std::size_t NextCupom(std::size_t at) const
     {
@@ -166,6 +178,7 @@ class Percurso
     // The numbers before the document at `next` that have no record.
     void WriteMissing(std::size_t next, std::int64_t count)
     {
+        m_importing.proximaHora = HoraFrom(next);
         for (; count > 0; --count, --m_importing.livres.numeros) {
             if (m_importing.comprovantes.AnyOpen() && IsEstornoCcd(next)) {
                 WriteEstornoCcd();
@@ -256,9 +269,13 @@ class Percurso
         return m_importing.tape.Now() + SECONDS_A_DAY;
     }
 
+    // Behind the document before it, where there is room: of two of one second no row tells which
+    // came first.
     void WriteFita(const Record& fita)
     {
-        const std::int64_t em = std::max(m_importing.tape.Now(), SecondsOf(fita.Raw("data")));
+        std::int64_t em = BeginOf(m_importing, SecondsOf(fita.Raw("data")));
+        const bool isOfDay = (em + 1) / SECONDS_A_DAY == em / SECONDS_A_DAY;
+        em += isOfDay && em < m_importing.proximaHora ? 1 : 0;
         HoldFita(m_importing, fita, m_importing.Count("cfd"), em);
         m_importing.tape.At("reimprime_mfd", em)
             .Number("coo_inicial", fita.Integer("coo_inicial"))
@@ -478,6 +495,7 @@ class Percurso
     std::size_t m_saida = NONE;        // that of the one that is being gone through
     std::size_t m_fita = 0;
     std::size_t m_reducaoAt = 0;
+    std::size_t m_horaAt = 0;
     bool m_first = true; // the first Z reduction is still to come
     Reinicios m_reinicios;
 

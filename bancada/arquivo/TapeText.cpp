@@ -2,6 +2,8 @@
 
 #include "bancada/arquivo/Instante.h"
 
+#include <algorithm>
+
 namespace bancada::arquivo
 {
 
@@ -67,6 +69,7 @@ TapeLine& TapeLine::Flag(const char* name, bool flag)
 TapeLine TapeText::At(const char* command, std::int64_t em, std::int64_t fim)
 {
     m_now = fim > em ? fim : em;
+    m_latest = std::max(m_latest, m_now);
     return {m_out, command, em, fim > em ? fim : 0};
 }
 

@@ -40,6 +40,8 @@ class TapeText
 
     // When the last command ended.
     std::int64_t Now() const { return m_now; }
+    // The latest that the register's clock has shown: Now, unless it was set back since.
+    std::int64_t Latest() const { return m_latest; }
     // A command that begins at `em` and ends at `fim`, or when it begins where `fim` is earlier.
     // REQUIRES: em is not before Now.
     TapeLine At(const char* command, std::int64_t em, std::int64_t fim = 0);
@@ -53,6 +55,7 @@ class TapeText
   private:
     std::ostream& m_out;
     std::int64_t m_now = 1; // the first instant that a tape can name
+    std::int64_t m_latest = 1;
 };
 
 } // namespace bancada::arquivo

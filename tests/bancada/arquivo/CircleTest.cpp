@@ -95,7 +95,7 @@ class CircleTest : public testing::Test
         });
         // What came of the imported tape is found as sound as what it came of.
         const std::string found = Findings("first");
-        findings += found;
+        findings = found;
         if (const std::string again = Findings("second"); again != found) {
             text += "found '" + found + "', then '" + again + "'\n";
         }
@@ -108,7 +108,7 @@ class CircleTest : public testing::Test
     test_support::TempFolder folder;
     ComparisonSummary summary;
     std::string told;
-    std::string findings; // of the databases of "tape"
+    std::string findings; // of the database of "tape"
     int refused = 0;      // of the commands of "tape"
 };
 
@@ -181,6 +181,13 @@ constexpr char PROGRAMMED[] =
 {"cmd":"sangria","operacao":"fundo_troco","valor":"10.00"}
 )";
 
+// The same register before its day is begun.
+std::string WithoutDay()
+{
+    const std::string text = PROGRAMMED;
+    return text.substr(0, text.find("{\"cmd\":\"sangria\""));
+}
+
 // Its items hold the subtotal's discount, and no row tells that it was closed.
 TEST_F(CircleTest, AnAdditionalReceiptCancelledBehindItsClosingIsNoFinding)
 {
@@ -226,6 +233,105 @@ TEST_F(CircleTest, AVoucherIsReversedBeforeItsPaymentIs)
         folder.Write("first.db", "");
         folder.Write("second.db", "");
     }
+}
+
+// A means without a voucher of its own has the one that leaves a later reversal to be made.
+TEST_F(CircleTest, AVoucherLeavesTheLaterReversalToBeMade)
+{
+    constexpr char DAY[] = R"({"cmd":"abre_cupom","em":"2024-03-01 09:00:00"}
+{"cmd":"vende_item","codigo":"1","descricao":"A","quantidade":"1","unidade":"KG","valor_unitario":"5.00","tributacao":"T","indice":1,"arredonda":true}
+{"cmd":"efetua_pagamento","meio":2,"valor":"5.00"}
+{"cmd":"fecha_cupom"}
+{"cmd":"abre_ccd","meio":2}
+{"cmd":"fecha_ccd_gerencial"}
+{"cmd":"abre_cupom","em":"2024-03-01 10:00:00"}
+{"cmd":"vende_item","codigo":"1","descricao":"A","quantidade":"1","unidade":"KG","valor_unitario":"5.00","tributacao":"T","indice":1,"arredonda":true}
+{"cmd":"efetua_pagamento","meio":3,"valor":"1.30"}
+{"cmd":"efetua_pagamento","meio":1,"valor":"9.00"}
+{"cmd":"fecha_cupom"}
+{"cmd":"estorna_meio_pagamento","origem":1,"destino":2,"valor":"0.52"}
+{"cmd":"estorna_meio_pagamento","origem":1,"destino":2,"valor":"0.84"}
+{"cmd":"abre_ccd","meio":3}
+{"cmd":"fecha_ccd_gerencial"}
+{"cmd":"estorna_meio_pagamento","origem":2,"destino":3,"valor":"0.92"}
+{"cmd":"reducao_z","em":"2024-03-01 23:00:00"}
+)";
+    folder.Write("tape", std::string(PROGRAMMED) + DAY);
+    EXPECT_EQ(Differences(), "") << told;
+    EXPECT_EQ(refused, 0);
+}
+
+// Of receipts a file tells the day alone, and rows are read by their times.
+TEST_F(CircleTest, ReceiptsComeBehindWhatWasPrintedBeforeTheClockWentBack)
+{
+    const auto back = [](const std::string& to) {
+        return "{\"cmd\":\"entrada_mit_interno\"}\n{\"cmd\":\"acerta_relogio\",\"em\":\"" + to +
+               "\"}\n{\"cmd\":\"saida_mit_interno\"}\n";
+    };
+    const auto cupom = [](const std::string& em) {
+        return "{\"cmd\":\"abre_cupom\",\"em\":\"" + em + "\"}\n" +
+               R"({"cmd":"vende_item","codigo":"1","descricao":"A","quantidade":"1","unidade":"KG","valor_unitario":"5.00","tributacao":"T","indice":1,"arredonda":true}
+{"cmd":"efetua_pagamento","meio":1,"valor":"5.00"}
+{"cmd":"fecha_cupom"}
+)";
+    };
+    const std::string end = R"({"cmd":"reducao_z","em":"2024-03-01 23:00:00"})"
+                            "\n";
+    const std::string begin = WithoutDay();
+    folder.Write("tape", begin + back("2024-03-01 07:40:00") + cupom("2024-03-01 09:00:00") + end);
+    EXPECT_EQ(Differences(), "") << told;
+    EXPECT_EQ(refused, 0);
+    EXPECT_EQ(findings, "");
+    EXPECT_NE(folder.Read("tape2").find(R"({"cmd":"abre_cupom","em":"2024-03-01 08:00:01"})"),
+              std::string::npos)
+        << folder.Read("tape2");
+    // The file leaves no room for that, or the receipt is of another day.
+    for (const std::string& day : {back("2024-03-01 07:40:00") + cupom("2024-03-01 07:45:00") +
+                                       "{\"cmd\":\"leitura_x\",\"em\":\"2024-03-01 07:50:00\"}\n",
+                                   back("2024-02-28 07:40:00") + cupom("2024-02-28 09:00:00")}) {
+        folder.Write("first.db", "");
+        folder.Write("second.db", "");
+        folder.Write("tape", begin + day + end);
+        EXPECT_EQ(Differences(), "") << day << told;
+        EXPECT_EQ(refused, 0) << day;
+    }
+}
+
+// A reprint of the second of another document may stand before it or behind it.
+TEST_F(CircleTest, AReprintBeginsBehindTheDocumentBeforeIt)
+{
+    constexpr char DAY[] = R"({"cmd":"abre_cupom","em":"2024-03-01 09:00:00"}
+{"cmd":"vende_item","codigo":"1","descricao":"A","quantidade":"1","unidade":"KG","valor_unitario":"5.00","tributacao":"T","indice":1,"arredonda":true}
+{"cmd":"efetua_pagamento","meio":1,"valor":"5.00"}
+{"cmd":"fecha_cupom"}
+{"cmd":"estorna_meio_pagamento","origem":1,"destino":2,"valor":"0.52"}
+{"cmd":"sangria","em":"2024-03-01 21:40:00","operacao":"sangria","valor":"1.00"}
+{"cmd":"reimprime_mfd","coo_inicial":1,"coo_final":3}
+{"cmd":"reducao_z","em":"2024-03-01 23:00:00"}
+)";
+    folder.Write("tape", std::string(PROGRAMMED) + DAY);
+    EXPECT_EQ(Differences(), "") << told;
+    EXPECT_EQ(refused, 0);
+    EXPECT_EQ(findings, "");
+    EXPECT_NE(folder.Read("tape2").find(R"({"cmd":"reimprime_mfd","em":"2024-03-01 21:40:01")"),
+              std::string::npos)
+        << folder.Read("tape2");
+    // Also where the clock was set back before it.
+    constexpr char BACK[] = R"({"cmd":"entrada_mit_interno"}
+{"cmd":"acerta_relogio","em":"2024-03-01 07:40:00"}
+{"cmd":"saida_mit_interno"}
+{"cmd":"reimprime_mfd","em":"2024-03-01 21:40:00","coo_inicial":1,"coo_final":1}
+{"cmd":"reducao_z","em":"2024-03-01 23:00:00"}
+)";
+    folder.Write("first.db", "");
+    folder.Write("second.db", "");
+    folder.Write("tape", WithoutDay() + BACK);
+    EXPECT_EQ(Differences(), "") << told;
+    EXPECT_EQ(refused, 0);
+    EXPECT_EQ(findings, "");
+    EXPECT_NE(folder.Read("tape2").find(R"({"cmd":"reimprime_mfd","em":"2024-03-01 08:00:02")"),
+              std::string::npos)
+        << folder.Read("tape2");
 }
 
 // A detailed command writes ISSQN with the letter of ICMS: of a receipt that was cancelled only the
