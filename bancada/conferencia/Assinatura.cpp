@@ -215,14 +215,22 @@ class SignedText
     void AddPagamentos()
     {
         std::vector<std::int64_t> later;
+        bool laterEstornado = false;
         for (const PagamentoCupomRow& row : m_documento.pagamentos.rows) {
             if (row.gnf.Value() == m_documento.pagamentos.rows.front().gnf.Value()) {
                 m_rows.push_back(row);
             } else {
                 later.push_back(Cents(row.valorPagamento));
+                laterEstornado = laterEstornado || row.estornado.IsSet();
             }
         }
+        // One of them may have been reversed twice, which takes from what it was.
+        constexpr std::size_t MOST_ONCE = 2;
+        if (laterEstornado && later.size() > MOST_ONCE) {
+            m_decided = false;
+        }
         std::vector<std::int64_t> meios;
+        std::vector<std::int64_t> noted;
         for (const PagamentoCupomRow& row : m_rows) {
             const std::int64_t meio = row.indiceMeioPagamento.Value();
             if (!row.estornado.IsSet()) {
@@ -232,6 +240,7 @@ class SignedText
                 m_decided = false; // several payments of a means, each with the same note
             } else {
                 meios.push_back(meio);
+                noted.push_back(Cents(row.valorEstornado));
             }
         }
         // Each later reversal took its amount from one of the means, or from a later payment.
@@ -244,6 +253,8 @@ class SignedText
             m_decided = false;
             ways = MOST;
         }
+        // Those that account for what is noted are tried first.
+        std::vector<std::vector<std::int64_t>> others;
         for (std::size_t way = 0; way < ways; ++way) {
             std::size_t rest = way;
             std::vector<std::int64_t> undone(meios.size());
@@ -254,8 +265,9 @@ class SignedText
                     undone[meio] += valor;
                 }
             }
-            m_pagamentos.push_back(AtClosing(meios, undone));
+            (undone == noted ? m_pagamentos : others).push_back(AtClosing(meios, undone));
         }
+        m_pagamentos.insert(m_pagamentos.end(), others.begin(), others.end());
         m_counts[PAGAMENTOS] = m_pagamentos.size();
     }
 

@@ -73,12 +73,12 @@ void CheckMeios(CheckContext& context, const ReducaoZRow& z, const ReducaoParts&
     for (const auto& [meio, valor] : jornada.meios) {
         meios[meio].pagamentos = valor;
     }
-    AmountRange recebido = jornada.recebido;
-    if (CountFundos(meios, jornada.fundosDeTroco)) {
-        for (const Amount& fundo : jornada.fundosDeTroco) {
-            recebido.Add(fundo);
-        }
+    AmountRange comFundos = jornada.recebido;
+    for (const Amount& fundo : jornada.fundosDeTroco) {
+        comFundos.Add(fundo);
     }
+    const bool counted = CountFundos(meios, jornada.fundosDeTroco);
+    const AmountRange& recebido = counted ? comFundos : jornada.recebido;
     if (jornada.meiosIncertos.empty()) {
         for (const auto& [meio, valores] : meios) {
             if (!IsSame(valores.acumulado, valores.pagamentos + valores.fundos)) {
@@ -100,7 +100,10 @@ void CheckMeios(CheckContext& context, const ReducaoZRow& z, const ReducaoParts&
         return;
     }
     const Amount& troco = parts.troco->valorAcumulado;
-    if (jornada.totaisIncertos.empty() && !recebido.Contains(soma - troco)) {
+    // Where the means cannot be told, neither can it be whether the floats are among them.
+    const bool holds = recebido.Contains(soma - troco) ||
+                       (!jornada.meiosIncertos.empty() && comFundos.Contains(soma - troco));
+    if (jornada.totaisIncertos.empty() && !holds) {
         context.findings.Report(
             FindingKind::Z_TROCO, Crz(z.crz),
             Tr("payment means %1 less change %2, valid receipts %3",

@@ -35,18 +35,18 @@ void CooSequence::Check(const Documento& documento)
     }
     std::int64_t missing = steps - 1;
     m_mayBeThere = m_mayBeThere || missing > 0;
-    // The cancellation comes right behind its receipt, and stands in no row of its own.
-    if (missing > 0 && m_awaitsCancelamento) {
-        --missing;
-        m_awaitsCancelamento = false;
-    }
-    const std::int64_t reprinted = std::min(missing, reimpressoes);
+    // The cancellation stands in no row of its own: most come right behind their receipt, where a
+    // number is kept for it.
+    const std::int64_t kept = m_keepsNumber && missing > 0 ? 1 : 0;
+    m_keepsNumber = m_keepsNumber && kept == 0;
+    const std::int64_t reprinted = std::min(missing - kept, reimpressoes);
     m_reimpressoes.Consume(reprinted);
     missing -= reprinted;
     if (missing > 0) {
-        const std::int64_t maybeEstornos = std::min(missing, m_comprovantes);
+        const std::int64_t maybeEstornos = std::min(missing - kept, m_comprovantes);
         m_comprovantes -= maybeEstornos;
-        m_gaps.Add(Following(*m_last, 1), missing, maybeEstornos);
+        m_gaps.Add({Following(*m_last, 1), missing, maybeEstornos,
+                    m_awaitsCancelamento ? m_cancelados : 0, kept});
     }
     m_last = coo;
 }
@@ -60,10 +60,13 @@ void CooSequence::Follow(const Documento& documento)
     }
     if (documento.fiscal) {
         m_awaitsCancelamento = documento.cancelamento != NumeroDoCancelamento::NONE;
+        m_keepsNumber = m_awaitsCancelamento;
+        m_cancelados += m_awaitsCancelamento ? 1 : 0;
         m_cancelado = documento;
         m_mayBeThere = false;
     } else if (ends) {
         m_awaitsCancelamento = false;
+        m_keepsNumber = false;
     }
     if (documento.fiscal || ends) {
         m_comprovantes = 0;
@@ -84,8 +87,16 @@ void CooSequence::ReportCancelamento()
     }
 }
 
-void CooSequence::ReportMissing(const Gap& gap)
+void CooSequence::ReportMissing(Gap gap)
 {
+    if (gap.cancelado > m_lastCancelado) {
+        m_lastCancelado = gap.cancelado;
+        gap.first = Following(gap.first, gap.kept);
+        --gap.count;
+    }
+    if (gap.count == 0) {
+        return;
+    }
     bool explained = m_context.Losses() != nullptr;
     for (std::int64_t i = 0; explained && i < gap.count; ++i) {
         explained = m_context.Losses()->HasCoo(Following(gap.first, i));

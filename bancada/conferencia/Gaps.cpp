@@ -23,11 +23,6 @@ std::string NumbersText(std::int64_t first, std::int64_t count)
     return count == 1 ? text : Tr("%1 to %2", {text, std::to_string(Following(first, count - 1))});
 }
 
-void Gaps::Add(std::int64_t first, std::int64_t count, std::int64_t maybeEstornos)
-{
-    m_gaps.push_back({first, count, maybeEstornos});
-}
-
 void Gaps::Saw(bool fiscal)
 {
     for (Gap& gap : m_gaps) {
@@ -63,9 +58,15 @@ std::size_t Gaps::Find(Absent absent) const
 {
     const auto found = std::find_if(m_gaps.begin(), m_gaps.end(), [absent](const Gap& gap) {
         return absent == Absent::ESTORNO_COMPROVANTE ? gap.maybeEstornos > 0
-                                                     : gap.count > gap.maybeEstornos;
+                                                     : gap.count > gap.maybeEstornos + gap.kept;
     });
     return found == m_gaps.end() ? 0 : static_cast<std::size_t>(found - m_gaps.begin());
+}
+
+// How many of its numbers the next explanation may take at once.
+std::int64_t Gaps::CountOf(const Gap& gap)
+{
+    return gap.count > gap.kept ? gap.count - gap.kept : gap.count;
 }
 
 std::string Gaps::Where(std::int64_t count, Absent absent) const
@@ -74,7 +75,7 @@ std::string Gaps::Where(std::int64_t count, Absent absent) const
         return "";
     }
     const Gap& gap = m_gaps[Find(absent)];
-    return " (COO " + NumbersText(gap.first, std::min(count, gap.count)) + ")";
+    return " (COO " + NumbersText(gap.first, std::min(count, CountOf(gap))) + ")";
 }
 
 void Gaps::Consume(std::int64_t count, Absent absent)
@@ -83,9 +84,10 @@ void Gaps::Consume(std::int64_t count, Absent absent)
     while (count > 0 && !m_gaps.empty()) {
         const std::size_t found = Find(absent);
         Gap& gap = m_gaps[found];
-        const std::int64_t taken = estorno ? 1 : std::min(count, gap.count);
+        const std::int64_t taken = estorno ? 1 : std::min(count, CountOf(gap));
         gap.first = Following(gap.first, taken);
         gap.count -= taken;
+        gap.kept = std::min(gap.kept, gap.count);
         gap.maybeEstornos = std::min(gap.maybeEstornos - (estorno ? 1 : 0), gap.count);
         count -= taken;
         if (gap.count == 0) {

@@ -22,6 +22,11 @@ struct Gap {
     std::int64_t count = 0;
     // How many of them can be reversals of the last receipt's vouchers.
     std::int64_t maybeEstornos = 0;
+    // Which of the cancelled receipts, counted from 1, may have its cancellation among them, 0 for
+    // none.
+    std::int64_t cancelado = 0;
+    // How many are kept for that, 1 or none: they are explained by something else last.
+    std::int64_t kept = 0;
     bool sawFiscal = false;
     bool sawOutro = false;
 };
@@ -35,7 +40,7 @@ enum class Absent : std::uint8_t {
 class Gaps
 {
   public:
-    void Add(std::int64_t first, std::int64_t count, std::int64_t maybeEstornos);
+    void Add(const Gap& gap) { m_gaps.push_back(gap); }
 
     // A document follows. Answers, one by one, the gaps that no later document can explain any
     // more, both kinds having followed: call it until it answers nothing.
@@ -57,6 +62,7 @@ class Gaps
 
   private:
     std::size_t Find(Absent absent) const;
+    static std::int64_t CountOf(const Gap& gap);
 
     std::deque<Gap> m_gaps;
 };

@@ -32,8 +32,8 @@ class CooSequence
     // What the documents behind this one may take without leaving a row. Called when the
     // document's other counters were checked.
     void Follow(const Documento& documento);
-    // Reports numbers that nothing explained.
-    void ReportMissing(const Gap& gap);
+    // Reports numbers that nothing explained, but the one that a cancellation took.
+    void ReportMissing(Gap gap);
 
     // The number taken last; nothing before the first document.
     const std::optional<std::int64_t>& Last() const { return m_last; }
@@ -47,7 +47,12 @@ class CooSequence
 
     // A closed receipt was cancelled and its cancellation document is still to come.
     bool m_awaitsCancelamento = false;
+    // No number came behind it that would be its own.
+    bool m_keepsNumber = false;
     Documento m_cancelado;
+    // How many there were, and which of them a number was found for last.
+    std::int64_t m_cancelados = 0;
+    std::int64_t m_lastCancelado = 0;
     // Numbers without a row came behind it: one of them may be the cancellation.
     bool m_mayBeThere = false;
     // Vouchers of the receipt issued last that may still be reversed.

@@ -120,6 +120,41 @@ TEST_F(CheckAssinaturas, APaymentReversedBeforeTheClosingWasSignedAsItStoodThen)
                 testing::Not(testing::Contains(HasSubstr("cupom-assinatura"))));
 }
 
+// Two rates of ISSQN, which are tried together beside nothing else, and a payment of each of two
+// means reversed behind the closing.
+constexpr char REVERSED_TWICE[] =
+    "UPDATE item_cupom_fiscal SET rowid = 11 WHERE rowid = 10;"
+    "INSERT INTO item_cupom_fiscal SELECT * FROM item_cupom_fiscal WHERE cont_coo = 15;"
+    "UPDATE item_cupom_fiscal SET seq_item = 2, aliquota = '02T05.00', valor_unitario = 2.00,"
+    " valor_total = 2.00 WHERE rowid = 12;"
+    "UPDATE cupom_fiscal SET valor_subtotal = 9.00, valor_total = 9.00 WHERE cont_coo = 15;"
+    "DELETE FROM pagamento_cupom WHERE cont_coo IN (15, 17);"
+    "INSERT INTO pagamento_cupom VALUES (15,5,4.00,1,'',1,'S',2.00), (15,5,5.00,1,'',2,'S',1.00),"
+    " (15,6,1.00,1,'',3,'N',0), (15,7,2.00,1,'',3,'N',0);";
+
+TEST_F(CheckAssinaturas, WhatTheReversalsNotedIsPutBackFirst)
+{
+    EXPECT_THAT(FaultsSigned("2Gws5FzUcl3tZUNC8QRkq2j7SByVkPK+AY/OEB2ilgo=", REVERSED_TWICE),
+                testing::Not(testing::Contains(HasSubstr("cupom-assinatura"))));
+    EXPECT_THAT(FaultsOf("UPDATE pagamento_cupom SET valor_pagamento = 5.01 WHERE"
+                         " valor_pagamento = 5.00"),
+                testing::Contains(std::string("cupom-assinatura: COO 15: ") + NOT_SIGNED));
+}
+
+// Reversed twice, it is not what it was.
+TEST_F(CheckAssinaturas, APaymentMadeByAReversalAndReversedAgainMayHaveBeenMore)
+{
+    EXPECT_THAT(FaultsSigned("2Gws5FzUcl3tZUNC8QRkq2j7SByVkPK+AY/OEB2ilgo=",
+                             std::string(REVERSED_TWICE) +
+                                 "UPDATE pagamento_cupom SET valor_pagamento = 0.98, id_estornado ="
+                                 " 'S', valor_estornado = 0.03 WHERE valor_pagamento = 1.00"),
+                testing::Contains(std::string("cupom-assinatura: COO 15: ") + NOT_SIGNED));
+    EXPECT_THAT(FaultsOf("INSERT INTO pagamento_cupom VALUES (15,8,0.03,1,'',4,'N',0)"),
+                testing::Not(testing::Contains(HasSubstr("cupom-assinatura"))));
+    EXPECT_THAT(notes, testing::Contains("assinatura-nao-conferida: COO 15: the rows do not tell "
+                                         "all that was signed"));
+}
+
 TEST_F(CheckAssinaturas, NoReceiptIsClosedBeforeItsOpening)
 {
     EXPECT_THAT(FaultsSigned("DYHrt08yXWE6s9MttXG9Q3YMIiueeiPj/4IToUwOJzE=", ""),

@@ -49,6 +49,20 @@ const PlantedFaults PLANTED({
      "UPDATE meio_pagamento_reducao SET valor_acumulado = 26.53 WHERE cont_crz = 1"
      " AND descricao_meio_pagamento = 'TROCO'",
      {"z-troco: CRZ 1: payment means 93.50 less change 26.53, valid receipts 66.98"}},
+    // The receipt that is left open may have taken in any of what the means hold.
+    {"FloatsAmongMeansThatCannotBeTold",
+     "UPDATE pagamento_cupom SET valor_pagamento = 7.99 WHERE cont_coo = 11;"
+     "UPDATE meio_pagamento_reducao SET valor_acumulado = 180.00 WHERE cont_crz = 1"
+     " AND indice_meio_pagamento = 1",
+     {"cupom-aberto: COO 11: never closed, paid 7.99 of 8.00"},
+     {"documento-sem-linha: GNF 3: reversal of a voucher (COO 6) before COO 10"}},
+    {"FloatsAndACentAmongMeansThatCannotBeTold",
+     "UPDATE pagamento_cupom SET valor_pagamento = 7.99 WHERE cont_coo = 11;"
+     "UPDATE meio_pagamento_reducao SET valor_acumulado = 180.01 WHERE cont_crz = 1"
+     " AND indice_meio_pagamento = 1",
+     {"cupom-aberto: COO 11: never closed, paid 7.99 of 8.00",
+      "z-troco: CRZ 1: payment means 193.51 less change 26.52, valid receipts 58.98 to 66.98"},
+     {"documento-sem-linha: GNF 3: reversal of a voucher (COO 6) before COO 10"}},
     {"DayOfAnotherDate",
      "UPDATE reducao_z SET data_movimento = '2024-03-03 00:00:00' WHERE cont_crz = 2",
      {"z-data: CRZ 2: day of 2024-03-03, first receipt COO 15 of 2024-03-02 "

@@ -37,7 +37,7 @@ const PlantedFaults PLANTED({
       "z-vendas: CRZ 1: net tax totalizers 36.98, valid fiscal receipts 23.48",
       "z-meio: CRZ 1 means 2: took in 13.50, payments 0.00",
       "z-troco: CRZ 1: payment means 93.50 less change 26.52, valid receipts 53.48",
-      "gnf-ausente: GNF 3: no non-fiscal document before COO 10"},
+      "gnf-ausente: GNF 3: no non-fiscal document (COO 6) before COO 10"},
      {"cupom-adicional: COO 11: paid 10.00, closing never written"}},
     {"NonFiscalTotalizersAreNotTheReceipts",
      "UPDATE totalizador_reducao SET valor_base_calculo = 79.00 WHERE cont_crz = 1"

@@ -34,6 +34,44 @@ TEST_F(CooSequenceTest, ACancellationTakesOneNumberOnce)
                                         "took the number"));
 }
 
+// The payments are reversed first, then the voucher that one of them made.
+TEST_F(CooSequenceTest, ACancellationMayComeBehindReversals)
+{
+    AddFiscal(1, 1, 1, true);
+    AddPagamento(1, 0);
+    AddPagamento(1, 1);
+    AddPagamento(1, 2);
+    AddOutro(4, 3, "CC", 2);
+    AddOutro(7, 5, "CN", 3);
+    AddFiscal(8, 2, 4);
+    EXPECT_THAT(
+        Findings(),
+        ElementsAre("documento-sem-linha: GNF 4: reversal of a voucher (COO 5) before COO 7"));
+}
+
+TEST_F(CooSequenceTest, ACancellationBehindReversalsTakesOneNumberOnce)
+{
+    AddFiscal(1, 1, 1, true);
+    AddPagamento(1, 0);
+    AddPagamento(1, 1);
+    AddOutro(3, 1, "LX", 2);
+    AddOutro(5, 1, "LX", 3);
+    AddOutro(7, 1, "LX", 4);
+    AddFiscal(8, 2, 5);
+    EXPECT_THAT(Findings(), ElementsAre("coo-ausente: COO 6: no document, and nothing logged that "
+                                        "took the number"));
+}
+
+TEST_F(CooSequenceTest, EachCancellationTakesANumberOfItsOwn)
+{
+    AddFiscal(1, 1, 1, true);
+    AddFiscal(3, 2, 2, true);
+    AddFiscal(6, 3, 3);
+    AddOutro(7, 0, "LX", 4);
+    EXPECT_THAT(Findings(), ElementsAre("coo-ausente: COO 5: no document, and nothing logged that "
+                                        "took the number"));
+}
+
 TEST_F(CooSequenceTest, ANonFiscalReceiptEndsTheTimeForACancellation)
 {
     AddFiscal(1, 1, 1, true);

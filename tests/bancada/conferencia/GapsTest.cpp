@@ -50,10 +50,10 @@ TEST(Gaps, OfNoneNothingIsKnown)
 TEST(Gaps, AreDecidedOnceDocumentsOfBothKindsFollow)
 {
     Gaps gaps;
-    gaps.Add(5, 2, 0);
+    gaps.Add({5, 2, 0});
     gaps.Saw(true);
     EXPECT_FALSE(gaps.TakeDecided());
-    gaps.Add(9, 1, 0);
+    gaps.Add({9, 1, 0});
     gaps.Saw(false);
     const std::optional<Gap> gap = gaps.TakeDecided();
     ASSERT_TRUE(gap);
@@ -70,8 +70,8 @@ TEST(Gaps, AreDecidedOnceDocumentsOfBothKindsFollow)
 TEST(Gaps, TheReversalOfAVoucherIsSoughtWhereItCanBe)
 {
     Gaps gaps;
-    gaps.Add(5, 2, 0);
-    gaps.Add(9, 2, 2);
+    gaps.Add({5, 2, 0});
+    gaps.Add({9, 2, 2});
     EXPECT_TRUE(gaps.MayHoldEstorno());
     EXPECT_EQ(gaps.Where(1, Absent::ESTORNO_COMPROVANTE), " (COO 9)");
     EXPECT_EQ(gaps.Where(3, Absent::ANOTHER), " (COO 5 to 6)");
@@ -82,11 +82,27 @@ TEST(Gaps, TheReversalOfAVoucherIsSoughtWhereItCanBe)
     EXPECT_EQ(gaps.First().count, 2);
 }
 
+TEST(Gaps, WhatIsKeptForACancellationIsTakenLast)
+{
+    Gaps gaps;
+    gaps.Add({5, 2, 0, 1, 1});
+    gaps.Add({9, 1, 0, 1, 0});
+    EXPECT_EQ(gaps.Count(), 3);
+    EXPECT_EQ(gaps.Where(2, Absent::ANOTHER), " (COO 5)");
+    gaps.Consume(1, Absent::ANOTHER);
+    EXPECT_EQ(gaps.First().kept, 1);
+    EXPECT_EQ(gaps.Where(2, Absent::ANOTHER), " (COO 9)");
+    gaps.Consume(1, Absent::ANOTHER);
+    EXPECT_EQ(gaps.Where(2, Absent::ANOTHER), " (COO 6)");
+    gaps.Consume(1, Absent::ANOTHER);
+    EXPECT_TRUE(gaps.IsEmpty());
+}
+
 TEST(Gaps, AnotherDocumentTakesWhatNoReversalCanFirst)
 {
     Gaps gaps;
-    gaps.Add(5, 1, 1);
-    gaps.Add(9, 3, 1);
+    gaps.Add({5, 1, 1});
+    gaps.Add({9, 3, 1});
     gaps.Consume(2, Absent::ANOTHER);
     EXPECT_EQ(gaps.First().first, 5);
     EXPECT_EQ(gaps.Where(9, Absent::ANOTHER), " (COO 5)"); // what is left may all be reversals
