@@ -64,20 +64,29 @@ LogOutcome LogDatabaseTest::NumberedCommand(int number, int value)
     return database.Commit();
 }
 
-std::string LogDatabaseTest::Rows(const std::string& sql) const
+std::vector<std::string> LogDatabaseTest::Lines(const std::string& sql) const
 {
     sqlite3* db = nullptr;
     EXPECT_EQ(sqlite3_open_v2(Path().c_str(), &db, SQLITE_OPEN_READWRITE, nullptr), SQLITE_OK);
     sqlite3_stmt* query = nullptr;
     EXPECT_EQ(sqlite3_prepare_v2(db, sql.c_str(), -1, &query, nullptr), SQLITE_OK)
         << sqlite3_errmsg(db);
-    std::string rows;
+    std::vector<std::string> lines;
     while (sqlite3_step(query) == SQLITE_ROW) {
         const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(query, 0));
-        rows += (rows.empty() ? "" : " ") + std::string(text == nullptr ? "NULL" : text);
+        lines.emplace_back(text == nullptr ? "NULL" : text);
     }
     EXPECT_EQ(sqlite3_finalize(query), SQLITE_OK) << sqlite3_errmsg(db);
     sqlite3_close(db);
+    return lines;
+}
+
+std::string LogDatabaseTest::Rows(const std::string& sql) const
+{
+    std::string rows;
+    for (const std::string& line : Lines(sql)) {
+        rows += (rows.empty() ? "" : " ") + line;
+    }
     return rows;
 }
 

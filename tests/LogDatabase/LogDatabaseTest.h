@@ -32,7 +32,8 @@ class LogDatabaseTest : public testing::Test
     LogOutcome Command(const std::vector<std::string>& statements);
     LogOutcome NumberedCommand(int number, int value);
 
-    // The first column of `sql`, by a connection of its own, joined by blanks.
+    // The first column of `sql`, by a connection of its own; Rows joins it by blanks.
+    std::vector<std::string> Lines(const std::string& sql) const;
     std::string Rows(const std::string& sql = "SELECT num_ecf FROM versao_sb ORDER BY rowid") const;
     // Runs `sql` on a connection of its own.
     void Plain(const std::string& sql) const;

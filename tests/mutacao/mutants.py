@@ -124,7 +124,7 @@ def words_of(text, offset, kind):
             yield Mutant(offset + match.start(), offset + match.end(), str(int(match.group()) + 1),
                          kind)
         else:
-            other = "x" if match.group()[-1] != "x" else "y"
+            other = "x" if match.group()[-1] not in "xX" else "y"
             yield Mutant(offset + match.end() - 1, offset + match.end(), other, kind)
 
 
