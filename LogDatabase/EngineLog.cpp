@@ -76,9 +76,10 @@ bool LogDatabase::PrepareEngine()
 {
     using namespace log_database;
     if (!taken) {
+        // Of the same answer: the engine takes both before its first use, and neither after it.
+        sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
         taken =
-            sqlite3_config(SQLITE_CONFIG_LOG, OnRecord, static_cast<void*>(nullptr)) == SQLITE_OK &&
-            sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0) == SQLITE_OK;
+            sqlite3_config(SQLITE_CONFIG_LOG, OnRecord, static_cast<void*>(nullptr)) == SQLITE_OK;
     }
     return taken;
 }

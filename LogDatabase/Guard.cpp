@@ -90,13 +90,12 @@ int LogDatabase::Authorize(int action, const char* first, const char* second, co
 
 bool LogDatabase::IsAllowed(int action, const char* first, const char* second)
 {
+    // None of the loggers' statements has a query within it.
+    const bool alone = !m_accessing || !m_inCommand;
     switch (action) {
-    case SQLITE_SELECT: {
-        // None of the loggers' statements has a query within it.
-        const bool alone = !m_accessing || !m_inCommand;
+    case SQLITE_SELECT:
         m_accessing = true;
         return alone;
-    }
     case SQLITE_READ:
         return IsLoggingTable(first);
     case SQLITE_FUNCTION:

@@ -150,9 +150,9 @@ bool LogDatabase::ReadNumber(std::int32_t& number)
     if (read) {
         number = sqlite3_column_int(m_readNumber, 0);
     }
-    const bool ended = sqlite3_reset(m_readNumber) == SQLITE_OK;
+    sqlite3_reset(m_readNumber);
     m_own = false;
-    return read && ended;
+    return read;
 }
 
 bool LogDatabase::ExecuteNumber(std::int32_t number)

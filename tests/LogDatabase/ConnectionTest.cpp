@@ -1,10 +1,13 @@
 // Opening: what is made, what is refused, and what stays as it was.
+#include "LogDatabase/EngineLog.h"
+#include "tests/LogDatabase/FailingLayer.h"
 #include "tests/LogDatabase/LogDatabaseTest.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace
 {
@@ -359,5 +362,66 @@ TEST_F(Opening, AnObjectThatWasNeverOpenedRefusesWhatRunsOnIt)
               std::vector<std::string>{"rejected: INSERT INTO versao_sb VALUES (1, 'v')"});
     EXPECT_EQ(database.Commit().state, LogState::NOT_BEGUN);
 }
+
+// The engine has a word for a connection that is closed twice, or used after that.
+TEST_F(Opening, ItsEndLeavesTheEngineNothingToSay)
+{
+    const std::int64_t records = log_database::EngineLog().records;
+    MakeLoggingDatabase();
+    EXPECT_EQ(log_database::EngineLog().records, records);
+    database.Close();
+    EXPECT_EQ(log_database::EngineLog().records, records);
+}
+
+// One that the layer could not open, or not begin a command on, for a reason that may pass.
+class Passing : public Opening, public testing::WithParamInterface<std::pair<int, LogFault>>
+{
+  protected:
+    Passing() { options.vfs = FailingLayer::NAME; }
+    ~Passing() override { database.Close(); }
+
+    FailingLayer layer;
+    LogDatabaseOptions options = Brief();
+};
+
+TEST_P(Passing, AnOpeningIsTriedAgainByTheNextCommand)
+{
+    MakeLoggingDatabase();
+    layer.open = GetParam().first;
+    EXPECT_EQ(Open(options), GetParam().second);
+    EXPECT_FALSE(database.IsOpen());
+    EXPECT_EQ(Command({"INSERT INTO versao_sb VALUES (2, 'v')"}).fault, GetParam().second);
+    layer.open = SQLITE_OK;
+    EXPECT_EQ(Command({"INSERT INTO versao_sb VALUES (3, 'v')"}).state, LogState::KEPT);
+    EXPECT_EQ(Rows(), "1 3");
+}
+
+INSTANTIATE_TEST_SUITE_P(Faults, Passing,
+                         testing::Values(std::pair(SQLITE_CANTOPEN, LogFault::CANNOT_OPEN),
+                                         std::pair(SQLITE_BUSY, LogFault::LOCKED),
+                                         std::pair(SQLITE_READONLY, LogFault::READ_ONLY),
+                                         std::pair(SQLITE_FULL, LogFault::FULL),
+                                         std::pair(SQLITE_NOMEM, LogFault::NO_MEMORY),
+                                         std::pair(SQLITE_IOERR, LogFault::DISK)));
+
+class LockRefused : public Passing
+{
+};
+
+TEST_P(LockRefused, ThenTheConnectionIsOpenedAnewBeforeTheCommandIsLost)
+{
+    ASSERT_EQ(Open(options), LogFault::NONE) << database.Text();
+    layer.sharedLock = GetParam().first;
+    layer.sharedLocks = 1;
+    EXPECT_EQ(Command({"INSERT INTO versao_sb VALUES (1, 'v')"}).state, LogState::KEPT);
+    EXPECT_EQ(layer.sharedLocks, 0);
+    EXPECT_EQ(CountEntries("LogDatabase: the connection was opened anew"), 1);
+    EXPECT_EQ(Rows(), "1");
+}
+
+INSTANTIATE_TEST_SUITE_P(Faults, LockRefused,
+                         testing::Values(std::pair(SQLITE_CANTOPEN, LogFault::CANNOT_OPEN),
+                                         std::pair(SQLITE_READONLY, LogFault::READ_ONLY),
+                                         std::pair(SQLITE_IOERR, LogFault::DISK)));
 
 } // namespace

@@ -75,4 +75,38 @@ TEST_F(LogDatabaseTest, TheCallerIsToldOfTheConnectionAndOfEachStatementThatIsNo
     EXPECT_EQ(told.connected.size(), 1U);
 }
 
+TEST_F(Guard, NoTableButTheLoggingTablesIsWrittenTo)
+{
+    EXPECT_TRUE(IsRefused("INSERT INTO sqlite_schema (name) VALUES ('t')"));
+    EXPECT_TRUE(IsRefused("SELECT count(*) FROM sqlite_schema"));
+}
+
+// Queries of more than one SELECT are for who looks, between the commands; what is named within a
+// statement is not.
+TEST_F(Guard, BetweenTheCommandsQueriesAreFree)
+{
+    const auto answers = [&](const char* sql) {
+        return sqlite3_exec(database.Handle(), sql, nullptr, nullptr, nullptr) == SQLITE_OK;
+    };
+    EXPECT_TRUE(answers("SELECT count(*) FROM versao_sb WHERE num_ecf IN"
+                        " (SELECT num_ecf FROM versao_sb)"));
+    EXPECT_FALSE(answers("INSERT INTO versao_sb VALUES (1, 'v')"));
+    // After a command that was lost as well.
+    sqlite3_commit_hook(
+        database.Handle(), [](void*) { return 1; }, nullptr);
+    EXPECT_EQ(Command({"INSERT INTO versao_sb VALUES (1, 'v')"}).state, LogState::LOST);
+    EXPECT_TRUE(answers("SELECT count(*) FROM versao_sb"));
+    EXPECT_EQ(Rows(), "");
+}
+
+// What a statement names for itself is no logging table.
+TEST_F(Guard, AQueryOfAnInnerNameIsRefused)
+{
+    EXPECT_NE(sqlite3_exec(database.Handle(),
+                           "WITH c AS (SELECT DISTINCT num_ecf FROM versao_sb) SELECT c.num_ecf "
+                           "FROM c",
+                           nullptr, nullptr, nullptr),
+              SQLITE_OK);
+}
+
 } // namespace

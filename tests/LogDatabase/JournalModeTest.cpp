@@ -1,5 +1,8 @@
 // The write-ahead log, and what is done while it cannot be had.
+#include "tests/LogDatabase/FailingLayer.h"
 #include "tests/LogDatabase/LogDatabaseTest.h"
+
+#include <filesystem>
 
 namespace
 {
@@ -62,6 +65,36 @@ TEST_F(Journal, AReaderAtTheStartDelaysItAndNoCommandIsWithoutASecondSyncUntilTh
     database.Commit();
     EXPECT_EQ(Entries().back(), "LogDatabase: the write-ahead log is in use again");
     EXPECT_EQ(Rows("PRAGMA journal_mode"), "wal");
+}
+
+// The engine remembers the mode that it was to set, whether it could or not.
+TEST_F(Journal, WhatIsSaidOfItIsWhatTheFileSaysWhicheverCallFailed)
+{
+    int without = 0;
+    for (int FailingLayer::*left : {&FailingLayer::writesLeft, &FailingLayer::syncsLeft}) {
+        for (int at = 1;; ++at) {
+            SCOPED_TRACE("call " + std::to_string(at));
+            database.Close();
+            std::filesystem::remove(Path());
+            MakeWithRollbackJournal();
+            FailingLayer layer;
+            layer.*left = at;
+            LogDatabaseOptions options = Brief();
+            options.vfs = FailingLayer::NAME;
+            ASSERT_EQ(Open(options), LogFault::NONE) << database.Text();
+            const bool failed = layer.*left == 0;
+            layer.*left = 0;
+            EXPECT_EQ(database.HasWriteAheadLog(),
+                      Other(Path()).Run("PRAGMA journal_mode") == "wal");
+            EXPECT_EQ(Synchronous(), database.HasWriteAheadLog() ? "2" : "3");
+            without += database.HasWriteAheadLog() ? 0 : 1;
+            database.Close();
+            if (!failed) {
+                break;
+            }
+        }
+    }
+    EXPECT_GT(without, 1);
 }
 
 } // namespace

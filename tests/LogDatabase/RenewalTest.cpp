@@ -1,4 +1,5 @@
 // A database that is set aside, and the new one in its place.
+#include "tests/LogDatabase/FailingLayer.h"
 #include "tests/LogDatabase/LogDatabaseTest.h"
 
 #include <cstdio>
@@ -262,6 +263,64 @@ TEST_F(Renewal, WithoutAFileThereIsNothingToSetAside)
     EXPECT_EQ(database.BeginAnew(Aside().c_str()), LogFault::CANNOT_OPEN);
     ASSERT_EQ(database.Open(":memory:", Brief()), LogFault::NONE);
     EXPECT_EQ(database.BeginAnew(Aside().c_str()), LogFault::CANNOT_OPEN);
+}
+
+// What was cut short must be finished first, or its files would be mixed with those set aside now.
+TEST_F(Renewal, OneThatCannotBeFinishedKeepsTheNextFromBeginning)
+{
+    folder.Write("db", std::string(5000, 'x'));
+    folder.Write("db-aside", "set aside as " + Aside() + "\n");
+    folder.Write("db.2024", "there already");
+    ASSERT_EQ(Open(), LogFault::CANNOT_OPEN);
+    const std::string refusal = Aside() + " is there already";
+    EXPECT_EQ(database.Text(), refusal);
+    EXPECT_EQ(database.BeginAnew(folder.File("db.other").c_str()), LogFault::CANNOT_OPEN);
+    EXPECT_EQ(database.Text(), refusal);
+    EXPECT_EQ(folder.Read("db"), std::string(5000, 'x'));
+    EXPECT_FALSE(folder.Has("db.other"));
+}
+
+class RenewalOnAFailingLayer : public Renewal
+{
+  protected:
+    void SetUp() override
+    {
+        LogDatabaseOptions options = Brief();
+        options.vfs = FailingLayer::NAME;
+        ASSERT_EQ(Open(options), LogFault::NONE) << database.Text();
+        ASSERT_EQ(NumberedCommand(1, 1).state, LogState::KEPT);
+    }
+    ~RenewalOnAFailingLayer() override { database.Close(); }
+
+    FailingLayer layer;
+};
+
+TEST_F(RenewalOnAFailingLayer, ALogThatCannotBeCopiedGoesWithItsDatabase)
+{
+    layer.sharedLock = SQLITE_IOERR_LOCK;
+    layer.sharedLocks = 1;
+    EXPECT_EQ(database.BeginAnew(Aside().c_str()), LogFault::NONE) << database.Text();
+    EXPECT_EQ(layer.sharedLocks, 0);
+    EXPECT_EQ(Entries(), std::vector<std::string>{"LogDatabase: the database is set aside as " +
+                                                  Aside() + ": disk I/O error"});
+    EXPECT_TRUE(folder.Has("db.2024-wal"));
+    EXPECT_EQ(AsideRows(), "1");
+    EXPECT_EQ(NumberedCommand(2, 2).state, LogState::KEPT);
+    EXPECT_EQ(Rows(), "2");
+}
+
+// As long as what says where it went cannot be deleted, nothing new is begun: it would be moved.
+TEST_F(RenewalOnAFailingLayer, WhatSaysWhereItWentIsGoneBeforeANewOneBegins)
+{
+    layer.undeletable = "-aside";
+    EXPECT_EQ(database.BeginAnew(Aside().c_str()), LogFault::DISK);
+    EXPECT_STREQ(database.Text(), "cannot sync the folder");
+    EXPECT_EQ(NumberedCommand(2, 2).fault, LogFault::DISK);
+    EXPECT_FALSE(folder.Has("db"));
+    layer.undeletable = nullptr;
+    EXPECT_EQ(NumberedCommand(3, 3).state, LogState::KEPT);
+    EXPECT_EQ(Rows(), "3");
+    EXPECT_EQ(AsideRows(), "1");
 }
 
 } // namespace

@@ -248,4 +248,12 @@ TEST_F(Schema, ProgramsInTheDatabaseAreRefused)
     EXPECT_STREQ(database.Text(), "it is not a logging database: it has the view spy");
 }
 
+TEST_F(Schema, AnEmptyDatabaseOfAnotherApplicationIsRefused)
+{
+    Plain("PRAGMA application_id = 7");
+    EXPECT_EQ(Open(), LogFault::NOT_A_LOG);
+    EXPECT_STREQ(database.Text(), "it is a database of another application (application_id 7)");
+    EXPECT_EQ(Rows("SELECT count(*) FROM sqlite_schema"), "0");
+}
+
 } // namespace

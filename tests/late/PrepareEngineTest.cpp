@@ -46,6 +46,24 @@ TEST(PrepareEngine, TheOpeningSaysThatItCameTooLateAndTheCommandsAreKept)
     EXPECT_EQ(test_support::Rows(folder.File("db"), "SELECT count(*) FROM versao_sb"),
               std::vector<std::string>{"2"});
 
+    // The word of a statement that failed is its own alone, where another has ended well since.
+    database.Begin();
+    sqlite3_stmt* count = nullptr;
+    ASSERT_EQ(sqlite3_prepare_v2(database.Handle(), "SELECT count(*) FROM versao_sb", -1, &count,
+                                 nullptr),
+              SQLITE_OK);
+    sqlite3_progress_handler(
+        database.Handle(), 1, [](void*) { return 1; }, nullptr);
+    EXPECT_EQ(sqlite3_step(count), SQLITE_INTERRUPT);
+    sqlite3_progress_handler(database.Handle(), 0, nullptr, nullptr);
+    sqlite3_exec(database.Handle(), "INSERT INTO versao_sb VALUES (1, 'v')", nullptr, nullptr,
+                 nullptr);
+    const LogOutcome outcome = database.Commit();
+    EXPECT_EQ(outcome.state, LogState::LOST);
+    EXPECT_EQ(outcome.fault, LogFault::INTERRUPTED);
+    EXPECT_EQ(test_support::Rows(folder.File("db"), "SELECT count(*) FROM versao_sb"),
+              std::vector<std::string>{"2"});
+
     // A refusal has its own reason.
     EXPECT_EQ(database.Open("/"), LogFault::CANNOT_OPEN);
     EXPECT_STRNE(database.Text(), TOO_LATE);

@@ -290,4 +290,9 @@ TEST(FinancialToString, EveryFormOfRandomCountsOfEveryLength)
     }
 }
 
+TEST(FinancialToString, AStyleThatIsNoneIsTheDefault)
+{
+    EXPECT_EQ(Written("-1234.56", static_cast<FINANCIAL_STR_TIPO>(7)), "-1.234,56");
+}
+
 } // namespace
