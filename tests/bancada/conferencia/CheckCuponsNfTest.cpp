@@ -16,6 +16,16 @@ const PlantedFaults PLANTED({
       "z-nao-fiscais: CRZ 1: non-fiscal totalizers 210.00, valid non-fiscal "
       "receipts 180.00",
       "z-troco: CRZ 1: payment means 93.50 less change 26.52, valid receipts 36.98"}},
+    {"NonFiscalReceiptWithoutATotal",
+     "UPDATE cupom_nf SET valor_total_cupom = 0 WHERE cont_coo = 10",
+     {"nf-total: COO 10: total 0.00, subtotal 30.00 less 0.00 plus 0.00",
+      "z-nao-fiscais: CRZ 1: non-fiscal totalizers 210.00, valid non-fiscal "
+      "receipts 180.00",
+      "z-troco: CRZ 1: payment means 93.50 less change 26.52, valid receipts 36.98"}},
+    {"NonFiscalReceiptWithoutASubtotal",
+     "UPDATE cupom_nf SET valor_subtotal = 0 WHERE cont_coo = 10",
+     {"nf-total: COO 10: total 30.00, subtotal 0.00 less 0.00 plus 0.00",
+      "nf-itens: COO 10: live items 30.00, subtotal 0.00"}},
     {"NonFiscalTotalIsNotSubtotal",
      "UPDATE cupom_nf SET valor_total_cupom = 29.00 WHERE cont_coo = 10",
      {"nf-total: COO 10: total 29.00, subtotal 30.00 less 0.00 plus 0.00",

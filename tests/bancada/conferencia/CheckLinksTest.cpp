@@ -69,6 +69,11 @@ const PlantedFaults PLANTED({
     {"ReductionWithoutDocument",
      "DELETE FROM outros_documentos WHERE cont_coo = 20",
      {"reducao-sem-documento: COO 20: 1 Z reductions without their document row"}},
+    // Not the last row of its table: that rows are missing shows too.
+    {"EarlierReductionWithoutDocument",
+     "DELETE FROM outros_documentos WHERE cont_coo = 14",
+     {"linha-ausente: outros_documentos: no row 6, and rows are never deleted",
+      "reducao-sem-documento: COO 14: 1 Z reductions without their document row"}},
     {"DocumentWithoutReduction",
      "DELETE FROM reducao_z WHERE cont_crz = 2",
      {"totalizador-sem-reducao: CRZ 2: 12 totalizers", "meio-sem-reducao: CRZ 2: 2 payment means",

@@ -133,6 +133,34 @@ TEST_F(LossIndexTest, ALostPaymentExplainsItsAmount)
                                                "80.00 (explained)"));
 }
 
+// What a text of the row holds is none of its values.
+TEST_F(LossIndexTest, ALaterTextIsNoPartOfTheAmounts)
+{
+    Losses losses;
+    AddRejected(losses, 4, "syntax error",
+                "INSERT INTO pagamento_cupom (cont_coo, cont_gnf, valor_pagamento, num_parcelas, "
+                "info_adicional, indice_meio_pagamento, id_estornado, valor_estornado) VALUES "
+                "(10,4,7.00,1,'D'AGUA,12,3',1,'N',0)");
+    AddRejected(losses, 5, "syntax error",
+                "INSERT INTO item_cupom_fiscal (seq_item, cont_coo, cod_item, descricao, "
+                "quantidade, aliquota, un_medida, valor_unitario, tipo_acrescimo, "
+                "valor_acrescimo, tipo_desconto, valor_desconto, valor_canc_acrescimo, "
+                "valor_total, casas_decimais_quantidade, casas_decimais_valor, "
+                "id_arred_trunc_valor, id_cancelado, perc_acrescimo, perc_desconto) VALUES "
+                "(2,10,'7','D'AGUA,12,'01T07.00','12',1.375,'F1','UN',3.99,'V',0,'V',0,0,5.48,3,2,"
+                "'T','N',0,0)");
+    const conferencia::LossIndex index(losses);
+    const conferencia::LostRows& lost = index.Of(10);
+    ASSERT_EQ(lost.pagamentos.size(), 1U);
+    EXPECT_EQ(lost.pagamentos[0].meio, 1);
+    EXPECT_EQ(lost.pagamentos[0].valor.Units(), 700);
+    ASSERT_EQ(lost.itens.size(), 1U);
+    EXPECT_EQ(lost.itens[0].aliquota, "F1");
+    EXPECT_EQ(lost.itens[0].total.Units(), 548);
+    EXPECT_THAT(index.Coos(), ElementsAre(10));
+    EXPECT_FALSE(index.IsVagueCoo(10));
+}
+
 // Five reais of COO 3: its item, its total, its payment.
 TEST_F(LossIndexTest, WhatItDoesNotAccountForIsNotExplained)
 {
