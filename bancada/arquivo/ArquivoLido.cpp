@@ -46,9 +46,13 @@ ArquivoLido::ArquivoLido(const std::string& path) : m_reader(path)
         Take(record, m_reader.Offset());
     }
     if (first != "E01") {
-        throw Unusable(path +
-                       ":1: a file begins with E01, the register's identification, not with " +
-                       (first.empty() ? "its end" : first));
+        throw Unusable(path + ":1: " +
+                       (first.empty()
+                            ? Tr("a file begins with E01, the register's identification, not with "
+                                 "its end")
+                            : Tr("a file begins with E01, the register's identification, not with "
+                                 "%1",
+                                 {first})));
     }
     Finish();
 }
@@ -95,7 +99,8 @@ void ArquivoLido::RequireDates(const Record& record) const
         if (field.form == Form::D) {
             const std::string_view date = record.Raw(field.name);
             if (date != NONE && (date < FIRST || date > LAST)) {
-                m_reader.Fail(record, field.name, "a date from 1970-01-02 to 2106-02-06 is due");
+                m_reader.Fail(record, field.name,
+                              Tr("a date from 1970-01-02 to 2106-02-06 is due"));
             }
         }
     }
@@ -114,21 +119,22 @@ void ArquivoLido::HoldComuns(const Record& record)
     }
     const auto hold = [&](bool holds, const char* field, const char* reason) {
         if (!holds) {
-            m_naoDito.AddField(type, field, reason);
+            m_naoDito.AddField(type, field, Tr(reason));
         }
     };
-    hold(record.Raw("numero_serie") == m_numeroSerie, "numero_serie", "not that of E01");
-    hold(record.Raw("modelo") == m_modelo, "modelo", "not that of E01");
+    hold(record.Raw("numero_serie") == m_numeroSerie, "numero_serie", TrLater("not that of E01"));
+    hold(record.Raw("modelo") == m_modelo, "modelo", TrLater("not that of E01"));
     hold(record.Text("letra_adicional").empty(), "letra_adicional",
-         "the register has no additional fiscal memory");
+         TrLater("the register has no additional fiscal memory"));
     if (type == "E02" || type >= "E12") {
-        hold(record.Integer("usuario") == USUARIO, "usuario", "the register has one owner");
+        hold(record.Integer("usuario") == USUARIO, "usuario",
+             TrLater("the register has one owner"));
     }
     if (type == "E12" || (type == "E16" && record.Text("simbolo") == "RZ")) {
         m_crzs.insert(record.Integer("crz"));
     } else if (type == "E13" || type == "E17" || type == "E18") {
         hold(m_crzs.count(record.Integer("crz")) != 0, "crz",
-             "no Z reduction of the file has the number");
+             TrLater("no Z reduction of the file has the number"));
     }
 }
 
@@ -141,13 +147,13 @@ void ArquivoLido::Take(const Record& record, std::int64_t offset)
         m_small[std::string(type)].push_back(record);
         for (const char* field : {"coo_inicial", "coo_final"}) {
             if (type == "E10" && record.Integer(field) == 0) {
-                m_reader.Fail(record, field, "the number of a document is due");
+                m_reader.Fail(record, field, Tr("the number of a document is due"));
             }
         }
     } else if (type == "E12") {
         const auto coo = static_cast<std::int32_t>(record.Integer("coo"));
         if (!m_reducoes.emplace(coo, record).second) {
-            m_reader.Fail(record, "coo", "a number that did not come before is due");
+            m_reader.Fail(record, "coo", Tr("a number that did not come before is due"));
         }
     } else if (type == "E13") {
         m_crzTotalizadores[std::string(record.Raw("crz")) + record.Text("totalizador")] =
@@ -167,7 +173,7 @@ void ArquivoLido::Take(const Record& record, std::int64_t offset)
     } else if (type == "E15") {
         const std::string totalizador = record.Text("totalizador");
         if (!IsTributacao(totalizador)) {
-            m_reader.Fail(record, "totalizador", "a totalizer that items are sold in is due");
+            m_reader.Fail(record, "totalizador", Tr("a totalizer that items are sold in is due"));
         }
         m_totalizadores.insert(totalizador);
     } else if (type == "E16") {
@@ -200,9 +206,9 @@ void ArquivoLido::Finish()
         for (std::size_t i = 1; i < grupo.places.size(); ++i) {
             if (grupo.places[i].coo == grupo.places[i - 1].coo) {
                 throw Unusable(m_reader.Path() + ":" + std::to_string(grupo.places[i].line) + ": " +
-                               grupo.type + ", coo: the number " +
-                               std::to_string(grupo.places[i].coo) +
-                               " comes again, apart from its first");
+                               grupo.type + ", coo: " +
+                               Tr("the number %1 comes again, apart from its first",
+                                  {std::to_string(grupo.places[i].coo)}));
             }
         }
         if (grupo.type != std::string("E15") && grupo.type != std::string("E20") &&

@@ -1,5 +1,6 @@
 #include "bancada/arquivo/Coerencia.h"
 
+#include "bancada/Messages.h"
 #include "bancada/arquivo/Importador.h"
 #include "bancada/arquivo/Instante.h"
 #include "bancada/arquivo/Reinicios.h"
@@ -12,8 +13,8 @@ namespace
 {
 
 constexpr std::int64_t SECONDS_A_DAY = 86400;
-constexpr char WHOLE[] = "an item is cancelled whole or not at all";
-constexpr char OF_THE_DOCUMENTS[] = "not what the documents come to";
+constexpr const char* WHOLE = TrLater("an item is cancelled whole or not at all");
+constexpr const char* OF_THE_DOCUMENTS = TrLater("not what the documents come to");
 
 // Lists the field where it does not hold.
 class Holding
@@ -26,7 +27,7 @@ class Holding
     void That(bool holds, const char* field, const char* reason) const
     {
         if (!holds) {
-            m_importing.naoDito.AddField(std::string(m_record.Type()), field, reason);
+            m_importing.naoDito.AddField(std::string(m_record.Type()), field, Tr(reason));
         }
     }
     void Number(const char* field, std::int64_t due, const char* reason = OF_THE_DOCUMENTS) const
@@ -41,13 +42,13 @@ class Holding
                 return;
             }
         }
-        That(false, field, "no value that the register gives it");
+        That(false, field, TrLater("no value that the register gives it"));
     }
     // The date of an instant.
     void Date(const char* field, std::int64_t instant) const
     {
         That(SecondsOf(m_record.Raw(field)) == instant - instant % SECONDS_A_DAY, field,
-             "not when the tape comes to it");
+             TrLater("not when the tape comes to it"));
     }
 
   private:
@@ -59,7 +60,7 @@ const Record* FirstOf(Importador& importing, const char* type)
 {
     const std::vector<Record>& all = importing.arquivo.Small(type);
     if (all.size() > 1) {
-        importing.naoDito.AddMissing(type, "records behind the first",
+        importing.naoDito.AddMissing(type, Tr("records behind the first"),
                                      static_cast<std::int64_t>(all.size()) - 1);
     }
     return all.empty() ? nullptr : &all.front();
@@ -69,11 +70,12 @@ void HoldIdentificacao(Importador& importing, const Record& ecf, const Record* u
 {
     const Holding holding(importing, ecf);
     holding.That(ecf.Text("letra_adicional").empty(), "letra_adicional",
-                 "the register has no additional fiscal memory");
+                 TrLater("the register has no additional fiscal memory"));
     holding.That(ecf.Text("versao_ato") == VERSAO_ATO, "versao_ato",
-                 "another version of the act than that of these layouts");
+                 TrLater("another version of the act than that of these layouts"));
     if (usuario != nullptr) {
-        holding.That(ecf.Raw("cnpj") == usuario->Raw("cnpj"), "cnpj", "not the owner's of E02");
+        holding.That(ecf.Raw("cnpj") == usuario->Raw("cnpj"), "cnpj",
+                     TrLater("not the owner's of E02"));
     }
     const Record* first = nullptr;
     const Record* last = nullptr;
@@ -85,7 +87,7 @@ void HoldIdentificacao(Importador& importing, const Record& ecf, const Record* u
         }
     }
     if (first != nullptr) {
-        constexpr char RANGE[] = "not those of the first and the last Z reduction";
+        constexpr const char* RANGE = TrLater("not those of the first and the last Z reduction");
         holding.Number("crz_inicial", first->Integer("crz"), RANGE);
         holding.Number("crz_final", last->Integer("crz"), RANGE);
         holding.That(ecf.Raw("data_inicial") == first->Raw("data_movimento"), "data_inicial",
@@ -107,12 +109,12 @@ void HoldTotais(Importador& importing, const CupomLido& cupom)
     holding.OneOf("tipo_acrescimo", {"V", "P"});
     holding.That(cupom.record.Text("tipo_acrescimo") != "P" || cupom.acrescimo != 0 ||
                      cupom.acrescimoCancelado != 0,
-                 "tipo_acrescimo", "the percentage of no surcharge");
+                 "tipo_acrescimo", TrLater("the percentage of no surcharge"));
     holding.That(!cupom.HasTotals() ||
                      cupom.total == cupom.subtotal - cupom.desconto + cupom.acrescimo,
-                 "total", "not the subtotal with its adjustment");
+                 "total", TrLater("not the subtotal with its adjustment"));
     holding.That(cupom.record.Text("ordem") == OrdemDue(cupom), "ordem",
-                 "not that of the adjustment");
+                 TrLater("not that of the adjustment"));
 }
 
 void HoldItens(Importador& importing, const CupomLido& cupom, const char* counter)
@@ -120,8 +122,8 @@ void HoldItens(Importador& importing, const CupomLido& cupom, const char* counte
     std::int64_t numero = 0;
     for (const ItemLido& item : cupom.itens) {
         const Holding holding(importing, item.record);
-        holding.Number(counter, cupom.record.Integer(counter), "not its receipt's");
-        holding.Number("item", ++numero, "not one more than the item before it");
+        holding.Number(counter, cupom.record.Integer(counter), TrLater("not its receipt's"));
+        holding.Number("item", ++numero, TrLater("not one more than the item before it"));
         if (cupom.cancelado) {
             holding.OneOf("cancelado", {"S"});
         } else if (item.record.Text("cancelado") == "P") {
@@ -131,7 +133,7 @@ void HoldItens(Importador& importing, const CupomLido& cupom, const char* counte
         }
         if (!cupom.IsFiscal()) {
             holding.That(item.liquido == item.bruto + item.acrescimo - item.desconto, "total",
-                         "not the amount with its adjustments");
+                         TrLater("not the amount with its adjustments"));
             continue;
         }
         holding.OneOf("arredonda_trunca", {"A", "T"});
@@ -146,20 +148,23 @@ void HoldPagamentos(Importador& importing, const CupomLido& cupom)
     const bool fiscal = cupom.IsFiscal();
     for (const Record& pagamento : cupom.pagamentos) {
         const Holding holding(importing, pagamento);
-        holding.Number("ccf", fiscal ? cupom.record.Integer("ccf") : 0, "not its receipt's");
-        holding.Number("gnf", fiscal ? 0 : cupom.record.Integer("gnf"), "not its receipt's");
+        holding.Number("ccf", fiscal ? cupom.record.Integer("ccf") : 0,
+                       TrLater("not its receipt's"));
+        holding.Number("gnf", fiscal ? 0 : cupom.record.Integer("gnf"),
+                       TrLater("not its receipt's"));
         const std::int64_t valor = pagamento.Integer("valor");
         const std::int64_t estornado = pagamento.Integer("valor_estornado");
         if (cupom.cancelado) {
             holding.OneOf("estornado", {"S"});
-            holding.Number("valor_estornado", valor, "of a cancelled receipt all is reversed");
+            holding.Number("valor_estornado", valor,
+                           TrLater("of a cancelled receipt all is reversed"));
             continue;
         }
         const bool none = estornado == 0 && pagamento.Text("estornado") == "N";
         const bool whole = estornado >= valor && pagamento.Text("estornado") == "S";
         const bool part = estornado > 0 && estornado < valor && pagamento.Text("estornado") == "P";
         holding.That(none || whole || part, "estornado, valor_estornado",
-                     "not of the amount that was paid");
+                     TrLater("not of the amount that was paid"));
     }
 }
 
@@ -176,9 +181,9 @@ void HoldCadastro(Importador& importing)
     if (usuario != nullptr) {
         const Holding holding(importing, *usuario);
         holding.Number("cro", importing.contadores["cro"],
-                       "the owner is programmed under the counter of the first document");
+                       TrLater("the owner is programmed under the counter of the first document"));
         if (contadores != nullptr) {
-            holding.Number("gt", contadores->Integer("gt"), "not that of E11");
+            holding.Number("gt", contadores->Integer("gt"), TrLater("not that of E11"));
         }
     }
 }
@@ -189,7 +194,8 @@ void HoldIntervencao(Importador& importing, const Record& intervencao, std::int6
     holding.OneOf("perda_dados", {"S", "N"});
     if (intervencao.Text("perda_dados") != "S") {
         holding.Number("cro", importing.contadores["cro"]);
-        holding.That(TimeOf(intervencao) == em, "data, hora", "not when the tape comes to it");
+        holding.That(TimeOf(intervencao) == em, "data, hora",
+                     TrLater("not when the tape comes to it"));
     }
 }
 
@@ -200,7 +206,7 @@ void HoldFita(Importador& importing, const Record& fita, std::int64_t cfd, std::
     holding.Date("data", em);
     const std::vector<Record>& usuarios = importing.arquivo.Small("E02");
     holding.That(!usuarios.empty() && fita.Raw("cnpj") == usuarios.front().Raw("cnpj"), "cnpj",
-                 "not the owner's of E02");
+                 TrLater("not the owner's of E02"));
 }
 
 void HoldContadores(Importador& importing)
@@ -226,14 +232,14 @@ void HoldReducao(Importador& importing, const Record& reducao)
     const std::optional<bool>& issqn = importing.fatos.descontoIssqn;
     const char* due = !issqn ? "" : *issqn ? "S" : "N";
     holding.That(reducao.Text("desconto_issqn") == due, "desconto_issqn",
-                 "not that of the other Z reductions");
+                 TrLater("not that of the other Z reductions"));
 }
 
 void HoldOutro(Importador& importing, const Record& record, const OutroNumeros& due)
 {
     const Holding holding(importing, record);
     holding.That(record.Text("simbolo") == due.simbolo, "simbolo",
-                 "not of the document that has the number");
+                 TrLater("not of the document that has the number"));
     holding.Number("gnf", due.gnf);
     holding.Number("grg", due.grg);
     holding.Number("cdc", due.cdc % CDC_ROOM);
@@ -260,14 +266,14 @@ void HoldCaixa(Importador& importing, const CupomLido& cupom, bool fundoTroco)
     const bool payments = cupom.pagamentos.empty() || (fundoTroco && cupom.pagamentos.size() == 1);
     const Holding holding(importing, cupom.record);
     holding.That(plain && cupom.subtotal == item.bruto, "subtotal",
-                 "a float or a withdrawal is one item without adjustments");
+                 TrLater("a float or a withdrawal is one item without adjustments"));
     holding.That(cupom.record.Text("nome").empty() && cupom.record.Integer("cpf_cnpj") == 0,
-                 "nome, cpf_cnpj", "a float or a withdrawal has no buyer");
+                 "nome, cpf_cnpj", TrLater("a float or a withdrawal has no buyer"));
     for (const Record& pagamento : cupom.pagamentos) {
         Holding(importing, pagamento)
             .That(payments && pagamento.Integer("valor") == item.bruto &&
                       pagamento.Text("estornado") == "N",
-                  "valor", "a float has one payment, of its amount, a withdrawal none");
+                  "valor", TrLater("a float has one payment, of its amount, a withdrawal none"));
     }
 }
 

@@ -1,4 +1,5 @@
 // E01 to E11: the register, its owner, what was done to it, its counters.
+#include "bancada/Messages.h"
 #include "bancada/arquivo/Exportador.h"
 
 #include "bancada/leitura/Counter.h"
@@ -31,7 +32,7 @@ void ExportUsuario(Exportador& exporting)
     RecordWriter& writer = exporting.writer;
     const leitura::DadosUsuarioRow& usuario = exporting.usuario;
     if (usuario.rowid == 0) {
-        exporting.neutros.AddMissing("E02", "dados_usuario has no row");
+        exporting.neutros.AddMissing("E02", Tr("dados_usuario has no row"));
         return;
     }
     writer.Begin("E02", {"dados_usuario", usuario.rowid});
@@ -64,7 +65,7 @@ void ExportSoftware(Exportador& exporting)
         exporting.writer.D("data", one.dataHora);
         exporting.writer.End();
         if (one.dataHora.empty()) {
-            exporting.neutros.AddField("E07", "data", "versao_sb has no date");
+            exporting.neutros.AddField("E07", "data", Tr("versao_sb has no date"));
         }
     }
 }
@@ -192,7 +193,7 @@ void ExportIdentificacao(Exportador& exporting)
     writer.X("versao_ato", VERSAO_ATO);
     writer.End();
     if (software.dataHora.empty()) {
-        exporting.neutros.AddField("E01", "data_sb, hora_sb", "versao_sb has no date");
+        exporting.neutros.AddField("E01", "data_sb, hora_sb", Tr("versao_sb has no date"));
     }
     ExportUsuario(exporting);
 }
@@ -242,7 +243,7 @@ void ExportCadastro(Exportador& exporting)
                                                     {"E08", fatos.memorias.empty()}};
     for (const auto& [type, empty] : without) {
         if (empty) {
-            exporting.neutros.AddMissing(type, "no row tells whether there is one");
+            exporting.neutros.AddMissing(type, Tr("no row tells whether there is one"));
         }
     }
 }
@@ -283,7 +284,7 @@ void ExportIntervencoes(Exportador& exporting)
         if (cro != 0 && reducao.cro != cro && reducao.chosen &&
             std::none_of(all.begin(), all.end(), has)) {
             exporting.neutros.AddMissing("E09",
-                                         "the CRO of E12 moved without a row in intervencao");
+                                         Tr("the CRO of E12 moved without a row in intervencao"));
         }
         cro = reducao.cro;
     }
@@ -328,16 +329,16 @@ void ExportContadores(Exportador& exporting)
     writer.End();
     for (const char* name : {"cvc", "cbp", "cmv"}) {
         if (exporting.fatos.contadores.count(name) == 0) {
-            exporting.neutros.AddField("E11", name, "the module does not log it");
+            exporting.neutros.AddField("E11", name, Tr("the module does not log it"));
         }
     }
     if (!exporting.memoria) {
-        exporting.neutros.AddField("E11", "the other counters and gt",
-                                   "those of the last rows; what was printed after them without "
-                                   "a row is not counted");
+        exporting.neutros.AddField("E11", Tr("the other counters and gt"),
+                                   Tr("those of the last rows; what was printed after them without "
+                                      "a row is not counted"));
     }
     if (extracao.empty()) {
-        exporting.neutros.AddField("E11", "data_extracao, hora_extracao", "no source");
+        exporting.neutros.AddField("E11", "data_extracao, hora_extracao", Tr("no source"));
     }
 }
 

@@ -1,4 +1,5 @@
 // E16, E19 and E20: documents other than fiscal receipts, non-fiscal receipts and their items.
+#include "bancada/Messages.h"
 #include "bancada/arquivo/ExportaTotais.h"
 
 #include "bancada/leitura/Query.h"
@@ -73,7 +74,7 @@ void ExportOutrosDocumentos(Exportador& exporting)
                         : hasRoom    ? row.cdc
                                      : leitura::Integer(row.cdc.Value() % CDC_ROOM));
         if (!hasRoom) {
-            exporting.neutros.AddField("E16", "cdc", "the last four digits of a longer number");
+            exporting.neutros.AddField("E16", "cdc", Tr("the last four digits of a longer number"));
         }
         writer.N("crz", tipo == "RZ" ? row.crz : none);
         writer.Text("simbolo", row.tipoDocumento);
@@ -134,9 +135,8 @@ void ExportItensNf(Exportador& exporting)
             writer.End();
             if (nome == nomes.end()) {
                 exporting.neutros.AddField("E20", "nome",
-                                           "totalizer " +
-                                               std::to_string(row.indiceTotalizadorNf.Value()) +
-                                               " was not programmed by a logged command");
+                                           Tr("totalizer %1 was not programmed by a logged command",
+                                              {std::to_string(row.indiceTotalizadorNf.Value())}));
             }
         }
     }

@@ -1,4 +1,5 @@
 // E21: payments of receipts of either kind.
+#include "bancada/Messages.h"
 #include "bancada/arquivo/Exportador.h"
 
 #include "bancada/leitura/Query.h"
@@ -46,7 +47,7 @@ void ExportFundoTroco(Exportador& exporting, const CupomNumbers& cupom, leitura:
     fundos.With(std::int64_t{cupom.coo}, std::int64_t{NUMERO_FUNDO_TROCO});
     while (fundos.Next()) {
         if (!exporting.fatos.meioFundoTroco) {
-            exporting.neutros.AddMissing("E21", "payments of floats: no row tells their means");
+            exporting.neutros.AddMissing("E21", Tr("payments of floats: no row tells their means"));
             continue;
         }
         BeginPagamento(exporting, cupom, "item_cupom_nf", fundos.ReadInteger("id").Value(),
@@ -84,9 +85,8 @@ void ExportPagamentos(Exportador& exporting)
             const auto found = meios.find(row.indiceMeioPagamento.Value());
             if (found == meios.end()) {
                 exporting.neutros.AddField("E21", "meio",
-                                           "means " +
-                                               std::to_string(row.indiceMeioPagamento.Value()) +
-                                               " was not programmed by a logged command");
+                                           Tr("means %1 was not programmed by a logged command",
+                                              {std::to_string(row.indiceMeioPagamento.Value())}));
             }
             ExportPagamento(exporting, cupom, row, found == meios.end() ? "" : found->second);
         }

@@ -1,4 +1,5 @@
 // E12, E13, E17 and E18: Z reductions with their totalizers and payment means.
+#include "bancada/Messages.h"
 #include "bancada/arquivo/Exportador.h"
 
 #include "bancada/leitura/Query.h"
@@ -95,7 +96,7 @@ void ExportReducoes(Exportador& exporting)
         writer.X("desconto_issqn", !issqn ? "" : *issqn ? "S" : "N");
         writer.End();
         if (!issqn) {
-            exporting.neutros.AddField("E12", "desconto_issqn", "no column tells it");
+            exporting.neutros.AddField("E12", "desconto_issqn", Tr("no column tells it"));
         }
     }
     rows.End();

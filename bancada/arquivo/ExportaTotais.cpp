@@ -1,5 +1,7 @@
 #include "bancada/arquivo/ExportaTotais.h"
 
+#include "bancada/Messages.h"
+
 namespace bancada::arquivo
 {
 
@@ -18,8 +20,8 @@ std::string OrdemOf(Exportador& exporting, const char* type, std::int64_t coo,
     if (told != exporting.fatos.ordens.end()) {
         return told->second;
     }
-    exporting.neutros.AddField(type, "ordem",
-                               "of a discount and a surcharge, no column tells which was first");
+    exporting.neutros.AddField(
+        type, "ordem", Tr("of a discount and a surcharge, no column tells which was first"));
     return "";
 }
 

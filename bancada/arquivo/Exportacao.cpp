@@ -1,5 +1,6 @@
 #include "bancada/arquivo/Exportacao.h"
 
+#include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 #include "bancada/arquivo/Exportador.h"
 #include "bancada/leitura/Limits.h"
@@ -51,9 +52,9 @@ std::int32_t NumberOf(const leitura::DatabaseReading& database, const char* tabl
                       std::int64_t rowid, const char* column, const leitura::Integer& cell)
 {
     if (!cell.IsKnown() || cell.Value() < 0 || cell.Value() > leitura::LAST_COUNTER) {
-        throw Unusable(database.Path() + ": " + table + ", row " + std::to_string(rowid) + ": " +
-                       column + " is no number of a document: " +
-                       (cell.IsKnown() ? std::to_string(cell.Value()) : cell.Raw()));
+        throw Unusable(Tr("%1: %2, row %3: %4 is no number of a document: %5",
+                          {database.Path(), table, std::to_string(rowid), column,
+                           cell.IsKnown() ? std::to_string(cell.Value()) : cell.Raw()}));
     }
     return static_cast<std::int32_t>(cell.Value());
 }
@@ -133,10 +134,10 @@ Exportador::Exportador(const ExportOptions& exportOptions, std::ostream& out)
 void Exportador::RequireOnce(const CupomNumbers& cupom) const
 {
     if (cupom.doubled) {
-        throw Unusable(database.Path() + ": " + (cupom.fiscal ? "cupom_fiscal" : "cupom_nf") +
-                       ", row " + std::to_string(cupom.rowid) + ": the COO " +
-                       std::to_string(cupom.coo) +
-                       " stands twice: whose its items and payments are is told by no row");
+        throw Unusable(Tr("%1: %2, row %3: the COO %4 stands twice: whose its items and payments "
+                          "are is told by no row",
+                          {database.Path(), cupom.fiscal ? "cupom_fiscal" : "cupom_nf",
+                           std::to_string(cupom.rowid), std::to_string(cupom.coo)}));
     }
 }
 
@@ -151,7 +152,7 @@ void Exportador::NoteOrphans(const char* type, const std::string& table,
     leitura::Query orphans(database,
                            "SELECT count(*) AS n FROM " + table + " AS o WHERE" + without);
     if (orphans.Next() && orphans.ReadInteger("n").Value() != 0) {
-        neutros.AddMissing(type, "rows of " + table + " without a receipt",
+        neutros.AddMissing(type, Tr("rows of %1 without a receipt", {table}),
                            orphans.ReadInteger("n").Value());
     }
 }
@@ -202,7 +203,7 @@ void Export(const ExportOptions& options, std::ostream& out, std::ostream& notes
         exporting.writer.X("assinatura", *exporting.fatos.assinatura);
         exporting.writer.End();
     } else {
-        exporting.neutros.AddMissing("EAD", "the signature is made with the maker's key");
+        exporting.neutros.AddMissing("EAD", Tr("the signature is made with the maker's key"));
     }
     exporting.database.ConfirmUnchanged();
     exporting.neutros.Print(notes);

@@ -1,5 +1,6 @@
 #include "bancada/arquivo/Fatos.h"
 
+#include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 #include "bancada/arquivo/JsonFile.h"
 
@@ -22,14 +23,14 @@ class Reader
     Reader(const Json& json, std::string place) : m_json(json), m_place(std::move(place))
     {
         if (!json.is_object()) {
-            throw Unusable(m_place + ": an object is due");
+            throw Unusable(m_place + ": " + Tr("an object is due"));
         }
     }
 
     void Field(const char* name, std::string& value)
     {
         if (const Json* field = Find(name)) {
-            Require(field->is_string(), name, "a text");
+            Require(field->is_string(), name, TrLater("a text is due"));
             value = field->get<std::string>();
         }
     }
@@ -37,14 +38,14 @@ class Reader
     {
         if (const Json* field = Find(name)) {
             Require(field->is_number_unsigned() && field->get<std::uint64_t>() <= MAX_NUMBER, name,
-                    "a whole number");
+                    TrLater("a whole number is due"));
             value = field->get<std::int64_t>();
         }
     }
     void Field(const char* name, bool& value)
     {
         if (const Json* field = Find(name)) {
-            Require(field->is_boolean(), name, "true or false");
+            Require(field->is_boolean(), name, TrLater("true or false is due"));
             value = field->get<bool>();
         }
     }
@@ -68,7 +69,7 @@ class Reader
     void List(const char* name, std::vector<T>& list, Visit visit)
     {
         if (const Json* field = Find(name)) {
-            Require(field->is_array(), name, "a list");
+            Require(field->is_array(), name, TrLater("a list is due"));
             for (const Json& element : *field) {
                 Reader reader(element,
                               m_place + "." + name + "[" + std::to_string(list.size() + 1) + "]");
@@ -93,7 +94,7 @@ class Reader
             } else {
                 Require(!entry.key().empty() && entry.key().size() <= 6 &&
                             entry.key().find_first_not_of("0123456789") == std::string::npos,
-                        name, "numbers of documents");
+                        name, TrLater("numbers of documents are due"));
                 map[std::stoll(entry.key())] = value;
             }
         }
@@ -107,7 +108,7 @@ class Reader
                 known = known || name == entry.key();
             }
             if (!known) {
-                throw Unusable(m_place + ": there is no field \"" + entry.key() + "\"");
+                throw Unusable(Tr("%1: there is no field \"%2\"", {m_place, entry.key()}));
             }
         }
     }
@@ -125,7 +126,7 @@ class Reader
     void Require(bool holds, const char* name, const char* due) const
     {
         if (!holds) {
-            throw Unusable(m_place + "." + name + ": " + due + " is due");
+            throw Unusable(m_place + "." + name + ": " + Tr(due));
         }
     }
 
@@ -261,8 +262,8 @@ Fatos ReadFatos(const std::string& path)
     reader.Field("formato", formato);
     reader.Field("versao", versao);
     if (formato != FORMATO || versao != 1) {
-        throw Unusable(path + ": is no facts file: \"formato\" \"" + FORMATO +
-                       "\" and \"versao\" 1 are due");
+        throw Unusable(Tr("%1: is no facts file: \"formato\" \"%2\" and \"versao\" 1 are due",
+                          {path, FORMATO}));
     }
     Visit(reader, fatos);
     reader.Finish();

@@ -1,5 +1,6 @@
 // The opening of a receipt, told by its record.
 #include "bancada/CheckDigits.h"
+#include "bancada/Messages.h"
 #include "bancada/arquivo/ImportaCupom.h"
 
 #include <algorithm>
@@ -24,7 +25,7 @@ void WriteConsumidor(Importador& importing, const CupomLido& cupom, TapeLine& li
     if (nome.size() > MAX_NOME) {
         nome.resize(MAX_NOME);
         importing.naoDito.AddField(std::string(cupom.record.Type()), "nome",
-                                   "the register has room for 30 letters");
+                                   Tr("the register has room for 30 letters"));
     }
     if (!digits.empty()) {
         line.Text("cpf_cnpj", digits);

@@ -1,4 +1,5 @@
 // Discounts and surcharges of a receipt, told by its records.
+#include "bancada/Messages.h"
 #include "bancada/arquivo/ImportaCupom.h"
 #include "bancada/arquivo/Percentual.h"
 
@@ -24,7 +25,7 @@ void WriteAcrescimoSubtotal(Importador& importing, const CupomLido& cupom, std::
     if (hundredths == 0) {
         if (percentual) {
             importing.naoDito.AddField(std::string(cupom.record.Type()), "tipo_acrescimo",
-                                       "no percentage of two decimals comes to the surcharge");
+                                       Tr("no percentage of two decimals comes to the surcharge"));
         }
         WriteAjuste(importing, "efetua_desc_acres_subtotal", "acrescimo", valor, 0);
         return;
@@ -71,7 +72,7 @@ void WriteAjustesSubtotal(Importador& importing, const CupomLido& cupom)
     }
     if (cupom.desconto != 0 && cupom.acrescimo != 0) {
         importing.naoDito.AddField(std::string(cupom.record.Type()), "acrescimo",
-                                   "the register has one adjustment of a subtotal at a time");
+                                   Tr("the register has one adjustment of a subtotal at a time"));
     }
     if (cupom.desconto != 0) {
         WriteAjuste(importing, "efetua_desc_acres_subtotal", "desconto", cupom.desconto, 0);
@@ -80,7 +81,7 @@ void WriteAjustesSubtotal(Importador& importing, const CupomLido& cupom)
     }
     if (cupom.record.Text("tipo_desconto") == "P") {
         importing.naoDito.AddField(std::string(cupom.record.Type()), "tipo_desconto",
-                                   "a percentage of discount is logged as V");
+                                   Tr("a percentage of discount is logged as V"));
     }
 }
 

@@ -1,6 +1,7 @@
 // The commands of a fiscal receipt, told by its records.
 #include "bancada/arquivo/ImportaCupom.h"
 
+#include "bancada/Messages.h"
 #include "bancada/arquivo/Coerencia.h"
 #include "bancada/arquivo/Instante.h"
 
@@ -42,7 +43,7 @@ struct Decimal {
     {
         constexpr int MAX_DECIMALS = 3;
         if (decimals > MAX_DECIMALS) {
-            importing.naoDito.AddField("E15", count, "the register has three decimals at most");
+            importing.naoDito.AddField("E15", count, Tr("the register has three decimals at most"));
         }
         for (; decimals > MAX_DECIMALS; --decimals) {
             units /= 10;
@@ -70,7 +71,8 @@ void WriteItem(Importador& importing, const CupomLido& cupom, const ItemLido& it
         .Flag("arredonda", record.Text("arredonda_trunca") == "A");
     if (item.bruto + item.record.Integer("acrescimo") - item.record.Integer("desconto") !=
         item.liquido) {
-        importing.naoDito.AddField("E15", "total", "not quantity times price with its adjustments");
+        importing.naoDito.AddField("E15", "total",
+                                   Tr("not quantity times price with its adjustments"));
     }
 }
 
@@ -86,20 +88,21 @@ void WriteCupom(Importador& importing, std::size_t at)
 {
     const CupomLido cupom = importing.dias.Read(at);
     if (!cupom.somado) {
-        importing.naoDito.AddField("E14", "subtotal", "not what the items come to");
+        importing.naoDito.AddField("E14", "subtotal", Tr("not what the items come to"));
     }
     if (!cupom.semCotas) {
-        importing.naoDito.AddField("E15", "desconto, acrescimo",
-                                   "the share of the receipt's cannot be told from the item's own");
+        importing.naoDito.AddField(
+            "E15", "desconto, acrescimo",
+            Tr("the share of the receipt's cannot be told from the item's own"));
     }
     if (cupom.duvidoso) {
         importing.naoDito.AddField("E15", "cancelado, desconto, acrescimo",
-                                   "of a receipt that can have been several, of which the day's "
-                                   "totals tell none");
+                                   Tr("of a receipt that can have been several, of which the day's "
+                                      "totals tell none"));
     }
     if (cupom.impostoDuvidoso) {
         importing.naoDito.AddField("E15", "totalizador",
-                                   "of either tax, of which the day's totals tell neither");
+                                   Tr("of either tax, of which the day's totals tell neither"));
     }
     WriteAliquotas(importing, cupom);
     importing.Count("ccf");
@@ -109,7 +112,7 @@ void WriteCupom(Importador& importing, std::size_t at)
     std::int64_t numero = 0;
     for (const ItemLido& item : cupom.itens) {
         if (numero == MAX_ITENS) {
-            importing.Note("E15", "items behind the last number that a receipt has for them");
+            importing.Note("E15", Tr("items behind the last number that a receipt has for them"));
             break;
         }
         ++numero;

@@ -1,4 +1,5 @@
 // The commands of a non-fiscal receipt, told by its records.
+#include "bancada/Messages.h"
 #include "bancada/arquivo/ImportaCupom.h"
 
 #include "bancada/arquivo/Coerencia.h"
@@ -44,7 +45,7 @@ void WriteCupomNf(Importador& importing, std::int64_t coo, std::int64_t end)
         return;
     }
     if (!cupom.somado) {
-        importing.naoDito.AddField("E19", "subtotal", "not what the items come to");
+        importing.naoDito.AddField("E19", "subtotal", Tr("not what the items come to"));
     }
     // The document of one that was not closed ends with its opening.
     HoldCupom(importing, cupom,
@@ -54,13 +55,13 @@ void WriteCupomNf(Importador& importing, std::int64_t coo, std::int64_t end)
     for (const ItemLido& item : cupom.itens) {
         const std::int64_t totalizador = programacao.Totalizador(item.record.Text("nome"));
         if (totalizador < 3) {
-            importing.Note("E20", "items of a totalizer that takes none");
+            importing.Note("E20", Tr("items of a totalizer that takes none"));
         }
         if (totalizador == 0) {
             continue; // no totalizer has its name: a tape cannot say it
         }
         if (numero == MAX_ITENS) {
-            importing.Note("E20", "items behind the last number that a receipt has for them");
+            importing.Note("E20", Tr("items behind the last number that a receipt has for them"));
             break;
         }
         ++numero;

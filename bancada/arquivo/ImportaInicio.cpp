@@ -1,4 +1,5 @@
 // The programming that a file implies, and the facts that no row will hold.
+#include "bancada/Messages.h"
 #include "bancada/arquivo/ImportaCupom.h"
 
 #include "bancada/arquivo/Contadores.h"
@@ -122,7 +123,7 @@ void Cut(Importador& importing, const char* type, const char* field, std::string
     if (text.size() > size) {
         text.resize(size);
         importing.naoDito.AddField(
-            type, field, "the register has room for " + std::to_string(size) + " letters");
+            type, field, Tr("the register has room for %1 letters", {std::to_string(size)}));
     }
 }
 
@@ -165,9 +166,10 @@ void FindProgramacao(Importador& importing)
 {
     Programacao& programacao = importing.programacao;
     programacao.meios = importing.arquivo.Meios();
-    Limit(importing, "E18", "payment means behind the register's 20", programacao.meios, MAX_MEIOS);
+    Limit(importing, "E18", Tr("payment means behind the register's 20"), programacao.meios,
+          MAX_MEIOS);
     FindNomesNf(importing.arquivo, programacao);
-    Limit(importing, "E17", "totalizers behind the register's 39", programacao.nomesNf,
+    Limit(importing, "E17", Tr("totalizers behind the register's 39"), programacao.nomesNf,
           MAX_NOMES_NF);
     FindVinculados(importing.arquivo, programacao);
     FindAliquotas(importing.arquivo, programacao);
@@ -212,7 +214,7 @@ void WriteProgramacao(Importador& importing)
             em = cadastro;
         } else {
             importing.naoDito.AddField("E02", "data_cadastro, hora_cadastro",
-                                       "not before the first document of the file");
+                                       Tr("not before the first document of the file"));
         }
     }
     // The register's clock begins with the first command.

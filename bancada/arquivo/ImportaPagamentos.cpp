@@ -1,4 +1,5 @@
 // Payments of a receipt and their reversals, told by its records.
+#include "bancada/Messages.h"
 #include "bancada/arquivo/Estornos.h"
 #include "bancada/arquivo/ImportaCupom.h"
 
@@ -18,7 +19,7 @@ PagamentosLidos ReadPagamentos(Importador& importing, const CupomLido& cupom)
     }
     if (!cupom.pagamentos.empty()) {
         importing.naoDito.AddField("E21", "valor, estornado, valor_estornado",
-                                   "not what payments and reversals of the receipt come to");
+                                   Tr("not what payments and reversals of the receipt come to"));
     }
     PagamentosLidos asTold;
     for (const Record& record : cupom.pagamentos) {
@@ -62,7 +63,7 @@ void WritePagamentos(Importador& importing, const CupomLido& cupom)
     for (std::size_t i = 0; i < pagamentos.valores.size(); ++i) {
         const std::int64_t meio = importing.programacao.Meio(cupom.pagamentos[i].Text("meio"));
         if (meio == 0) {
-            importing.Note("E21", "payments in a means without a name");
+            importing.Note("E21", Tr("payments in a means without a name"));
             continue;
         }
         importing.tape.Then("efetua_pagamento")

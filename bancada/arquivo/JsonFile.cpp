@@ -1,9 +1,10 @@
 #include "bancada/arquivo/JsonFile.h"
 
+#include "bancada/ForeignTexts.h"
+#include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 
 #include <cerrno>
-#include <cstring>
 #include <fstream>
 #include <iterator>
 
@@ -25,16 +26,16 @@ nlohmann::ordered_json ReadJsonFile(const std::string& path)
     while (file.read(buffer, sizeof buffer) || file.gcount() > 0) {
         content.append(buffer, static_cast<std::size_t>(file.gcount()));
         if (content.size() > MAX_BYTES) {
-            throw Unusable(path + ": is too large");
+            throw Unusable(Tr("%1: is too large", {path}));
         }
     }
     if (!file.eof()) {
-        throw Unusable(path + ": " + (errno == 0 ? "cannot be read" : std::strerror(errno)));
+        throw Unusable(path + ": " + (errno == 0 ? Tr("cannot be read") : SystemReason(errno)));
     }
     try {
         return nlohmann::ordered_json::parse(content);
     } catch (const nlohmann::ordered_json::parse_error& error) {
-        throw Unusable(path + ": is no JSON: " + error.what());
+        throw Unusable(Tr("%1: is no JSON: %2", {path, error.what()}));
     }
 }
 

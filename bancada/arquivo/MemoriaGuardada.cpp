@@ -1,5 +1,6 @@
 #include "bancada/arquivo/MemoriaGuardada.h"
 
+#include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 #include "bancada/arquivo/JsonFile.h"
 
@@ -46,7 +47,7 @@ std::int64_t Cents(const std::string& path, const std::string& text)
         !digits.empty() && digits.size() <= MAX_DIGITS && decimals.size() <= 2 &&
         (digits + decimals).find_first_not_of("0123456789") == std::string::npos;
     if (!wellFormed) {
-        throw Unusable(path + ": registro.gt: an amount is due");
+        throw Unusable(path + ": registro.gt: " + Tr("an amount is due"));
     }
     decimals.resize(2, '0');
     return std::stoll(digits + decimals);
@@ -58,21 +59,23 @@ MemoriaGuardada ReadMemoriaGuardada(const std::string& path, std::int64_t number
 {
     std::error_code error;
     if (std::filesystem::exists(std::filesystem::canonical(path, error).string() + ".journal")) {
-        throw Unusable(path + ": a run that did not end in good order left its journal beside it: "
-                              "the next run with this memory puts both together");
+        throw Unusable(Tr("%1: a run that did not end in good order left its journal beside it: "
+                          "the next run with this memory puts both together",
+                          {path}));
     }
     const Json json = ReadJsonFile(path);
     if (!json.is_object() || Text(json, "formato") != "ecf-bancada memoria") {
-        throw Unusable(path + ": is no memory file");
+        throw Unusable(Tr("%1: is no memory file", {path}));
     }
     const Json* state = &json;
     if (json.contains("execucao") && Number(json["execucao"], "sequencia") != number) {
         const auto before = json.find("antes");
         if (before == json.end() || !before->contains("execucao") ||
             Number((*before)["execucao"], "sequencia") != number) {
-            throw Unusable(path + ": does not belong to the database: it has come to command " +
-                           std::to_string(Number(json["execucao"], "sequencia")) +
-                           ", the database to " + std::to_string(number));
+            throw Unusable(Tr("%1: does not belong to the database: it has come to command %2, the "
+                              "database to %3",
+                              {path, std::to_string(Number(json["execucao"], "sequencia")),
+                               std::to_string(number)}));
         }
         state = &*before;
     }

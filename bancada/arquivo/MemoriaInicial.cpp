@@ -1,4 +1,5 @@
 // The memory that the register begins the tape with.
+#include "bancada/Messages.h"
 #include "bancada/arquivo/Importador.h"
 
 #include <algorithm>
@@ -48,7 +49,7 @@ std::string MemoriaInicial(Importador& importing,
     }
     gt -= importing.registrado;
     if (gt < 0) {
-        importing.naoDito.AddField("E11", "gt", "less than the receipts come to");
+        importing.naoDito.AddField("E11", "gt", Tr("less than the receipts come to"));
         gt = 0;
     }
     Json registro;

@@ -1,5 +1,6 @@
 #include "bancada/arquivo/Neutros.h"
 
+#include "bancada/Messages.h"
 #include "bancada/Printable.h"
 
 namespace bancada::arquivo
@@ -18,11 +19,14 @@ void Neutros::AddMissing(const std::string& type, const std::string& what, std::
 void Neutros::Print(std::ostream& out) const
 {
     for (const auto& [key, count] : m_fields) {
-        out << "neutral: " << Printable(key.first + " " + key.second) << " (" << count
-            << (count == 1 ? " record)\n" : " records)\n");
+        out << Tr("neutral: %1 (%2)", {Printable(key.first + " " + key.second),
+                                       TrCount("%1 record", "%1 records", count)})
+            << "\n";
     }
     for (const auto& [key, count] : m_missing) {
-        out << "left out: " << Printable(key.first + ": " + key.second) << " (" << count << ")\n";
+        out << Tr("left out: %1 (%2)",
+                  {Printable(key.first + ": " + key.second), std::to_string(count)})
+            << "\n";
     }
 }
 

@@ -10,7 +10,8 @@
 namespace bancada::arquivo
 {
 
-// Told once a record type and field, with the number of records.
+// Told once a record type and field, with the number of records. What is added is in the language
+// of Tr.
 class Neutros
 {
   public:

@@ -1,4 +1,5 @@
 // From document to document: the lines that replay them.
+#include "bancada/Messages.h"
 #include "bancada/arquivo/Coerencia.h"
 #include "bancada/arquivo/Contadores.h"
 #include "bancada/arquivo/ImportaCupom.h"
@@ -46,10 +47,10 @@ class Percurso
         }
         if (m_importing.cadastroEm) {
             m_importing.naoDito.AddField("E02", "data_cadastro, hora_cadastro",
-                                         "in an intervention that no document tells of");
+                                         Tr("in an intervention that no document tells of"));
         }
         for (; m_fita < m_fitas.size(); ++m_fita) {
-            m_importing.Note("E10", "reprints for which no number is left");
+            m_importing.Note("E10", Tr("reprints for which no number is left"));
         }
     }
 
@@ -188,8 +189,9 @@ class Percurso
                 WriteFita(m_fitas[m_fita++]);
             } else {
                 // Any document keeps the numbers of those behind it.
-                m_importing.Note("E16", "numbers of documents that no record tells of, taken by X "
-                                        "readings of no record");
+                m_importing.Note("E16",
+                                 Tr("numbers of documents that no record tells of, taken by X "
+                                    "readings of no record"));
                 m_importing.tape.Then("leitura_x");
             }
         }
@@ -319,14 +321,14 @@ class Percurso
         }
         if (told && end < before && m_importing.tape.Now() >= before) {
             m_importing.naoDito.AddField("E16", "data_fim, hora_fim",
-                                         "before the end of the document before it");
+                                         Tr("before the end of the document before it"));
         }
     }
 
     void RequireNothingPending()
     {
         if (!m_importing.pendentes.empty()) {
-            m_importing.Note("E14", "cancellations or reversals for which no number is left");
+            m_importing.Note("E14", Tr("cancellations or reversals for which no number is left"));
             m_importing.pendentes.clear();
         }
     }
@@ -345,7 +347,7 @@ class Percurso
                 m_antesDoArquivo = venda - m_importing.vendaDoDia;
             } else if (venda != m_importing.vendaDoDia) {
                 m_importing.naoDito.AddField("E12", "venda_bruta",
-                                             "not what the receipts of the day come to");
+                                             Tr("not what the receipts of the day come to"));
             }
         }
         m_first = false;
@@ -374,7 +376,7 @@ class Percurso
             numeros.gnf = m_importing.Count("gnf");
             tape.At("cancela_cupom", end);
         } else {
-            m_importing.Note("E16", "documents " + simbolo + ", for which there is no command");
+            m_importing.Note("E16", Tr("documents %1, for which there is no command", {simbolo}));
             numeros.simbolo = "LX";
             tape.At("leitura_x", end);
         }
@@ -386,7 +388,7 @@ class Percurso
         const std::int64_t chosen =
             m_importing.comprovantes.Open(m_importing.programacao.vinculado, EstornosPendentes());
         if (chosen == 0) {
-            m_importing.Note("E16", "vouchers of a payment that is not there");
+            m_importing.Note("E16", Tr("vouchers of a payment that is not there"));
             numeros.simbolo = "LX";
             m_importing.tape.At("leitura_x", end);
             return;

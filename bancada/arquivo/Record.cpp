@@ -1,5 +1,7 @@
 #include "bancada/arquivo/Record.h"
 
+#include "bancada/Messages.h"
+
 #include <algorithm>
 
 namespace bancada::arquivo
@@ -77,24 +79,24 @@ std::string FaultOf(const Field& field, std::string_view text)
     if (field.form == Form::X) {
         const bool printable =
             std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; });
-        return printable ? "" : "ASCII letters are due";
+        return printable ? "" : Tr("ASCII letters are due");
     }
     if (!AreDigits(text)) {
-        return "digits are due";
+        return Tr("digits are due");
     }
     if (field.form == Form::D && !IsDate(text)) {
-        return "a date AAAAMMDD is due";
+        return Tr("a date AAAAMMDD is due");
     }
     if (field.form == Form::H && !IsTime(text)) {
-        return "a time HHMMSS is due";
+        return Tr("a time HHMMSS is due");
     }
     return "";
 }
 
 std::string PlaceOf(const Leiaute& leiaute, const Field& field)
 {
-    return std::string(leiaute.type) + ", " + field.name + " (positions " +
-           std::to_string(field.first) + "-" + std::to_string(field.last) + ")";
+    return Tr("%1, %2 (positions %3-%4)",
+              {leiaute.type, field.name, std::to_string(field.first), std::to_string(field.last)});
 }
 
 } // namespace bancada::arquivo

@@ -1,5 +1,7 @@
 #include "bancada/arquivo/RecordReader.h"
 
+#include "bancada/ForeignTexts.h"
+#include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 
 #include <cerrno>
@@ -33,7 +35,7 @@ RecordReader::RecordReader(std::string path) : m_path(std::move(path)), m_buffer
 {
     m_file = open(m_path.c_str(), O_RDONLY | O_CLOEXEC);
     if (m_file < 0) {
-        throw Unusable(m_path + ": " + std::strerror(errno));
+        throw Unusable(m_path + ": " + SystemReason(errno));
     }
 }
 
@@ -51,7 +53,7 @@ bool RecordReader::FillBuffer()
         got = read(m_file, m_buffer.data(), m_buffer.size());
     } while (got < 0 && errno == EINTR);
     if (got < 0) {
-        throw Unusable(m_path + ": " + std::strerror(errno));
+        throw Unusable(m_path + ": " + SystemReason(errno));
     }
     m_end = static_cast<std::size_t>(got);
     return got > 0;
@@ -72,7 +74,7 @@ bool RecordReader::ReadLine(std::string& line)
                              : static_cast<std::size_t>(static_cast<const char*>(found) - begin);
         if (line.size() + size > MAX_LINE_BYTES) {
             ++m_number;
-            Fail("the line is longer than any record");
+            Fail(Tr("the line is longer than any record"));
         }
         line.append(begin, size);
         m_at += size;
@@ -101,8 +103,8 @@ void RecordReader::Fail(const Record& record, const char* field, const std::stri
 {
     const Leiaute& leiaute = record.GetLeiaute();
     throw Unusable(m_path + ":" + std::to_string(record.Number()) + ": " +
-                   PlaceOf(leiaute, leiaute.fields[leiaute.IndexOf(field)]) + ": " + what +
-                   ", not " + Shown(record.Raw(field)));
+                   Tr("%1: %2, not %3", {PlaceOf(leiaute, leiaute.fields[leiaute.IndexOf(field)]),
+                                         what, Shown(record.Raw(field))}));
 }
 
 bool RecordReader::Next(Record& record)
@@ -112,17 +114,18 @@ bool RecordReader::Next(Record& record)
         const std::string_view type = std::string_view(line).substr(0, 3);
         const Leiaute* leiaute = FindLeiaute(type);
         if (leiaute == nullptr) {
-            Fail("a record begins with its type, E01 to E21 or EAD, not with " + Shown(type));
+            Fail(
+                Tr("a record begins with its type, E01 to E21 or EAD, not with %1", {Shown(type)}));
         }
         if (type < m_type) {
-            Fail(std::string(type) + " stands behind " + m_type +
-                 ": the types of a file come in rising order");
+            Fail(Tr("%1 stands behind %2: the types of a file come in rising order",
+                    {type, m_type}));
         }
         m_type = type;
         const bool empty = leiaute->IsPrefixed() && line.size() == PREFIX_WIDTH;
         if (!empty && line.size() != leiaute->Width()) {
-            Fail(std::string(type) + " has " + std::to_string(leiaute->Width()) +
-                 " positions, not " + std::to_string(line.size()));
+            Fail(Tr("%1 has %2 positions, not %3",
+                    {type, std::to_string(leiaute->Width()), std::to_string(line.size())}));
         }
         for (const Field& field : leiaute->fields) {
             if (empty && field.Begin() >= PREFIX_WIDTH) {
@@ -132,7 +135,7 @@ bool RecordReader::Next(Record& record)
                 std::string_view(line).substr(field.Begin(), field.Size());
             const std::string fault = FaultOf(field, text);
             if (!fault.empty()) {
-                Fail(PlaceOf(*leiaute, field) + ": " + fault + ", not " + Shown(text));
+                Fail(Tr("%1: %2, not %3", {PlaceOf(*leiaute, field), fault, Shown(text)}));
             }
         }
         if (empty) {
@@ -151,7 +154,7 @@ void RecordReader::SeekTo(std::int64_t offset, std::int64_t number)
         m_at = static_cast<std::size_t>(inside);
     } else {
         if (lseek(m_file, static_cast<off_t>(offset), SEEK_SET) < 0) {
-            throw Unusable(m_path + ": " + std::strerror(errno));
+            throw Unusable(m_path + ": " + SystemReason(errno));
         }
         m_bufferOffset = offset;
         m_at = m_end = 0;

@@ -1,5 +1,6 @@
 #include "bancada/arquivo/RecordWriter.h"
 
+#include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 #include "bancada/arquivo/Ascii.h"
 #include "bancada/arquivo/Record.h"
@@ -78,7 +79,7 @@ void RecordWriter::Fail(const char* field, const std::string& what) const
 {
     std::string place = m_source;
     if (!m_row.table.empty()) {
-        place += ": " + m_row.table + ", row " + std::to_string(m_row.rowid);
+        place += Tr(": %1, row %2", {m_row.table, std::to_string(m_row.rowid)});
     }
     throw Unusable(place + ": " + PlaceOf(*m_leiaute, Next(field)) + ": " + what);
 }
@@ -86,7 +87,7 @@ void RecordWriter::Fail(const char* field, const std::string& what) const
 void RecordWriter::RequireKnown(const char* field, const leitura::Cell& cell) const
 {
     if (!cell.IsKnown()) {
-        Fail(field, "the row holds no value for it but " + cell.Raw());
+        Fail(field, Tr("the row holds no value for it but %1", {cell.Raw()}));
     }
 }
 
@@ -97,7 +98,7 @@ void RecordWriter::Put(const char* field, Form form, const std::string& text)
         throw std::logic_error(PlaceOf(*m_leiaute, next) + " has another form");
     }
     if (text.size() > next.Size()) {
-        Fail(field, "\"" + text + "\" does not fit");
+        Fail(field, Tr("\"%1\" does not fit", {text}));
     }
     if (form == Form::X) {
         m_line += text;
@@ -109,7 +110,7 @@ void RecordWriter::Put(const char* field, Form form, const std::string& text)
     const std::string fault =
         FaultOf(next, std::string_view(m_line).substr(m_line.size() - next.Size()));
     if (!fault.empty()) {
-        Fail(field, fault + ", not \"" + text + "\"");
+        Fail(field, Tr("%1, not \"%2\"", {fault, text}));
     }
     ++m_next;
 }
@@ -128,7 +129,7 @@ void RecordWriter::N(const char* field, const leitura::Integer& value)
 void RecordWriter::PutUnits(const char* field, std::int64_t units)
 {
     if (units < 0) {
-        Fail(field, "it is below zero: " + std::to_string(units));
+        Fail(field, Tr("it is below zero: %1", {std::to_string(units)}));
     }
     Put(field, Form::N, std::to_string(units));
 }
@@ -138,7 +139,7 @@ void RecordWriter::Amount(const char* field, const leitura::Amount& amount, int 
     RequireKnown(field, amount);
     const leitura::Amount counted = amount.WithDecimals(decimals);
     if (!amount.IsExact() || !counted.IsKnown() || !IsSame(counted, amount)) {
-        Fail(field, "the row's number is not exact to " + std::to_string(decimals) + " decimals");
+        Fail(field, Tr("the row's number is not exact to %1 decimals", {std::to_string(decimals)}));
     }
     PutUnits(field, counted.Units());
 }
@@ -147,8 +148,8 @@ void RecordWriter::CutAmount(const char* field, const leitura::Amount& amount)
 {
     RequireKnown(field, amount);
     if (!amount.IsExact()) {
-        Fail(field,
-             "the row's number is not exact to " + std::to_string(amount.Decimals()) + " decimals");
+        Fail(field, Tr("the row's number is not exact to %1 decimals",
+                       {std::to_string(amount.Decimals())}));
     }
     std::int64_t units = amount.Units();
     for (int decimals = amount.Decimals(); decimals > 2; --decimals) {
@@ -167,7 +168,7 @@ void RecordWriter::PutX(const char* field, std::string_view text, bool cut)
 {
     std::optional<std::string> ascii = ToAscii(text);
     if (!ascii) {
-        Fail(field, "the text has no form in ASCII");
+        Fail(field, Tr("the text has no form in ASCII"));
     }
     const std::size_t size = Next(field).Size();
     if (cut && ascii->size() > size) {
@@ -211,7 +212,7 @@ void RecordWriter::H(const char* field, const leitura::Text& instant)
 {
     RequireKnown(field, instant);
     if (!instant.Value().empty() && instant.Value().size() != INSTANT_SIZE) {
-        Fail(field, "a time is due, not \"" + instant.Value() + "\"");
+        Fail(field, Tr("a time is due, not \"%1\"", {instant.Value()}));
     }
     Put(field, Form::H,
         instant.Value().empty() ? "" : Without(instant.Value().substr(DATE_SIZE + 1), ":"));

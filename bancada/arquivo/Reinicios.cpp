@@ -1,5 +1,6 @@
 #include "bancada/arquivo/Reinicios.h"
 
+#include "bancada/Messages.h"
 #include "bancada/arquivo/Contadores.h"
 #include "bancada/arquivo/Importador.h"
 #include "bancada/arquivo/Instante.h"
@@ -19,7 +20,7 @@ void FindReinicio(Importador& importing, std::vector<std::int32_t> leituras,
                   const std::vector<std::int32_t>& doDia, Reinicios& found)
 {
     if (doDia.empty()) {
-        importing.Note("E12", "restarts for which there is no X reading");
+        importing.Note("E12", Tr("restarts for which there is no X reading"));
         return;
     }
     found.reinicios.insert(doDia.back());
@@ -31,7 +32,7 @@ void FindReinicio(Importador& importing, std::vector<std::int32_t> leituras,
             return;
         }
     }
-    importing.Note("E09", "restarts without a record, which will have a row");
+    importing.Note("E09", Tr("restarts without a record, which will have a row"));
 }
 
 } // namespace

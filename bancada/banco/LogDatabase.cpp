@@ -1,6 +1,7 @@
 #include "bancada/banco/LogDatabase.h"
 
 #include "LogDatabase/Schema.h"
+#include "bancada/ForeignTexts.h"
 #include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 #include "bancada/log/FirmwareLog.h"
@@ -60,7 +61,7 @@ LogDatabase::LogDatabase(const std::string& path, FirmwareLog& log, const Option
         throw Unusable(Tr(fault == LogFault::HOLDS_ROWS
                               ? TrLater("cannot use the database %1: %2; --append adds to them")
                               : TrLater("cannot use the database %1: %2"),
-                          {path, m_owner.Text()}));
+                          {path, TrForeign(m_owner.Text())}));
     }
     m_log.SetRejectionObserver(
         [this](std::string_view statement) { StatementRejected(statement); });

@@ -31,8 +31,8 @@ std::string Code(const std::string& list)
 std::string CommandTable()
 {
     std::ostringstream table;
-    table << "| command | class | code | tables written | document type |\n"
-             "|---|---|---|---|---|\n";
+    table << "| " << Tr("command | class | code | tables written | document type") << " |\n"
+          << "|---|---|---|---|---|\n";
     for (const CatalogueEntry& item : Catalogue()) {
         table << "| " << Code(item.name) << " | " << Code(item.commandClass) << " | " << item.code
               << " |";

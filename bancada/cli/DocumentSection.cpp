@@ -1,11 +1,11 @@
 #include "bancada/cli/DocumentSection.h"
 
+#include "bancada/ForeignTexts.h"
 #include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 #include "bancada/cli/OutputFile.h"
 
 #include <cerrno>
-#include <cstring>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
@@ -21,8 +21,7 @@ std::string WithSection(const std::string& document, std::string_view name,
     const std::size_t begin = document.find(beginMark);
     const std::size_t end = document.find(endMark);
     if (begin == std::string::npos || end == std::string::npos || end < begin) {
-        throw std::invalid_argument("the markers of the section \"" + std::string(name) +
-                                    "\" are missing");
+        throw std::invalid_argument(Tr("the markers of the section \"%1\" are missing", {name}));
     }
     return document.substr(0, begin + beginMark.size()) + section + document.substr(end);
 }
@@ -32,8 +31,9 @@ void RewriteDocument(const std::string& path, std::string (*rewritten)(const std
     std::ostringstream document;
     std::ifstream in(path, std::ios::binary);
     if (!in || !(document << in.rdbuf())) {
-        throw Unusable(Tr("cannot read %1: %2", {path, std::strerror(errno)}));
+        throw Unusable(Tr("cannot read %1: %2", {path, SystemReason(errno)}));
     }
+    const TextsForPrograms english; // as the document around it
     std::string text;
     try {
         text = rewritten(document.str());

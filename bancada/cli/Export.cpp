@@ -63,8 +63,8 @@ std::pair<std::int64_t, std::int64_t> ParseRange(const std::string& text)
         if (digits.empty() || digits.size() > 6 ||
             digits.find_first_not_of("0123456789") != std::string::npos ||
             std::stoll(digits) == 0) {
-            throw CLI::ValidationError("--crz",
-                                       "FIRST-LAST is due, numbers from 1 to 999999, not " + text);
+            throw CLI::ValidationError(
+                "--crz", Tr("FIRST-LAST is due, numbers from 1 to 999999, not %1", {text}));
         }
         return std::stoll(digits);
     };
@@ -72,7 +72,7 @@ std::pair<std::int64_t, std::int64_t> ParseRange(const std::string& text)
     const std::int64_t first = number(text.substr(0, hyphen));
     const std::int64_t last = hyphen == std::string::npos ? first : number(text.substr(hyphen + 1));
     if (last < first) {
-        throw CLI::ValidationError("--crz", "the range " + text + " ends before it begins");
+        throw CLI::ValidationError("--crz", Tr("the range %1 ends before it begins", {text}));
     }
     return {first, last};
 }
@@ -138,8 +138,8 @@ void AddExport(CLI::App& app, int& exitCode)
         chosen.comando = Comandos().at(arguments->comando);
         chosen.lineEnd = LineEnds().at(arguments->lineEnd);
         if (!chosen.from.empty() && !chosen.to.empty() && chosen.to < chosen.from) {
-            throw CLI::ValidationError("--to", "the range " + chosen.from + " to " + chosen.to +
-                                                   " ends before it begins");
+            throw CLI::ValidationError(
+                "--to", Tr("the range %1 to %2 ends before it begins", {chosen.from, chosen.to}));
         }
         if (!arguments->crz.empty()) {
             chosen.crz = ParseRange(arguments->crz);

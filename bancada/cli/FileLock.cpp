@@ -1,10 +1,10 @@
 #include "bancada/cli/FileLock.h"
 
+#include "bancada/ForeignTexts.h"
 #include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 
 #include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -62,7 +62,7 @@ FileLock::~FileLock()
 void FileLock::Require() const
 {
     if (m_error != 0) {
-        throw Unusable(Tr("%1 cannot be locked: %2: %3", {m_what, m_path, std::strerror(m_error)}));
+        throw Unusable(Tr("%1 cannot be locked: %2: %3", {m_what, m_path, SystemReason(m_error)}));
     }
 }
 

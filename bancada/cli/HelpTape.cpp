@@ -51,20 +51,22 @@ std::string ConfiguraSection()
     FieldTable table;
     settings.Fields(table);
     return Section(CONFIGURA,
-                   Capitalised(CONFIGURA_SUMMARY) + ". A setting that is not given stays as it is.",
+                   Capitalised(Tr(CONFIGURA_SUMMARY)) + ". " +
+                       Tr("A setting that is not given stays as it is."),
                    table);
 }
 
 std::string AcertaRelogioSection()
 {
-    return std::string("### `") + ACERTA_RELOGIO + "`\n\n" + Capitalised(ACERTA_RELOGIO_SUMMARY) +
-           ". The field `em` is required.\n\n```json\n{\"cmd\": \"" + ACERTA_RELOGIO +
+    return std::string("### `") + ACERTA_RELOGIO + "`\n\n" +
+           Capitalised(Tr(ACERTA_RELOGIO_SUMMARY)) + ". " + Tr("The field `em` is required.") +
+           "\n\n```json\n{\"cmd\": \"" + ACERTA_RELOGIO +
            "\", \"em\": \"2026-03-02 08:00:00\"}\n```\n";
 }
 
 std::string CancelaAbertoSection()
 {
-    return Section(CANCELA_ABERTO, Capitalised(CANCELA_ABERTO_SUMMARY) + ".", FieldTable());
+    return Section(CANCELA_ABERTO, Capitalised(Tr(CANCELA_ABERTO_SUMMARY)) + ".", FieldTable());
 }
 
 // What is not in the catalogue, because it is not one command of the register.
@@ -84,11 +86,12 @@ std::string CommandSection(const CatalogueEntry& item)
     Registro registro;
     FieldTable table;
     item.make(registro)->Fields(table);
-    std::string head = Capitalised(item.summary) + ". Class `" + item.commandClass + "`, code " +
-                       std::to_string(item.code);
-    head += *item.tables == '\0' ? "; logs nothing" : std::string("; logs into ") + item.tables;
+    std::string head =
+        Tr("%1. Class `%2`, code %3",
+           {Capitalised(Tr(item.summary)), item.commandClass, std::to_string(item.code)});
+    head += *item.tables == '\0' ? Tr("; logs nothing") : Tr("; logs into %1", {item.tables});
     if (*item.documentType != '\0') {
-        head += std::string(", document type ") + item.documentType;
+        head += Tr(", document type %1", {item.documentType});
     }
     return Section(item.name, head + ".", table);
 }

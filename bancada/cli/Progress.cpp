@@ -1,5 +1,7 @@
 #include "bancada/cli/Progress.h"
 
+#include "bancada/Messages.h"
+
 #include <iostream>
 #include <unistd.h>
 
@@ -37,9 +39,11 @@ void Progress::Show(std::int64_t commands)
     }
     m_next = now + INTERVAL;
     m_shown = true;
-    std::cerr << WIPE << commands << " commands";
+    std::cerr << WIPE << TrCount("%1 command", "%1 commands", commands);
     if (m_tape.Size() > 0) {
-        std::cerr << ", " << m_tape.BytesRead() * 100 / m_tape.Size() << " % of the tape";
+        std::cerr << ", "
+                  << Tr("%1 % of the tape",
+                        {std::to_string(m_tape.BytesRead() * 100 / m_tape.Size())});
     }
     std::cerr << std::flush;
 }

@@ -1,4 +1,5 @@
 // ecf-bancada run: executes a tape.
+#include "bancada/ForeignTexts.h"
 #include "bancada/Messages.h"
 #include "bancada/Printable.h"
 #include "bancada/Unusable.h"
@@ -50,9 +51,10 @@ struct InterruptibleTape {
 
 std::unique_ptr<FileLock> LockDatabase(const RunFiles& files)
 {
-    return files.DatabaseIsFile() ? std::make_unique<FileLock>(FollowLinks(files.database),
-                                                               "the database " + files.database)
-                                  : nullptr;
+    return files.DatabaseIsFile()
+               ? std::make_unique<FileLock>(FollowLinks(files.database),
+                                            Tr("the database %1", {files.database}))
+               : nullptr;
 }
 
 std::unique_ptr<FileLock> LockMemory(const RunFiles& files)
@@ -60,7 +62,8 @@ std::unique_ptr<FileLock> LockMemory(const RunFiles& files)
     if (!files.HasMemory()) {
         return nullptr;
     }
-    auto lock = std::make_unique<FileLock>(FollowLinks(files.memory), "the memory " + files.memory);
+    auto lock =
+        std::make_unique<FileLock>(FollowLinks(files.memory), Tr("the memory %1", {files.memory}));
     lock->Require(); // it could not be written either
     return lock;
 }
@@ -173,7 +176,7 @@ class Run
         case Answer::Fate::REFUSED:
             return Tr("refused: %1", {answer.reason});
         case Answer::Fate::LOST:
-            return Tr("executed, rows lost: %1", {answer.reason});
+            return Tr("executed, rows lost: %1", {TrForeign(answer.reason)});
         case Answer::Fate::CONFIGURED:
         case Answer::Fate::KEPT:
             return Tr("executed");
@@ -195,7 +198,7 @@ class Run
                                    TrCount("%1 statement", "%1 statements", answer.rejected));
         }
         if (answer.fate == Answer::Fate::LOST) {
-            m_summary.lost.Add(line.place, line.name, answer.reason);
+            m_summary.lost.Add(line.place, line.name, TrForeign(answer.reason));
         }
     }
 

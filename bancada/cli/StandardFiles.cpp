@@ -1,5 +1,7 @@
 #include "bancada/cli/StandardFiles.h"
 
+#include "bancada/Messages.h"
+
 #include <csignal>
 #include <cstdio>
 #include <fcntl.h>
@@ -42,7 +44,7 @@ bool FlushStandardOutput()
     if (written || ReaderIsGone(STDOUT_FILENO)) {
         return true;
     }
-    std::cerr << "ecf-bancada: standard output could not be written\n";
+    std::cerr << "ecf-bancada: " << Tr("standard output could not be written") << "\n";
     return false;
 }
 

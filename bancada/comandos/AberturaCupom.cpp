@@ -1,5 +1,6 @@
 // Opening of a fiscal receipt.
 #include "FiscalCommands.h"
+#include "bancada/Messages.h"
 #include "bancada/comandos/Subjects.h"
 #include "bancada/tape/FieldLimits.h"
 #include "bancada/tape/FieldVisitor.h"
@@ -17,11 +18,11 @@ class AbreCupom final : public ComandoOf<CmdAbreCupom>
     void Fields(FieldVisitor& fields) override
     {
         fields.Text("cpf_cnpj", m_sCPF_CNPJ, Presence::OPTIONAL,
-                    "consumer's CPF or CNPJ, digits only", "52998224725");
+                    TrLater("consumer's CPF or CNPJ, digits only"), "52998224725");
         fields.ShortText("nome", m_sNomeConsumidor, sizeof m_sNomeConsumidor, LAW_NOME_CONSUMIDOR,
-                         Presence::OPTIONAL, "consumer's name", "Maria da Silva");
-        fields.Text("endereco", m_sEnderecoConsumidor, Presence::OPTIONAL, "consumer's address",
-                    "Rua das Laranjeiras, 10");
+                         Presence::OPTIONAL, TrLater("consumer's name"), "Maria da Silva");
+        fields.Text("endereco", m_sEnderecoConsumidor, Presence::OPTIONAL,
+                    TrLater("consumer's address"), "Rua das Laranjeiras, 10");
     }
 
     BOOL FiscalCheck() override
@@ -46,7 +47,7 @@ class AbreCupom final : public ComandoOf<CmdAbreCupom>
 
 std::vector<CatalogueEntry> AberturaCupomComandos()
 {
-    return {EntryOf<AbreCupom>("abre_cupom", "CmdAbreCupom", "opens a fiscal receipt",
+    return {EntryOf<AbreCupom>("abre_cupom", "CmdAbreCupom", TrLater("opens a fiscal receipt"),
                                "cupom_fiscal", "")};
 }
 

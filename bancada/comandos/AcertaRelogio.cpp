@@ -1,5 +1,6 @@
 #include "bancada/comandos/AcertaRelogio.h"
 
+#include "bancada/Messages.h"
 #include "bancada/registro/Registro.h"
 #include "bancada/tape/TapeFields.h"
 
@@ -9,10 +10,10 @@ namespace bancada
 void ReadAcertaRelogio(const TapeCommand& line, const FaultSink& sink)
 {
     if (!line.em) {
-        ReportFault(sink, line.place, "acerta_relogio needs the field \"em\"");
+        ReportFault(sink, line.place, Tr("acerta_relogio needs the field \"em\""));
     }
     if (line.fim) {
-        ReportFault(sink, line.fimPlace, "acerta_relogio takes no time, and no field \"fim\"");
+        ReportFault(sink, line.fimPlace, Tr("acerta_relogio takes no time, and no field \"fim\""));
     }
     TapeFields(line, sink).Finish();
 }

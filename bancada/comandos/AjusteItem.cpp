@@ -1,5 +1,6 @@
 // Discounts and surcharges on an item, and their cancellation.
 #include "FiscalCommands.h"
+#include "bancada/Messages.h"
 #include "bancada/comandos/CommonFields.h"
 #include "bancada/comandos/Subjects.h"
 
@@ -19,7 +20,7 @@ class EfetuaDescAcresItem final : public ComandoOf<CmdEfetuaDescAcresItem>
         TipoValorField(fields, m_eTipoValor);
         ValorAjusteField(fields, m_valor);
         fields.Integer("item", m_iNumeroItem, 0, MAX_ITENS_CUPOM, Presence::OPTIONAL,
-                       "item number from 1; 0 or absent is the item sold last", "2");
+                       TrLater("item number from 1; 0 or absent is the item sold last"), "2");
     }
 
     BOOL InitCheck(CommandDataFisco*) override
@@ -53,7 +54,7 @@ class CancelaDescAcresItem final : public ComandoOf<CmdCancelaDescAcresItem>
     {
         OperacaoField(fields, m_eOperacao);
         fields.Integer("item", m_iNumeroItem, 1, MAX_ITENS_CUPOM, Presence::REQUIRED,
-                       "item number from 1", "2");
+                       TrLater("item number from 1"), "2");
     }
 
     BOOL FiscalCheck() override
@@ -74,10 +75,10 @@ std::vector<CatalogueEntry> AjusteItemComandos()
 {
     return {
         EntryOf<EfetuaDescAcresItem>("efetua_desc_acres_item", "CmdEfetuaDescAcresItem",
-                                     "applies a discount or surcharge to an item",
+                                     TrLater("applies a discount or surcharge to an item"),
                                      "item_cupom_fiscal, item_cupom_nf", ""),
         EntryOf<CancelaDescAcresItem>("cancela_desc_acres_item", "CmdCancelaDescAcresItem",
-                                      "cancels the discount or surcharge of an item",
+                                      TrLater("cancels the discount or surcharge of an item"),
                                       "item_cupom_fiscal, item_cupom_nf", ""),
     };
 }

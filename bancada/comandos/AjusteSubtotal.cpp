@@ -1,5 +1,6 @@
 // Discounts and surcharges on the subtotal, and their cancellation.
 #include "FiscalCommands.h"
+#include "bancada/Messages.h"
 #include "bancada/comandos/CommonFields.h"
 #include "bancada/comandos/Subjects.h"
 
@@ -67,11 +68,12 @@ std::vector<CatalogueEntry> AjusteSubtotalComandos()
 {
     return {
         EntryOf<EfetuaDescAcresSubtotal>("efetua_desc_acres_subtotal", "CmdEfetuaDescAcresSubtotal",
-                                         "applies a discount or surcharge to the subtotal",
+                                         TrLater("applies a discount or surcharge to the subtotal"),
                                          "cupom_fiscal, cupom_nf", ""),
         EntryOf<CancelaDescAcresSubtotal>(
             "cancela_desc_acres_subtotal", "CmdCancelaDescAcresSubtotal",
-            "cancels the discount or surcharge of the subtotal", "cupom_fiscal, cupom_nf", ""),
+            TrLater("cancels the discount or surcharge of the subtotal"), "cupom_fiscal, cupom_nf",
+            ""),
     };
 }
 

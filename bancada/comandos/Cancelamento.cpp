@@ -1,5 +1,6 @@
 // Cancellation of an item, of the receipt being issued and of the receipt issued last.
 #include "FiscalCommands.h"
+#include "bancada/Messages.h"
 #include "bancada/comandos/Subjects.h"
 #include "bancada/tape/FieldVisitor.h"
 
@@ -16,7 +17,7 @@ class CancelaItem final : public ComandoOf<CmdCancelaItem>
     void Fields(FieldVisitor& fields) override
     {
         fields.Integer("item", m_iNumeroItem, 1, MAX_ITENS_CUPOM, Presence::REQUIRED,
-                       "item number from 1", "2");
+                       TrLater("item number from 1"), "2");
     }
 
     BOOL FiscalCheck() override
@@ -57,9 +58,9 @@ class CancelaCupom final : public ComandoOf<CmdCancelaCupom>
 
     void Fields(FieldVisitor& fields) override
     {
-        fields.Integer("coo", m_iCOOCancelado, 1, MAX_CONTADOR, Presence::OPTIONAL,
-                       "document number of the receipt; the receipt issued last when absent",
-                       "120");
+        fields.Integer(
+            "coo", m_iCOOCancelado, 1, MAX_CONTADOR, Presence::OPTIONAL,
+            TrLater("document number of the receipt; the receipt issued last when absent"), "120");
     }
 
     BOOL InitCheck(CommandDataFisco*) override
@@ -88,12 +89,13 @@ std::vector<CatalogueEntry> CancelamentoComandos()
 {
     return {
         EntryOf<CancelaItem>("cancela_item", "CmdCancelaItem",
-                             "cancels an item of the open receipt",
+                             TrLater("cancels an item of the open receipt"),
                              "item_cupom_fiscal, item_cupom_nf", ""),
         EntryOf<CancelaCupomEmEmissao>(
             "cancela_cupom_em_emissao", "CmdCancelaCupomFiscalNfEmEmissao",
-            "cancels the receipt that is being issued", "cupom_fiscal, cupom_nf", ""),
-        EntryOf<CancelaCupom>("cancela_cupom", "CmdCancelaCupom", "cancels the receipt issued last",
+            TrLater("cancels the receipt that is being issued"), "cupom_fiscal, cupom_nf", ""),
+        EntryOf<CancelaCupom>("cancela_cupom", "CmdCancelaCupom",
+                              TrLater("cancels the receipt issued last"),
                               "cupom_fiscal, cupom_nf, outros_documentos", "NC"),
     };
 }

@@ -17,7 +17,7 @@ struct CatalogueEntry {
     const char* name;         // its name on the tape
     EEscCmd code;             // its protocol code
     const char* commandClass; // its firmware class
-    const char* summary;      // what it does, one line in English
+    const char* summary;      // what it does, one line; marked
     const char* tables; // the tables that its logger writes, separated by ", "; empty for none
     const char* documentType; // type of its row in outros_documentos; empty for none
 

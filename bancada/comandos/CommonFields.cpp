@@ -1,5 +1,6 @@
 #include "bancada/comandos/CommonFields.h"
 
+#include "bancada/Messages.h"
 #include "bancada/registro/Registro.h"
 
 #include <cstring>
@@ -23,19 +24,20 @@ void SiglaField(FieldVisitor& fields, const char* name, char (&sigla)[4],
 void OperacaoField(FieldVisitor& fields, EOperacao& operacao)
 {
     ChoiceField(fields, "operacao", operacao, {{"desconto", DESCONTO}, {"acrescimo", ACRESCIMO}},
-                Presence::REQUIRED, "discount or surcharge", "desconto");
+                Presence::REQUIRED, TrLater("discount or surcharge"), "desconto");
 }
 
 void TipoValorField(FieldVisitor& fields, ETipoValor& tipo)
 {
     ChoiceField(fields, "tipo", tipo, {{"valor", VALOR}, {"percentual", PERCENTUAL}},
-                Presence::REQUIRED, "what `valor` is: an amount or a percentage", "percentual");
+                Presence::REQUIRED, TrLater("what `valor` is: an amount or a percentage"),
+                "percentual");
 }
 
 void ValorAjusteField(FieldVisitor& fields, Decimal& valor)
 {
     fields.Quantity("valor", valor, 2, Presence::REQUIRED,
-                    "amount of money, or percentage when `tipo` says so; up to 2 decimals",
+                    TrLater("amount of money, or percentage when `tipo` says so; up to 2 decimals"),
                     "10.50");
 }
 
@@ -58,12 +60,12 @@ void MeioPagamentoField(FieldVisitor& fields, const char* name, int& numero, con
 void ParcelasField(FieldVisitor& fields, int& parcelas)
 {
     fields.Integer("parcelas", parcelas, 1, MAX_PARCELAS, Presence::OPTIONAL,
-                   "number of instalments", "3");
+                   TrLater("number of instalments"), "3");
 }
 
 void InfoAdicionalField(FieldVisitor& fields, char (&info)[85])
 {
-    fields.Text("info", info, Presence::OPTIONAL, "additional information on the payment",
+    fields.Text("info", info, Presence::OPTIONAL, TrLater("additional information on the payment"),
                 "NSU 004512");
 }
 

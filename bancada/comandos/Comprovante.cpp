@@ -1,5 +1,6 @@
 // Credit/debit vouchers and management reports.
 #include "FiscalCommands.h"
+#include "bancada/Messages.h"
 #include "bancada/comandos/CommonFields.h"
 #include "bancada/comandos/Subjects.h"
 
@@ -16,18 +17,18 @@ class AbreCCD final : public ComandoOf<CmdAbreCCD>
     void Fields(FieldVisitor& fields) override
     {
         MeioPagamentoField(fields, "meio", m_iMeioPagamento,
-                           "number of the payment means that the voucher is tied to");
-        fields.Integer("coo", m_iCOO, 1, MAX_CONTADOR, Presence::OPTIONAL,
-                       "document number of the receipt; the receipt issued last when absent",
-                       "120");
+                           TrLater("number of the payment means that the voucher is tied to"));
+        fields.Integer(
+            "coo", m_iCOO, 1, MAX_CONTADOR, Presence::OPTIONAL,
+            TrLater("document number of the receipt; the receipt issued last when absent"), "120");
     }
 
     BOOL FiscalCheck() override
     {
         const int last = m_registro.GetMemoria().cupom.coo;
         if (m_iCOO != 0 && m_iCOO != last) {
-            return Accept("document " + std::to_string(m_iCOO) +
-                          " is not the receipt issued last, which is " + std::to_string(last));
+            return Accept(Tr("document %1 is not the receipt issued last, which is %2",
+                             {std::to_string(m_iCOO), std::to_string(last)}));
         }
         return Accept(m_registro.CheckAbreCCD(m_iMeioPagamento, m_dtExecStart));
     }
@@ -96,14 +97,14 @@ class FechaCCDGerencial final : public ComandoOf<CmdFechaCCDGerencial>
 std::vector<CatalogueEntry> ComprovanteComandos()
 {
     return {
-        EntryOf<AbreCCD>("abre_ccd", "CmdAbreCCD", "opens a credit/debit voucher",
+        EntryOf<AbreCCD>("abre_ccd", "CmdAbreCCD", TrLater("opens a credit/debit voucher"),
                          "outros_documentos", "CC"),
         EntryOf<AbreEstornoCCD>("abre_estorno_ccd", "CmdAbreEstornoCCD",
-                                "opens the reversal of a credit/debit voucher", "", ""),
-        EntryOf<AbreGerencial>("abre_gerencial", "CmdAbreGerencial", "opens a management report",
-                               "outros_documentos", "RG"),
+                                TrLater("opens the reversal of a credit/debit voucher"), "", ""),
+        EntryOf<AbreGerencial>("abre_gerencial", "CmdAbreGerencial",
+                               TrLater("opens a management report"), "outros_documentos", "RG"),
         EntryOf<FechaCCDGerencial>("fecha_ccd_gerencial", "CmdFechaCCDGerencial",
-                                   "closes the open voucher or management report",
+                                   TrLater("closes the open voucher or management report"),
                                    "outros_documentos", ""),
     };
 }

@@ -1,5 +1,6 @@
 #include "bancada/comandos/Configura.h"
 
+#include "bancada/Messages.h"
 #include "bancada/registro/Registro.h"
 #include "bancada/tape/TapeFields.h"
 
@@ -22,14 +23,15 @@ Configura::Configura(const Registro& registro)
 
 void Configura::Fields(FieldVisitor& fields)
 {
-    fields.Flag("ratear_subtotal", m_ratearSubtotal, Presence::OPTIONAL,
-                "whether the closing of a receipt rewrites every item's share of a subtotal "
-                "discount or surcharge",
-                "true");
+    fields.Flag(
+        "ratear_subtotal", m_ratearSubtotal, Presence::OPTIONAL,
+        TrLater("whether the closing of a receipt rewrites every item's share of a subtotal "
+                "discount or surcharge"),
+        "true");
     fields.Text("aplicativo", m_aplicativo, MAX_APLICATIVO, Presence::OPTIONAL,
-                "identification of the point-of-sale application", "MERCEARIA PDV 2.1");
+                TrLater("identification of the point-of-sale application"), "MERCEARIA PDV 2.1");
     fields.Text("versao_sb", m_versaoSB, MAX_VERSAO, Presence::OPTIONAL,
-                "version of the basic software", "01.00.01");
+                TrLater("version of the basic software"), "01.00.01");
 }
 
 void Configura::Apply(Registro& registro) const
@@ -42,10 +44,10 @@ void Configura::Apply(Registro& registro) const
 void ReadConfigura(const TapeCommand& line, Configura& settings, const FaultSink& sink)
 {
     if (line.em) {
-        ReportFault(sink, line.emPlace, "configura takes no time, and no field \"em\"");
+        ReportFault(sink, line.emPlace, Tr("configura takes no time, and no field \"em\""));
     }
     if (line.fim) {
-        ReportFault(sink, line.fimPlace, "configura takes no time, and no field \"fim\"");
+        ReportFault(sink, line.fimPlace, Tr("configura takes no time, and no field \"fim\""));
     }
     TapeFields fields(line, sink);
     settings.Fields(fields);

@@ -1,6 +1,7 @@
 // The directive that sets the bench itself.
 #pragma once
 
+#include "bancada/Messages.h"
 #include "bancada/tape/FaultSink.h"
 #include "bancada/tape/FieldVisitor.h"
 
@@ -13,8 +14,8 @@ class Registro;
 struct TapeCommand;
 
 inline constexpr char CONFIGURA[] = "configura";
-inline constexpr char CONFIGURA_SUMMARY[] =
-    "sets the bench: not a command of the register, it takes no time and logs nothing";
+inline constexpr const char* CONFIGURA_SUMMARY =
+    TrLater("sets the bench: not a command of the register, it takes no time and logs nothing");
 
 // The settings of a register, as the directive's fields.
 class Configura

@@ -1,5 +1,6 @@
 #include "bancada/comandos/Executor.h"
 
+#include "bancada/Messages.h"
 #include "bancada/banco/LogDatabase.h"
 
 namespace bancada
@@ -41,7 +42,7 @@ Outcome Executor::Execute(ComandoBancada& comando, RtcAbsoluteTime em, RtcAbsolu
     if (comando.refusal || !command.InitCheck(nullptr) || !command.FiscalCheck()) {
         command.m_eStatusCmd = CMD_NAK;
         command.m_State = CMD_TOREPLY;
-        outcome.refusal = comando.refusal.value_or("refused");
+        outcome.refusal = comando.refusal.value_or(Tr("refused"));
         return outcome;
     }
     command.m_eStatusCmd = CMD_INIT_OK;

@@ -1,5 +1,6 @@
 // Closing of a fiscal receipt.
 #include "FiscalCommands.h"
+#include "bancada/Messages.h"
 #include "bancada/comandos/SignComando.h"
 #include "bancada/comandos/Subjects.h"
 #include "bancada/tape/FieldVisitor.h"
@@ -17,11 +18,11 @@ class FechaCupom final : public ComandoOf<CmdFechaCupom>
     void Fields(FieldVisitor& fields) override
     {
         fields.Text("mensagem", m_sMsgPromocional, Presence::OPTIONAL,
-                    "closing message; \"CNPJ/CPF consumidor: \" in it names the consumer",
+                    TrLater("closing message; \"CNPJ/CPF consumidor: \" in it names the consumer"),
                     "Obrigado! CNPJ/CPF consumidor: 529.982.247-25");
         bool adicional = m_bCupomAdicional != FALSE;
-        fields.Flag("adicional", adicional, Presence::OPTIONAL, "an additional receipt is issued",
-                    "true");
+        fields.Flag("adicional", adicional, Presence::OPTIONAL,
+                    TrLater("an additional receipt is issued"), "true");
         m_bCupomAdicional = adicional ? TRUE : FALSE;
     }
 
@@ -42,7 +43,8 @@ class FechaCupom final : public ComandoOf<CmdFechaCupom>
 
 std::vector<CatalogueEntry> FechamentoComandos()
 {
-    return {EntryOf<FechaCupom>("fecha_cupom", "CmdFechaCupom", "closes the open fiscal receipt",
+    return {EntryOf<FechaCupom>("fecha_cupom", "CmdFechaCupom",
+                                TrLater("closes the open fiscal receipt"),
                                 "cupom_fiscal, item_cupom_fiscal", "")};
 }
 

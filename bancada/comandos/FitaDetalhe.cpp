@@ -1,5 +1,6 @@
 // Reprints from the detail tape.
 #include "FiscalCommands.h"
+#include "bancada/Messages.h"
 #include "bancada/comandos/Subjects.h"
 #include "bancada/tape/FieldVisitor.h"
 
@@ -16,9 +17,9 @@ class ReimprimeMFD final : public ComandoOf<CmdReimprimeMFD>
     void Fields(FieldVisitor& fields) override
     {
         fields.Integer("coo_inicial", m_iCooInicial, 1, MAX_CONTADOR, Presence::REQUIRED,
-                       "document number of the first document", "10");
+                       TrLater("document number of the first document"), "10");
         fields.Integer("coo_final", m_iCooFinal, 1, MAX_CONTADOR, Presence::REQUIRED,
-                       "document number of the last document", "12");
+                       TrLater("document number of the last document"), "12");
     }
 
     BOOL FiscalCheck() override
@@ -45,7 +46,8 @@ class ReimprimeMFD final : public ComandoOf<CmdReimprimeMFD>
 std::vector<CatalogueEntry> FitaDetalheComandos()
 {
     return {EntryOf<ReimprimeMFD>("reimprime_mfd", "CmdReimprimeMFD",
-                                  "reprints documents from the detail tape", "fita_detalhe", "")};
+                                  TrLater("reprints documents from the detail tape"),
+                                  "fita_detalhe", "")};
 }
 
 } // namespace bancada

@@ -1,5 +1,6 @@
 // Programming of the register's own identity: shop and till number, serial number, currency.
 #include "FiscalCommands.h"
+#include "bancada/Messages.h"
 #include "bancada/comandos/Subjects.h"
 #include "bancada/tape/FieldLimits.h"
 #include "bancada/tape/FieldVisitor.h"
@@ -17,7 +18,7 @@ class ProgramaLoja final : public ComandoOf<CmdProgramaLoja>
     void Fields(FieldVisitor& fields) override
     {
         fields.Integer("numero", m_iNumero, 1, MAX_NUMERO_LOJA, Presence::REQUIRED,
-                       "number of the shop", "1");
+                       TrLater("number of the shop"), "1");
     }
 
     BOOL FiscalCheck() override { return Accept(m_registro.CheckProgramaLoja(m_iNumero)); }
@@ -40,7 +41,7 @@ class ProgramaSequenciaECF final : public ComandoOf<CmdProgramaSequenciaECF>
     void Fields(FieldVisitor& fields) override
     {
         fields.Integer("numero", m_iNumCaixa, 1, MAX_SEQUENCIA_ECF, Presence::REQUIRED,
-                       "till number", "2");
+                       TrLater("till number"), "2");
     }
 
     BOOL FiscalCheck() override
@@ -62,11 +63,12 @@ class ProgramaNrSerie final : public ComandoOf<CmdProgramaNrSerie>
 
     void Fields(FieldVisitor& fields) override
     {
-        fields.ShortText("marca", m_sMarca, sizeof m_sMarca, LAW_MARCA, Presence::REQUIRED, "make",
-                         "MARCA");
-        fields.Text("modelo", m_sModelo, Presence::REQUIRED, "model", "MODELO X");
-        fields.Text("tipo", m_sTipo, Presence::REQUIRED, "type of register", "ECF-IF");
-        fields.Text("num_serie", m_sNumSerie, Presence::REQUIRED, "serial number", "MX0123456789");
+        fields.ShortText("marca", m_sMarca, sizeof m_sMarca, LAW_MARCA, Presence::REQUIRED,
+                         TrLater("make"), "MARCA");
+        fields.Text("modelo", m_sModelo, Presence::REQUIRED, TrLater("model"), "MODELO X");
+        fields.Text("tipo", m_sTipo, Presence::REQUIRED, TrLater("type of register"), "ECF-IF");
+        fields.Text("num_serie", m_sNumSerie, Presence::REQUIRED, TrLater("serial number"),
+                    "MX0123456789");
     }
 
     BOOL FiscalCheck() override
@@ -88,7 +90,8 @@ class ProgramaMoeda final : public ComandoOf<CmdProgramaMoeda>
 
     void Fields(FieldVisitor& fields) override
     {
-        fields.Text("simbolo", m_sSimboloMoeda, Presence::REQUIRED, "currency symbol", "R$");
+        fields.Text("simbolo", m_sSimboloMoeda, Presence::REQUIRED, TrLater("currency symbol"),
+                    "R$");
     }
 
     BOOL FiscalCheck() override { return Accept(m_registro.CheckProgramaMoeda(m_sSimboloMoeda)); }
@@ -105,14 +108,15 @@ class ProgramaMoeda final : public ComandoOf<CmdProgramaMoeda>
 std::vector<CatalogueEntry> IdentidadeComandos()
 {
     return {
-        EntryOf<ProgramaLoja>("programa_loja", "CmdProgramaLoja", "programs the shop's number", "",
-                              ""),
+        EntryOf<ProgramaLoja>("programa_loja", "CmdProgramaLoja",
+                              TrLater("programs the shop's number"), "", ""),
         EntryOf<ProgramaSequenciaECF>("programa_sequencia_ecf", "CmdProgramaSequenciaECF",
-                                      "programs the till number", "dados_ecf", ""),
+                                      TrLater("programs the till number"), "dados_ecf", ""),
         EntryOf<ProgramaNrSerie>("programa_nr_serie", "CmdProgramaNrSerie",
-                                 "programs the register's identity", "dados_ecf, versao_sb", ""),
-        EntryOf<ProgramaMoeda>("programa_moeda", "CmdProgramaMoeda", "programs the currency symbol",
-                               "moeda", ""),
+                                 TrLater("programs the register's identity"),
+                                 "dados_ecf, versao_sb", ""),
+        EntryOf<ProgramaMoeda>("programa_moeda", "CmdProgramaMoeda",
+                               TrLater("programs the currency symbol"), "moeda", ""),
     };
 }
 

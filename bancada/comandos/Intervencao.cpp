@@ -1,5 +1,6 @@
 // Entering and leaving the intervention modes.
 #include "FiscalCommands.h"
+#include "bancada/Messages.h"
 #include "bancada/comandos/Subjects.h"
 
 namespace bancada
@@ -56,17 +57,17 @@ std::vector<CatalogueEntry> IntervencaoComandos()
 {
     return {
         EntryOf<Entrada<CmdEntradaMILInterno, EModoIntervencao::MIL>>(
-            "entrada_mil_interno", "CmdEntradaMILInterno", "enters the intervention mode L",
-            "intervencao, outros_documentos", "LX"),
+            "entrada_mil_interno", "CmdEntradaMILInterno",
+            TrLater("enters the intervention mode L"), "intervencao, outros_documentos", "LX"),
         EntryOf<Saida<CmdSaidaMILInterno, EModoIntervencao::MIL>>(
-            "saida_mil_interno", "CmdSaidaMILInterno", "leaves the intervention mode L",
+            "saida_mil_interno", "CmdSaidaMILInterno", TrLater("leaves the intervention mode L"),
             "outros_documentos", "LX"),
         EntryOf<Saida<CmdSaidaMITInterno, EModoIntervencao::MIT>>(
-            "saida_mit_interno", "CmdSaidaMITInterno", "leaves the intervention mode T",
+            "saida_mit_interno", "CmdSaidaMITInterno", TrLater("leaves the intervention mode T"),
             "outros_documentos", "LX"),
         EntryOf<Entrada<CmdEntradaMITInterno, EModoIntervencao::MIT>>(
-            "entrada_mit_interno", "CmdEntradaMITInterno", "enters the intervention mode T",
-            "intervencao", ""),
+            "entrada_mit_interno", "CmdEntradaMITInterno",
+            TrLater("enters the intervention mode T"), "intervencao", ""),
     };
 }
 

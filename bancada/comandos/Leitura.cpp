@@ -1,5 +1,6 @@
 // X and fiscal-memory readings.
 #include "FiscalCommands.h"
+#include "bancada/Messages.h"
 #include "bancada/comandos/CommonFields.h"
 #include "bancada/comandos/Subjects.h"
 
@@ -19,7 +20,8 @@ class LeituraX final : public ComandoOf<CmdLeituraX>
             fields, "midia", m_eMidia,
             {{"impressao", IMPRESSAO}, {"arquivo", ARQUIVO}, {"arquivo_dll", ARQUIVO_DLL}},
             Presence::OPTIONAL,
-            "where the reading goes; a reading written to a file (arquivo) is no document: it takes no number and has no row",
+            TrLater(
+                "where the reading goes; a reading written to a file (arquivo) is no document: it takes no number and has no row"),
             "impressao");
     }
 
@@ -56,9 +58,9 @@ class LeituraMF final : public ComandoOf<CmdLeituraMF>
 std::vector<CatalogueEntry> LeituraComandos()
 {
     return {
-        EntryOf<LeituraX>("leitura_x", "CmdLeituraX", "issues an X reading", "outros_documentos",
-                          "LX"),
-        EntryOf<LeituraMF>("leitura_mf", "CmdLeituraMF", "issues a fiscal-memory reading",
+        EntryOf<LeituraX>("leitura_x", "CmdLeituraX", TrLater("issues an X reading"),
+                          "outros_documentos", "LX"),
+        EntryOf<LeituraMF>("leitura_mf", "CmdLeituraMF", TrLater("issues a fiscal-memory reading"),
                            "outros_documentos", "MF"),
     };
 }

@@ -1,5 +1,6 @@
 // Non-fiscal receipts, withdrawals and floats.
 #include "FiscalCommands.h"
+#include "bancada/Messages.h"
 #include "bancada/comandos/CommonFields.h"
 #include "bancada/comandos/SignComando.h"
 #include "bancada/comandos/Subjects.h"
@@ -18,9 +19,9 @@ class AbreCNF final : public ComandoOf<CmdAbreCNF>
     void Fields(FieldVisitor& fields) override
     {
         fields.Text("cpf_cnpj", m_sCPF_CNPJ, Presence::OPTIONAL,
-                    "consumer's CPF or CNPJ, digits only", "52998224725");
+                    TrLater("consumer's CPF or CNPJ, digits only"), "52998224725");
         fields.ShortText("nome", m_sNomeConsumidor, sizeof m_sNomeConsumidor, LAW_NOME_CONSUMIDOR,
-                         Presence::OPTIONAL, "consumer's name", "Maria da Silva");
+                         Presence::OPTIONAL, TrLater("consumer's name"), "Maria da Silva");
     }
 
     BOOL FiscalCheck() override
@@ -45,12 +46,12 @@ class VendeItemNF final : public ComandoOf<CmdVendeItemNF>
 
     void Fields(FieldVisitor& fields) override
     {
-        fields.Integer("totalizador", m_iIndiceTotalizador, 1, MAX_TOTALIZADORES_NF,
-                       Presence::REQUIRED,
-                       "number of the non-fiscal totalizer; 1 and 2 are kept for floats and "
-                       "withdrawals",
-                       "3");
-        fields.Money("valor", m_finValor, Presence::REQUIRED, "amount", "15.00");
+        fields.Integer(
+            "totalizador", m_iIndiceTotalizador, 1, MAX_TOTALIZADORES_NF, Presence::REQUIRED,
+            TrLater("number of the non-fiscal totalizer; 1 and 2 are kept for floats and "
+                    "withdrawals"),
+            "3");
+        fields.Money("valor", m_finValor, Presence::REQUIRED, TrLater("amount"), "15.00");
     }
 
     BOOL FiscalCheck() override
@@ -94,12 +95,13 @@ class Sangria final : public ComandoOf<CmdSangria>
     {
         ChoiceField(fields, "operacao", m_eTipoOperacao,
                     {{"sangria", SANGRIA}, {"fundo_troco", FUNDO_TROCO}}, Presence::REQUIRED,
-                    "cash taken out of the till, or a float put into it", "fundo_troco");
-        fields.Money("valor", m_finValor, Presence::REQUIRED, "amount", "100.00");
-        fields.Integer("meio", m_iMeio, 1, MAX_MEIOS_PAGAMENTO, Presence::OPTIONAL,
-                       "number of the payment means that a float is put in; the first programmed "
-                       "one that gives change when absent",
-                       "1");
+                    TrLater("cash taken out of the till, or a float put into it"), "fundo_troco");
+        fields.Money("valor", m_finValor, Presence::REQUIRED, TrLater("amount"), "100.00");
+        fields.Integer(
+            "meio", m_iMeio, 1, MAX_MEIOS_PAGAMENTO, Presence::OPTIONAL,
+            TrLater("number of the payment means that a float is put in; the first programmed "
+                    "one that gives change when absent"),
+            "1");
     }
 
     BOOL FiscalCheck() override
@@ -124,15 +126,16 @@ class Sangria final : public ComandoOf<CmdSangria>
 std::vector<CatalogueEntry> NaoFiscalComandos()
 {
     return {
-        EntryOf<AbreCNF>("abre_cnf", "CmdAbreCNF", "opens a non-fiscal receipt",
+        EntryOf<AbreCNF>("abre_cnf", "CmdAbreCNF", TrLater("opens a non-fiscal receipt"),
                          "cupom_nf, outros_documentos", "CN"),
         EntryOf<VendeItemNF>("vende_item_nf", "CmdVendeItemNF",
-                             "registers an item on a non-fiscal totalizer", "item_cupom_nf", ""),
+                             TrLater("registers an item on a non-fiscal totalizer"),
+                             "item_cupom_nf", ""),
         EntryOf<FechaCupomNF>("fecha_cupom_nf", "CmdFechaCupomNF",
-                              "closes the open non-fiscal receipt", "cupom_nf, outros_documentos",
-                              ""),
+                              TrLater("closes the open non-fiscal receipt"),
+                              "cupom_nf, outros_documentos", ""),
         EntryOf<Sangria>("sangria", "CmdSangria",
-                         "takes cash out of the till, or puts a float into it",
+                         TrLater("takes cash out of the till, or puts a float into it"),
                          "cupom_nf, item_cupom_nf, outros_documentos", "CN"),
     };
 }

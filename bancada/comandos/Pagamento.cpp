@@ -1,5 +1,6 @@
 // Payments and their reversal.
 #include "FiscalCommands.h"
+#include "bancada/Messages.h"
 #include "bancada/comandos/CommonFields.h"
 #include "bancada/comandos/Subjects.h"
 
@@ -15,8 +16,9 @@ class EfetuaPagamento final : public ComandoOf<CmdEfetuaPagamento>
 
     void Fields(FieldVisitor& fields) override
     {
-        MeioPagamentoField(fields, "meio", m_iMeioPagamento, "number of the payment means, from 1");
-        fields.Money("valor", m_finValor, Presence::REQUIRED, "amount paid", "20.00");
+        MeioPagamentoField(fields, "meio", m_iMeioPagamento,
+                           TrLater("number of the payment means, from 1"));
+        fields.Money("valor", m_finValor, Presence::REQUIRED, TrLater("amount paid"), "20.00");
         ParcelasField(fields, m_iNumParcelas);
         InfoAdicionalField(fields, m_sInfoAdicional);
     }
@@ -41,10 +43,10 @@ class EstornaMeioPagamento final : public ComandoOf<CmdEstornaMeioPagamento>
     void Fields(FieldVisitor& fields) override
     {
         MeioPagamentoField(fields, "origem", m_iMeioPagamentoOrigem,
-                           "number of the means that the amount is taken from");
+                           TrLater("number of the means that the amount is taken from"));
         MeioPagamentoField(fields, "destino", m_iMeioPagamentoDestino,
-                           "number of the means that the amount goes to");
-        fields.Money("valor", m_finValor, Presence::REQUIRED, "amount moved", "20.00");
+                           TrLater("number of the means that the amount goes to"));
+        fields.Money("valor", m_finValor, Presence::REQUIRED, TrLater("amount moved"), "20.00");
         ParcelasField(fields, m_iNumParcelas);
         InfoAdicionalField(fields, m_sInfoAdicional);
     }
@@ -69,10 +71,12 @@ std::vector<CatalogueEntry> PagamentoComandos()
 {
     return {
         EntryOf<EfetuaPagamento>("efetua_pagamento", "CmdEfetuaPagamento",
-                                 "pays the open receipt, wholly or in part", "pagamento_cupom", ""),
-        EntryOf<EstornaMeioPagamento>("estorna_meio_pagamento", "CmdEstornaMeioPagamento",
-                                      "moves an amount paid from one payment means to another",
-                                      "pagamento_cupom", ""),
+                                 TrLater("pays the open receipt, wholly or in part"),
+                                 "pagamento_cupom", ""),
+        EntryOf<EstornaMeioPagamento>(
+            "estorna_meio_pagamento", "CmdEstornaMeioPagamento",
+            TrLater("moves an amount paid from one payment means to another"), "pagamento_cupom",
+            ""),
     };
 }
 

@@ -1,5 +1,6 @@
 // Programming of the register's owner.
 #include "FiscalCommands.h"
+#include "bancada/Messages.h"
 #include "bancada/comandos/Subjects.h"
 #include "bancada/tape/FieldVisitor.h"
 
@@ -16,11 +17,11 @@ class ProgramaUsuario final : public ComandoOf<CmdProgramaUsuario>
     void Fields(FieldVisitor& fields) override
     {
         fields.Text("razao_social", m_razaoSocial, MAX_CONTRIBUINTE_TEXT, Presence::REQUIRED,
-                    "company name", "MERCEARIA DO BAIRRO LTDA");
+                    TrLater("company name"), "MERCEARIA DO BAIRRO LTDA");
         fields.Text("nome_fantasia", m_nomeFantasia, MAX_CONTRIBUINTE_TEXT, Presence::REQUIRED,
-                    "trade name", "MERCEARIA DO BAIRRO");
-        fields.Text("endereco", m_endereco, MAX_CONTRIBUINTE_TEXT, Presence::REQUIRED, "address",
-                    "RUA DAS ACACIAS, 100 - CENTRO");
+                    TrLater("trade name"), "MERCEARIA DO BAIRRO");
+        fields.Text("endereco", m_endereco, MAX_CONTRIBUINTE_TEXT, Presence::REQUIRED,
+                    TrLater("address"), "RUA DAS ACACIAS, 100 - CENTRO");
     }
 
     BOOL FiscalCheck() override
@@ -47,12 +48,12 @@ class ProgramaCNPJ_IE_IM final : public ComandoOf<CmdProgramaCNPJ_IE_IM>
 
     void Fields(FieldVisitor& fields) override
     {
-        fields.Text("cnpj", m_sCNPJ, Presence::REQUIRED, "CNPJ, 14 digits with its check digits",
-                    "11222333000181");
-        fields.Text("ie", m_sIE, Presence::REQUIRED, "state registration", "110042490114");
-        fields.Text("im", m_sIM, Presence::REQUIRED, "municipal registration; may be empty",
-                    "12345678");
-        fields.Text("uf", m_sUF, Presence::REQUIRED, "state, two letters", "SP");
+        fields.Text("cnpj", m_sCNPJ, Presence::REQUIRED,
+                    TrLater("CNPJ, 14 digits with its check digits"), "11222333000181");
+        fields.Text("ie", m_sIE, Presence::REQUIRED, TrLater("state registration"), "110042490114");
+        fields.Text("im", m_sIM, Presence::REQUIRED,
+                    TrLater("municipal registration; may be empty"), "12345678");
+        fields.Text("uf", m_sUF, Presence::REQUIRED, TrLater("state, two letters"), "SP");
     }
 
     BOOL FiscalCheck() override
@@ -73,9 +74,11 @@ std::vector<CatalogueEntry> ProprietarioComandos()
 {
     return {
         EntryOf<ProgramaUsuario>("programa_usuario", "CmdProgramaUsuario",
-                                 "programs the owner's names and address", "dados_usuario", ""),
+                                 TrLater("programs the owner's names and address"), "dados_usuario",
+                                 ""),
         EntryOf<ProgramaCNPJ_IE_IM>("programa_cnpj_ie_im", "CmdProgramaCNPJ_IE_IM",
-                                    "programs the owner's registrations", "dados_usuario", ""),
+                                    TrLater("programs the owner's registrations"), "dados_usuario",
+                                    ""),
     };
 }
 

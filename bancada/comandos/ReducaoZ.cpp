@@ -1,5 +1,6 @@
 // The Z reduction.
 #include "FiscalCommands.h"
+#include "bancada/Messages.h"
 #include "bancada/comandos/Subjects.h"
 
 namespace bancada
@@ -27,7 +28,7 @@ class ReducaoZ final : public ComandoOf<CmdReducaoZ>
 
 std::vector<CatalogueEntry> ReducaoZComandos()
 {
-    return {EntryOf<ReducaoZ>("reducao_z", "CmdReducaoZ", "closes the fiscal day",
+    return {EntryOf<ReducaoZ>("reducao_z", "CmdReducaoZ", TrLater("closes the fiscal day"),
                               "reducao_z, totalizador_reducao, meio_pagamento_reducao, "
                               "outros_documentos",
                               "RZ")};

@@ -1,5 +1,6 @@
 // Programming of rates, special totalizers, payment means and non-fiscal totalizers.
 #include "FiscalCommands.h"
+#include "bancada/Messages.h"
 #include "bancada/comandos/CommonFields.h"
 #include "bancada/comandos/Subjects.h"
 
@@ -16,10 +17,11 @@ class InsereAliquota final : public ComandoOf<CmdInsereAliquota>
     void Fields(FieldVisitor& fields) override
     {
         SiglaField(fields, "tributacao", m_sTributacao, {{"T", 0}, {"S", 1}},
-                   "T an ICMS rate, S an ISSQN rate", "T");
+                   TrLater("T an ICMS rate, S an ISSQN rate"), "T");
         fields.Integer("indice", m_iIndice, 1, MAX_ALIQUOTAS, Presence::OPTIONAL,
-                       "number of the rate; the first free one when absent", "1");
-        fields.Percent("percentual", m_iCentesimos, Presence::REQUIRED, "the rate", "18.00");
+                       TrLater("number of the rate; the first free one when absent"), "1");
+        fields.Percent("percentual", m_iCentesimos, Presence::REQUIRED, TrLater("the rate"),
+                       "18.00");
     }
 
     BOOL FiscalCheck() override
@@ -49,9 +51,9 @@ class Habilitacao final : public ComandoOf<Cmd>
     {
         SiglaField(fields, "codigo", m_sCodigo,
                    {{"F", 0}, {"I", 1}, {"N", 2}, {"FS", 3}, {"IS", 4}, {"NS", 5}},
-                   "code of the special totalizer", "F");
+                   TrLater("code of the special totalizer"), "F");
         fields.Integer("numero", m_iNumero, 1, MAX_ESPECIAIS_POR_CODIGO, Presence::REQUIRED,
-                       "its number", "1");
+                       TrLater("its number"), "1");
     }
 
     BOOL FiscalCheck() override
@@ -82,11 +84,13 @@ class InsereMeioPagamento final : public ComandoOf<CmdInsereMeiosPagamento>
     void Fields(FieldVisitor& fields) override
     {
         fields.Integer("indice", m_iIndice, 1, MAX_MEIOS_PAGAMENTO, Presence::REQUIRED,
-                       "number of the payment means", "2");
-        fields.Text("descricao", m_sDescricao, Presence::REQUIRED, "its name", "CARTAO CREDITO");
+                       TrLater("number of the payment means"), "2");
+        fields.Text("descricao", m_sDescricao, Presence::REQUIRED, TrLater("its name"),
+                    "CARTAO CREDITO");
         bool vinculado = m_eVinculacaoCCD == COM_CCD;
         fields.Flag("vinculado_ccd", vinculado, Presence::OPTIONAL,
-                    "it may be tied to a credit/debit voucher, and so gives no change", "true");
+                    TrLater("it may be tied to a credit/debit voucher, and so gives no change"),
+                    "true");
         m_eVinculacaoCCD = vinculado ? COM_CCD : SEM_CCD;
     }
 
@@ -111,8 +115,10 @@ class InsereRegOpeNF final : public ComandoOf<CmdInsereRegOpeNF>
     void Fields(FieldVisitor& fields) override
     {
         fields.Integer("indice", m_iIndice, 1, MAX_TOTALIZADORES_NF, Presence::REQUIRED,
-                       "number of the totalizer; 1 takes the floats and 2 the withdrawals", "3");
-        fields.Text("descricao", m_sDescricao, Presence::REQUIRED, "its name", "RECARGA CELULAR");
+                       TrLater("number of the totalizer; 1 takes the floats and 2 the withdrawals"),
+                       "3");
+        fields.Text("descricao", m_sDescricao, Presence::REQUIRED, TrLater("its name"),
+                    "RECARGA CELULAR");
     }
 
     BOOL FiscalCheck() override
@@ -132,18 +138,19 @@ class InsereRegOpeNF final : public ComandoOf<CmdInsereRegOpeNF>
 std::vector<CatalogueEntry> TotalizadoresComandos()
 {
     return {
-        EntryOf<InsereAliquota>("insere_aliquota", "CmdInsereAliquota", "programs a tax rate", "",
-                                ""),
-        EntryOf<Habilitacao<CmdHabilitaTotalizadores, true>>("habilita_totalizadores",
-                                                             "CmdHabilitaTotalizadores",
-                                                             "enables a special totalizer", "", ""),
+        EntryOf<InsereAliquota>("insere_aliquota", "CmdInsereAliquota",
+                                TrLater("programs a tax rate"), "", ""),
+        EntryOf<Habilitacao<CmdHabilitaTotalizadores, true>>(
+            "habilita_totalizadores", "CmdHabilitaTotalizadores",
+            TrLater("enables a special totalizer"), "", ""),
         EntryOf<Habilitacao<CmdDesabilitaTotalizadores, false>>(
             "desabilita_totalizadores", "CmdDesabilitaTotalizadores",
-            "disables a special totalizer", "", ""),
+            TrLater("disables a special totalizer"), "", ""),
         EntryOf<InsereMeioPagamento>("insere_meio_pagamento", "CmdInsereMeiosPagamento",
-                                     "programs a payment means", "meio_pagamento", ""),
+                                     TrLater("programs a payment means"), "meio_pagamento", ""),
         EntryOf<InsereRegOpeNF>("insere_reg_ope_nf", "CmdInsereRegOpeNF",
-                                "programs a non-fiscal totalizer", "totalizador_nao_fiscal", ""),
+                                TrLater("programs a non-fiscal totalizer"),
+                                "totalizador_nao_fiscal", ""),
     };
 }
 

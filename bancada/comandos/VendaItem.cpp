@@ -1,5 +1,6 @@
 // Sale of an item, by the plain and by the detailed command.
 #include "FiscalCommands.h"
+#include "bancada/Messages.h"
 #include "bancada/comandos/CommonFields.h"
 #include "bancada/comandos/Subjects.h"
 #include "bancada/tape/FieldVisitor.h"
@@ -23,27 +24,31 @@ class Venda : public ComandoOf<Cmd>
 
     void Fields(FieldVisitor& fields) override
     {
-        fields.Text("codigo", this->m_sCodigoItem, Presence::REQUIRED, "item code",
+        fields.Text("codigo", this->m_sCodigoItem, Presence::REQUIRED, TrLater("item code"),
                     "7891000100103");
-        fields.Text("descricao", this->m_sDescricao, Presence::REQUIRED, "item description",
-                    "ARROZ TIPO 1 5KG");
-        fields.Quantity("quantidade", m_quantidade, MAX_DECIMALS, Presence::REQUIRED,
-                        "quantity, 0 to 3 decimals; the decimals written are those of the sale",
-                        "1.500");
-        fields.Text("unidade", this->m_sUnidadeMedida, Presence::OPTIONAL, "unit of measure", "KG");
-        fields.Quantity("valor_unitario", m_valorUnitario, MAX_DECIMALS, Presence::REQUIRED,
-                        "unit price, 0 to 3 decimals; the decimals written are those of the sale",
-                        "2.999");
+        fields.Text("descricao", this->m_sDescricao, Presence::REQUIRED,
+                    TrLater("item description"), "ARROZ TIPO 1 5KG");
+        fields.Quantity(
+            "quantidade", m_quantidade, MAX_DECIMALS, Presence::REQUIRED,
+            TrLater("quantity, 0 to 3 decimals; the decimals written are those of the sale"),
+            "1.500");
+        fields.Text("unidade", this->m_sUnidadeMedida, Presence::OPTIONAL,
+                    TrLater("unit of measure"), "KG");
+        fields.Quantity(
+            "valor_unitario", m_valorUnitario, MAX_DECIMALS, Presence::REQUIRED,
+            TrLater("unit price, 0 to 3 decimals; the decimals written are those of the sale"),
+            "2.999");
         SiglaField(
             fields, "tributacao", this->m_sTributacao,
             {{"T", 0}, {"S", 1}, {"F", 2}, {"I", 3}, {"N", 4}, {"FS", 5}, {"IS", 6}, {"NS", 7}},
-            "T an ICMS rate, S an ISSQN rate, the others a special totalizer", "T");
+            TrLater("T an ICMS rate, S an ISSQN rate, the others a special totalizer"), "T");
         fields.Integer("indice", this->m_iIndiceTributacao, 1, MAX_ALIQUOTAS, Presence::REQUIRED,
-                       "number of the rate or totalizer, from 1", "1");
+                       TrLater("number of the rate or totalizer, from 1"), "1");
         bool arredonda = this->m_cArredTrunc == 'A';
-        fields.Flag("arredonda", arredonda, Presence::OPTIONAL,
-                    "true: the item's total is rounded half up to cents; false: it is truncated",
-                    "true");
+        fields.Flag(
+            "arredonda", arredonda, Presence::OPTIONAL,
+            TrLater("true: the item's total is rounded half up to cents; false: it is truncated"),
+            "true");
         this->m_cArredTrunc = arredonda ? 'A' : 'T';
     }
 
@@ -89,10 +94,10 @@ class Venda : public ComandoOf<Cmd>
 std::vector<CatalogueEntry> VendaItemComandos()
 {
     return {
-        EntryOf<Venda<CmdVendeItem>>("vende_item", "CmdVendeItem", "sells an item",
+        EntryOf<Venda<CmdVendeItem>>("vende_item", "CmdVendeItem", TrLater("sells an item"),
                                      "item_cupom_fiscal", ""),
         EntryOf<Venda<CmdVendeItemDetalhado>>("vende_item_detalhado", "CmdVendeItemDetalhado",
-                                              "sells an item by the detailed command",
+                                              TrLater("sells an item by the detailed command"),
                                               "item_cupom_fiscal", ""),
     };
 }

@@ -1,5 +1,8 @@
 #include "bancada/copia/CompareContent.h"
 
+#include "bancada/ForeignTexts.h"
+#include "bancada/Messages.h"
+
 #include <cstring>
 #include <memory>
 #include <sqlite3.h>
@@ -122,7 +125,7 @@ class Comparing
 
     Comparison Compare()
     {
-        CompareRows("the schema", {"SELECT rowid, * FROM sqlite_schema ORDER BY rowid"});
+        CompareRows(Tr("the schema"), {"SELECT rowid, * FROM sqlite_schema ORDER BY rowid"});
         if (!m_result.unreadable.empty()) {
             m_one.Fail();
         }
@@ -133,8 +136,9 @@ class Comparing
             ++m_result.tables;
             const std::string name = Quoted(table);
             // Some tables have no rowid; these have an order of their own.
-            CompareRows("the table " + table, {"SELECT rowid, * FROM " + name + " ORDER BY rowid",
-                                               "SELECT * FROM " + name});
+            CompareRows(
+                Tr("the table %1", {table}),
+                {"SELECT rowid, * FROM " + name + " ORDER BY rowid", "SELECT * FROM " + name});
         }
         return m_result;
     }
@@ -163,13 +167,14 @@ class Comparing
             const int result = rows.Next();
             const bool same = others.Next() == result;
             if (!same || (result == SQLITE_ROW && !rows.IsSameAs(others))) {
-                m_result.difference = what + ", row " + std::to_string(row);
+                m_result.difference = Tr("%1, row %2", {what, std::to_string(row)});
                 return;
             }
             if (result != SQLITE_ROW) {
                 if (result != SQLITE_DONE && m_result.unreadable.empty()) {
-                    m_result.unreadable = what + ", behind row " + std::to_string(row - 1) + ": " +
-                                          sqlite3_errmsg(m_one.Handle());
+                    m_result.unreadable =
+                        Tr("%1, behind row %2: %3", {what, std::to_string(row - 1),
+                                                     TrForeign(sqlite3_errmsg(m_one.Handle()))});
                 }
                 return;
             }

@@ -1,5 +1,6 @@
 #include "bancada/copia/Copia.h"
 
+#include "bancada/ForeignTexts.h"
 #include "bancada/Messages.h"
 #include "bancada/Sha256.h"
 #include "bancada/Unusable.h"
@@ -34,7 +35,7 @@ void BackUp(const DatabaseReading& source, const std::string& to)
     if (result != SQLITE_OK ||
         sqlite3_exec(opened, "PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF", nullptr,
                      nullptr, nullptr) != SQLITE_OK) {
-        throw Unusable(Tr("cannot write the copy: %1", {sqlite3_errmsg(opened)}));
+        throw Unusable(Tr("cannot write the copy: %1", {TrForeign(sqlite3_errmsg(opened))}));
     }
     sqlite3_backup* backup = sqlite3_backup_init(opened, "main", source.Handle(), "main");
     if (backup != nullptr) {
@@ -42,7 +43,8 @@ void BackUp(const DatabaseReading& source, const std::string& to)
         sqlite3_backup_finish(backup); // which answers what the steps came to
     }
     if (sqlite3_errcode(opened) != SQLITE_OK) {
-        throw Unusable(Tr("cannot copy %1: %2", {source.Path(), sqlite3_errmsg(opened)}));
+        throw Unusable(
+            Tr("cannot copy %1: %2", {source.Path(), TrForeign(sqlite3_errmsg(opened))}));
     }
 }
 
@@ -57,7 +59,7 @@ std::vector<std::string> CheckIntegrity(const DatabaseReading& database)
     };
     const std::string check = "PRAGMA integrity_check(" + std::to_string(MAX_DAMAGE_LINES) + ")";
     if (sqlite3_exec(database.Handle(), check.c_str(), keep, &lines, nullptr) != SQLITE_OK) {
-        lines.emplace_back(sqlite3_errmsg(database.Handle()));
+        lines.push_back(TrForeign(sqlite3_errmsg(database.Handle())));
     }
     if (lines == std::vector<std::string>{"ok"}) {
         lines.clear();

@@ -1,5 +1,6 @@
 #include "bancada/leitura/DatabaseReading.h"
 
+#include "bancada/ForeignTexts.h"
 #include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 #include "bancada/leitura/Limits.h"
@@ -110,14 +111,14 @@ DatabaseReading::DatabaseReading(std::string path) : m_path(std::move(path))
         throw Unusable(Tr("%1: is a directory", {m_path}));
     }
     if (error) {
-        throw Unusable(m_path + ": " + error.message());
+        throw Unusable(m_path + ": " + TrForeign(error.message()));
     }
     if (status.type() != std::filesystem::file_type::regular) {
         throw Unusable(Tr("%1: not a file", {m_path}));
     }
     m_file = std::filesystem::canonical(m_path, error).string();
     if (error) {
-        throw Unusable(m_path + ": " + error.message());
+        throw Unusable(m_path + ": " + TrForeign(error.message()));
     }
     Open();
 }
@@ -204,7 +205,7 @@ void DatabaseReading::ConfirmUnchanged() const
 
 void DatabaseReading::Fail() const
 {
-    throw Unusable(m_path + ": " + (m_db ? sqlite3_errmsg(m_db.get()) : Tr("out of memory")));
+    throw Unusable(m_path + ": " + TrForeign(m_db ? sqlite3_errmsg(m_db.get()) : "out of memory"));
 }
 
 } // namespace bancada::leitura

@@ -1,5 +1,6 @@
 #include "bancada/leitura/Query.h"
 
+#include "bancada/ForeignTexts.h"
 #include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 
@@ -22,7 +23,7 @@ Query::Query(const DatabaseReading& database, const std::string& sql) : m_databa
     m_statement.reset(statement);
     if (result == SQLITE_ERROR) {
         throw Unusable(Tr("%1: not a logging database (%2)",
-                          {database.Path(), sqlite3_errmsg(database.Handle())}));
+                          {database.Path(), TrForeign(sqlite3_errmsg(database.Handle()))}));
     }
     if (result != SQLITE_OK) {
         database.Fail();

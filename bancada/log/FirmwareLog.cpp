@@ -1,5 +1,6 @@
 #include "bancada/log/FirmwareLog.h"
 
+#include "bancada/ForeignTexts.h"
 #include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 #include "bancada/log/LogText.h"
@@ -7,7 +8,6 @@
 
 #include <cassert>
 #include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <filesystem>
 #include <new>
@@ -67,7 +67,7 @@ void FirmwareLog::Open(const std::string& path)
     assert(m_file < 0);
     m_file = open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644);
     if (m_file < 0) {
-        throw Unusable(Tr("cannot write the firmware log %1: %2", {path, std::strerror(errno)}));
+        throw Unusable(Tr("cannot write the firmware log %1: %2", {path, SystemReason(errno)}));
     }
     m_lineOpen = EndsWithinLine(path);
     struct stat status = {};

@@ -1,11 +1,11 @@
 #include "bancada/log/FirmwareLogReader.h"
 
+#include "bancada/ForeignTexts.h"
 #include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 #include "bancada/log/LogText.h"
 
 #include <cerrno>
-#include <cstring>
 #include <string_view>
 #include <utility>
 
@@ -51,7 +51,7 @@ FirmwareLogReader::FirmwareLogReader(const std::string& path)
     : m_path(path), m_file(path, std::ios::binary)
 {
     if (!m_file) {
-        throw Unusable(Tr("cannot read the firmware log %1: %2", {path, std::strerror(errno)}));
+        throw Unusable(Tr("cannot read the firmware log %1: %2", {path, SystemReason(errno)}));
     }
 }
 

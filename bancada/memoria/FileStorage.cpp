@@ -1,12 +1,12 @@
 #include "bancada/memoria/FileStorage.h"
 
+#include "bancada/ForeignTexts.h"
 #include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 #include "bancada/memoria/WholeFile.h"
 
 #include <cassert>
 #include <cerrno>
-#include <cstring>
 #include <unistd.h>
 
 namespace bancada
@@ -46,7 +46,7 @@ void FileStorage::Append(std::string_view text)
 {
     assert(m_file >= 0);
     if (!WriteWhole(m_file, text) || fdatasync(m_file) != 0) {
-        throw Unusable(Tr("cannot write %1: %2", {m_path, std::strerror(errno)}));
+        throw Unusable(Tr("cannot write %1: %2", {m_path, SystemReason(errno)}));
     }
 }
 
@@ -54,7 +54,7 @@ void FileStorage::Remove(const std::string& path)
 {
     CloseFile();
     if (unlink(path.c_str()) != 0 && errno != ENOENT) {
-        throw Unusable(Tr("cannot remove %1: %2", {path, std::strerror(errno)}));
+        throw Unusable(Tr("cannot remove %1: %2", {path, SystemReason(errno)}));
     }
 }
 

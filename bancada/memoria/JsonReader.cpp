@@ -1,5 +1,6 @@
 #include "bancada/memoria/JsonReader.h"
 
+#include "bancada/Messages.h"
 #include "bancada/tape/FieldLimits.h"
 
 #include <limits>
@@ -19,7 +20,7 @@ JsonReader::JsonReader(const nlohmann::json& object, std::string place, JsonForm
     : m_object(object), m_place(std::move(place)), m_form(form)
 {
     if (!m_object.is_object()) {
-        throw InvalidField(m_place, "an object is due");
+        throw InvalidField(m_place, Tr("an object is due"));
     }
 }
 
@@ -39,7 +40,7 @@ void JsonReader::Finish() const
 {
     for (const auto& field : m_object.items()) {
         if (m_seen.count(field.key()) == 0) {
-            throw InvalidField(PlaceOf(field.key()), "there is no such field");
+            throw InvalidField(PlaceOf(field.key()), Tr("there is no such field"));
         }
     }
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "RtcClasses.h"
+#include "bancada/Messages.h"
 #include "bancada/memoria/JsonValues.h"
 #include "bancada/memoria/MemoriaNames.h"
 #include "bancada/registro/Decimal.h"
@@ -69,9 +70,9 @@ class JsonReader
                 value = static_cast<E>(i);
                 return;
             }
-            due += (i == 0 ? "\"" : " or \"") + std::string(names[i]) + "\"";
+            due += (i == 0 ? "\"" : std::string(" ") + Tr("or") + " \"") + names[i] + "\"";
         }
-        throw InvalidField(PlaceOf(name), due + " is due");
+        throw InvalidField(PlaceOf(name), Tr("%1 is due", {due}));
     }
 
     template <class F>
@@ -109,7 +110,7 @@ class JsonReader
         }
         if (!field->is_array() || field->size() > max) {
             throw InvalidField(PlaceOf(name),
-                               "a list of at most " + std::to_string(max) + " is due");
+                               Tr("a list of at most %1 is due", {std::to_string(max)}));
         }
         list.clear();
         for (const nlohmann::json& object : *field) {

@@ -1,5 +1,7 @@
 #include "bancada/memoria/JsonText.h"
 
+#include "bancada/Messages.h"
+
 #include <set>
 #include <stdexcept>
 #include <vector>
@@ -18,7 +20,8 @@ nlohmann::json ParseJson(const std::string& text)
             open.pop_back();
         } else if (event == Json::parse_event_t::key &&
                    !open.back().insert(parsed.get<std::string>()).second) {
-            throw std::runtime_error("the field \"" + parsed.get<std::string>() + "\" comes twice");
+            throw std::runtime_error(
+                Tr("the field \"%1\" comes twice", {parsed.get<std::string>()}));
         }
         return true;
     };
@@ -28,8 +31,8 @@ nlohmann::json ParseJson(const std::string& text)
         // The message begins with the name of the exception in brackets.
         const std::string message = error.what();
         const std::size_t end = message.find("] ");
-        throw std::runtime_error("it is damaged, or not JSON: " +
-                                 message.substr(end == std::string::npos ? 0 : end + 2));
+        throw std::runtime_error(Tr("it is damaged, or not JSON: %1",
+                                    {message.substr(end == std::string::npos ? 0 : end + 2)}));
     }
 }
 

@@ -1,5 +1,6 @@
 #include "bancada/memoria/JsonValues.h"
 
+#include "bancada/Messages.h"
 #include "bancada/registro/TextForms.h"
 #include "bancada/tape/DecimalText.h"
 #include "bancada/tape/FieldLimits.h"
@@ -17,10 +18,10 @@ namespace
 constexpr int MEMORY_MONEY_DIGITS = 16;
 static_assert(MEMORY_MONEY_DIGITS + MONEY_DECIMALS <= 18, "18 digits fit 64 bits");
 
-const std::string& TextOf(const nlohmann::json& json, const char* due)
+const std::string& TextOf(const nlohmann::json& json, const std::string& due)
 {
     if (!json.is_string()) {
-        throw InvalidValue(std::string(due) + " is due");
+        throw InvalidValue(due);
     }
     return json.get_ref<const std::string&>();
 }
@@ -61,10 +62,10 @@ std::string BytesToJson(const std::array<std::uint8_t, 32>& bytes)
 
 Financial MoneyFromJson(const nlohmann::json& json)
 {
-    const char* due = "money, a decimal text such as \"12.50\",";
+    const char* due = Tr("money, a decimal text such as \"12.50\", is due");
     Decimal decimal;
     if (!ParseDecimal(TextOf(json, due), MEMORY_MONEY_DIGITS, MONEY_DECIMALS, decimal)) {
-        throw InvalidValue(std::string(due) + " is due");
+        throw InvalidValue(due);
     }
     for (; decimal.decimals < MONEY_DECIMALS; ++decimal.decimals) {
         decimal.unscaled *= 10;
@@ -74,29 +75,29 @@ Financial MoneyFromJson(const nlohmann::json& json)
 
 Decimal DecimalFromJson(const nlohmann::json& json, int maxDigits, int maxDecimals)
 {
-    const std::string due = "a decimal text with up to " + std::to_string(maxDigits) +
-                            " digits and " + std::to_string(maxDecimals) + " decimals";
+    const std::string due = Tr("a decimal text with up to %1 digits and %2 decimals is due",
+                               {std::to_string(maxDigits), std::to_string(maxDecimals)});
     Decimal decimal;
-    if (!ParseDecimal(TextOf(json, due.c_str()), maxDigits, maxDecimals, decimal)) {
-        throw InvalidValue(due + " is due");
+    if (!ParseDecimal(TextOf(json, due), maxDigits, maxDecimals, decimal)) {
+        throw InvalidValue(due);
     }
     return decimal;
 }
 
 RtcAbsoluteTime InstantFromJson(const nlohmann::json& json)
 {
-    const char* due = "an instant \"YYYY-MM-DD hh:mm:ss\", or \"\" for none,";
+    const char* due = Tr("an instant \"YYYY-MM-DD hh:mm:ss\", or \"\" for none, is due");
     const std::string& text = TextOf(json, due);
     RtcAbsoluteTime instant(matlong[0]);
     if (!text.empty() && !ParseInstant(text, instant)) {
-        throw InvalidValue(std::string(due) + " is due");
+        throw InvalidValue(due);
     }
     return instant;
 }
 
 std::array<std::uint8_t, 32> BytesFromJson(const nlohmann::json& json)
 {
-    const char* due = "64 hexadecimal digits are due";
+    const char* due = Tr("64 hexadecimal digits are due");
     if (!json.is_string()) {
         throw InvalidValue(due);
     }
@@ -120,20 +121,20 @@ std::int64_t IntegerFromJson(const nlohmann::json& json, std::int64_t min, std::
                                      json.get<std::uint64_t>() <= static_cast<std::uint64_t>(max));
     const std::int64_t value = fits ? json.get<std::int64_t>() : 0;
     if (!fits || value < min || value > max) {
-        throw InvalidValue("an integer from " + std::to_string(min) + " to " + std::to_string(max) +
-                           " is due");
+        throw InvalidValue(
+            Tr("an integer from %1 to %2 is due", {std::to_string(min), std::to_string(max)}));
     }
     return value;
 }
 
 std::string TextFromJson(const nlohmann::json& json, std::size_t maxBytes)
 {
-    const std::string& text = TextOf(json, "a text");
+    const std::string& text = TextOf(json, Tr("a text is due"));
     if (text.size() > maxBytes) {
-        throw InvalidValue("a text has at most " + std::to_string(maxBytes) + " bytes");
+        throw InvalidValue(Tr("a text has at most %1 bytes", {std::to_string(maxBytes)}));
     }
     if (text.find('\0') != std::string::npos) {
-        throw InvalidValue("a text has no NUL");
+        throw InvalidValue(Tr("a text has no NUL"));
     }
     return text;
 }
@@ -141,7 +142,7 @@ std::string TextFromJson(const nlohmann::json& json, std::size_t maxBytes)
 bool FlagFromJson(const nlohmann::json& json)
 {
     if (!json.is_boolean()) {
-        throw InvalidValue("true or false is due");
+        throw InvalidValue(Tr("true or false is due"));
     }
     return json.get<bool>();
 }

@@ -41,7 +41,7 @@ const nlohmann::json& FieldOf(const nlohmann::json& record, const char* name)
 {
     const auto field = record.find(name);
     if (field == record.end() || !field->is_object()) {
-        throw InvalidField(name, "an object is due");
+        throw InvalidField(name, Tr("an object is due"));
     }
     return *field;
 }
@@ -54,7 +54,7 @@ bool IsPending(const nlohmann::json& record)
         return false;
     }
     if (!field->is_boolean()) {
-        throw InvalidField("pendente", "true or false is due");
+        throw InvalidField("pendente", Tr("true or false is due"));
     }
     return field->get<bool>();
 }
@@ -68,7 +68,7 @@ std::int64_t StepsOf(const nlohmann::json& record)
         return 0;
     }
     if (!field->is_number_integer()) {
-        throw InvalidField("execucao.passos", "an integer is due");
+        throw InvalidField("execucao.passos", Tr("an integer is due"));
     }
     return field->get<std::int64_t>();
 }
@@ -102,36 +102,35 @@ void MemoriaFile::Parse(const std::string& content)
 {
     const nlohmann::json root = ParseJson(content);
     if (!root.is_object() || root.find("formato") == root.end() || root["formato"] != FORMAT) {
-        throw std::runtime_error(std::string("it is no memory of this program: \"formato\" is not "
-                                             "\"") +
-                                 FORMAT + "\"");
+        throw std::runtime_error(
+            Tr("it is no memory of this program: \"formato\" is not \"%1\"", {FORMAT}));
     }
     const auto version = root.find("versao");
     if (version == root.end()) {
-        throw InvalidField("versao", "it is missing");
+        throw InvalidField("versao", Tr("it is missing"));
     }
     if (version->is_number_unsigned() && version->get<std::uint64_t>() > VERSION) {
-        throw InvalidField("versao", version->dump() +
-                                         " was written by a newer program; this one "
-                                         "reads versions " +
-                                         std::to_string(FIRST_VERSION) + " to " +
-                                         std::to_string(VERSION));
+        throw InvalidField(
+            "versao",
+            Tr("%1 was written by a newer program; this one reads versions %2 to %3",
+               {version->dump(), std::to_string(FIRST_VERSION), std::to_string(VERSION)}));
     }
     if (!version->is_number_unsigned() || version->get<std::uint64_t>() < FIRST_VERSION) {
-        throw InvalidField("versao", "it is not a number from " + std::to_string(FIRST_VERSION) +
-                                         " to " + std::to_string(VERSION));
+        throw InvalidField("versao", Tr("it is not a number from %1 to %2",
+                                        {std::to_string(FIRST_VERSION), std::to_string(VERSION)}));
     }
     const auto digest = root.find("digest");
     if (digest != root.end() && *digest != Digest(root)) {
-        throw InvalidField("digest", "the file is damaged: the digest is not that of its content "
-                                     "(whoever edits it takes the field out)");
+        throw InvalidField("digest",
+                           Tr("the file is damaged: the digest is not that of its content "
+                              "(whoever edits it takes the field out)"));
     }
 
     for (const auto& field : root.items()) {
         static const std::set<std::string> known = {"formato",  "versao",   "digest",
                                                     "registro", "execucao", "antes"};
         if (known.count(field.key()) == 0) {
-            throw InvalidField(field.key(), "there is no such field");
+            throw InvalidField(field.key(), Tr("there is no such field"));
         }
     }
     if (digest != root.end()) {
@@ -157,17 +156,17 @@ void MemoriaFile::Parse(const std::string& content)
         return;
     }
     if (!before->is_object()) {
-        throw InvalidField("antes", "an object is due");
+        throw InvalidField("antes", Tr("an object is due"));
     }
     for (const auto& field : before->items()) {
         if (field.key() != "registro" && field.key() != "execucao") {
-            throw InvalidField("antes." + field.key(), "there is no such field");
+            throw InvalidField("antes." + field.key(), Tr("there is no such field"));
         }
     }
     m_before = readSnapshot(*before, "antes.");
     m_progress = m_before->progress;
     if (!m_hasProgress || m_written.sequence <= m_progress.sequence) {
-        throw InvalidField("execucao.sequencia", "it is not after that of \"antes\"");
+        throw InvalidField("execucao.sequencia", Tr("it is not after that of \"antes\""));
     }
 }
 
@@ -184,8 +183,8 @@ void MemoriaFile::ApplyJournal()
         if (StepsOf(last) - (IsPending(last) ? 1 : 0) <= m_written.steps) {
             return;
         }
-        throw std::runtime_error("the journal holds commands of another state of the memory; "
-                                 "remove the journal if the memory is the right one");
+        throw std::runtime_error(Tr("the journal holds commands of another state of the memory; "
+                                    "remove the journal if the memory is the right one"));
     }
     for (const nlohmann::json& record : journal.records) {
         const std::int64_t step = m_written.steps + 1;
@@ -196,7 +195,7 @@ void MemoriaFile::ApplyJournal()
         ChangeProgress(m_written, FieldOf(record, "execucao"), "execucao");
         ChangeMemoria(m_state, FieldOf(record, "registro"), "registro");
         if (m_written.steps != step) {
-            throw std::runtime_error("its record " + std::to_string(step) + " is missing");
+            throw std::runtime_error(Tr("its record %1 is missing", {std::to_string(step)}));
         }
         if (!m_pending) {
             m_before.reset();

@@ -1,5 +1,6 @@
 #include "bancada/memoria/MemoriaJournal.h"
 
+#include "bancada/Messages.h"
 #include "bancada/Sha256.h"
 #include "bancada/memoria/JsonText.h"
 
@@ -93,7 +94,7 @@ MemoriaJournal::Content MemoriaJournal::Read(const std::string& memory) const
     if (!lines.empty() && IsWhole(lines[0], "")) {
         const nlohmann::json head = JsonOf(lines[0]);
         if (TextOf(head, "formato") != FORMAT) {
-            throw std::runtime_error("it is no journal of this program");
+            throw std::runtime_error(Tr("it is no journal of this program"));
         }
         base = content.memory = TextOf(head, "memoria");
         for (whole = 1; whole < lines.size() && IsWhole(lines[whole], base); ++whole) {
@@ -103,8 +104,8 @@ MemoriaJournal::Content MemoriaJournal::Read(const std::string& memory) const
     for (std::size_t i = whole + 1; i < lines.size(); ++i) {
         if (IsWhole(lines[i], base)) {
             throw std::runtime_error(whole == 0
-                                         ? "its first line is damaged"
-                                         : "its record " + std::to_string(whole) + " is damaged");
+                                         ? Tr("its first line is damaged")
+                                         : Tr("its record %1 is damaged", {std::to_string(whole)}));
         }
     }
     return content;

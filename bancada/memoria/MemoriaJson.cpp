@@ -1,5 +1,6 @@
 #include "bancada/memoria/MemoriaJson.h"
 
+#include "bancada/Messages.h"
 #include "bancada/memoria/JsonChanges.h"
 #include "bancada/memoria/JsonReader.h"
 #include "bancada/memoria/JsonWriter.h"
@@ -15,7 +16,7 @@ namespace
 void Require(bool holds, const std::string& place, const char* reason)
 {
     if (!holds) {
-        throw InvalidField(place, reason);
+        throw InvalidField(place, Tr(reason));
     }
 }
 
@@ -36,22 +37,24 @@ void CheckOpenCupom(const CurrentCupom& cupom, const std::string& place)
         pago += pagamento.valor;
     }
     Require(cupom.itensVivos == live, place + ".itens_vivos",
-            "it is the number of the items that are not cancelled");
+            TrLater("it is the number of the items that are not cancelled"));
     Require(cupom.subtotal == subtotal, place + ".subtotal",
-            "it is the sum of the items that are not cancelled");
-    Require(cupom.pago == pago, place + ".pago", "it is the sum of the payments");
-    Require(cupom.abertura.s != matlong[0], place + ".abertura", "an open receipt has one");
+            TrLater("it is the sum of the items that are not cancelled"));
+    Require(cupom.pago == pago, place + ".pago", TrLater("it is the sum of the payments"));
+    Require(cupom.abertura.s != matlong[0], place + ".abertura",
+            TrLater("an open receipt has one"));
 }
 
 void Check(const Memoria& memoria, const std::string& place)
 {
-    Require(memoria.gtUltimaRZ <= memoria.gt, place + ".gt_ultima_rz", "it is more than gt");
-    Require(memoria.gtInicial <= memoria.gt, place + ".gt_inicial", "it is more than gt");
+    Require(memoria.gtUltimaRZ <= memoria.gt, place + ".gt_ultima_rz",
+            TrLater("it is more than gt"));
+    Require(memoria.gtInicial <= memoria.gt, place + ".gt_inicial", TrLater("it is more than gt"));
     Require(!memoria.jornada.aberta || memoria.jornada.data.s != matlong[0],
-            place + ".jornada.data", "an open day has one");
+            place + ".jornada.data", TrLater("an open day has one"));
     if (IsCupomOpen(memoria)) {
         Require(memoria.documento == EDocumentoAberto::NENHUM, place + ".documento",
-                "a receipt is open, and no other document can be");
+                TrLater("a receipt is open, and no other document can be"));
         CheckOpenCupom(memoria.cupom, place + ".cupom");
     }
 }

@@ -1,5 +1,6 @@
 #include "bancada/memoria/ProgressJson.h"
 
+#include "bancada/Messages.h"
 #include "bancada/memoria/JsonChanges.h"
 #include "bancada/memoria/JsonReader.h"
 #include "bancada/memoria/JsonWriter.h"
@@ -34,7 +35,7 @@ void Read(CommandProgress& progress, JsonReader reader, const std::string& place
     VisitProgress(reader, progress);
     reader.Finish();
     if (progress.confirmed > progress.sequence) {
-        throw InvalidField(place + ".confirmada", "it is more than sequencia");
+        throw InvalidField(place + ".confirmada", Tr("it is more than sequencia"));
     }
 }
 

@@ -1,11 +1,11 @@
 #include "bancada/memoria/WholeFile.h"
 
+#include "bancada/ForeignTexts.h"
 #include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <fcntl.h>
 #include <filesystem>
 #include <sys/stat.h>
@@ -46,7 +46,7 @@ class Descriptor
 // `what` is a marked text with the places of the path and the reason.
 [[noreturn]] void Fail(const char* what, const std::string& path)
 {
-    throw Unusable(Tr(what, {path, std::strerror(errno)}));
+    throw Unusable(Tr(what, {path, SystemReason(errno)}));
 }
 
 void SyncFolderOrFail(const std::string& path)

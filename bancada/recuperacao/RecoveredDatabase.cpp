@@ -1,6 +1,8 @@
 #include "bancada/recuperacao/RecoveredDatabase.h"
 
 #include "LogDatabase/Schema.h"
+#include "bancada/ForeignTexts.h"
+#include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 
 #include <algorithm>
@@ -42,7 +44,7 @@ Database OpenInMemory()
     const int result = sqlite3_open(":memory:", &db);
     Database opened(db);
     if (result != SQLITE_OK) {
-        throw Unusable("cannot recover: " + std::string(sqlite3_errmsg(db)));
+        throw Unusable(Tr("cannot recover: %1", {TrForeign(sqlite3_errmsg(db))}));
     }
     return opened;
 }
@@ -73,7 +75,7 @@ std::vector<TableShape> SchemaShapes(std::size_t pageSize)
     const std::string size = "PRAGMA page_size = " + std::to_string(pageSize);
     if (sqlite3_exec(db.get(), size.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK ||
         sqlite3_exec(db.get(), log_database::LOG_SCHEMA, nullptr, nullptr, nullptr) != SQLITE_OK) {
-        throw Unusable("cannot recover: " + std::string(sqlite3_errmsg(db.get())));
+        throw Unusable(Tr("cannot recover: %1", {TrForeign(sqlite3_errmsg(db.get()))}));
     }
     std::vector<TableShape> shapes;
     ForEachRow(db.get(), "SELECT name, rootpage FROM sqlite_schema WHERE type = 'table'",
@@ -208,8 +210,8 @@ void RecoveredDatabase::Execute(const char* sql)
 
 void RecoveredDatabase::Fail() const
 {
-    throw Unusable("the recovered database cannot be written: " +
-                   std::string(m_db ? sqlite3_errmsg(m_db.get()) : "out of memory"));
+    throw Unusable(Tr("the recovered database cannot be written: %1",
+                      {TrForeign(m_db ? sqlite3_errmsg(m_db.get()) : "out of memory")}));
 }
 
 } // namespace bancada::recuperacao

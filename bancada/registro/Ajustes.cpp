@@ -1,4 +1,5 @@
 // Discounts and surcharges, on an item and on the subtotal, and their cancellation.
+#include "bancada/Messages.h"
 #include "bancada/registro/Booking.h"
 #include "bancada/registro/Checks.h"
 #include "bancada/registro/CurrentCupom.h"
@@ -15,11 +16,6 @@ namespace
 
 constexpr int HUNDRED_PERCENT = 10000; // hundredths of a percent
 
-const char* OperacaoName(EOperacao operacao)
-{
-    return operacao == DESCONTO ? "discount" : "surcharge";
-}
-
 // What the adjustment comes to on `base`. REQUIRES: CheckAjuste accepts it, or it is by value.
 Financial AjusteValor(const Ajuste& ajuste, const Financial& base)
 {
@@ -32,19 +28,20 @@ Financial AjusteValor(const Ajuste& ajuste, const Financial& base)
 Refusal CheckAjuste(const Ajuste& ajuste, const Financial& base)
 {
     if (ajuste.operacao != DESCONTO && ajuste.operacao != ACRESCIMO) {
-        return "an adjustment is a discount or a surcharge";
+        return Tr("an adjustment is a discount or a surcharge");
     }
     if (ajuste.tipo != VALOR &&
         (ajuste.valor <= BigInt(0) || ajuste.valor > BigInt(MAX_PERCENTUAL))) {
-        return "the percentage must be above zero and at most 999.99";
+        return Tr("the percentage must be above zero and at most 999.99");
     }
     const Financial valor = AjusteValor(ajuste, base);
-    const std::string name = std::string("the ") + OperacaoName(ajuste.operacao);
-    if (Refusal refusal = CheckValor(name.c_str(), valor, MaxLancamento())) {
+    const char* name =
+        ajuste.operacao == DESCONTO ? TrLater("the discount") : TrLater("the surcharge");
+    if (Refusal refusal = CheckValor(name, valor, MaxLancamento())) {
         return refusal;
     }
     if (ajuste.operacao == DESCONTO && valor >= base) {
-        return name + " must be smaller than what it is taken from";
+        return Tr("the discount must be smaller than what it is taken from");
     }
     return std::nullopt;
 }
@@ -82,8 +79,9 @@ Refusal Registro::CheckAjustaItem(const Ajuste& ajuste, int numeroItem, RtcAbsol
     const ItemVendido& item = Item(cupom, numero);
     const Financial& present = ajuste.operacao == DESCONTO ? item.desconto : item.acrescimo;
     if (!present.IsZero()) {
-        return "item " + std::to_string(numero) + " already carries a " +
-               OperacaoName(ajuste.operacao);
+        return Tr(ajuste.operacao == DESCONTO ? TrLater("item %1 already carries a discount")
+                                              : TrLater("item %1 already carries a surcharge"),
+                  {std::to_string(numero)});
     }
     return CheckAjuste(ajuste, ItemLiquido(item));
 }
@@ -119,12 +117,15 @@ Refusal Registro::CheckCancelaAjusteItem(EOperacao operacao, int numeroItem, Rtc
     const ItemVendido& item = Item(cupom, numeroItem);
     const Financial& present = operacao == DESCONTO ? item.desconto : item.acrescimo;
     if (present.IsZero()) {
-        return "item " + std::to_string(numeroItem) + " carries no " + OperacaoName(operacao);
+        return Tr(operacao == DESCONTO ? TrLater("item %1 carries no discount")
+                                       : TrLater("item %1 carries no surcharge"),
+                  {std::to_string(numeroItem)});
     }
     // A discount taken after the surcharge may be more than the item without it.
     if (operacao == ACRESCIMO && item.desconto >= item.bruto) {
-        return "without the surcharge the discount on item " + std::to_string(numeroItem) +
-               " would not leave anything: cancel the discount first";
+        return Tr(
+            "without the surcharge the discount on item %1 would not leave anything: cancel the discount first",
+            {std::to_string(numeroItem)});
     }
     return std::nullopt;
 }
@@ -153,7 +154,7 @@ Refusal Registro::CheckAjustaSubtotal(const Ajuste& ajuste, RtcAbsoluteTime) con
         return refusal;
     }
     if (m_memoria.cupom.itensVivos == 0) {
-        return "the receipt has no item";
+        return Tr("the receipt has no item");
     }
     return CheckAjuste(ajuste, m_memoria.cupom.subtotal);
 }
@@ -191,10 +192,11 @@ Refusal Registro::CheckCancelaAjusteSubtotal(EOperacao operacao, RtcAbsoluteTime
     }
     const CurrentCupom& cupom = m_memoria.cupom;
     if (!cupom.ajusteAplicado || cupom.ajusteOperacao != operacao) {
-        return std::string("the subtotal carries no ") + OperacaoName(operacao);
+        return operacao == DESCONTO ? Tr("the subtotal carries no discount")
+                                    : Tr("the subtotal carries no surcharge");
     }
     if (cupom.situacao == ESituacaoCupom::EM_PAGAMENTO) {
-        return "the receipt is being paid: its items and its subtotal stand";
+        return Tr("the receipt is being paid: its items and its subtotal stand");
     }
     return std::nullopt;
 }

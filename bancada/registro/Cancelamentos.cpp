@@ -1,4 +1,5 @@
 // Cancellation of an item, of the receipt in issue and of the receipt issued last.
+#include "bancada/Messages.h"
 #include "bancada/registro/Booking.h"
 #include "bancada/registro/Checks.h"
 #include "bancada/registro/Contadores.h"
@@ -74,15 +75,15 @@ Refusal Registro::CheckCancelaCupom(int coo, RtcAbsoluteTime) const
     }
     const CurrentCupom& cupom = m_memoria.cupom;
     if (coo != 0 && cupom.situacao != ESituacaoCupom::NENHUM && coo != cupom.coo) {
-        return "only the receipt issued last can be cancelled: it is COO " +
-               std::to_string(cupom.coo) + ", not " + std::to_string(coo);
+        return Tr("only the receipt issued last can be cancelled: it is COO %1, not %2",
+                  {std::to_string(cupom.coo), std::to_string(coo)});
     }
     if (Refusal refusal = CheckLastCupom(m_memoria)) {
         return refusal;
     }
     if (std::any_of(cupom.pagamentos.begin(), cupom.pagamentos.end(),
                     [](const PagamentoEfetuado& pagamento) { return pagamento.ordemCCD != 0; })) {
-        return "the receipt has a Comprovante de Crédito ou Débito: reverse it first";
+        return Tr("the receipt has a Comprovante de Crédito ou Débito: reverse it first");
     }
     return std::nullopt;
 }

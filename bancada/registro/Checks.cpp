@@ -1,6 +1,7 @@
 #include "bancada/registro/Checks.h"
 
 #include "bancada/CheckDigits.h"
+#include "bancada/Messages.h"
 #include "bancada/registro/CurrentCupom.h"
 #include "bancada/registro/Jornada.h"
 #include "bancada/registro/TextForms.h"
@@ -20,15 +21,14 @@ Financial MaxPagamento()
 
 Refusal CheckValor(const char* what, const Financial& valor, const Financial& maximum)
 {
-    const std::string name(what);
     if (valor.IsNegative() || valor.IsZero()) {
-        return name + " must be above zero";
+        return Tr("%1 must be above zero", {Tr(what)});
     }
     if (valor.Rounded(2, Rounding::TOWARD_ZERO) != valor) {
-        return name + " has more than two decimals";
+        return Tr("%1 has more than two decimals", {Tr(what)});
     }
     if (valor > maximum) {
-        return name + " is more than the register takes (" + ValorToText(maximum) + ")";
+        return Tr("%1 is more than the register takes (%2)", {Tr(what), ValorToText(maximum)});
     }
     return std::nullopt;
 }
@@ -40,12 +40,12 @@ Refusal CheckConsumidor(const Consumidor& consumidor)
         return std::nullopt;
     }
     if (numero.size() == CPF_DIGITS) {
-        return IsCPF(numero) ? std::nullopt : Refusal("the CPF " + numero + " is wrong");
+        return IsCPF(numero) ? std::nullopt : Refusal(Tr("the CPF %1 is wrong", {numero}));
     }
     if (numero.size() == CNPJ_DIGITS) {
-        return IsCNPJ(numero) ? std::nullopt : Refusal("the CNPJ " + numero + " is wrong");
+        return IsCNPJ(numero) ? std::nullopt : Refusal(Tr("the CNPJ %1 is wrong", {numero}));
     }
-    return "a CPF has 11 digits and a CNPJ 14, without punctuation: " + numero;
+    return Tr("a CPF has 11 digits and a CNPJ 14, without punctuation: %1", {numero});
 }
 
 bool IsCupomOpen(const Memoria& memoria)
@@ -57,17 +57,18 @@ bool IsCupomOpen(const Memoria& memoria)
 Refusal CheckNothingOpen(const Memoria& memoria)
 {
     if (IsCupomOpen(memoria)) {
-        return std::string(memoria.cupom.tipo == CUPOM_FISCAL ? "a Cupom Fiscal"
-                                                              : "a Comprovante Não Fiscal") +
-               " is open: COO " + std::to_string(memoria.cupom.coo);
+        return Tr(memoria.cupom.tipo == CUPOM_FISCAL
+                      ? TrLater("a Cupom Fiscal is open: COO %1")
+                      : TrLater("a Comprovante Não Fiscal is open: COO %1"),
+                  {std::to_string(memoria.cupom.coo)});
     }
     switch (memoria.documento) {
     case EDocumentoAberto::CCD:
-        return "a Comprovante de Crédito ou Débito is open";
+        return Tr("a Comprovante de Crédito ou Débito is open");
     case EDocumentoAberto::ESTORNO_CCD:
-        return "a reversal of a Comprovante de Crédito ou Débito is open";
+        return Tr("a reversal of a Comprovante de Crédito ou Débito is open");
     case EDocumentoAberto::GERENCIAL:
-        return "a Relatório Gerencial is open";
+        return Tr("a Relatório Gerencial is open");
     case EDocumentoAberto::NENHUM:
         break;
     }
@@ -78,9 +79,9 @@ Refusal CheckNoIntervencao(const Memoria& memoria)
 {
     switch (memoria.modo) {
     case EModoIntervencao::MIL:
-        return "the register is in intervention mode L: leave it first";
+        return Tr("the register is in intervention mode L: leave it first");
     case EModoIntervencao::MIT:
-        return "the register is in intervention mode T: leave it first";
+        return Tr("the register is in intervention mode T: leave it first");
     case EModoIntervencao::NENHUM:
         break;
     }
@@ -101,7 +102,7 @@ Refusal CheckMovimento(const Memoria& memoria, RtcAbsoluteTime em)
 Refusal CheckCupomOpen(const Memoria& memoria)
 {
     if (!IsCupomOpen(memoria)) {
-        return "no receipt is open";
+        return Tr("no receipt is open");
     }
     return std::nullopt;
 }
@@ -111,18 +112,19 @@ Refusal CheckCupomOpen(const Memoria& memoria, FD_TIPO_CUPOM tipo)
     if (IsCupomOpen(memoria) && memoria.cupom.tipo == tipo) {
         return std::nullopt;
     }
-    return tipo == CUPOM_FISCAL ? "no Cupom Fiscal is open" : "no Comprovante Não Fiscal is open";
+    return tipo == CUPOM_FISCAL ? Tr("no Cupom Fiscal is open")
+                                : Tr("no Comprovante Não Fiscal is open");
 }
 
 Refusal CheckItensOpen(const Memoria& memoria)
 {
     if (memoria.cupom.situacao == ESituacaoCupom::EM_PAGAMENTO) {
-        return "the receipt is being paid: its items and its subtotal stand";
+        return Tr("the receipt is being paid: its items and its subtotal stand");
     }
     if (memoria.cupom.ajusteAplicado) {
-        return std::string("the subtotal carries ") +
-               (memoria.cupom.ajusteOperacao == DESCONTO ? "a discount" : "a surcharge") +
-               ": cancel it before anything else changes";
+        return memoria.cupom.ajusteOperacao == DESCONTO
+                   ? Tr("the subtotal carries a discount: cancel it before anything else changes")
+                   : Tr("the subtotal carries a surcharge: cancel it before anything else changes");
     }
     return std::nullopt;
 }
@@ -130,7 +132,7 @@ Refusal CheckItensOpen(const Memoria& memoria)
 Refusal CheckRoomForItem(const CurrentCupom& cupom)
 {
     if (cupom.itens.size() >= MAX_ITENS_CUPOM) {
-        return "the receipt is full: it has " + std::to_string(MAX_ITENS_CUPOM) + " items";
+        return Tr("the receipt is full: it has %1 items", {std::to_string(MAX_ITENS_CUPOM)});
     }
     return std::nullopt;
 }
@@ -138,10 +140,10 @@ Refusal CheckRoomForItem(const CurrentCupom& cupom)
 Refusal CheckItem(const CurrentCupom& cupom, int numero)
 {
     if (numero < 1 || static_cast<std::size_t>(numero) > cupom.itens.size()) {
-        return "the receipt has no item " + std::to_string(numero);
+        return Tr("the receipt has no item %1", {std::to_string(numero)});
     }
     if (cupom.itens[static_cast<std::size_t>(numero) - 1].cancelado) {
-        return "item " + std::to_string(numero) + " is cancelled";
+        return Tr("item %1 is cancelled", {std::to_string(numero)});
     }
     return std::nullopt;
 }
@@ -149,11 +151,11 @@ Refusal CheckItem(const CurrentCupom& cupom, int numero)
 Refusal CheckPago(const CurrentCupom& cupom)
 {
     if (cupom.itensVivos == 0) {
-        return "the receipt has no item: cancel it instead";
+        return Tr("the receipt has no item: cancel it instead");
     }
     const Financial due = CupomTotal(cupom) - cupom.pago;
     if (due > Financial()) {
-        return ValorToText(due) + " is still to be paid";
+        return Tr("%1 is still to be paid", {ValorToText(due)});
     }
     return std::nullopt;
 }
@@ -162,18 +164,18 @@ Refusal CheckLastCupom(const Memoria& memoria)
 {
     const CurrentCupom& cupom = memoria.cupom;
     if (cupom.situacao == ESituacaoCupom::NENHUM) {
-        return "no receipt was issued";
+        return Tr("no receipt was issued");
     }
     if (cupom.situacao == ESituacaoCupom::CANCELADO) {
-        return "the last receipt, COO " + std::to_string(cupom.coo) + ", is cancelled";
+        return Tr("the last receipt, COO %1, is cancelled", {std::to_string(cupom.coo)});
     }
     if (cupom.movimentoDeCaixa) {
-        return "the last receipt, COO " + std::to_string(cupom.coo) +
-               ", is a Sangria or a Fundo de Troco";
+        return Tr("the last receipt, COO %1, is a Sangria or a Fundo de Troco",
+                  {std::to_string(cupom.coo)});
     }
     if (!memoria.jornada.aberta) {
-        return "the day of the last receipt, COO " + std::to_string(cupom.coo) +
-               ", was closed by its Redução Z";
+        return Tr("the day of the last receipt, COO %1, was closed by its Redução Z",
+                  {std::to_string(cupom.coo)});
     }
     return std::nullopt;
 }
@@ -187,7 +189,7 @@ Refusal CheckMeio(const Memoria& memoria, int numero)
 {
     if (numero < 1 || numero > MAX_MEIOS_PAGAMENTO ||
         memoria.meios[static_cast<std::size_t>(numero) - 1].descricao.empty()) {
-        return "Meio de Pagamento " + std::to_string(numero) + " is not programmed";
+        return Tr("Meio de Pagamento %1 is not programmed", {std::to_string(numero)});
     }
     return std::nullopt;
 }

@@ -15,7 +15,8 @@ namespace bancada
 Financial MaxLancamento(); // 999,999,999.99
 Financial MaxPagamento();  // 999,999,999,999.99
 
-// `valor` is whole cents, above zero and at most `maximum`. `what` begins the message.
+// `valor` is whole cents, above zero and at most `maximum`. `what`, a
+// marked text, begins the message.
 Refusal CheckValor(const char* what, const Financial& valor, const Financial& maximum);
 
 // A CPF or CNPJ, when one is given, has its digits and its check digits.

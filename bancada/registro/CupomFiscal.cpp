@@ -1,4 +1,5 @@
 // The fiscal receipt: opening, items, closing.
+#include "bancada/Messages.h"
 #include "bancada/registro/Checks.h"
 #include "bancada/registro/Emissao.h"
 #include "bancada/registro/Registro.h"
@@ -23,15 +24,14 @@ std::int64_t PowerOfTen(int exponent)
 
 Refusal CheckDecimal(const char* what, const Decimal& numero, int integerDigits)
 {
-    const std::string name(what);
     if (numero.decimals < 0 || numero.decimals > MAX_DECIMALS) {
-        return name + " has more than " + std::to_string(MAX_DECIMALS) + " decimals";
+        return Tr("%1 has more than %2 decimals", {Tr(what), std::to_string(MAX_DECIMALS)});
     }
     if (numero.unscaled <= 0) {
-        return name + " must be above zero";
+        return Tr("%1 must be above zero", {Tr(what)});
     }
     if (numero.unscaled >= PowerOfTen(integerDigits + numero.decimals)) {
-        return name + " has more than " + std::to_string(integerDigits) + " integer digits";
+        return Tr("%1 has more than %2 integer digits", {Tr(what), std::to_string(integerDigits)});
     }
     return std::nullopt;
 }
@@ -73,26 +73,26 @@ Refusal Registro::CheckVendeItem(const VendaItem& venda, RtcAbsoluteTime) const
         return refusal;
     }
     if (venda.codigo.empty() || venda.descricao.empty()) {
-        return "an item needs a code and a description";
+        return Tr("an item needs a code and a description");
     }
     const TotalizadorPlace place = FindTotalizador(venda.tributacao, venda.indice);
     if (!place.Exists()) {
-        return "there is no totalizer " + venda.tributacao + std::to_string(venda.indice);
+        return Tr("there is no totalizer %1", {venda.tributacao + std::to_string(venda.indice)});
     }
     if (!m_memoria.fiscal.programado[static_cast<std::size_t>(place.baseImposto)]
                                     [static_cast<std::size_t>(place.posicao)]) {
-        return "the totalizer " + venda.tributacao + std::to_string(venda.indice) +
-               " is not programmed";
+        return Tr("the totalizer %1 is not programmed",
+                  {venda.tributacao + std::to_string(venda.indice)});
     }
     if (Refusal refusal =
-            CheckDecimal("the quantity", venda.quantidade, QUANTIDADE_INTEGER_DIGITS)) {
+            CheckDecimal(TrLater("the quantity"), venda.quantidade, QUANTIDADE_INTEGER_DIGITS)) {
         return refusal;
     }
     if (Refusal refusal =
-            CheckDecimal("the unit price", venda.valorUnitario, PRECO_INTEGER_DIGITS)) {
+            CheckDecimal(TrLater("the unit price"), venda.valorUnitario, PRECO_INTEGER_DIGITS)) {
         return refusal;
     }
-    return CheckValor("the item's total", ItemBruto(venda), MaxLancamento());
+    return CheckValor(TrLater("the item's total"), ItemBruto(venda), MaxLancamento());
 }
 
 void Registro::VendeItem(const VendaItem& venda, RtcAbsoluteTime)

@@ -1,4 +1,5 @@
 // The non-fiscal receipt, and the till's floats and withdrawals, which are receipts of one item.
+#include "bancada/Messages.h"
 #include "bancada/registro/Checks.h"
 #include "bancada/registro/Emissao.h"
 #include "bancada/registro/Registro.h"
@@ -63,14 +64,14 @@ Refusal Registro::CheckVendeItemNF(int totalizador, Financial valor, RtcAbsolute
         return refusal;
     }
     if (totalizador == NUMERO_NF_FUNDO_TROCO || totalizador == NUMERO_NF_SANGRIA) {
-        return "the non-fiscal totalizer " + std::to_string(totalizador) +
-               " is reserved for the till's floats and withdrawals";
+        return Tr("the non-fiscal totalizer %1 is reserved for the till's floats and withdrawals",
+                  {std::to_string(totalizador)});
     }
     if (totalizador < 1 || totalizador > MAX_TOTALIZADORES_NF ||
         m_memoria.naoFiscal.nome[static_cast<std::size_t>(totalizador) - 1].empty()) {
-        return "the non-fiscal totalizer " + std::to_string(totalizador) + " is not programmed";
+        return Tr("the non-fiscal totalizer %1 is not programmed", {std::to_string(totalizador)});
     }
-    return CheckValor("the item's value", valor, MaxLancamento());
+    return CheckValor(TrLater("the item's value"), valor, MaxLancamento());
 }
 
 void Registro::VendeItemNF(int totalizador, Financial valor, RtcAbsoluteTime)
@@ -99,17 +100,17 @@ Refusal Registro::CheckMovimentaCaixa(ETipoOPNF operacao, Financial valor, RtcAb
     }
     if (meio != 0) {
         if (operacao != FUNDO_TROCO) {
-            return "a withdrawal is no payment: it has no Meio de Pagamento";
+            return Tr("a withdrawal is no payment: it has no Meio de Pagamento");
         }
         if (Refusal refusal = CheckMeio(m_memoria, meio)) {
             return refusal;
         }
         if (!GivesTroco(m_memoria, meio - 1)) {
-            return "Meio de Pagamento " + std::to_string(meio) +
-                   " gives no change: a float is not put in it";
+            return Tr("Meio de Pagamento %1 gives no change: a float is not put in it",
+                      {std::to_string(meio)});
         }
     }
-    return CheckValor("the amount", valor, MaxLancamento());
+    return CheckValor(TrLater("the amount"), valor, MaxLancamento());
 }
 
 void Registro::MovimentaCaixa(ETipoOPNF operacao, Financial valor, RtcAbsoluteTime em, int meio)

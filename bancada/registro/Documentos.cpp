@@ -1,4 +1,5 @@
 // Readings, vouchers, management reports and reprints.
+#include "bancada/Messages.h"
 #include "bancada/registro/Checks.h"
 #include "bancada/registro/Contadores.h"
 #include "bancada/registro/Registro.h"
@@ -75,14 +76,14 @@ Refusal Registro::CheckAbreCCD(int meio, RtcAbsoluteTime) const
         return refusal;
     }
     if (m_memoria.meios[static_cast<std::size_t>(meio) - 1].vinculacao != COM_CCD) {
-        return "Meio de Pagamento " + std::to_string(meio) +
-               " is not tied to a Comprovante de Crédito ou Débito";
+        return Tr("Meio de Pagamento %1 is not tied to a Comprovante de Crédito ou Débito",
+                  {std::to_string(meio)});
     }
     const auto& pagamentos = m_memoria.cupom.pagamentos;
     if (FirstWithoutCCD(pagamentos, meio - 1) == pagamentos.end()) {
-        return "the receipt COO " + std::to_string(m_memoria.cupom.coo) +
-               " has no payment in Meio de Pagamento " + std::to_string(meio) +
-               " without its Comprovante de Crédito ou Débito";
+        return Tr(
+            "the receipt COO %1 has no payment in Meio de Pagamento %2 without its Comprovante de Crédito ou Débito",
+            {std::to_string(m_memoria.cupom.coo), std::to_string(meio)});
     }
     return std::nullopt;
 }
@@ -107,8 +108,8 @@ Refusal Registro::CheckAbreEstornoCCD(RtcAbsoluteTime) const
         return refusal;
     }
     if (LastCCD(m_memoria.cupom.pagamentos)->ordemCCD == 0) {
-        return "the receipt COO " + std::to_string(m_memoria.cupom.coo) +
-               " has no Comprovante de Crédito ou Débito";
+        return Tr("the receipt COO %1 has no Comprovante de Crédito ou Débito",
+                  {std::to_string(m_memoria.cupom.coo)});
     }
     return std::nullopt;
 }
@@ -137,7 +138,7 @@ void Registro::AbreGerencial(RtcAbsoluteTime)
 Refusal Registro::CheckFechaCCDGerencial(RtcAbsoluteTime) const
 {
     if (m_memoria.documento == EDocumentoAberto::NENHUM) {
-        return "no Comprovante de Crédito ou Débito and no Relatório Gerencial is open";
+        return Tr("no Comprovante de Crédito ou Débito and no Relatório Gerencial is open");
     }
     return std::nullopt;
 }
@@ -153,12 +154,12 @@ Refusal Registro::CheckReimprimeMFD(int cooInicial, int cooFinal, RtcAbsoluteTim
         return refusal;
     }
     if (cooInicial < 1 || cooInicial > cooFinal) {
-        return "a reprint goes from a first to a last COO, both above zero";
+        return Tr("a reprint goes from a first to a last COO, both above zero");
     }
     const int last = m_memoria.contadores[COUNTER_COO];
     if (cooFinal > last) {
-        return "the last document is COO " + std::to_string(last) + ": there is no " +
-               std::to_string(cooFinal);
+        return Tr("the last document is COO %1: there is no %2",
+                  {std::to_string(last), std::to_string(cooFinal)});
     }
     return std::nullopt;
 }

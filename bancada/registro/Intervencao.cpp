@@ -1,4 +1,5 @@
 // Entering and leaving the intervention modes.
+#include "bancada/Messages.h"
 #include "bancada/registro/Checks.h"
 #include "bancada/registro/Contadores.h"
 #include "bancada/registro/Registro.h"
@@ -25,8 +26,8 @@ void Registro::EntraIntervencao(EModoIntervencao modo, RtcAbsoluteTime)
 Refusal Registro::CheckSaiIntervencao(EModoIntervencao modo, RtcAbsoluteTime) const
 {
     if (m_memoria.modo != modo) {
-        return std::string("the register is not in intervention mode ") +
-               (modo == EModoIntervencao::MIL ? "L" : "T");
+        return Tr("the register is not in intervention mode %1",
+                  {modo == EModoIntervencao::MIL ? "L" : "T"});
     }
     return std::nullopt;
 }

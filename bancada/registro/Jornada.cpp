@@ -1,5 +1,6 @@
 #include "bancada/registro/Jornada.h"
 
+#include "bancada/Messages.h"
 #include "bancada/registro/TextForms.h"
 
 namespace bancada
@@ -27,17 +28,19 @@ Refusal CheckJornada(const Memoria& memoria, RtcAbsoluteTime em)
     const Jornada& jornada = memoria.jornada;
     if (!jornada.aberta) {
         if (memoria.dataFechada.s != matlong[0] && Midnight(em).s <= memoria.dataFechada.s) {
-            return "the day " + DateToText(memoria.dataFechada) +
-                   " was closed by its Redução Z: nothing is sold on that date any more";
+            return Tr(
+                "the day %1 was closed by its Redução Z: nothing is sold on that date any more",
+                {DateToText(memoria.dataFechada)});
         }
         return std::nullopt;
     }
     if (em.s < jornada.inicio.s || em.s < jornada.data.s) {
-        return "the clock stands before the first document of the day " + DateToText(jornada.data);
+        return Tr("the clock stands before the first document of the day %1",
+                  {DateToText(jornada.data)});
     }
     if (em.s - jornada.data.s >= MAX_TEMPO_OPERACIONAL.s) {
-        return "the Redução Z of " + DateToText(jornada.data) +
-               " is overdue: issue it before the next receipt";
+        return Tr("the Redução Z of %1 is overdue: issue it before the next receipt",
+                  {DateToText(jornada.data)});
     }
     return std::nullopt;
 }

@@ -1,4 +1,5 @@
 // Payments and their reversal.
+#include "bancada/Messages.h"
 #include "bancada/registro/Checks.h"
 #include "bancada/registro/Contadores.h"
 #include "bancada/registro/CurrentCupom.h"
@@ -16,7 +17,7 @@ namespace
 Refusal CheckRoomForPagamento(const CurrentCupom& cupom)
 {
     if (cupom.pagamentos.size() >= MAX_PAGAMENTOS_CUPOM) {
-        return "the receipt already has " + std::to_string(MAX_PAGAMENTOS_CUPOM) + " payments";
+        return Tr("the receipt already has %1 payments", {std::to_string(MAX_PAGAMENTOS_CUPOM)});
     }
     return std::nullopt;
 }
@@ -42,21 +43,21 @@ Refusal Registro::CheckEfetuaPagamento(int meio, Financial valor, RtcAbsoluteTim
     }
     const CurrentCupom& cupom = m_memoria.cupom;
     if (cupom.itensVivos == 0) {
-        return "the receipt has no item";
+        return Tr("the receipt has no item");
     }
     if (Refusal refusal = CheckMeio(m_memoria, meio)) {
         return refusal;
     }
-    if (Refusal refusal = CheckValor("the payment", valor, MaxPagamento())) {
+    if (Refusal refusal = CheckValor(TrLater("the payment"), valor, MaxPagamento())) {
         return refusal;
     }
     const Financial due = CupomTotal(cupom) - cupom.pago;
     if (due <= Financial()) {
-        return "the receipt is already paid";
+        return Tr("the receipt is already paid");
     }
     if (valor > due && !GivesTroco(m_memoria, meio - 1)) {
-        return "Meio de Pagamento " + std::to_string(meio) + " gives no change: only " +
-               ValorToText(due) + " is due";
+        return Tr("Meio de Pagamento %1 gives no change: only %2 is due",
+                  {std::to_string(meio), ValorToText(due)});
     }
     return CheckRoomForPagamento(cupom);
 }
@@ -95,16 +96,15 @@ Refusal Registro::CheckEstornaMeioPagamento(int origem, int destino, Financial v
         return refusal;
     }
     if (origem == destino) {
-        return "a payment is moved from one Meio de Pagamento to another";
+        return Tr("a payment is moved from one Meio de Pagamento to another");
     }
-    if (Refusal refusal = CheckValor("the amount", valor, MaxPagamento())) {
+    if (Refusal refusal = CheckValor(TrLater("the amount"), valor, MaxPagamento())) {
         return refusal;
     }
     const Financial reversivel = Reversivel(cupom, origem - 1);
     if (valor > reversivel) {
-        return "only " + ValorToText(reversivel) + " of the receipt COO " +
-               std::to_string(cupom.coo) + " can be moved from Meio de Pagamento " +
-               std::to_string(origem);
+        return Tr("only %1 of the receipt COO %2 can be moved from Meio de Pagamento %3",
+                  {ValorToText(reversivel), std::to_string(cupom.coo), std::to_string(origem)});
     }
     // The change was given out of the means that give change: they must still cover it.
     Financial withTroco;
@@ -115,8 +115,9 @@ Refusal Registro::CheckEstornaMeioPagamento(int origem, int destino, Financial v
     }
     if (GivesTroco(m_memoria, origem - 1) && !GivesTroco(m_memoria, destino - 1) &&
         withTroco - valor < cupom.troco) {
-        return "the change of " + ValorToText(cupom.troco) +
-               " was given out of the means that give change: they must keep as much";
+        return Tr(
+            "the change of %1 was given out of the means that give change: they must keep as much",
+            {ValorToText(cupom.troco)});
     }
     return CheckRoomForPagamento(cupom);
 }

@@ -1,5 +1,6 @@
 // Programming of the register.
 #include "bancada/CheckDigits.h"
+#include "bancada/Messages.h"
 #include "bancada/registro/Checks.h"
 #include "bancada/registro/Registro.h"
 #include "bancada/registro/TextForms.h"
@@ -38,7 +39,7 @@ TotalizadorPlace AliquotaPlace(const BaseFiscal& base, const std::string& tribut
 Refusal CheckRange(const char* what, int valor, int maximum)
 {
     if (valor < 1 || valor > maximum) {
-        return std::string(what) + " goes from 1 to " + std::to_string(maximum);
+        return Tr("%1 goes from 1 to %2", {Tr(what), std::to_string(maximum)});
     }
     return std::nullopt;
 }
@@ -46,7 +47,7 @@ Refusal CheckRange(const char* what, int valor, int maximum)
 Refusal CheckText(const char* what, const std::string& text)
 {
     if (text.empty()) {
-        return std::string(what) + " is missing";
+        return Tr("%1 is missing", {Tr(what)});
     }
     return std::nullopt;
 }
@@ -60,23 +61,23 @@ Refusal Registro::CheckProgramaAliquota(const std::string& tributacao, int indic
         return refusal;
     }
     if (tributacao != "T" && tributacao != "S") {
-        return "a rate is of T (ICMS) or S (ISSQN), not " + tributacao;
+        return Tr("a rate is of T (ICMS) or S (ISSQN), not %1", {tributacao});
     }
     if (centesimos < 0 || centesimos > MAX_ALIQUOTA) {
-        return "a rate goes from 0.00 to 99.99 %";
+        return Tr("a rate goes from 0.00 to 99.99 %");
     }
     const TotalizadorPlace place = AliquotaPlace(m_memoria.fiscal, tributacao, indice);
     if (!place.Exists()) {
-        return indice == 0 ? "all " + std::to_string(MAX_ALIQUOTAS) + " rates of " + tributacao +
-                                 " are programmed"
-                           : "there is no rate " + tributacao + std::to_string(indice);
+        return indice == 0 ? Tr("all %1 rates of %2 are programmed",
+                                {std::to_string(MAX_ALIQUOTAS), tributacao})
+                           : Tr("there is no rate %1", {tributacao + std::to_string(indice)});
     }
     const auto base = static_cast<std::size_t>(place.baseImposto);
     const auto posicao = static_cast<std::size_t>(place.posicao);
     if (m_memoria.fiscal.aliquota[base][posicao] != centesimos &&
         !m_memoria.fiscal.totais[base][posicao].IsZero()) {
-        return "the rate " + tributacao + std::to_string(indice) +
-               " has moved on this day: it stands until the Redução Z";
+        return Tr("the rate %1 has moved on this day: it stands until the Redução Z",
+                  {tributacao + std::to_string(indice)});
     }
     return std::nullopt;
 }
@@ -98,14 +99,14 @@ Refusal Registro::CheckHabilitaTotalizador(const std::string& codigo, int numero
     }
     const TotalizadorPlace place = FindTotalizador(codigo, numero);
     if (!IsTotalizadorEspecial(codigo) || !place.Exists()) {
-        return "there is no totalizer " + codigo + std::to_string(numero);
+        return Tr("there is no totalizer %1", {codigo + std::to_string(numero)});
     }
     if (!habilita && !m_memoria.fiscal
                           .totais[static_cast<std::size_t>(place.baseImposto)]
                                  [static_cast<std::size_t>(place.posicao)]
                           .IsZero()) {
-        return "the totalizer " + codigo + std::to_string(numero) +
-               " has moved on this day: it stands until the Redução Z";
+        return Tr("the totalizer %1 has moved on this day: it stands until the Redução Z",
+                  {codigo + std::to_string(numero)});
     }
     return std::nullopt;
 }
@@ -123,10 +124,10 @@ Refusal Registro::CheckProgramaMeioPagamento(int indice, const std::string& desc
     if (Refusal refusal = CheckNothingOpen(m_memoria)) {
         return refusal;
     }
-    if (Refusal refusal = CheckRange("a Meio de Pagamento", indice, MAX_MEIOS_PAGAMENTO)) {
+    if (Refusal refusal = CheckRange(TrLater("a Meio de Pagamento"), indice, MAX_MEIOS_PAGAMENTO)) {
         return refusal;
     }
-    return CheckText("the description", descricao);
+    return CheckText(TrLater("the description"), descricao);
 }
 
 void Registro::ProgramaMeioPagamento(int indice, const std::string& descricao,
@@ -142,10 +143,11 @@ Refusal Registro::CheckProgramaTotalizadorNF(int indice, const std::string& desc
     if (Refusal refusal = CheckNothingOpen(m_memoria)) {
         return refusal;
     }
-    if (Refusal refusal = CheckRange("a non-fiscal totalizer", indice, MAX_TOTALIZADORES_NF)) {
+    if (Refusal refusal =
+            CheckRange(TrLater("a non-fiscal totalizer"), indice, MAX_TOTALIZADORES_NF)) {
         return refusal;
     }
-    return CheckText("the description", descricao);
+    return CheckText(TrLater("the description"), descricao);
 }
 
 void Registro::ProgramaTotalizadorNF(int indice, const std::string& descricao)
@@ -158,7 +160,7 @@ Refusal Registro::CheckProgramaLoja(int numero) const
     if (Refusal refusal = CheckNothingOpen(m_memoria)) {
         return refusal;
     }
-    return CheckRange("the shop's number", numero, MAX_NUMERO_LOJA);
+    return CheckRange(TrLater("the shop's number"), numero, MAX_NUMERO_LOJA);
 }
 
 void Registro::ProgramaLoja(int numero)
@@ -171,7 +173,7 @@ Refusal Registro::CheckProgramaSequenciaECF(int numero) const
     if (Refusal refusal = CheckNothingOpen(m_memoria)) {
         return refusal;
     }
-    return CheckRange("the till number", numero, MAX_SEQUENCIA_ECF);
+    return CheckRange(TrLater("the till number"), numero, MAX_SEQUENCIA_ECF);
 }
 
 void Registro::ProgramaSequenciaECF(int numero)
@@ -185,7 +187,7 @@ Refusal Registro::CheckProgramaUsuario(const std::string& razaoSocial, const std
     if (Refusal refusal = CheckNothingOpen(m_memoria)) {
         return refusal;
     }
-    return CheckText("the Razão Social", razaoSocial);
+    return CheckText(TrLater("the Razão Social"), razaoSocial);
 }
 
 void Registro::ProgramaUsuario(const std::string& razaoSocial, const std::string& nomeFantasia,
@@ -203,11 +205,11 @@ Refusal Registro::CheckProgramaCNPJ_IE_IM(const std::string& cnpj, const std::st
         return refusal;
     }
     if (!IsCNPJ(cnpj)) {
-        return "the CNPJ " + cnpj + " is wrong";
+        return Tr("the CNPJ %1 is wrong", {cnpj});
     }
     if (std::find(UNIDADES_DA_FEDERACAO.begin(), UNIDADES_DA_FEDERACAO.end(), uf) ==
         UNIDADES_DA_FEDERACAO.end()) {
-        return "there is no UF " + uf;
+        return Tr("there is no UF %1", {uf});
     }
     return std::nullopt;
 }
@@ -231,7 +233,7 @@ Refusal Registro::CheckProgramaNrSerie(const std::string&, const std::string&, c
     if (Refusal refusal = CheckNothingOpen(m_memoria)) {
         return refusal;
     }
-    return CheckText("the serial number", numSerie);
+    return CheckText(TrLater("the serial number"), numSerie);
 }
 
 void Registro::ProgramaNrSerie(const std::string& marca, const std::string& modelo,
@@ -248,7 +250,7 @@ Refusal Registro::CheckProgramaMoeda(const std::string& simbolo) const
     if (Refusal refusal = CheckNothingOpen(m_memoria)) {
         return refusal;
     }
-    return CheckText("the currency symbol", simbolo);
+    return CheckText(TrLater("the currency symbol"), simbolo);
 }
 
 void Registro::ProgramaMoeda(const std::string& simbolo)

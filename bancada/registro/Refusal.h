@@ -7,8 +7,8 @@
 namespace bancada
 {
 
-// Why the register refuses an operation, in words for the operator; empty when it does not. Whoever
-// asks must look: the type itself is [[nodiscard]], so that no function can forget to be.
+// Why the register refuses an operation, in the operator's language; empty when it does not.
+// Whoever asks must look: the type itself is [[nodiscard]], so that no function can forget to be.
 class [[nodiscard]] Refusal : public std::optional<std::string>
 {
   public:

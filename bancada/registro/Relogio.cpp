@@ -1,4 +1,5 @@
 // The clock: it does not go back by itself.
+#include "bancada/Messages.h"
 #include "bancada/registro/Jornada.h"
 #include "bancada/registro/Registro.h"
 #include "bancada/registro/TextForms.h"
@@ -11,8 +12,9 @@ namespace bancada
 Refusal Registro::CheckRelogio(RtcAbsoluteTime em) const
 {
     if (em.s < m_memoria.relogio.s) {
-        return "the clock stands at " + InstantToText(m_memoria.relogio) +
-               ", when the last command ended, and does not go back by itself";
+        return Tr(
+            "the clock stands at %1, when the last command ended, and does not go back by itself",
+            {InstantToText(m_memoria.relogio)});
     }
     return std::nullopt;
 }
@@ -25,7 +27,7 @@ void Registro::AdvanceRelogio(RtcAbsoluteTime fim)
 Refusal Registro::CheckAcertaRelogio(RtcAbsoluteTime) const
 {
     if (m_memoria.modo == EModoIntervencao::NENHUM) {
-        return "the clock is set in an intervention mode: enter one first";
+        return Tr("the clock is set in an intervention mode: enter one first");
     }
     return std::nullopt;
 }

@@ -1,5 +1,6 @@
 #include "bancada/tape/FieldTable.h"
 
+#include "bancada/Messages.h"
 #include "bancada/registro/Decimal.h"
 #include "bancada/tape/FieldLimits.h"
 #include "libs/Financial.h"
@@ -37,8 +38,8 @@ std::string DecimalText(std::int64_t unscaled, int decimals)
 
 std::string DecimalKind(int digits, int decimals)
 {
-    return "decimal text, up to " + std::to_string(digits) + " digits and " +
-           std::to_string(decimals) + " decimals";
+    return Tr("decimal text, up to %1 digits and %2 decimals",
+              {std::to_string(digits), std::to_string(decimals)});
 }
 
 // A bar would end the cell.
@@ -56,20 +57,21 @@ void FieldTable::Add(const char* name, const std::string& kind, Presence presenc
                      const std::string& byDefault, const char* doc, const std::string& example)
 {
     m_fields.push_back({name, kind, presence,
-                        presence == Presence::REQUIRED ? std::string() : byDefault, doc, example});
+                        presence == Presence::REQUIRED ? std::string() : byDefault, Tr(doc),
+                        example});
 }
 
 void FieldTable::Text(const char* name, char* out, std::size_t size, Presence presence,
                       const char* doc, const char* example)
 {
-    Add(name, "text, at most " + std::to_string(size - 1) + " bytes", presence, Quoted(out), doc,
+    Add(name, Tr("text, at most %1 bytes", {std::to_string(size - 1)}), presence, Quoted(out), doc,
         Quoted(example));
 }
 
 void FieldTable::Text(const char* name, std::string& out, std::size_t maxBytes, Presence presence,
                       const char* doc, const char* example)
 {
-    Add(name, "text, at most " + std::to_string(maxBytes) + " bytes", presence, Quoted(out), doc,
+    Add(name, Tr("text, at most %1 bytes", {std::to_string(maxBytes)}), presence, Quoted(out), doc,
         Quoted(example));
 }
 
@@ -77,28 +79,28 @@ void FieldTable::ShortText(const char* name, char* out, std::size_t size, std::s
                            Presence presence, const char* doc, const char* example)
 {
     Add(name,
-        "text, at most " + std::to_string(size - 1) + " bytes; the law's field has " +
-            std::to_string(lawBytes),
+        Tr("text, at most %1 bytes; the law's field has %2",
+           {std::to_string(size - 1), std::to_string(lawBytes)}),
         presence, Quoted(out), doc, Quoted(example));
 }
 
 void FieldTable::Integer(const char* name, int& out, int min, int max, Presence presence,
                          const char* doc, const char* example)
 {
-    Add(name, "integer, " + std::to_string(min) + " to " + std::to_string(max), presence,
+    Add(name, Tr("integer, %1 to %2", {std::to_string(min), std::to_string(max)}), presence,
         std::to_string(out), doc, example);
 }
 
 void FieldTable::Flag(const char* name, bool& out, Presence presence, const char* doc,
                       const char* example)
 {
-    Add(name, "true or false", presence, out ? "true" : "false", doc, example);
+    Add(name, Tr("true or false"), presence, out ? "true" : "false", doc, example);
 }
 
 void FieldTable::Money(const char* name, Financial& out, Presence presence, const char* doc,
                        const char* example)
 {
-    Add(name, "money: " + DecimalKind(MONEY_DIGITS, MONEY_DECIMALS), presence,
+    Add(name, Tr("money: %1", {DecimalKind(MONEY_DIGITS, MONEY_DECIMALS)}), presence,
         Quoted(MoneyText(out)), doc, Quoted(example));
 }
 
@@ -112,7 +114,7 @@ void FieldTable::Quantity(const char* name, Decimal& out, int maxDecimals, Prese
 void FieldTable::Percent(const char* name, int& hundredths, Presence presence, const char* doc,
                          const char* example)
 {
-    Add(name, "percentage: " + DecimalKind(PERCENT_DIGITS, PERCENT_DECIMALS), presence,
+    Add(name, Tr("percentage: %1", {DecimalKind(PERCENT_DIGITS, PERCENT_DECIMALS)}), presence,
         Quoted(DecimalText(hundredths, PERCENT_DECIMALS)), doc, Quoted(example));
 }
 
@@ -122,7 +124,7 @@ void FieldTable::Choice(const char* name, int& out, std::initializer_list<Option
     std::string kind;
     std::string byDefault;
     for (const Option& option : options) {
-        kind += (kind.empty() ? "" : " or ") + Quoted(option.first);
+        kind += (kind.empty() ? "" : std::string(" ") + Tr("or") + " ") + Quoted(option.first);
         if (option.second == out) {
             byDefault = Quoted(option.first);
         }
@@ -135,11 +137,12 @@ std::string MarkdownTable(const std::vector<FieldDescription>& fields)
     if (fields.empty()) {
         return "";
     }
-    std::string table = "| Field | Value | Without it | Meaning |\n|---|---|---|---|\n";
+    std::string table =
+        std::string("| ") + Tr("Field | Value | Without it | Meaning") + " |\n|---|---|---|---|\n";
     for (const FieldDescription& field : fields) {
         table += "| `" + field.name + "` | " + Cell(field.kind) + " | ";
-        table +=
-            field.presence == Presence::REQUIRED ? "required" : "`" + Cell(field.byDefault) + "`";
+        table += field.presence == Presence::REQUIRED ? Tr("required")
+                                                      : "`" + Cell(field.byDefault) + "`";
         table += " | " + Cell(field.doc) + " |\n";
     }
     return table;

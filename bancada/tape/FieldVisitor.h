@@ -24,7 +24,7 @@ enum class Presence {
 //
 // `name` is the field's name on the tape (snake_case), `doc` its meaning and unit in one sentence
 // (no line break), `example` the value as it stands on the tape without the quotes of a text
-// ("12.50", "3", "true", "desconto"). All three are literals.
+// ("12.50", "3", "true", "desconto"). All three are literals, `doc` one that TrLater marks.
 //
 // A value of the wrong kind or outside its range is a TapeError with the place of the value.
 class FieldVisitor

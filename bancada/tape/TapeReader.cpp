@@ -1,5 +1,6 @@
 #include "bancada/tape/TapeReader.h"
 
+#include "bancada/ForeignTexts.h"
 #include "bancada/Messages.h"
 #include "bancada/Unusable.h"
 #include "bancada/tape/Instant.h"
@@ -8,7 +9,6 @@
 #include <algorithm>
 #include <cassert>
 #include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <optional>
 #include <sys/stat.h>
@@ -106,14 +106,14 @@ TapeReader::TapeReader(const std::string& path, Wait wait, Digest digest)
     m_file = path == "-" ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC);
     struct stat status = {};
     if (m_file < 0 || fstat(m_file, &status) != 0) {
-        throw Unusable(Tr("cannot read the tape %1: %2", {path, std::strerror(errno)}));
+        throw Unusable(Tr("cannot read the tape %1: %2", {path, SystemReason(errno)}));
     }
     if (S_ISDIR(status.st_mode)) {
         // Said before anything is made for the tape.
         if (m_file != STDIN_FILENO) {
             close(m_file);
         }
-        throw Unusable(Tr("cannot read the tape %1: %2", {path, std::strerror(EISDIR)}));
+        throw Unusable(Tr("cannot read the tape %1: %2", {path, SystemReason(EISDIR)}));
     }
     if (S_ISREG(status.st_mode)) {
         m_size = status.st_size;
@@ -146,7 +146,7 @@ std::size_t TapeReader::ReadInto(std::size_t at)
         count = read(m_file, m_buffer.data() + at, m_buffer.size() - at);
     } while (count < 0 && errno == EINTR);
     if (count < 0) {
-        throw Unusable(Tr("cannot read the tape %1: %2", {m_path, std::strerror(errno)}));
+        throw Unusable(Tr("cannot read the tape %1: %2", {m_path, SystemReason(errno)}));
     }
     m_bytes += count;
     return static_cast<std::size_t>(count);

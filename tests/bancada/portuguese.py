@@ -18,11 +18,9 @@ from pathlib import Path
 ROOT = Path(sys.argv.pop(1)).resolve()
 PROGRAM = os.path.abspath(sys.argv.pop(1))
 
-# Of the engine, of the language in which a command is typed, and of the names on the documents.
-ENGINE = [r'near ".*?": syntax error', r"file is not a database", r"no such table: \w+",
-          r"unrecognized token: .*",
-          # The system's reasons and the parser's of JSON.
-          r"No such file or directory", r"Is a directory", r"(?<=não é JSON: ).*"]
+# What the engine says of a statement, which it quotes, and the parser of JSON.
+ENGINE = [r'near ".*?": syntax error', r"no such table: \w+", r"unrecognized token: .*",
+          r"(?<=não é JSON: ).*"]
 # What is typed and what is logged is the same in every language: commands, options, words that an
 # option takes, the schema's words.
 WORDS = {"check", "show", "run", "export", "import", "compare", "copy", "recover", "generate",
@@ -196,6 +194,168 @@ class Portuguese(unittest.TestCase):
         told = self.expect_portuguese("run", "--lint", "faltas.jsonl")
         self.assertGreater(len(told.splitlines()), 15, told)
         self.expect_portuguese("run", "faltas.jsonl", "--db", "faltas.db")
+
+    def test_what_is_refused(self):
+        lines = """
+            {"cmd": "abre_cupom", "cpf_cnpj": "123", "em": "2024-01-02 08:00:00"}
+            {"cmd": "abre_cupom", "cpf_cnpj": "12345678901"}
+            {"cmd": "abre_cupom", "cpf_cnpj": "12345678901234"}
+            {"cmd": "fecha_cupom"} {"cmd": "fecha_cupom_nf"} {"cmd": "cancela_cupom"}
+            {"cmd": "cancela_cupom_em_emissao"} {"cmd": "fecha_ccd_gerencial"}
+            {"cmd": "saida_mil_interno"} {"cmd": "saida_mit_interno"}
+            {"cmd": "acerta_relogio", "em": "2024-01-02 09:00:00"}
+            {"cmd": "abre_ccd", "meio": 1} {"cmd": "abre_ccd", "meio": 1, "coo": 9}
+            {"cmd": "abre_estorno_ccd"}
+            {"cmd": "reimprime_mfd", "coo_inicial": 2, "coo_final": 1}
+            {"cmd": "reimprime_mfd", "coo_inicial": 1, "coo_final": 999}
+            {"cmd": "estorna_meio_pagamento", "origem": 1, "destino": 1, "valor": "1.00"}
+            {"cmd": "desabilita_totalizadores", "codigo": "F", "numero": 2}
+            {"cmd": "insere_aliquota", "tributacao": "T", "percentual": "18.00"}
+            {"cmd": "insere_meio_pagamento", "indice": 1, "descricao": "DINHEIRO"}
+            {"cmd": "insere_meio_pagamento", "indice": 2, "descricao": "CARTAO", "vinculado_ccd": true}
+            {"cmd": "insere_meio_pagamento", "indice": 3, "descricao": ""}
+            {"cmd": "programa_cnpj_ie_im", "cnpj": "1", "ie": "", "im": "", "uf": "SP"}
+            {"cmd": "programa_cnpj_ie_im", "cnpj": "11222333000181", "ie": "", "im": "", "uf": "XX"}
+            {"cmd": "programa_moeda", "simbolo": ""}
+            {"cmd": "sangria", "operacao": "sangria", "valor": "1.00", "meio": 1}
+            {"cmd": "sangria", "operacao": "fundo_troco", "valor": "1.00", "meio": 2}
+            {"cmd": "abre_cupom"} {"cmd": "abre_cupom"} {"cmd": "insere_aliquota",
+             "tributacao": "T", "percentual": "17.00"} {"cmd": "fecha_cupom"}
+            {"cmd": "efetua_pagamento", "meio": 1, "valor": "1.00"}
+            {"cmd": "vende_item_nf", "totalizador": 3, "valor": "1.00"}
+            {"cmd": "vende_item", "codigo": "", "descricao": "", "quantidade": "1",
+             "valor_unitario": "1", "tributacao": "T", "indice": 1}
+            {"cmd": "vende_item", "codigo": "1", "descricao": "A", "quantidade": "1",
+             "valor_unitario": "1", "tributacao": "T", "indice": 9}
+            {"cmd": "vende_item", "codigo": "1", "descricao": "A", "quantidade": "0",
+             "valor_unitario": "1", "tributacao": "T", "indice": 1}
+            {"cmd": "vende_item", "codigo": "1", "descricao": "A", "quantidade": "1",
+             "valor_unitario": "0", "tributacao": "T", "indice": 1}
+            {"cmd": "vende_item", "codigo": "1", "descricao": "A", "quantidade": "1",
+             "valor_unitario": "10", "tributacao": "T", "indice": 1}
+            {"cmd": "cancela_item", "item": 7} {"cmd": "fecha_cupom"}
+            {"cmd": "cancela_desc_acres_item", "operacao": "desconto", "item": 1}
+            {"cmd": "cancela_desc_acres_item", "operacao": "acrescimo", "item": 1}
+            {"cmd": "cancela_desc_acres_subtotal", "operacao": "desconto"}
+            {"cmd": "cancela_desc_acres_subtotal", "operacao": "acrescimo"}
+            {"cmd": "efetua_desc_acres_item", "operacao": "desconto", "tipo": "valor",
+             "valor": "99.00"}
+            {"cmd": "efetua_desc_acres_item", "operacao": "desconto", "tipo": "percentual",
+             "valor": "0.00"}
+            {"cmd": "efetua_desc_acres_item", "operacao": "desconto", "tipo": "valor",
+             "valor": "0.00"}
+            {"cmd": "efetua_desc_acres_item", "operacao": "desconto", "tipo": "valor",
+             "valor": "1.00"}
+            {"cmd": "efetua_desc_acres_item", "operacao": "desconto", "tipo": "valor",
+             "valor": "1.00"}
+            {"cmd": "efetua_desc_acres_subtotal", "operacao": "acrescimo", "tipo": "valor",
+             "valor": "1.00"} {"cmd": "cancela_item", "item": 1}
+            {"cmd": "efetua_pagamento", "meio": 9, "valor": "1.00"}
+            {"cmd": "efetua_pagamento", "meio": 1, "valor": "0.00"}
+            {"cmd": "efetua_pagamento", "meio": 2, "valor": "99.00"}
+            {"cmd": "efetua_pagamento", "meio": 1, "valor": "99.00"}
+            {"cmd": "efetua_pagamento", "meio": 1, "valor": "1.00"} {"cmd": "cancela_item", "item": 1}
+            {"cmd": "fecha_cupom"} {"cmd": "cancela_cupom", "coo": 1} {"cmd": "abre_ccd", "meio": 1}
+            {"cmd": "abre_ccd", "meio": 2}
+            {"cmd": "estorna_meio_pagamento", "origem": 1, "destino": 2, "valor": "99.00"}
+            {"cmd": "estorna_meio_pagamento", "origem": 2, "destino": 1, "valor": "1.00"}
+            {"cmd": "abre_gerencial"} {"cmd": "abre_cupom"} {"cmd": "fecha_ccd_gerencial"}
+            {"cmd": "cancela_cupom"} {"cmd": "cancela_cupom"}
+            {"cmd": "entrada_mil_interno"} {"cmd": "abre_cupom"}
+            {"cmd": "saida_mil_interno"} {"cmd": "entrada_mit_interno"} {"cmd": "abre_cupom"}
+            {"cmd": "saida_mit_interno"} {"cmd": "reducao_z"} {"cmd": "abre_cupom"}
+            {"cmd": "abre_cupom", "em": "2024-01-01 08:00:00"}"""
+        commands = re.findall(r"\{.*?\}", lines, re.S)
+        (self.folder / "recusas.jsonl").write_text(
+            "\n".join(" ".join(one.split()) for one in commands) + "\n", "utf-8")
+        told = self.expect_portuguese("run", "recusas.jsonl", "--db", "recusas.db", "--replies")
+        reasons = {line.split("recusado: ", 1)[1] for line in told.splitlines()
+                   if re.match(r"\d+ \w+: recusado: ", line)}
+        self.assertGreater(len(reasons), 45, sorted(reasons))
+
+    def test_what_is_exported_and_imported(self):
+        for name in ("mercearia", "primeira_semana"):
+            told = self.expect_portuguese("export", name + ".db", "--output", name + ".tdm")
+            self.assertIn("neutro: E11 ", told)
+            self.expect_portuguese("import", name + ".tdm", "--tape", name + ".jsonl", "--memory",
+                                   name + ".memoria", "--facts", name + ".json")
+        whole = (self.folder / "mercearia.tdm").read_text("ascii").splitlines()
+        reasons = set()
+        for number, line in enumerate(whole):
+            for changed in (line[:5], line[3:], line[:60] + "9X" + line[62:],
+                            line[:-3] + "ZZZ", "E99" + line[3:], line + "\n" + whole[0]):
+                if number % 7:
+                    continue
+                text = "\n".join(whole[:number] + [changed] + whole[number + 1:])
+                (self.folder / "dano.tdm").write_text(text, "ascii")
+                for told in self.told("import", "dano.tdm", "--tape", "d.jsonl", "--memory",
+                                      "d.memoria", "--facts", "d.json").splitlines():
+                    # What stands between quotation marks is the file's.
+                    told = re.sub(r'".*?"', '""', told)
+                    self.assertEqual(left_over(told), [], told)
+                    reasons.add(re.sub(r"[\d\"]+", "", told))
+        self.assertGreater(len(reasons), 20, sorted(reasons))
+        for facts in ("", "[]", "{}", '{"formato": "ecf-bancada fatos", "versao": 1, "x": 1}',
+                      '{"formato": "ecf-bancada fatos", "versao": 1, "extracao": 1}',
+                      '{"formato": "ecf-bancada fatos", "versao": 1, "cifras_gt": 1}'):
+            (self.folder / "fatos.json").write_text(facts)
+            for option in ("--facts", "--memory"):
+                self.expect_portuguese("export", "mercearia.db", "--output", "x.tdm", option,
+                                       "fatos.json")
+        for arguments in (["--crz", "2-1"], ["--crz", "x"], ["--command", "x"],
+                          ["--from", "2024-02-02", "--to", "2024-02-01"]):
+            self.expect_portuguese("export", "mercearia.db", "--output", "x.tdm", *arguments)
+
+    def test_a_memory_that_cannot_be_used(self):
+        tape = ROOT / "examples/mercearia.jsonl"
+        self.told("run", tape, "--db", "guardada.db", "--memory", "guardada.memoria")
+        whole = (self.folder / "guardada.memoria").read_text("utf-8")
+        reasons = set()
+        for old, new in (('"versao"', '"versoes"'), ('"gt":"', '"gt":"x'), ('"aberta":', '"aberta":1'),
+                         (r'"versao":\d', '"versao":99'), (r'"versao":\d', '"versao":0'),
+                         (r'"formato":"[^"]*"', '"formato":"x"'), (r"\{", "["), (r"\A", "x"),
+                         (r'"coo":\d+', '"coo":-1'), (r'"digest":"..', '"digest":"00'),
+                         (r'"data":"[^"]*"', '"data":"x"'), (r'"modo":"[^"]*"', '"modo":"x"'),
+                         (r'"itens":\[', '"itens":{"x":['), (r"\A\{", '{"formato":1,')):
+            changed = re.sub(old, new, whole, count=1)
+            if "digest" not in old:
+                changed = re.sub(r'"digest":"[^"]*",?', "", changed)
+            (self.folder / "mudada.memoria").write_text(changed, "utf-8")
+            told = self.told("run", tape, "--db", "guardada.db", "--memory", "mudada.memoria",
+                             "--append")
+            told = re.sub(r"(?<=não é JSON: ).*|(?<=: )[\w.]+(?=: )", "", told)  # the field's name
+            self.assertEqual(left_over(told), [], told)
+            reasons |= set(re.findall(r"não é possível usar a memória \S+: (.*)", told))
+        self.assertGreater(len(reasons), 8, sorted(reasons))
+
+    def test_a_database_that_the_owner_refuses(self):
+        tape = ROOT / "examples/mercearia.jsonl"
+        (self.folder / "ruido").write_bytes(b"no database " * 500)
+        (self.folder / "vazia").mkdir(exist_ok=True)
+        other = sqlite3.connect(self.folder / "outro.db")
+        other.execute("PRAGMA application_id = 77")
+        other.execute("CREATE TABLE t (a)")
+        other.close()
+        column = self.changed("oficina", "ALTER TABLE moeda DROP COLUMN simbolo_moeda")
+        for arguments in (["ruido"], ["vazia"], ["nada/x.db"], ["outro.db"], [column],
+                          ["oficina.db"], ["x" * 200 + "/" + "y" * 200]):
+            told = self.expect_portuguese("run", tape, "--db", *arguments)
+            self.assertIn("não é possível usar o banco de dados ", told)
+
+    def test_the_commands_of_a_tape(self):
+        # What stands between backquotes is typed, and so are the examples.
+        told = re.sub(r"```.*?```|`.*?`|(?<=registra em )[\w, ]+", "", self.told("help-tape"),
+                      flags=re.S)
+        self.assertGreater(len(told.splitlines()), 150)
+        for line in told.splitlines():
+            self.assertEqual(left_over(line.replace("true ou false", "").replace("true:", "")
+                                       .replace("false:", "")), [], line)
+        table = re.sub(r"`.*?`", "", self.told("commands"))
+        self.assertEqual(left_over(table), [], table)
+        document = self.folder / "fita.md"
+        document.write_text((ROOT / "docs/tape.md").read_text("utf-8"), "utf-8")
+        self.told("help-tape", "--into", document)
+        self.assertEqual(document.read_text("utf-8"), (ROOT / "docs/tape.md").read_text("utf-8"))
 
     def test_files_compared(self):
         for name in ("mercearia", "primeira_semana"):

@@ -99,7 +99,7 @@ TEST_F(FatosTest, SaysTheFieldThatIsWrong)
     EXPECT_EQ(Fault(", \"prestadores\": [{}, 1]"), ".prestadores[2]: an object is due");
     EXPECT_EQ(Fault(", \"software\": {\"version\": \"1\"}"),
               ".software: there is no field \"version\"");
-    EXPECT_EQ(Fault(", \"ordens\": {\"x\": \"A\"}"), ".ordens: numbers of documents is due");
+    EXPECT_EQ(Fault(", \"ordens\": {\"x\": \"A\"}"), ".ordens: numbers of documents are due");
     EXPECT_EQ(Fault(", \"contadores\": {\"cvc\": 1000000000000000000}"),
               ".contadores.cvc: a whole number is due");
     EXPECT_EQ(Fault(", \"nome\": \"\""), ": there is no field \"nome\"");
