@@ -103,6 +103,15 @@ TEST_F(CheckCommand, ACleanDatabaseExitsWithZeroAndKeepsItsNotes)
               "7 fiscal receipts, 4 non-fiscal receipts, 2 Z reductions: 0 findings, 2 notes\n");
 }
 
+TEST_F(CheckCommand, ADocumentWithoutANumberIsNeitherTheFirstNorTheLast)
+{
+    Execute(conferencia_test::CLEAN_DAYS);
+    Execute("UPDATE outros_documentos SET cont_coo = NULL WHERE cont_coo IN (1, 20)");
+    Run({"check", Path()});
+    EXPECT_EQ(Lines()[1], "register 0001 of MERCEARIA: COO 3 of 2024-03-01 08:10:00 to COO 21 of "
+                          "2024-03-03 08:00:00, CRZ 1 to CRZ 2, GT 75.48");
+}
+
 TEST_F(CheckCommand, AFindingExitsWithOne)
 {
     Execute(conferencia_test::CLEAN_DAYS);

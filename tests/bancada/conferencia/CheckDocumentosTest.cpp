@@ -38,6 +38,14 @@ const PlantedFaults PLANTED({
     {"InterventionWithoutReading",
      "UPDATE intervencao SET data_hora_intervencao = '2024-03-01 08:02:00'",
      {"intervencao: CRO 1: no X reading of 2024-03-01 08:02:00"}},
+    // What stands behind an intervention that came after the Z is not taken for one before it.
+    {"InterventionsOutOfTheirOrder",
+     "INSERT INTO intervencao VALUES (1, 1, '2024-03-03 07:00:00', 'L', 'N');"
+     "INSERT INTO intervencao VALUES (5, 1, '2024-03-01 10:00:00', 'L', 'N')",
+     {"chave-repetida: intervencao CRO 1: 2 rows of the same intervention",
+      "intervencao: CRO 1: no X reading of 2024-03-03 07:00:00",
+      "intervencao: CRO 5: of 2024-03-01 10:00:00, after one of 2024-03-03 07:00:00",
+      "intervencao: CRO 5: no X reading of 2024-03-01 10:00:00"}},
     {"RestartsOfTheReduction",
      "UPDATE reducao_z SET cont_cro = 3 WHERE cont_crz = 2",
      {"z-cro: CRZ 2: CRO 3, the interventions lead to 1 or 2"}},

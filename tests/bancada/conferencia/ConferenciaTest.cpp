@@ -42,8 +42,12 @@ TEST_F(Conferencia, WhatTheLoggersLeaveOnPurposeIsNoFault)
 
 TEST_F(Conferencia, AnotherProgramsDatabaseIsRefused)
 {
+    Execute(CLEAN_DAYS);
     Execute("DROP TABLE moeda");
     EXPECT_THROW(Check(), Unusable);
+    // Before anything is told of it.
+    EXPECT_THAT(faults, IsEmpty());
+    EXPECT_THAT(notes, IsEmpty());
 }
 
 // Of a receipt and of its Z.
