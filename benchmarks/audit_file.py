@@ -2,13 +2,17 @@
 """Counts what import, run, export and compare take for a record of a legal audit file, as Markdown.
 
   audit_file.py PROGRAM PLAIN [--days N] [--times N] [--receipts N] [--limit RATIO]
+                [--untraced COMMAND]
 
 Generates a tape of N days (31) and one of so many TIMES as many (12), runs each, and exports its file.
 That file is imported, what comes of it is run and exported, and both files are compared: they must be
 the same. Each command is run twice: under callgrind for its instructions, which repeat exactly for
-the same program, and by itself for its largest memory. PLAIN, bench_plain, reads the same input in the
+the same program, and thrice by itself for its largest memory and its least processor time, of which
+a ratio alone is printed. PLAIN, bench_plain, reads the same input in the
 same way of counting: the file's lines for import and compare (both files), the tape's for run, the
 database's rows for export.
+
+An --untraced COMMAND's instructions are not counted in the longer file, which takes callgrind long.
 
 With --limit the exit code is 1 where the instructions of a record in the longer file are above RATIO
 times those in the shorter one.
@@ -16,6 +20,7 @@ times those in the shorter one.
 import argparse
 import pathlib
 import re
+import resource
 import shutil
 import subprocess
 import sys
@@ -23,9 +28,11 @@ import tempfile
 import time
 
 
-def peak(command, folder):
-    """Largest resident memory of a command, KiB. What wait4 tells begins with this program's own."""
+def alone(command, folder):
+    """Largest resident memory of a command, KiB, and its processor time. What wait4 tells of memory
+    begins with this program's own."""
     most = 0
+    before = resource.getrusage(resource.RUSAGE_CHILDREN)
     with subprocess.Popen(command, cwd=folder, stdout=subprocess.DEVNULL,
                           stderr=subprocess.DEVNULL) as child:
         while child.poll() is None:
@@ -35,7 +42,8 @@ def peak(command, folder):
             time.sleep(0.002)
     if child.returncode != 0:
         sys.exit(f"{' '.join(map(str, command))}: {child.returncode}")
-    return most
+    after = resource.getrusage(resource.RUSAGE_CHILDREN)
+    return most, after.ru_utime - before.ru_utime
 
 
 def instructions(command, folder):
@@ -48,8 +56,9 @@ def instructions(command, folder):
     return int(found.group(1))
 
 
-def measure(program, plain, folder, days, receipts):
-    """By command: instructions and those of plain reading, and KiB; the file's records."""
+def measure(program, plain, folder, days, receipts, untraced):
+    """The file's records; by command: instructions, None where they are untraced, those of plain
+    reading, KiB, and processor time."""
 
     def bench(*arguments):
         subprocess.run([program, *arguments], cwd=folder, stdout=subprocess.DEVNULL,
@@ -78,12 +87,18 @@ def measure(program, plain, folder, days, receipts):
     }
     result = {}
     for name, (arguments, prepare, reads) in steps.items():
-        prepare()
-        memory = peak([program, *arguments], folder)
-        prepare()
-        counted = instructions([program, *arguments], folder)
+        memory, seconds = 0, []
+        for _ in range(3):
+            prepare()
+            most, taken = alone([program, *arguments], folder)
+            memory = max(memory, most)
+            seconds.append(taken)
+        counted = None
+        if name not in untraced:
+            prepare()
+            counted = instructions([program, *arguments], folder)
         read = instructions([plain, *reads], folder) * (2 if name == "compare" else 1)
-        result[name] = (counted, read, memory)
+        result[name] = (counted, read, memory, min(seconds))
     return records, result
 
 
@@ -95,6 +110,8 @@ def main():
     parser.add_argument("--days", type=int, default=31, help="of the shorter file [31]")
     parser.add_argument("--times", type=int, default=12, help="as many in the longer one [12]")
     parser.add_argument("--receipts", type=int, default=20, help="a day [20]")
+    parser.add_argument("--untraced", action="append", default=[], metavar="COMMAND",
+                        choices=("import", "run", "export", "compare"))
     parser.add_argument("--limit", type=float, metavar="RATIO")
     options = parser.parse_args()
     program, plain = options.program.resolve(), options.plain.resolve()
@@ -104,21 +121,29 @@ def main():
           "peak KiB |\n|---|---:|---:|---:|---:|---:|---:|---:|")
     for days in (options.days, options.days * options.times):
         with tempfile.TemporaryDirectory() as folder:
-            records, result = measure(program, plain, pathlib.Path(folder), days, options.receipts)
+            records, result = measure(program, plain, pathlib.Path(folder), days, options.receipts,
+                                      options.untraced if both else [])
         both.append((records, result))
-        for name, (counted, read, memory) in result.items():
-            print(f"| {name} | {days} | {records:,} | {counted:,} | {counted / records:,.0f} | "
-                  f"{read / records:,.0f} | {counted / read:,.1f} | {memory:,} |", flush=True)
+        for name, (counted, read, memory, _) in result.items():
+            told = ["", "", f"{read / records:,.0f}", ""]
+            if counted is not None:
+                told = [f"{counted:,}", f"{counted / records:,.0f}", told[2],
+                        f"{counted / read:,.1f}"]
+            print(f"| {name} | {days} | {records:,} | {' | '.join(told)} | {memory:,} |", flush=True)
 
     faults = 0
-    print("\n| command | a record, longer to shorter | KiB more | bytes a record more |\n"
-          "|---|---:|---:|---:|")
+    print("\nA record, longer to shorter:\n\n| command | instructions | processor time | KiB more | "
+          "bytes a record more |\n|---|---:|---:|---:|---:|")
     (few, short), (many, long) = both
     for name in short:
-        growth = long[name][0] / many / (short[name][0] / few)
+        growth = None
+        if long[name][0] is not None:
+            growth = long[name][0] / many / (short[name][0] / few)
+        taken = long[name][3] / many / (short[name][3] / few) if short[name][3] else 0
         more = long[name][2] - short[name][2]
-        print(f"| {name} | {growth:.3f} | {more:,} | {more * 1024 / (many - few):,.1f} |")
-        if options.limit is not None and growth > options.limit:
+        print(f"| {name} | {'' if growth is None else f'{growth:.3f}'} | {taken:.2f} | {more:,} | "
+              f"{more * 1024 / (many - few):,.1f} |")
+        if options.limit is not None and growth is not None and growth > options.limit:
             print(f"{name}: {growth:.3f}, above {options.limit:g}", file=sys.stderr)
             faults = 1
     return faults

@@ -125,12 +125,16 @@ class Percurso
     // The first time that documents tell from one on; 0: none. It is asked for from the first on.
     std::int64_t HoraFrom(std::size_t at)
     {
-        for (m_horaAt = std::max(m_horaAt, at); m_horaAt < m_documentos.size(); ++m_horaAt) {
-            if (const std::int64_t hora = EndAt(m_arquivo, m_documentos[m_horaAt]); hora != 0) {
-                return hora;
+        if (m_hora == 0 || m_horaAt < at) {
+            m_hora = 0;
+            for (m_horaAt = std::max(m_horaAt, at); m_horaAt < m_documentos.size(); ++m_horaAt) {
+                m_hora = EndAt(m_arquivo, m_documentos[m_horaAt]);
+                if (m_hora != 0) {
+                    break;
+                }
             }
         }
-        return 0;
+        return m_hora;
     }
 
     // The first document from one on that is a receipt or a Z reduction.
@@ -497,8 +501,9 @@ class Percurso
     std::size_t m_saida = NONE;        // that of the one that is being gone through
     std::size_t m_fita = 0;
     std::size_t m_reducaoAt = 0;
-    std::size_t m_horaAt = 0;
-    bool m_first = true; // the first Z reduction is still to come
+    std::size_t m_horaAt = 0; // the document that tells m_hora
+    std::int64_t m_hora = 0;  // 0: not asked for yet, or none
+    bool m_first = true;      // the first Z reduction is still to come
     Reinicios m_reinicios;
 
     std::int64_t m_antesDoArquivo = 0;

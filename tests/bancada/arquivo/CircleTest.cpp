@@ -58,6 +58,15 @@ class CircleTest : public testing::Test
         return text;
     }
 
+    // The tape that the file `name` makes.
+    std::string TapeOf(const std::string& name) const
+    {
+        std::ostringstream tape;
+        std::ostringstream notes;
+        static_cast<void>(Import(folder.File(name), tape, notes));
+        return tape.str();
+    }
+
     // From the tape "tape" round to the file "second"; what differs.
     std::string Differences(const Memoria& start = Memoria())
     {
@@ -226,12 +235,95 @@ TEST_F(CircleTest, AVoucherIsReversedBeforeItsPaymentIs)
     const std::string end = "{\"cmd\":\"reducao_z\",\"em\":\"2024-03-01 23:00:00\"}\n";
     for (const std::string& behind :
          {voucher + reversal + payment, voucher + reversal + payment + cancelled,
-          voucher + reversal + voucher + reversal + payment, payment + voucher + reversal}) {
+          voucher + reversal + cancelled, voucher + reversal + voucher + reversal + payment,
+          payment + voucher + reversal}) {
+        folder.Write("tape", PROGRAMMED + std::string(PAID) + behind + end);
+        EXPECT_EQ(Differences(), "") << behind << told;
+        EXPECT_EQ(refused, 0) << behind;
+        // What waits for it tells it, too, where no counter does.
+        if (behind != payment + voucher + reversal) {
+            const std::string file = folder.Read("first");
+            const std::size_t e11 = file.find("\nE11") + 1;
+            folder.Write("without", file.substr(0, e11) + file.substr(file.find("\nE12") + 1));
+            EXPECT_EQ(TapeOf("without"), folder.Read("tape2")) << behind;
+        }
+        folder.Write("first.db", "");
+        folder.Write("second.db", "");
+    }
+}
+
+// The GNF tells which of the numbers without a record it was that moved it.
+TEST_F(CircleTest, AVoucherIsReversedWhereTheGnfTellsIt)
+{
+    constexpr char PAID[] = R"({"cmd":"abre_cupom","em":"2024-03-01 09:00:00"}
+{"cmd":"vende_item","codigo":"1","descricao":"A","quantidade":"1","unidade":"KG","valor_unitario":"5.00","tributacao":"T","indice":1,"arredonda":true}
+{"cmd":"efetua_pagamento","meio":2,"valor":"2.00"}
+{"cmd":"efetua_pagamento","meio":1,"valor":"9.00"}
+{"cmd":"fecha_cupom"}
+{"cmd":"abre_ccd","meio":2}
+{"cmd":"fecha_ccd_gerencial"}
+)";
+    const std::string reprint = R"({"cmd":"reimprime_mfd","coo_inicial":1,"coo_final":1})"
+                                "\n";
+    const std::string report = "{\"cmd\":\"abre_gerencial\"}\n{\"cmd\":\"fecha_ccd_gerencial\"}\n";
+    const std::string reversal =
+        "{\"cmd\":\"abre_estorno_ccd\"}\n{\"cmd\":\"fecha_ccd_gerencial\"}\n";
+    const std::string payment =
+        R"({"cmd":"estorna_meio_pagamento","origem":1,"destino":3,"valor":"1.00"})"
+        "\n";
+    // Which tells no GNF.
+    const std::string cupom = R"({"cmd":"abre_cupom","em":"2024-03-01 10:00:00"})"
+                              "\n"
+                              R"({"cmd":"cancela_cupom_em_emissao"})"
+                              "\n";
+    const std::string end =
+        R"({"cmd":"sangria","em":"2024-03-01 21:40:00","operacao":"sangria","valor":"1.00"})"
+        "\n"
+        R"({"cmd":"reducao_z","em":"2024-03-01 23:00:00"})"
+        "\n";
+    for (const std::string& behind :
+         {reprint + report + reversal, reversal + report + reprint, payment + reprint,
+          payment + reversal + reprint, payment + reprint + cupom,
+          payment + reversal + reprint + cupom}) {
         folder.Write("tape", PROGRAMMED + std::string(PAID) + behind + end);
         EXPECT_EQ(Differences(), "") << behind << told;
         EXPECT_EQ(refused, 0) << behind;
         folder.Write("first.db", "");
         folder.Write("second.db", "");
+    }
+}
+
+// Reversals of payments before the first document that tells the GNF moved it; nothing else did.
+TEST_F(CircleTest, TheGnfBeforeTheFirstDocumentThatTellsIt)
+{
+    const std::string report = "{\"cmd\":\"abre_gerencial\"}\n{\"cmd\":\"fecha_ccd_gerencial\"}\n";
+    const std::string payment =
+        R"({"cmd":"estorna_meio_pagamento","origem":2,"destino":3,"valor":"1.00"})"
+        "\n";
+    const std::string reprint = R"({"cmd":"reimprime_mfd","coo_inicial":1,"coo_final":1})"
+                                "\n";
+    const auto cupom = [](const std::string& inIssue) {
+        return R"({"cmd":"abre_cupom"}
+{"cmd":"vende_item","codigo":"1","descricao":"A","quantidade":"1","unidade":"KG","valor_unitario":"5.00","tributacao":"T","indice":1,"arredonda":true}
+{"cmd":"efetua_pagamento","meio":2,"valor":"4.00"}
+{"cmd":"efetua_pagamento","meio":1,"valor":"9.00"}
+)" + inIssue + "{\"cmd\":\"fecha_cupom\"}\n";
+    };
+    const std::string end = R"({"cmd":"reducao_z","em":"2024-03-01 23:00:00"})"
+                            "\n";
+    for (const int gnf : {40, 999998}) {
+        Memoria start;
+        start.contadores[COUNTER_GNF] = gnf;
+        for (const std::string& day :
+             {cupom("") + payment + report, cupom("") + report + payment,
+              cupom("") + reprint + report, cupom(payment) + cupom("") + reprint + report,
+              cupom("") + payment + payment + report}) {
+            folder.Write("tape", WithoutDay() + day + end);
+            EXPECT_EQ(Differences(start), "") << gnf << "\n" << day << told;
+            EXPECT_EQ(refused, 0) << day;
+            folder.Write("first.db", "");
+            folder.Write("second.db", "");
+        }
     }
 }
 

@@ -266,6 +266,20 @@ TEST_F(ExportacaoTest, TheFactsTellIt)
                      "left out: E21: rows of pagamento_cupom without a receipt (1)\n");
 }
 
+// Four digits are all the room that there is.
+TEST_F(ExportacaoTest, OfALongerCdcTheLastDigitsStandAndAreListed)
+{
+    Execute(DAYS);
+    Execute("UPDATE outros_documentos SET cont_cdc = 9999 WHERE id_tipo_documento = 'CC'");
+    EXPECT_NE(Positions("E16", 65, 68).find("9999"), std::string::npos);
+    EXPECT_EQ(notes.find("E16 cdc"), std::string::npos) << notes;
+    Execute("UPDATE outros_documentos SET cont_cdc = 120034 WHERE id_tipo_documento = 'CC'");
+    EXPECT_NE(Positions("E16", 65, 68).find("0034"), std::string::npos);
+    EXPECT_NE(notes.find("neutral: E16 cdc: the last four digits of a longer number (1 record)\n"),
+              std::string::npos)
+        << notes;
+}
+
 // By number or CNPJ, then by date and time, whatever their order in the facts file.
 TEST_F(ExportacaoTest, FactsStandInTheOrderOfTheirKeys)
 {
@@ -275,6 +289,7 @@ TEST_F(ExportacaoTest, FactsStandInTheOrderOfTheirKeys)
                         {"numero": 9, "data_hora": "2022-01-01 00:00:00", "cnpj": "2", "ie": "", "vendas": 0},
                         {"numero": 9, "data_hora": "2021-01-01 00:00:00", "cnpj": "3", "ie": "", "vendas": 0}],
         "proprietarios_anteriores": [{"usuario": 2, "data_hora": "2019-01-01 00:00:00", "cnpj": "4", "ie": "", "cro": 0, "gt": 0},
+                                     {"usuario": 2, "data_hora": "2019-01-01 00:00:00", "cnpj": "3", "ie": "", "cro": 0, "gt": 0},
                                      {"usuario": 1, "data_hora": "2020-01-01 00:00:00", "cnpj": "5", "ie": "", "cro": 0, "gt": 0}],
         "cifras_gt": [{"cnpj": "100", "data_hora": "2018-01-01 00:00:00", "simbolo": "ABCDEFGHIJ"},
                       {"cnpj": "99", "data_hora": "2019-01-01 00:00:00", "simbolo": "BCDEFGHIJA"},
@@ -282,9 +297,17 @@ TEST_F(ExportacaoTest, FactsStandInTheOrderOfTheirKeys)
         "moedas": [{"cnpj": "2", "data_hora": "2017-01-01 00:00:00", "simbolo": "R$"},
                    {"cnpj": "1", "data_hora": "2018-01-01 00:00:00", "simbolo": "CR$"}],
         "memorias_detalhe": [{"cnpj": "7", "numero_serie": "B"}, {"cnpj": "7", "numero_serie": "A"},
-                             {"cnpj": "6", "numero_serie": "C"}]})");
+                             {"cnpj": "6", "numero_serie": "C"}],
+        "intervencoes": [{"cro": 11, "data_hora": "2016-01-02 00:00:00", "perda_dados": false},
+                         {"cro": 11, "data_hora": "2016-01-01 00:00:00", "perda_dados": false},
+                         {"cro": 10, "data_hora": "2016-01-03 00:00:00", "perda_dados": false}],
+        "versoes_software": [{"versao": "2", "data_hora": ""}, {"versao": "1", "data_hora": ""}]})");
     EXPECT_EQ(Positions("E03", 45, 54), "0920210101 0920220101 1020210101");
-    EXPECT_EQ(Positions("E04", 45, 54), "0120200101 0220190101");
+    EXPECT_EQ(Positions("E04", 45, 74),
+              "012020010100000000000000000005 022019010100000000000000000003 "
+              "022019010100000000000000000004");
+    EXPECT_EQ(Positions("E07", 45, 45), "0 1 2");
+    EXPECT_EQ(Positions("E09", 49, 58), "0420240301 1020160103 1120160101 1120160102");
     EXPECT_EQ(Positions("E05", 73, 73), "C B A");
     EXPECT_EQ(Positions("E06", 73, 75), "CR$ R$ ");
     EXPECT_EQ(Positions("E08", 59, 59), "C A B");
