@@ -108,11 +108,8 @@ bool SyncFolderOf(const char* name, const char* vfs)
     static constexpr const char* DIGITS[] = {"", "1", "2", "3", "4", "5", "6", "7", "8", "9"};
     for (const char* digit : DIGITS) {
         std::snprintf(scratch, sizeof scratch, "%s-sync%s", name, digit);
-        if (FileExists(scratch, vfs)) {
-            continue;
-        }
         OpenFile file(scratch, WRITTEN | SQLITE_OPEN_EXCLUSIVE, vfs);
-        // An empty one that was there is opened for reading alone.
+        // One that was there is opened for reading alone.
         if (file.IsOpen() && !file.IsReadOnly()) {
             file.Close();
             return DeleteFile(scratch, vfs);

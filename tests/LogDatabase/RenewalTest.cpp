@@ -227,6 +227,20 @@ TEST_F(Renewal, WhatWasCutShortIsFinishedByTheSameCallToo)
     EXPECT_EQ(Rows(), "");
 }
 
+// Whoever opens it next is not told to move what was left where it is.
+TEST_F(Renewal, ADatabaseThatCannotBeMovedGoesOnAndSaysNoMoreWhereItGoes)
+{
+    LogDatabaseOptions options = Brief();
+    options.moveFile = [](void*, const char*, const char*) { return false; };
+    ASSERT_EQ(Open(options), LogFault::NONE);
+    EXPECT_EQ(NumberedCommand(1, 1).state, LogState::KEPT);
+    EXPECT_EQ(database.BeginAnew(Aside().c_str()), LogFault::DISK);
+    EXPECT_EQ(database.Text(), "cannot move it to " + Aside());
+    EXPECT_FALSE(folder.Has("db-aside"));
+    EXPECT_EQ(NumberedCommand(2, 2).state, LogState::KEPT);
+    EXPECT_EQ(Rows(), "1 2");
+}
+
 // The power went while it was written where the database goes: nothing was moved.
 TEST_F(Renewal, AnIntentThatIsNotWholeMovesNothing)
 {
