@@ -261,5 +261,58 @@ TEST_F(LossIndexTest, ALostCommandIsAFault)
                                              "command are lost: disk I/O error"));
 }
 
+// What becomes of a rejected statement of COO 7: an amount that is known, or any.
+struct LostOf7 {
+    bool vague;
+    leitura::Amount itens, pagamentos;
+};
+
+LostOf7 Lost(const std::string& statement)
+{
+    Losses losses;
+    AddRejected(losses, 1, "syntax error", statement);
+    const conferencia::LossIndex index(losses);
+    EXPECT_TRUE(index.HasCoo(7)) << statement;
+    EXPECT_EQ(index.Of(7).IsEmpty(), index.IsVagueCoo(7)) << statement;
+    return {index.IsVagueCoo(7), index.Of(7).Itens(), index.Of(7).Pagamentos()};
+}
+
+std::string LostItemOf7(const std::string& code, const std::string& total,
+                        const std::string& end = ")")
+{
+    return "INSERT INTO item_cupom_fiscal (seq_item, cont_coo, cod_item) VALUES "
+           "(1,7,'c','d'e',1," +
+           code + ",'UN',1,'V',0,'V',0,0," + total + ",2,2,'T','N',0,0" + end;
+}
+
+std::string LostPagamentoOf7(const std::string& valor, const std::string& meio)
+{
+    return "INSERT INTO pagamento_cupom (cont_coo, cont_ccf, valor_pagamento) VALUES (7,1," +
+           valor + ",'a','b'," + meio + ",1,'N')";
+}
+
+TEST_F(LossIndexTest, AnItemTellsItsTotalWhereItsTextsLeaveItInItsPlace)
+{
+    EXPECT_EQ(Lost(LostItemOf7("'01T18.00'", "12.50")).itens.Units(), 1250);
+    EXPECT_EQ(Lost(LostItemOf7("'01T18.00'", "12.500")).itens.Units(), 1250);
+    EXPECT_EQ(Lost(LostItemOf7("'F1'", "12")).itens.Units(), 1200);
+    for (const char* total : {"", "1x.00", "12.5000", "1234567890123456", "-1.00"}) {
+        EXPECT_TRUE(Lost(LostItemOf7("'F1'", total)).vague) << total;
+    }
+    for (const char* code : {"'F9'", "F1", "'F1", "F1'", "''", ""}) {
+        EXPECT_TRUE(Lost(LostItemOf7(code, "1.00")).vague) << code;
+    }
+    EXPECT_TRUE(Lost(LostItemOf7("'F1'", "1.00", "")).vague) << "cut short";
+    EXPECT_TRUE(Lost("INSERT INTO item_cupom_fiscal (seq_item, cont_coo) VALUES (1,7)").vague);
+}
+
+TEST_F(LossIndexTest, APaymentTellsItsValue)
+{
+    EXPECT_EQ(Lost(LostPagamentoOf7("3.00", "2")).pagamentos.Units(), 300);
+    EXPECT_TRUE(Lost(LostPagamentoOf7("x", "2")).vague);
+    EXPECT_TRUE(Lost(LostPagamentoOf7("3.00", "'2'")).vague);
+    EXPECT_TRUE(Lost("INSERT INTO pagamento_cupom (cont_coo, cont_ccf) VALUES (7,1)").vague);
+}
+
 } // namespace
 } // namespace bancada::conferencia_test

@@ -89,5 +89,42 @@ TEST(DisplayText, EscapesHtml)
               "&lt;b a=&quot;1&quot; c=&#39;2&#39;&gt;&amp;amp;");
 }
 
+// A mark stands over the letter before it, also where the text is cut.
+TEST(DisplayText, ACombiningMarkTakesNoColumn)
+{
+    for (const char* mark : {"\xCC\x80", "\xCD\xAF", "\xE2\x80\x8B", "\xE2\x80\x8C", "\xE2\x80\x8D",
+                             "\xEF\xB8\x80", "\xEF\xB8\x8F"}) {
+        const std::string text = std::string("a") + mark + "b";
+        if (Disarmed(text) == text) {
+            EXPECT_EQ(ColumnCount(text), 2U) << text;
+            EXPECT_EQ(Cut(text, 1), std::string("a") + mark);
+            EXPECT_EQ(Cut(text, 2), text);
+        }
+    }
+    EXPECT_EQ(ColumnCount("a\xCC\x80"), 1U);
+    EXPECT_EQ(ColumnCount("\xEF\xB8\x90"), 1U);
+    EXPECT_EQ(ColumnCount("\xCB\xBF"), 1U);
+    EXPECT_EQ(ColumnCount("\xCD\xB0"), 1U);
+}
+
+TEST(DisplayText, CharactersOfEveryLengthComeBack)
+{
+    for (const char* text : {"a", "\xC3\xA3", "\xE2\x82\xAC", "\xF0\x9F\x98\x80"}) {
+        EXPECT_EQ(Disarmed(text), text);
+    }
+}
+
+TEST(DisplayText, CapitalsAreFoldedAndTheSignOfMultiplicationIsNoLetter)
+{
+    EXPECT_EQ(Utf8(Folded("AZ\xC3\x80\xC3\x9E\xC3\x97@[")), "az\xC3\xA0\xC3\xBE\xC3\x97@[");
+}
+
+TEST(DisplayText, ANumberBelowZeroGetsNoZeros)
+{
+    EXPECT_EQ(WithZeros(-5, 6), "-5");
+    EXPECT_EQ(WithZeros(5, 6), "000005");
+    EXPECT_EQ(WithZeros(1234567, 6), "1234567");
+}
+
 } // namespace
 } // namespace bancada::relatorio
