@@ -120,6 +120,44 @@ TEST_F(CheckAssinaturas, APaymentReversedBeforeTheClosingWasSignedAsItStoodThen)
                 testing::Not(testing::Contains(HasSubstr("cupom-assinatura"))));
 }
 
+// Two items that were adjusted on their own before the subtotal was: 9.00 of 10.00 and 5.00
+// of 6.00.
+constexpr char ADJUSTED_TWICE[] =
+    "UPDATE item_cupom_fiscal SET rowid = 11 WHERE rowid = 10;"
+    "INSERT INTO item_cupom_fiscal SELECT * FROM item_cupom_fiscal WHERE cont_coo = 15;"
+    "UPDATE item_cupom_fiscal SET seq_item = 2 WHERE rowid = 12;"
+    "UPDATE item_cupom_fiscal SET valor_unitario = 10.00 WHERE rowid = 9;"
+    "UPDATE item_cupom_fiscal SET valor_unitario = 6.00 WHERE rowid = 12;"
+    "DELETE FROM pagamento_cupom WHERE cont_coo IN (15, 17);";
+
+TEST_F(CheckAssinaturas, TheShareOfADiscountIsTakenOutOfItemsWithTheirOwn)
+{
+    Execute(ADJUSTED_TWICE);
+    Execute(
+        "UPDATE item_cupom_fiscal SET valor_desconto = 1.90, valor_total = 8.10 WHERE rowid = 9;"
+        "UPDATE item_cupom_fiscal SET valor_desconto = 1.50, valor_total = 4.50 WHERE rowid ="
+        " 12;"
+        "UPDATE cupom_fiscal SET valor_subtotal = 14.00, valor_desconto = 1.40, valor_total ="
+        " 12.60 WHERE cont_coo = 15;"
+        "INSERT INTO pagamento_cupom VALUES (15,5,12.60,1,'',2,'N',0)");
+    FaultsSigned("y+QgR8h2tnNOend4xOHnAJVyTo/7JRKlbQf0kEBPTZQ=", "");
+    EXPECT_THAT(notes, testing::Not(testing::Contains(HasSubstr("nao-conferida"))));
+}
+
+TEST_F(CheckAssinaturas, SoIsTheShareOfASurcharge)
+{
+    Execute(ADJUSTED_TWICE);
+    Execute("UPDATE item_cupom_fiscal SET valor_desconto = 1.00, valor_acrescimo = 0.90,"
+            " valor_total = 9.90 WHERE rowid = 9;"
+            "UPDATE item_cupom_fiscal SET valor_desconto = 1.00, valor_acrescimo = 0.50,"
+            " valor_total = 5.50 WHERE rowid = 12;"
+            "UPDATE cupom_fiscal SET valor_subtotal = 14.00, valor_acrescimo = 1.40, valor_total ="
+            " 15.40 WHERE cont_coo = 15;"
+            "INSERT INTO pagamento_cupom VALUES (15,5,15.40,1,'',2,'N',0)");
+    FaultsSigned("nc2o6+sjxlAtsG15G0HqEwUmA7+22pdVs0PCRmmFgA4=", "");
+    EXPECT_THAT(notes, testing::Not(testing::Contains(HasSubstr("nao-conferida"))));
+}
+
 // Two rates of ISSQN, which are tried together beside nothing else, and a payment of each of two
 // means reversed behind the closing.
 constexpr char REVERSED_TWICE[] =

@@ -107,6 +107,29 @@ TEST_F(LossIndexTest, ALostReceiptExplainsItsDay)
                     "pagamento-sem-cupom: COO 4: 1 payments without their receipt (explained)"));
 }
 
+TEST_F(LossIndexTest, SoDoesALostNonFiscalReceipt)
+{
+    Execute(CLEAN_DAYS);
+    Execute("DELETE FROM cupom_nf WHERE cont_coo = 10;"
+            "UPDATE cupom_nf SET rowid = rowid - 1 WHERE rowid > 2");
+    Losses losses;
+    AddRejected(losses, 5, "syntax error", ADDITIONAL);
+    AddRejected(losses, 62, "near \"AGUA\": syntax error",
+                "INSERT INTO cupom_nf (cont_coo, cont_crz, cont_gnf, num_ecf, data_hora_emissao, "
+                "nome_consumidor) VALUES (10,1,4,1,'2024-03-01 11:00:00','JOANA D'AGUA')");
+    EXPECT_THAT(
+        Faults(&losses),
+        ElementsAre(
+            "linha-perdida: cupom_nf cont_coo 10, cont_gnf 4, cont_crz 1: INSERT of cupom_nf by command 62 was rejected: near \"AGUA\": syntax error",
+            "z-nao-fiscais: CRZ 1: non-fiscal totalizers 210.00, valid non-fiscal receipts 180.00 (explained)",
+            "z-meio: CRZ 1 means 1: took in 80.00, payments 30.00 (explained)",
+            "z-troco: CRZ 1: payment means 93.50 less change 26.52, valid receipts 36.98 (explained)",
+            "item-nf-sem-cupom: COO 10: 1 items without their receipt (explained)",
+            "pagamento-sem-cupom: COO 10: 1 payments without their receipt (explained)",
+            "documento-sem-nf: COO 10: 1 document rows without their non-fiscal receipt (explained)",
+            "z-nao-fiscais: CRZ 1 DOACAO: 30.00, valid non-fiscal items 0.00 (explained)"));
+}
+
 // The payment of COO 10 that holds an apostrophe is in its Z and has no row.
 const char LOST_PAYMENT[] =
     "INSERT INTO pagamento_cupom (cont_coo, cont_gnf, valor_pagamento, num_parcelas, "

@@ -124,6 +124,12 @@ TEST_F(Places, OfReductionsThatDoNotFollow)
                             "crz-repetido: CRZ 1 [COO 14 CRZ 1] reducao_z 4 cont_crz: 10, 1"));
 }
 
+TEST_F(Places, OfARegisterWithoutItsIdentity)
+{
+    EXPECT_THAT(Of({"programacao"}, "DELETE FROM dados_ecf"),
+                ElementsAre("programacao: dados_ecf [COO 0 CRZ 0] dados_ecf 0 : 1 row, 0 rows"));
+}
+
 TEST_F(Places, OfAReceiptLeftOpen)
 {
     EXPECT_THAT(
