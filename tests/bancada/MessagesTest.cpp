@@ -119,10 +119,16 @@ TEST(Messages, NumbersChooseTheForm)
     EXPECT_EQ(TrCount(one, several, 1, {"x"}), "1 thing of x");
     EXPECT_EQ(TrCount(one, several, 0, {"x"}), "0 things of x");
     EXPECT_EQ(TrCount(one, several, 2, {"x"}), "2 things of x");
+    EXPECT_EQ(TrCount(one, several, -1, {"x"}), "-1 things of x");
+    EXPECT_EQ(TrCount("%1 %2 %3", several, 1, {"x"}), "1 x %3");
     const InPortuguese portuguese;
     EXPECT_EQ(TrCount(one, several, 1, {"x"}), "1 thing of x");
     EXPECT_EQ(TrCount(one, several, 0, {"x"}), "0 thing of x");
     EXPECT_EQ(TrCount(one, several, 2, {"x"}), "2 things of x");
+    EXPECT_EQ(TrCount(one, several, -1, {"x"}), "-1 thing of x");
+    EXPECT_EQ(TrCount(one, several, -2, {"x"}), "-2 things of x");
+    EXPECT_EQ(TrCount("%1 record", "%1 records", 1), "1 registro");
+    EXPECT_EQ(TrCount("%1 record", "%1 records", 2), "2 registros");
 }
 
 // A catalogue of two messages, "a" as "AA" and "b", plural "bs", as "B" and "BS".
@@ -152,11 +158,43 @@ TEST(MessageCatalogue, FindsMessagesAndTheirForms)
         EXPECT_STREQ(catalogue.Find("a", 0), "AA");
         EXPECT_STREQ(catalogue.Find("b", 0), "B");
         EXPECT_STREQ(catalogue.Find("b", 1), "BS");
-        for (const char* none : {"", "aa", "bs", "c", "A"}) {
+        for (const char* none : {"", "aa", "bs", "c", "A", "AA", "B", "BS"}) {
             EXPECT_STREQ(catalogue.Find(none, 0), none);
         }
         EXPECT_STREQ(catalogue.Find("a", 1), "a");
         EXPECT_STREQ(catalogue.Find("b", 2), "b");
+    }
+}
+
+TEST(MessageCatalogue, TheTablesMayStandBehindTheTexts)
+{
+    std::vector<unsigned char> bytes;
+    const auto word = [&](std::uint32_t value) {
+        for (unsigned i = 0; i < 4; ++i) {
+            bytes.push_back(static_cast<unsigned char>(value >> (8 * i)));
+        }
+    };
+    for (const std::uint32_t value : {0x950412deU, 0U, 1U, 32U, 40U, 0U, 0U}) {
+        word(value);
+    }
+    bytes.insert(bytes.end(), {'a', 0, 'A', 0});
+    for (const std::uint32_t value : {1U, 28U, 1U, 30U}) {
+        word(value);
+    }
+    const MessageCatalogue catalogue({bytes.data(), bytes.size()});
+    EXPECT_STREQ(catalogue.Find("a", 0), "A");
+    EXPECT_STREQ(catalogue.Find("b", 0), "b");
+}
+
+TEST(MessageCatalogue, EveryPlaceOfALongOneIsFound)
+{
+    const InPortuguese portuguese;
+    const MessageCatalogue catalogue({CATALOGUE_PT, CATALOGUE_PT_SIZE});
+    for (const char* text : {"%1 % of the tape", "\"%1\" does not fit", "Is a directory",
+                             "the unit price", "versao_sb has no date", "refused"}) {
+        EXPECT_STRNE(catalogue.Find(text, 0), text);
+        const std::string behind = std::string(text) + "\x01";
+        EXPECT_EQ(catalogue.Find(behind.c_str(), 0), behind);
     }
 }
 

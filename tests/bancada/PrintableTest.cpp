@@ -9,7 +9,9 @@ using bancada::Printable;
 
 TEST(Printable, OrdinaryTextsStay)
 {
-    for (const char* text : {"", "abc \\x1B", "ação", "€", "\xF0\x9F\x98\x80", "~"}) {
+    for (const char* text : {"", "abc \\x1B", "ação", "€", "\xF0\x9F\x98\x80", "~",
+                             "\xF4\x8F\xBF\xBF", "\xE2\x80\xA7", "\xE2\x80\xAF", "\xE2\x81\xA5",
+                             "\xE2\x81\xAA", "\xC2\xA0", "\xF0\x90\x80\x80", "\xE0\xA0\x80"}) {
         EXPECT_EQ(Printable(text), text);
     }
 }

@@ -1,11 +1,16 @@
 // What a spreadsheet is given: whole, and what could do harm there.
 #include "bancada/relatorio/Csv.h"
+#include "bancada/Unusable.h"
 
 #include "tests/bancada/relatorio/ShowTest.h"
 
+#include <fstream>
 #include <gmock/gmock.h>
+#include <sqlite3.h>
 #include <sstream>
+#include <streambuf>
 #include <string>
+#include <utility>
 
 namespace bancada::show_test
 {
@@ -152,6 +157,38 @@ TEST_F(Csv, NoTextIsReckonedWithOrObeyed)
         EXPECT_THAT(Table(relatorio::CsvTable::DOCUMENTOS),
                     HasSubstr(std::string(";\"'") + first + "A1;\"\"\uFFFD[2J\";"));
     }
+}
+
+// Writes to the database when it is written to.
+class Disturbance : public std::streambuf
+{
+  public:
+    explicit Disturbance(std::string file) : m_file(std::move(file)) {}
+
+  protected:
+    int overflow(int c) override
+    {
+        std::ofstream(m_file, std::ios::app | std::ios::binary) << 'x';
+        return c;
+    }
+
+  private:
+    std::string m_file;
+};
+
+TEST_F(Csv, ADatabaseThatChangedMeanwhileIsTold)
+{
+    WriteSample();
+    sqlite3* db = nullptr;
+    ASSERT_EQ(sqlite3_open(Database().c_str(), &db), SQLITE_OK);
+    EXPECT_EQ(sqlite3_exec(db, "PRAGMA journal_mode = WAL", nullptr, nullptr, nullptr), SQLITE_OK);
+    ASSERT_EQ(sqlite3_close(db), SQLITE_OK);
+    const leitura::DatabaseReading database(Database());
+    ASSERT_EQ(database.HowRead(), leitura::Manner::FILE_ALONE);
+    Disturbance disturbance(Database());
+    std::ostream out(&disturbance);
+    EXPECT_THROW(relatorio::WriteCsv({&database}, relatorio::CsvTable::REDUCOES, {}, out),
+                 Unusable);
 }
 
 TEST_F(Csv, SeveralDatabasesHaveOneHeading)

@@ -116,6 +116,27 @@ TEST_F(Totais, WhatCannotBeReadIsInNoSumAndCounted)
     EXPECT_THAT(text, HasSubstr("1 payment whose amount cannot be read is in no sum here\n"));
 }
 
+TEST_F(Totais, SeveralPaymentsThatCannotBeReadAndAnItemWithoutATaxCode)
+{
+    WriteSample();
+    Write("UPDATE pagamento_cupom SET valor_pagamento = 'y' WHERE cont_coo IN (105, 113);"
+          "UPDATE item_cupom_fiscal SET aliquota = '' WHERE cont_coo = 113");
+    RunShow(Options());
+    EXPECT_THAT(text, HasSubstr(" payments whose amount cannot be read are in no sum here\n"));
+    EXPECT_THAT(text, HasSubstr("\n(no tax code) "));
+}
+
+TEST_F(Totais, RowsThatThreeDocumentsShowAlikeCountOnce)
+{
+    WriteSample();
+    Write("INSERT INTO cupom_fiscal SELECT * FROM cupom_fiscal WHERE cont_coo = 113;"
+          "INSERT INTO cupom_fiscal SELECT * FROM cupom_fiscal WHERE cont_coo = 113 LIMIT 1");
+    const Json totais = ShowJson(Options());
+    EXPECT_EQ(totais["dias"][1]["cupons"], 3);
+    EXPECT_EQ(totais["aliquotas"][0]["valor"], "1005.93");
+    EXPECT_EQ(totais["meios_pagamento"][0]["valor"], "67.10");
+}
+
 TEST_F(Totais, RowsThatTwoDocumentsShowAlikeCountOnce)
 {
     WriteSample();

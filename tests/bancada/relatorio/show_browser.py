@@ -349,6 +349,34 @@ class Page(unittest.TestCase):
             finally:
                 self.browser.execute_cdp_cmd("Emulation.clearDeviceMetricsOverride", {})
 
+    def test_a_year_is_an_overview_that_is_there_at_once(self):
+        days = 365
+        folder = pathlib.Path(self.folder.name)
+        tape = subprocess.run([PROGRAM, "generate", "--days", str(days), "--receipts", "2", "--seed",
+                               "1"], check=True, stdout=subprocess.PIPE, timeout=60).stdout
+        (folder / "year.jsonl").write_bytes(tape)
+        subprocess.run([PROGRAM, "run", folder / "year.jsonl", "--db", folder / "year.db"],
+                       check=True, stdout=subprocess.DEVNULL, timeout=200)
+        subprocess.run([PROGRAM, "show", folder / "year.db", "--pages", folder / "year"],
+                       check=True, timeout=200)
+        pages = sorted((folder / "year").iterdir())
+        self.assertEqual(len(pages), days + 1)
+        self.assertLess(max(page.stat().st_size for page in pages), 2_000_000)
+        times = {"index.html": [], "dia-00002.html": []}
+        for _ in range(5):  # in turns: the machine has other things to do
+            for name, took in times.items():
+                self.browser.get((folder / "year" / name).as_uri())
+                took.append(self.browser.execute_script(
+                    "document.body.scrollHeight;"
+                    "return performance.getEntriesByType('navigation')[0].domComplete"))
+        self.browser.get((folder / "year" / "index.html").as_uri())
+        elements = self.browser.execute_script("return document.getElementsByTagName('*').length")
+        self.assertGreater(elements, 4 * days)
+        self.assertLess(elements, 12 * days + 300)
+        index, day = (sorted(took)[2] for took in times.values())
+        self.assertGreater(day, 0)
+        self.assertLess(index / day, 12, times)
+
     def fits(self, width):
         self.assertLessEqual(self.browser.execute_script(
             "return document.documentElement.scrollWidth"), width)
