@@ -92,6 +92,19 @@ TEST_F(CheckedRelogio, AClockSetForwardIsNothingToTell)
     EXPECT_THAT(Findings(), IsEmpty());
 }
 
+TEST_F(CheckedRelogio, ASettingStandsBetweenWhatCameBeforeItAndItself)
+{
+    Execute(CLEAN_DAYS);
+    Execute("UPDATE outros_documentos SET data_hora_inicio_emissao = '2024-03-01 07:59:59'"
+            " WHERE cont_coo = 2");
+    const leitura::DatabaseReading database(Path());
+    const conferencia::Acertos acertos(database, conferencia::RepeatedCoos(database));
+    EXPECT_TRUE(acertos.HasBetween(1, 2));
+    EXPECT_TRUE(acertos.HasBetween(1, 3));
+    EXPECT_FALSE(acertos.HasBetween(2, 3));
+    EXPECT_FALSE(acertos.HasBetween(3, 4));
+}
+
 TEST_F(CheckedRelogio, WithoutAnInterventionTheClockWasNotSet)
 {
     Execute(CLEAN_DAYS);

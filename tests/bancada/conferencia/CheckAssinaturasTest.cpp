@@ -158,6 +158,15 @@ TEST_F(CheckAssinaturas, SoIsTheShareOfASurcharge)
     EXPECT_THAT(notes, testing::Not(testing::Contains(HasSubstr("nao-conferida"))));
 }
 
+// Nothing is unknown of two payments in one means that were not reversed.
+TEST_F(CheckAssinaturas, PaymentsInOneMeansAreTold)
+{
+    EXPECT_THAT(FaultsOf("DELETE FROM pagamento_cupom WHERE cont_coo IN (15, 17);"
+                         "INSERT INTO pagamento_cupom VALUES (15,5,3.00,1,'',2,'N',0),"
+                         " (15,5,4.00,1,'',2,'N',0)"),
+                testing::Contains(std::string("cupom-assinatura: COO 15: ") + NOT_SIGNED));
+}
+
 // Two rates of ISSQN, which are tried together beside nothing else, and a payment of each of two
 // means reversed behind the closing.
 constexpr char REVERSED_TWICE[] =
