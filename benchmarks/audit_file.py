@@ -6,13 +6,13 @@
 
 Generates a tape of N days (31) and one of so many TIMES as many (12), runs each, and exports its file.
 That file is imported, what comes of it is run and exported, and both files are compared: they must be
-the same. Each command is run twice: under callgrind for its instructions, which repeat exactly for
-the same program, and thrice by itself for its largest memory and its least processor time, of which
-a ratio alone is printed. PLAIN, bench_plain, reads the same input in the
-same way of counting: the file's lines for import and compare (both files), the tape's for run, the
-database's rows for export.
+the same. Each command is run under callgrind for its instructions, which repeat exactly for the same
+program, and thrice by itself for its largest memory and its least processor time. PLAIN, bench_plain,
+reads the same input in the same way of counting: the file's lines for import and compare (both files),
+the tape's for run, the database's rows for export.
 
-An --untraced COMMAND's instructions are not counted in the longer file, which takes callgrind long.
+An --untraced COMMAND's instructions are not counted in the longer file, which takes callgrind long: of
+it the ratio of processor times is told, which other programs of the machine disturb.
 
 With --limit the exit code is 1 where the instructions of a record in the longer file are above RATIO
 times those in the shorter one.
@@ -136,14 +136,13 @@ def main():
           "bytes a record more |\n|---|---:|---:|---:|---:|")
     (few, short), (many, long) = both
     for name in short:
-        growth = None
-        if long[name][0] is not None:
-            growth = long[name][0] / many / (short[name][0] / few)
-        taken = long[name][3] / many / (short[name][3] / few) if short[name][3] else 0
+        untraced = long[name][0] is None
+        of = 3 if untraced else 0
+        growth = long[name][of] / many / (short[name][of] / few)
         more = long[name][2] - short[name][2]
-        print(f"| {name} | {'' if growth is None else f'{growth:.3f}'} | {taken:.2f} | {more:,} | "
-              f"{more * 1024 / (many - few):,.1f} |")
-        if options.limit is not None and growth is not None and growth > options.limit:
+        told = f" | {growth:.2f}" if untraced else f"{growth:.3f} | "
+        print(f"| {name} | {told} | {more:,} | {more * 1024 / (many - few):,.1f} |")
+        if options.limit is not None and not untraced and growth > options.limit:
             print(f"{name}: {growth:.3f}, above {options.limit:g}", file=sys.stderr)
             faults = 1
     return faults

@@ -30,6 +30,38 @@ TEST(ArquivoRateioTest, SharesAreTakenOutAgain)
     EXPECT_EQ(*surcharge, (Cents{1000, 2000, 3000}));
 }
 
+// Every value within a cent of the guess is tried, above it and below it; as few items as can be
+// have an adjustment of their own.
+TEST(ArquivoRateioTest, ItemsOfTheirOwnAdjustmentsAreToldFromTheirShares)
+{
+    for (const std::int64_t first : {333, 350, 377}) {
+        for (const std::int64_t second : {1201, 1234, 1277}) {
+            for (const std::int64_t valor : {1, 17, 99, 101}) {
+                const Cents own = {first, second, 2000, 55};
+                std::int64_t subtotal = 0;
+                for (const std::int64_t one : own) {
+                    subtotal += one;
+                }
+                const Cents shares = Apportion(valor, own);
+                std::vector<ItemRateado> itens;
+                // The first two were brought down by themselves.
+                const Cents limites = {400, 1300, 2000, 55};
+                for (std::size_t i = 0; i < own.size(); ++i) {
+                    itens.push_back({own[i] - shares[i], limites[i]});
+                }
+                const auto undone = UndoRateio(valor, true, subtotal, itens);
+                ASSERT_TRUE(undone) << first << " " << second << " " << valor;
+                const Cents again = Apportion(valor, *undone);
+                for (std::size_t i = 0; i < own.size(); ++i) {
+                    EXPECT_EQ((*undone)[i] - again[i], itens[i].liquido);
+                }
+                EXPECT_EQ((*undone)[2], 2000) << first << " " << second << " " << valor;
+                EXPECT_EQ((*undone)[3], 55) << first << " " << second << " " << valor;
+            }
+        }
+    }
+}
+
 TEST(ArquivoRateioTest, WhatIsNoShareIsNotFound)
 {
     EXPECT_FALSE(UndoRateio(100, true, 6000, {{1000, 1000}, {2000, 2000}, {2900, 3000}}));
