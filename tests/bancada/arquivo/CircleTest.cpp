@@ -297,6 +297,28 @@ TEST_F(CircleTest, AVoucherIsReversedWhereTheGnfTellsIt)
     }
 }
 
+// Fourteen digits that begin with zeros may be of either; and a receipt without an item left is not
+// closed, so that the number behind it is of something else.
+TEST_F(CircleTest, ABuyerAndAReceiptThatLookLikeOthers)
+{
+    constexpr char DAY[] =
+        R"({"cmd":"abre_cupom","em":"2024-03-01 09:00:00","cpf_cnpj":"00077788800173"}
+{"cmd":"vende_item","codigo":"1","descricao":"A","quantidade":"1","unidade":"KG","valor_unitario":"5.00","tributacao":"T","indice":1,"arredonda":true}
+{"cmd":"efetua_pagamento","meio":1,"valor":"5.00"}
+{"cmd":"fecha_cupom"}
+{"cmd":"abre_cupom","cpf_cnpj":"52998224725"}
+{"cmd":"vende_item","codigo":"1","descricao":"A","quantidade":"1","unidade":"KG","valor_unitario":"5.00","tributacao":"T","indice":1,"arredonda":true}
+{"cmd":"cancela_item","item":1}
+{"cmd":"cancela_cupom_em_emissao"}
+{"cmd":"reimprime_mfd","coo_inicial":1,"coo_final":1}
+{"cmd":"reducao_z","em":"2024-03-01 23:00:00"}
+)";
+    folder.Write("tape", std::string(PROGRAMMED) + DAY);
+    EXPECT_EQ(Differences(), "") << told;
+    EXPECT_EQ(refused, 0);
+    EXPECT_NE(folder.Read("tape2").find("\"00077788800173\""), std::string::npos);
+}
+
 TEST_F(CircleTest, RestartsPastTheLastNumberStandInTheirOrder)
 {
     comparesFindings = false;
