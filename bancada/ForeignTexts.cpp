@@ -80,6 +80,9 @@ constexpr const char* OWNER[] = {
     TrLater("the engine has rolled its transaction back"),
 };
 
+// No pattern has more.
+constexpr std::size_t MOST_PLACES = 2;
+
 // What stands in `text` at the places of `pattern`; nothing where it has another form.
 std::optional<std::vector<std::string_view>> PlacesOf(std::string_view pattern,
                                                       std::string_view text)
@@ -110,10 +113,9 @@ template <std::size_t COUNT>
 std::optional<std::string> Known(const char* const (&list)[COUNT], std::string_view text)
 {
     for (const char* pattern : list) {
-        if (const auto values = PlacesOf(pattern, text)) {
-            const std::string_view first = values->empty() ? "" : values->front();
-            const std::string_view second = values->size() < 2 ? "" : (*values)[1];
-            return Tr(pattern, {first, second});
+        if (auto values = PlacesOf(pattern, text)) {
+            values->resize(MOST_PLACES);
+            return Tr(pattern, {(*values)[0], (*values)[1]});
         }
     }
     return std::nullopt;
