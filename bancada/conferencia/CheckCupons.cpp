@@ -51,6 +51,19 @@ Amount Bruto(const Amount& quantidade, const Amount& valorUnitario, bool rounds)
     return {cents, CENTS};
 }
 
+// An item's amounts in cents.
+struct Valores {
+    explicit Valores(const ItemCupomFiscalRow& item)
+        : bruto(Bruto(item.quantidade, item.valorUnitario, item.arredTruncValor.Value() == "A")),
+          desconto(item.valorDesconto.WithDecimals(CENTS)),
+          acrescimo(item.valorAcrescimo.WithDecimals(CENTS)),
+          cancelado(item.valorCancAcrescimo.WithDecimals(CENTS))
+    {
+    }
+
+    Amount bruto, desconto, acrescimo, cancelado;
+};
+
 // What the items of a receipt come to.
 struct ItensSum {
     Amount soma; // of the live ones
@@ -64,8 +77,14 @@ class Itens
 {
   public:
     explicit Itens(CheckContext& context)
-        : m_context(context), m_rows(context.Database(), leitura::ItemCupomFiscalTable(),
-                                     "WHERE cont_coo = ?1 ORDER BY seq_item")
+        : m_context(context),
+          m_rows(context.Database(),
+                 leitura::ItemCupomFiscalTable().Only(
+                     {"seq_item", "quantidade", "aliquota", "valor_unitario", "tipo_acrescimo",
+                      "valor_acrescimo", "tipo_desconto", "valor_desconto", "valor_canc_acrescimo",
+                      "valor_total", "casas_decimais_quantidade", "casas_decimais_valor",
+                      "id_arred_trunc_valor", "id_cancelado", "perc_acrescimo", "perc_desconto"}),
+                 "WHERE cont_coo = ?1 ORDER BY seq_item")
     {
     }
 
@@ -80,17 +99,14 @@ class Itens
             ReportMissingItens(m_context, coo, previous, item.seqItem.Value());
             sum.missing = sum.missing || item.seqItem.Value() != previous + 1;
             previous = item.seqItem.Value();
-            const Amount bruto =
-                Bruto(item.quantidade, item.valorUnitario, item.arredTruncValor.Value() == "A");
-            const Amount acrescimo = item.valorAcrescimo.WithDecimals(CENTS);
-            const Amount cancelado = item.valorCancAcrescimo.WithDecimals(CENTS);
-            sum.bruto = sum.bruto + bruto;
-            sum.descontos = sum.descontos + item.valorDesconto.WithDecimals(CENTS);
-            sum.acrescimos = sum.acrescimos + acrescimo + cancelado;
-            sum.acrescimoCancelado = sum.acrescimoCancelado || !cancelado.IsZero();
-            CheckPercentuais(coo, item, bruto);
+            const Valores valores(item);
+            sum.bruto = sum.bruto + valores.bruto;
+            sum.descontos = sum.descontos + valores.desconto;
+            sum.acrescimos = sum.acrescimos + valores.acrescimo + valores.cancelado;
+            sum.acrescimoCancelado = sum.acrescimoCancelado || !valores.cancelado.IsZero();
+            CheckPercentuais(coo, item, valores);
             CheckCasas(coo, item);
-            const Amount total = CheckTotal(coo, item, bruto);
+            const Amount total = CheckTotal(coo, item, valores);
             if (!item.cancelado.IsSet()) {
                 sum.soma = sum.soma + total;
                 sum.porAliquota[item.aliquota.Value()].push_back(total);
@@ -106,11 +122,10 @@ class Itens
     }
 
     // Answers the item's total. A cancelled item keeps what it was cancelled with.
-    Amount CheckTotal(std::int64_t coo, const ItemCupomFiscalRow& item, const Amount& bruto)
+    Amount CheckTotal(std::int64_t coo, const ItemCupomFiscalRow& item, const Valores& valores)
     {
         Amount total = item.valorTotal.WithDecimals(CENTS);
-        const Amount reckoned = bruto + item.valorAcrescimo.WithDecimals(CENTS) -
-                                item.valorDesconto.WithDecimals(CENTS);
+        const Amount reckoned = valores.bruto + valores.acrescimo - valores.desconto;
         if (!IsSame(item.valorTotal, reckoned)) {
             m_context.findings.Report(
                 FindingKind::ITEM_TOTAL, KeyOf(coo, item),
@@ -130,11 +145,9 @@ class Itens
                                   {"item_cupom_fiscal", item.rowid, column, expected, found});
     }
 
-    void CheckPercentuais(std::int64_t coo, const ItemCupomFiscalRow& item, const Amount& bruto)
+    void CheckPercentuais(std::int64_t coo, const ItemCupomFiscalRow& item, const Valores& valores)
     {
-        const Amount desconto = item.valorDesconto.WithDecimals(CENTS);
-        const Amount acrescimo = item.valorAcrescimo.WithDecimals(CENTS);
-        const Amount cancelado = item.valorCancAcrescimo.WithDecimals(CENTS);
+        const auto& [bruto, desconto, acrescimo, cancelado] = valores;
         const std::string& tipoDesconto = item.tipoDesconto.Value();
         const std::string& tipoAcrescimo = item.tipoAcrescimo.Value();
         if ((tipoDesconto == "P") != !item.percDesconto.IsZero()) {

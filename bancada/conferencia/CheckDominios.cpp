@@ -132,9 +132,9 @@ class TableCheck
         if (!number.IsKnown()) {
             return;
         }
-        const std::string column = m_columns[static_cast<std::size_t>(m_ordered) - 1].name;
         if (m_last && *m_last != number.Value() && !leitura::ComesBefore(*m_last, number.Value())) {
             const std::string found = std::to_string(number.Value());
+            const std::string& column = m_columns[static_cast<std::size_t>(m_ordered) - 1].name;
             m_context.findings.ReportExplained(
                 FindingKind::ORDEM, Tr("%1 row %2", {m_table, std::to_string(rowid)}),
                 Tr("%1 %2 comes after %3", {column, found, std::to_string(*m_last)}), false,

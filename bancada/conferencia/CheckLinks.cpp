@@ -4,6 +4,9 @@
 #include "bancada/conferencia/Texts.h"
 #include "bancada/leitura/Query.h"
 
+#include <optional>
+#include <set>
+
 namespace bancada::conferencia
 {
 namespace
@@ -29,26 +32,40 @@ constexpr Key INDICE = {"num_indice", "", NoSubject};
 constexpr Key USUARIO = {"seq_usuario", "", NoSubject};
 constexpr Key ECF = {"num_ecf", "", NoSubject};
 
-// Faulty keys, and how many rows stand under each.
+// The items of receipts, most of a database's rows: they are walked through once, in the order of
+// their keys, before the engine groups and counts them.
+struct Itens {
+    const char* table;
+    const char* receipts;
+};
+
+constexpr Itens ITENS_FISCAIS = {"item_cupom_fiscal", "cupom_fiscal"};
+constexpr Itens ITENS_NF = {"item_cupom_nf", "cupom_nf"};
+
+// Faulty keys, and how many rows stand under each. What is asked of a key stands behind HAVING,
+// where the engine asks it once a key and not once a row.
 struct Link {
     FindingKind kind;
     Key key;
-    const char* table; // said before the key where the kind does not say it
-    const char* what;  // stands under the key, %1 of them, for Tr
-    const char* rows;  // behind SELECT and its columns
+    const char* table;            // said before the key where the kind does not say it
+    const char* what;             // stands under the key, %1 of them, for Tr
+    const char* rows;             // behind SELECT and its columns
+    const Itens* itens = nullptr; // asked for where one of them is suspect alone
 };
 
 const Link LINKS[] = {
     {FindingKind::ITEM_SEM_CUPOM, COO, "", TrLater("%1 items without their receipt"),
-     "FROM item_cupom_fiscal i WHERE NOT EXISTS (SELECT 1 FROM cupom_fiscal c WHERE c.cont_coo"
-     " = i.cont_coo) GROUP BY cont_coo"},
+     "FROM item_cupom_fiscal i GROUP BY cont_coo HAVING NOT EXISTS (SELECT 1 FROM cupom_fiscal c"
+     " WHERE c.cont_coo = i.cont_coo)",
+     &ITENS_FISCAIS},
     {FindingKind::ITEM_NF_SEM_CUPOM, COO, "", TrLater("%1 items without their receipt"),
-     "FROM item_cupom_nf i WHERE NOT EXISTS (SELECT 1 FROM cupom_nf c WHERE c.cont_coo ="
-     " i.cont_coo) GROUP BY cont_coo"},
+     "FROM item_cupom_nf i GROUP BY cont_coo HAVING NOT EXISTS (SELECT 1 FROM cupom_nf c WHERE"
+     " c.cont_coo = i.cont_coo)",
+     &ITENS_NF},
     {FindingKind::PAGAMENTO_SEM_CUPOM, COO, "", TrLater("%1 payments without their receipt"),
-     "FROM pagamento_cupom p WHERE NOT EXISTS (SELECT 1 FROM cupom_fiscal c WHERE c.cont_coo ="
-     " p.cont_coo) AND NOT EXISTS (SELECT 1 FROM cupom_nf n WHERE n.cont_coo = p.cont_coo)"
-     " GROUP BY cont_coo"},
+     "FROM pagamento_cupom p GROUP BY cont_coo HAVING NOT EXISTS (SELECT 1 FROM cupom_fiscal c"
+     " WHERE c.cont_coo = p.cont_coo) AND NOT EXISTS (SELECT 1 FROM cupom_nf n WHERE n.cont_coo ="
+     " p.cont_coo)"},
     {FindingKind::NF_SEM_DOCUMENTO, COO, "",
      TrLater("%1 non-fiscal receipts without their document row"),
      "FROM cupom_nf n WHERE NOT EXISTS (SELECT 1 FROM outros_documentos o WHERE o.cont_coo ="
@@ -90,10 +107,12 @@ const Link LINKS[] = {
      " count(*) > 1"},
     {FindingKind::CHAVE_REPETIDA, COO, "item_cupom_fiscal ", TrLater("%1 rows of the same item"),
      "FROM item_cupom_fiscal i GROUP BY cont_coo, seq_item HAVING count(*) > 1 AND NOT EXISTS"
-     " (SELECT 1 FROM cupom_fiscal c WHERE c.cont_coo = i.cont_coo LIMIT 1 OFFSET 1)"},
+     " (SELECT 1 FROM cupom_fiscal c WHERE c.cont_coo = i.cont_coo LIMIT 1 OFFSET 1)",
+     &ITENS_FISCAIS},
     {FindingKind::CHAVE_REPETIDA, COO, "item_cupom_nf ", TrLater("%1 rows of the same item"),
      "FROM item_cupom_nf i GROUP BY cont_coo, seq_item HAVING count(*) > 1 AND NOT EXISTS"
-     " (SELECT 1 FROM cupom_nf c WHERE c.cont_coo = i.cont_coo LIMIT 1 OFFSET 1)"},
+     " (SELECT 1 FROM cupom_nf c WHERE c.cont_coo = i.cont_coo LIMIT 1 OFFSET 1)",
+     &ITENS_NF},
     {FindingKind::CHAVE_REPETIDA, COO, "cupom_nf ", TrLater("%1 rows of one document"),
      "FROM cupom_nf n GROUP BY cont_coo HAVING count(*) > max(1, (SELECT count(*) FROM"
      " outros_documentos o WHERE o.cont_coo = n.cont_coo AND o.id_tipo_documento = 'CN'))"},
@@ -128,11 +147,49 @@ std::string TableOf(const Link& link)
     return rows.substr(FROM, rows.find(' ', FROM) - FROM);
 }
 
+// Whether an item may have no receipt, or a key that another one has: true also for a key that is
+// no number.
+bool AreSuspect(const CheckContext& context, const Itens& itens)
+{
+    leitura::Query items(context.Database(), std::string("SELECT cont_coo, seq_item FROM ") +
+                                                 itens.table + " ORDER BY cont_coo, seq_item");
+    leitura::Query receipt(context.Database(), std::string("SELECT 1 FROM ") + itens.receipts +
+                                                   " WHERE cont_coo = ?1 LIMIT 1");
+    std::optional<std::int64_t> lastCoo;
+    std::int64_t lastItem = 0;
+    while (items.Next()) {
+        const leitura::Integer coo = leitura::ReadInteger(items.Row(), 0, leitura::Nullable::NO);
+        const leitura::Integer item = leitura::ReadInteger(items.Row(), 1, leitura::Nullable::NO);
+        if (!coo.IsKnown() || !item.IsKnown()) {
+            return true;
+        }
+        if (lastCoo != coo.Value()) {
+            if (!receipt.With(coo.Value()).Next()) {
+                return true;
+            }
+        } else if (lastItem == item.Value()) {
+            return true;
+        }
+        lastCoo = coo.Value();
+        lastItem = item.Value();
+    }
+    return false;
+}
+
 } // namespace
 
 void CheckLinks(CheckContext& context)
 {
+    std::set<const Itens*> sound;
+    for (const Itens* itens : {&ITENS_FISCAIS, &ITENS_NF}) {
+        if (!AreSuspect(context, *itens)) {
+            sound.insert(itens);
+        }
+    }
     for (const Link& link : LINKS) {
+        if (sound.count(link.itens) != 0) {
+            continue;
+        }
         leitura::Query query(context.Database(),
                              std::string("SELECT ") + link.key.column +
                                  " AS number, count(*) AS row_count, min(rowid) AS first_row " +

@@ -8,7 +8,11 @@ namespace bancada::conferencia
 {
 
 DocumentStream::DocumentStream(const leitura::DatabaseReading& database, const Acertos& acertos)
-    : m_acertos(acertos), m_fiscais(database, leitura::CupomFiscalTable(), "ORDER BY rowid"),
+    : m_acertos(acertos), m_fiscais(database,
+                                    leitura::CupomFiscalTable().Only(
+                                        {"cont_coo", "cont_ccf", "cont_crz", "data_hora_emissao",
+                                         "assinatura_documento", "id_cancelado"}),
+                                    "ORDER BY rowid"),
       m_outros(database, leitura::OutroDocumentoTable(), "ORDER BY rowid"),
       m_reducoes(
           database,

@@ -79,17 +79,22 @@ bool HasForm(std::string_view text, std::string_view form)
                       [](char c, char due) { return due == 'd' ? IsDigit(c) : c == due; });
 }
 
-bool IsNumberFrom(sqlite3_stmt* row, int column, std::int64_t least, std::int64_t most)
+bool IsNumberFrom(sqlite3_stmt* row, int column, int type, std::int64_t least, std::int64_t most)
 {
-    if (sqlite3_column_type(row, column) != SQLITE_INTEGER) {
+    if (type != SQLITE_INTEGER) {
         return false;
     }
     const std::int64_t value = sqlite3_column_int64(row, column);
     return value >= least && value <= most;
 }
 
-bool IsAmount(sqlite3_stmt* row, int column, int decimals, std::int64_t least, std::int64_t most)
+bool IsAmount(sqlite3_stmt* row, int column, int type, int decimals, std::int64_t least,
+              std::int64_t most)
 {
+    // Most amounts are zero, and not worth reading as one.
+    if (type == SQLITE_INTEGER && sqlite3_column_int64(row, column) == 0) {
+        return least <= 0;
+    }
     const leitura::Amount amount = leitura::ReadAmount(row, column, Nullable::NO, decimals);
     return amount.IsKnown() && amount.IsExact() && amount.Units() >= least &&
            amount.Units() <= most;
@@ -204,39 +209,39 @@ bool IsWithin(sqlite3_stmt* row, int column, Domain domain, leitura::Presence pr
     constexpr std::int64_t ANY = std::numeric_limits<std::int64_t>::max();
     switch (domain) {
     case Domain::COUNTER:
-        return IsNumberFrom(row, column, 1, leitura::LAST_COUNTER);
+        return IsNumberFrom(row, column, type, 1, leitura::LAST_COUNTER);
     case Domain::COUNTER_OR_ZERO:
-        return IsNumberFrom(row, column, 0, leitura::LAST_COUNTER);
+        return IsNumberFrom(row, column, type, 0, leitura::LAST_COUNTER);
     case Domain::NEXT_COUNTER:
-        return IsNumberFrom(row, column, 1, leitura::LAST_COUNTER + 1);
+        return IsNumberFrom(row, column, type, 1, leitura::LAST_COUNTER + 1);
     case Domain::ECF:
-        return IsNumberFrom(row, column, 1, 1);
+        return IsNumberFrom(row, column, type, 1, 1);
     case Domain::ITEM:
-        return IsNumberFrom(row, column, 1, leitura::MAX_ITENS);
+        return IsNumberFrom(row, column, type, 1, leitura::MAX_ITENS);
     case Domain::MEIO:
-        return IsNumberFrom(row, column, 1, leitura::MAX_MEIOS_PAGAMENTO);
+        return IsNumberFrom(row, column, type, 1, leitura::MAX_MEIOS_PAGAMENTO);
     case Domain::MEIO_OR_TROCO:
-        return IsNumberFrom(row, column, 1, leitura::MAX_MEIOS_PAGAMENTO + 1);
+        return IsNumberFrom(row, column, type, 1, leitura::MAX_MEIOS_PAGAMENTO + 1);
     case Domain::TOTALIZADOR_NF:
-        return IsNumberFrom(row, column, 1, leitura::MAX_TOTALIZADORES_NF);
+        return IsNumberFrom(row, column, type, 1, leitura::MAX_TOTALIZADORES_NF);
     case Domain::PARCELAS:
-        return IsNumberFrom(row, column, 0, MAX_PARCELAS);
+        return IsNumberFrom(row, column, type, 0, MAX_PARCELAS);
     case Domain::CAIXA:
-        return IsNumberFrom(row, column, 0, MAX_CAIXA);
+        return IsNumberFrom(row, column, type, 0, MAX_CAIXA);
     case Domain::CASAS:
-        return IsNumberFrom(row, column, 0, leitura::MAX_CASAS);
+        return IsNumberFrom(row, column, type, 0, leitura::MAX_CASAS);
     case Domain::SECONDS:
-        return IsNumberFrom(row, column, 0, ANY);
+        return IsNumberFrom(row, column, type, 0, ANY);
     case Domain::MONEY:
-        return IsAmount(row, column, CENTS, 0, ANY);
+        return IsAmount(row, column, type, CENTS, 0, ANY);
     case Domain::MONEY_OF_ITEM:
-        return IsAmount(row, column, THOUSANDTHS, 0, ANY);
+        return IsAmount(row, column, type, THOUSANDTHS, 0, ANY);
     case Domain::SIGNED_MONEY:
-        return IsAmount(row, column, CENTS, -ANY, ANY);
+        return IsAmount(row, column, type, CENTS, -ANY, ANY);
     case Domain::QUANTITY:
-        return IsAmount(row, column, leitura::MAX_CASAS, 1, ANY);
+        return IsAmount(row, column, type, leitura::MAX_CASAS, 1, ANY);
     case Domain::PERCENT:
-        return IsAmount(row, column, CENTS, 0, MAX_PERCENT);
+        return IsAmount(row, column, type, CENTS, 0, MAX_PERCENT);
     default:
         break;
     }

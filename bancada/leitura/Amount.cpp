@@ -65,12 +65,15 @@ Amount Amount::WithDecimals(int decimals) const
     if (!IsKnown()) {
         return {State(), Raw(), decimals};
     }
-    Amount other = *this;
-    other.m_decimals = decimals;
-    if (decimals >= m_decimals) {
-        if (__builtin_mul_overflow(m_units, PowerOf10(decimals - m_decimals), &other.m_units)) {
+    if (decimals == m_decimals) {
+        return *this;
+    }
+    Amount other(0, decimals);
+    if (decimals > m_decimals) {
+        if (!ScaleUp(decimals, other.m_units)) {
             return UnknownSum(decimals);
         }
+        other.m_exact = m_exact;
         return other;
     }
     const std::int64_t divisor = PowerOf10(m_decimals - decimals);
@@ -81,6 +84,11 @@ Amount Amount::WithDecimals(int decimals) const
     }
     other.m_exact = m_exact && rest == 0;
     return other;
+}
+
+bool Amount::ScaleUp(int decimals, std::int64_t& units) const
+{
+    return IsKnown() && !__builtin_mul_overflow(m_units, PowerOf10(decimals - m_decimals), &units);
 }
 
 Amount ReadAmount(sqlite3_stmt* row, int column, Nullable nullable, int decimals)
@@ -124,12 +132,12 @@ Amount ReadAmount(sqlite3_stmt* row, int column, Nullable nullable, int decimals
 
 Amount operator+(const Amount& a, const Amount& b)
 {
-    const int decimals = std::max(a.Decimals(), b.Decimals());
-    const Amount left = a.WithDecimals(decimals);
-    const Amount right = b.WithDecimals(decimals);
+    const int decimals = std::max(a.m_decimals, b.m_decimals);
+    std::int64_t left = 0;
+    std::int64_t right = 0;
     std::int64_t units = 0;
-    if (!left.IsKnown() || !right.IsKnown() ||
-        __builtin_add_overflow(left.Units(), right.Units(), &units)) {
+    if (!a.ScaleUp(decimals, left) || !b.ScaleUp(decimals, right) ||
+        __builtin_add_overflow(left, right, &units)) {
         return UnknownSum(decimals);
     }
     return {units, decimals};
@@ -137,12 +145,12 @@ Amount operator+(const Amount& a, const Amount& b)
 
 Amount operator-(const Amount& a, const Amount& b)
 {
-    const int decimals = std::max(a.Decimals(), b.Decimals());
-    const Amount left = a.WithDecimals(decimals);
-    const Amount right = b.WithDecimals(decimals);
+    const int decimals = std::max(a.m_decimals, b.m_decimals);
+    std::int64_t left = 0;
+    std::int64_t right = 0;
     std::int64_t units = 0;
-    if (!left.IsKnown() || !right.IsKnown() ||
-        __builtin_sub_overflow(left.Units(), right.Units(), &units)) {
+    if (!a.ScaleUp(decimals, left) || !b.ScaleUp(decimals, right) ||
+        __builtin_sub_overflow(left, right, &units)) {
         return UnknownSum(decimals);
     }
     return {units, decimals};

@@ -39,6 +39,11 @@ class Amount : public Cell
 
   private:
     friend Amount ReadAmount(sqlite3_stmt* row, int column, Nullable nullable, int decimals);
+    friend Amount operator+(const Amount& a, const Amount& b);
+    friend Amount operator-(const Amount& a, const Amount& b);
+
+    // The units with as many decimals or more; false where it is not known or they do not fit.
+    bool ScaleUp(int decimals, std::int64_t& units) const;
 
     std::int64_t m_units = 0;
     int m_decimals = 2;

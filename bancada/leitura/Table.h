@@ -8,9 +8,11 @@
 #include "bancada/leitura/Domain.h"
 #include "bancada/leitura/Query.h"
 
+#include <cassert>
 #include <cstdint>
 #include <initializer_list>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <variant>
 #include <vector>
@@ -68,6 +70,22 @@ class Table
     const std::string& Name() const { return m_name; }
     const std::vector<Column<Record>>& Columns() const { return m_columns; }
 
+    // The table of these of its columns, for whoever reads many rows for few of them: what the
+    // record has of the others stays as it is.
+    Table Only(std::initializer_list<const char*> names) const
+    {
+        Table some(m_name.c_str(), {});
+        for (const Column<Record>& column : m_columns) {
+            for (const std::string_view name : names) {
+                if (name == column.name) {
+                    some.m_columns.push_back(column);
+                }
+            }
+        }
+        assert(some.m_columns.size() == names.size());
+        return some;
+    }
+
   private:
     std::string m_name;
     std::vector<Column<Record>> m_columns;
@@ -101,7 +119,9 @@ class Rows
         if (!m_query.Next()) {
             return false;
         }
-        record = m_empty;
+        for (const Column<Record>& column : m_missing) {
+            CopyEmpty(column, record);
+        }
         record.rowid = ReadInteger(m_query.Row(), 0, Nullable::NO).Value();
         int position = 0;
         for (const Column<Record>& column : m_columns) {
@@ -125,6 +145,7 @@ class Rows
                 }
                 if (!Contains(names, column.name)) {
                     MarkMissing(column);
+                    m_missing.push_back(column);
                     continue;
                 }
             }
@@ -160,6 +181,17 @@ class Rows
             column.member);
     }
 
+    void CopyEmpty(const Column<Record>& column, Record& record) const
+    {
+        std::visit(
+            [&](auto member) {
+                if constexpr (!std::is_same_v<decltype(member), Unread>) {
+                    record.*member = m_empty.*member;
+                }
+            },
+            column.member);
+    }
+
     std::string Select(const std::string& table) const
     {
         std::string sql = "SELECT rowid";
@@ -182,11 +214,12 @@ class Rows
         } else if (const auto* flag = std::get_if<Flag Record::*>(&column.member)) {
             record.** flag = ReadFlag(row, position, nullable);
         } else if (const auto* amount = std::get_if<Amount Record::*>(&column.member)) {
-            record.** amount = ReadAmount(row, position, nullable, (record.**amount).Decimals());
+            record.** amount = ReadAmount(row, position, nullable, (m_empty.**amount).Decimals());
         }
     }
 
     Record m_empty{};
+    std::vector<Column<Record>> m_missing; // of an older database
     std::vector<Column<Record>> m_columns;
     Query m_query;
 };
