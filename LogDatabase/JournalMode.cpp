@@ -15,9 +15,10 @@ using namespace log_database;
 namespace
 {
 
-void ReadFile(sqlite3* db)
+// False where it cannot be read.
+bool ReadFile(sqlite3* db)
 {
-    Query(db, "PRAGMA user_version").Next();
+    return Query(db, "PRAGMA user_version").Next();
 }
 
 } // namespace
@@ -26,9 +27,9 @@ void ReadFile(sqlite3* db)
 bool LogDatabase::IsWriteAhead()
 {
     m_own = true;
-    ReadFile(m_db);
+    const bool isRead = ReadFile(m_db);
     Query mode(m_db, "PRAGMA journal_mode");
-    const bool isWriteAhead = mode.Next() && std::strcmp(mode.Text(0), "wal") == 0;
+    const bool isWriteAhead = isRead && mode.Next() && std::strcmp(mode.Text(0), "wal") == 0;
     m_own = false;
     return isWriteAhead;
 }

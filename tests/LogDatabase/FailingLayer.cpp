@@ -30,13 +30,17 @@ bool IsItsTurn(int& left)
 
 int WriteFile(sqlite3_file* file, const void* bytes, int length, sqlite3_int64 at)
 {
-    return IsItsTurn(layer->writesLeft) ? SQLITE_IOERR_WRITE
-                                        : calls.at(file).real->xWrite(file, bytes, length, at);
+    if (IsItsTurn(layer->writesLeft)) {
+        layer->sizesLost = layer->sizesLostBehind;
+        return SQLITE_IOERR_WRITE;
+    }
+    return calls.at(file).real->xWrite(file, bytes, length, at);
 }
 
 int SyncFile(sqlite3_file* file, int flags)
 {
     if (IsItsTurn(layer->syncsLeft)) {
+        layer->sizesLost = layer->sizesLostBehind;
         return SQLITE_IOERR_FSYNC;
     }
     return layer->syncs ? calls.at(file).real->xSync(file, flags) : SQLITE_OK;
@@ -44,6 +48,10 @@ int SyncFile(sqlite3_file* file, int flags)
 
 int FileSize(sqlite3_file* file, sqlite3_int64* size)
 {
+    if (layer->sizesLost > 0) {
+        --layer->sizesLost;
+        return SQLITE_IOERR_FSTAT;
+    }
     return layer->fileSize != SQLITE_OK ? layer->fileSize
                                         : calls.at(file).real->xFileSize(file, size);
 }

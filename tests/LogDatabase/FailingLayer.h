@@ -27,6 +27,8 @@ class FailingLayer
     bool syncs = true;  // it says so in any case
     int writesLeft = 0; // to the one that fails, and to the sync that does; 0: none does
     int syncsLeft = 0;
+    int sizesLostBehind = 0; // so many sizes of files cannot be had behind it
+    int sizesLost = 0;
 
     std::size_t CountOpen() const; // files that are open
 
