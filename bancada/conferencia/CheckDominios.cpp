@@ -99,7 +99,8 @@ class TableCheck
 
     void CheckRowid(std::int64_t last, std::int64_t rowid)
     {
-        if (rowid <= last || rowid - 1 == last) {
+        if (rowid <= last || rowid - 1 == last ||
+            (m_table == "outros_documentos" && AreReducoes(last, rowid))) {
             return;
         }
         const std::string first = std::to_string(last + 1);
@@ -108,6 +109,21 @@ class TableCheck
             FindingKind::LINHA_AUSENTE, m_table,
             Tr("no row %1, and rows are never deleted", {RangeText(last + 1, rowid - 1)}), false,
             {}, {m_table, rowid, "", Tr("row %1", {first}), Tr("row %1", {std::to_string(rowid)})});
+    }
+
+    // Whether the rows between these two are those of as many Z reductions, each of which is told
+    // to be without its document row.
+    bool AreReducoes(std::int64_t last, std::int64_t rowid) const
+    {
+        leitura::Query query(
+            m_context.Database(),
+            "SELECT count(*) AS row_count FROM reducao_z z WHERE NOT EXISTS (SELECT 1 FROM"
+            " outros_documentos o WHERE o.cont_coo = z.cont_coo AND o.id_tipo_documento = 'RZ')"
+            " AND data_hora_emissao >= coalesce((SELECT data_hora_inicio_emissao FROM"
+            " outros_documentos WHERE rowid = ?1), '') AND data_hora_emissao <= (SELECT"
+            " data_hora_inicio_emissao FROM outros_documentos WHERE rowid = ?2)");
+        return query.With(last, rowid).Next() &&
+               query.ReadInteger("row_count").Value() == rowid - last - 1;
     }
 
     // The counter by which a table's rows stand in the order of issue, where no other check follows

@@ -72,7 +72,12 @@ const PlantedFaults PLANTED({
     // Not the last row of its table: that rows are missing shows too.
     {"EarlierReductionWithoutDocument",
      "DELETE FROM outros_documentos WHERE cont_coo = 14",
-     {"linha-ausente: outros_documentos: no row 6, and rows are never deleted",
+     {"reducao-sem-documento: COO 14: 1 Z reductions without their document row"}},
+    {"AReductionsDocumentAndTheOneBefore",
+     "DELETE FROM outros_documentos WHERE cont_coo IN (13, 14)",
+     {"linha-ausente: outros_documentos: no row 5 to 6, and rows are never deleted",
+      "gnf-ausente: GNF 5: no non-fiscal document (COO 12) before COO 14",
+      "nf-sem-documento: COO 13: 1 non-fiscal receipts without their document row",
       "reducao-sem-documento: COO 14: 1 Z reductions without their document row"}},
     {"DocumentWithoutReduction",
      "DELETE FROM reducao_z WHERE cont_crz = 2",
