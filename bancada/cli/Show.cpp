@@ -9,6 +9,7 @@
 #include "bancada/cli/Subcommands.h"
 #include "bancada/cli/UsedFiles.h"
 #include "bancada/cli/Validators.h"
+#include "bancada/leitura/Limits.h"
 #include "bancada/relatorio/Csv.h"
 
 #include <CLI/CLI.hpp>
@@ -194,11 +195,14 @@ void AddShow(CLI::App& app, int& exitCode)
         ->required();
     CLI::Option* coo =
         show->add_option("--coo", options->coo,
-                         Tr("The document of this number as on paper; both, if it came twice"));
+                         Tr("The document of this number as on paper; both, if it came twice"))
+            ->check(Between(std::int64_t{1}, leitura::LAST_COUNTER));
     CLI::Option* crz =
         show->add_option("--crz", options->crz,
                          Tr("The Z reduction of this number; with --html the page of "
-                            "the day that it closes, open or closed"));
+                            "the day that it closes, open or closed"))
+            // The day behind the last number is still open.
+            ->check(Between(std::int64_t{1}, leitura::LAST_COUNTER + 1));
     CLI::Option* html =
         show->add_option(
                 "--html", *page,

@@ -204,11 +204,13 @@ class Show(unittest.TestCase):
         self.assertEqual(sorted(os.listdir(self.folder.name)), before)
 
     def test_numbers_that_are_none(self):
-        for option in ("--coo", "--crz"):
-            with self.subTest(option=option):
-                code, out, err = self.show(self.db, option, "12x")
-                self.assertEqual((code, out), (2, ""))
-                self.assertIn(option, err)
+        for option, most in (("--coo", 999999), ("--crz", 1000000)):
+            for number in ("12x", "0", "-1", str(most + 1), "9" * 20):
+                with self.subTest(option=option, number=number):
+                    code, out, err = self.show(self.db, option, number)
+                    self.assertEqual((code, out), (2, ""))
+                    self.assertIn(option, err)
+            self.assertEqual(self.show(self.db, option, str(most))[0], 1)
 
     def test_a_read_only_place(self):
         # A database in WAL needs files beside it unless nothing can have changed.
