@@ -2,7 +2,6 @@
 #include "bancada/Messages.h"
 #include "bancada/cli/Help.h"
 #include "bancada/cli/Subcommands.h"
-#include "bancada/cli/Validators.h"
 #include "bancada/gerador/Generator.h"
 
 #include <CLI/CLI.hpp>
@@ -11,6 +10,16 @@
 
 namespace bancada
 {
+namespace
+{
+
+CLI::Validator Between(int least, int most)
+{
+    return CLI::Range(least, most)
+        .description(Tr("INT in [%1 - %2]", {std::to_string(least), std::to_string(most)}));
+}
+
+} // namespace
 
 void AddGenerate(CLI::App& app, int& exitCode)
 {

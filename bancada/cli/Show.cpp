@@ -196,13 +196,13 @@ void AddShow(CLI::App& app, int& exitCode)
     CLI::Option* coo =
         show->add_option("--coo", options->coo,
                          Tr("The document of this number as on paper; both, if it came twice"))
-            ->check(Between(std::int64_t{1}, leitura::LAST_COUNTER));
+            ->check(CLI::Range(std::int64_t{1}, leitura::LAST_COUNTER).description(""));
     CLI::Option* crz =
         show->add_option("--crz", options->crz,
                          Tr("The Z reduction of this number; with --html the page of "
                             "the day that it closes, open or closed"))
             // The day behind the last number is still open.
-            ->check(Between(std::int64_t{1}, leitura::LAST_COUNTER + 1));
+            ->check(CLI::Range(std::int64_t{1}, leitura::LAST_COUNTER + 1).description(""));
     CLI::Option* html =
         show->add_option(
                 "--html", *page,

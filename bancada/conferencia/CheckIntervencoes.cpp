@@ -5,6 +5,7 @@
 #include "bancada/conferencia/CheckContext.h"
 #include "bancada/conferencia/CheckReducao.h"
 #include "bancada/conferencia/Texts.h"
+#include "bancada/leitura/Counter.h"
 #include "bancada/leitura/Tables.h"
 
 #include <optional>
@@ -70,8 +71,8 @@ void CheckCro(CheckContext& context, const ReducaoZRow& z, const std::vector<Int
     std::optional<std::int64_t> most = previous;
     for (const IntervencaoRow& row : rows) {
         if (row.dataHoraIntervencao.Value() <= z.dataHoraEmissao.Value()) {
-            least = row.cro.Value() + (row.tipoIntervencao.Value() == "T" ? 1 : 0);
-            most = row.cro.Value() + 1;
+            most = leitura::NextNumber(row.cro.Value());
+            least = row.tipoIntervencao.Value() == "T" ? *most : row.cro.Value();
         } else {
             // The next one was written under the number as it stood.
             least = least ? least : row.cro.Value();
@@ -81,7 +82,7 @@ void CheckCro(CheckContext& context, const ReducaoZRow& z, const std::vector<Int
     }
     // Without an intervention before it the counter may only stand as it stood.
     const std::int64_t cro = z.cro.Value();
-    if ((least && cro < *least) || (most && cro > *most)) {
+    if (least && cro != *least && cro != *most) {
         const std::string due =
             *least == *most ? std::to_string(*least)
                             : Tr("%1 or %2", {std::to_string(*least), std::to_string(*most)});

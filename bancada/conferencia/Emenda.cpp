@@ -52,7 +52,7 @@ class Seam
             return;
         }
         Place place = where;
-        place.expected = std::to_string(last.Value() + 1);
+        place.expected = std::to_string(leitura::NextNumber(last.Value()));
         place.found = Number(next);
         const bool overlaps = steps == 0 || leitura::ComesBefore(next.Value(), last.Value());
         Report(Tr(overlaps ? texts.overlaps : texts.missing, {Number(last), Number(next)}), place);

@@ -7,7 +7,7 @@ namespace bancada::leitura
 
 std::int64_t NextNumber(std::int64_t number)
 {
-    return number == LAST_COUNTER ? 1 : number + 1;
+    return number >= LAST_COUNTER ? 1 : number + 1;
 }
 
 std::int64_t Steps(std::int64_t from, std::int64_t to)

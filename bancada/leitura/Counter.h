@@ -6,7 +6,7 @@
 namespace bancada::leitura
 {
 
-// The number that follows. Defined for numbers from 0 to LAST_COUNTER.
+// The number that follows: 1 behind the last one, and behind any beyond it.
 std::int64_t NextNumber(std::int64_t number);
 
 // How many steps lead from `from` on to `to`, 0 to LAST_COUNTER - 1. Defined for any two numbers.

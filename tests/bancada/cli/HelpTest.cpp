@@ -153,7 +153,8 @@ TEST_F(HelpTest, WhatCannotBeParsedIsToldInThePersonsLanguage)
     };
     EXPECT_EQ(told(""), "Falta o subcomando");
     EXPECT_EQ(told("check"), "Falta DB");
-    EXPECT_EQ(told("show x --coo a"), "Não é um valor válido: --coo = a");
+    EXPECT_EQ(told("show x --coo a"), "--coo: o valor a não está entre 1 e 999999");
+    EXPECT_EQ(told("generate --days 1 --receipts 1 --seed a"), "Não é um valor válido: --seed = a");
     EXPECT_EQ(told("show x --coo"), "--coo: falta o valor (1 INTEIRO)");
     EXPECT_EQ(told("show x --coo 1 --crz 2"), "--coo exclui --crz");
     EXPECT_EQ(told("generate --days 0 --receipts 1 --seed 1"),
