@@ -245,8 +245,8 @@ bool IsWithin(sqlite3_stmt* row, int column, Domain domain, leitura::Presence pr
     default:
         break;
     }
-    if (type != SQLITE_TEXT) {
-        return false;
+    if (type != SQLITE_TEXT || domain == Domain::TEXT) {
+        return type == SQLITE_TEXT;
     }
     const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(row, column));
     return IsTextWithin({text, static_cast<std::size_t>(sqlite3_column_bytes(row, column))},

@@ -9,7 +9,10 @@ using leitura::Amount;
 using leitura::PagamentoCupomRow;
 
 PagamentosReader::PagamentosReader(const leitura::DatabaseReading& database)
-    : m_rows(database, leitura::PagamentoCupomTable(),
+    : m_rows(database,
+             leitura::PagamentoCupomTable().Only({"cont_coo", "cont_gnf", "valor_pagamento",
+                                                  "indice_meio_pagamento", "id_estornado",
+                                                  "valor_estornado"}),
              "WHERE cont_coo = ?1 ORDER BY indice_meio_pagamento, rowid")
 {
 }
