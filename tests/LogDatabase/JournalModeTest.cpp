@@ -94,6 +94,8 @@ TEST_F(Journal, WhatIsSaidOfItIsNeverMoreThanTheFileSaysWhicheverCallsFailed)
                     EXPECT_TRUE(is == database.HasWriteAheadLog() || sizesLost > 0);
                     EXPECT_EQ(Synchronous(), database.HasWriteAheadLog() ? "2" : "3");
                     without += is ? 0 : 1;
+                    EXPECT_EQ(NumberedCommand(1, 1).state, LogState::KEPT);
+                    EXPECT_TRUE(database.HasWriteAheadLog()) << "set by the next command";
                 } else {
                     EXPECT_GT(sizesLost, 0) << database.Text();
                 }
