@@ -68,11 +68,14 @@ def mutants_in(path, text):
     return list(schema_mutants_of(text) if path == SCHEMA else mutants_of(text))
 
 
+SUITE = re.compile(r"^TEST(?:_F)?\((\w+),|^INSTANTIATE_TEST_SUITE_P\(\s*(\w+),\s*(\w+),", re.MULTILINE)
+
+
 def suites_in(places):
-    """The test suites that these sources hold."""
-    return sorted({match.group(1) for place in places if place.exists()
-                   for match in re.finditer(r"^TEST(?:_[FP])?\((\w+),", place.read_text("utf-8"),
-                                            re.MULTILINE)})
+    """The test suites that these sources hold; one of values by the name of its instance."""
+    return sorted({match.group(1) or f"{match.group(2)}/{match.group(3)}"
+                   for place in places if place.exists()
+                   for match in SUITE.finditer(place.read_text("utf-8"))})
 
 
 def filters_of(path):
