@@ -164,7 +164,7 @@ class Rows
         return false;
     }
 
-    // In the record that every row begins as.
+    // In the record of what every row has of the columns that are not there.
     void MarkMissing(const Column<Record>& column)
     {
         std::visit(

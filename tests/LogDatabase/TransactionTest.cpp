@@ -1,5 +1,6 @@
 // A command's transaction: kept whole, or lost whole and told.
 #include "tests/LogDatabase/LogDatabaseTest.h"
+#include "tests/support/Interrupted.h"
 
 namespace
 {
@@ -205,14 +206,7 @@ TEST_F(Transaction, AStatementLeftOpenAfterItsFailureLosesTheCommandOnce)
 {
     database.Begin();
     Insert(1);
-    sqlite3_stmt* count = nullptr;
-    ASSERT_EQ(sqlite3_prepare_v2(database.Handle(), "SELECT count(*) FROM versao_sb", -1, &count,
-                                 nullptr),
-              SQLITE_OK);
-    sqlite3_progress_handler(
-        database.Handle(), 1, [](void*) { return 1; }, nullptr);
-    EXPECT_EQ(sqlite3_step(count), SQLITE_INTERRUPT);
-    sqlite3_progress_handler(database.Handle(), 0, nullptr, nullptr);
+    test_support::LeaveInterrupted(database.Handle());
     EXPECT_EQ(database.Commit().fault, LogFault::INTERRUPTED);
     EXPECT_EQ(Entries(), std::vector<std::string>{std::string(LOST_COMMAND_ENTRY) + "interrupted"});
     EXPECT_EQ(Rows(), "");

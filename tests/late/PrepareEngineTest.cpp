@@ -3,6 +3,7 @@
 #include "LogDatabase/LogDatabase.h"
 #include "MfdServices/GravaLog.h"
 #include "tests/support/Files.h"
+#include "tests/support/Interrupted.h"
 #include "tests/support/Rows.h"
 
 #include <gtest/gtest.h>
@@ -48,14 +49,7 @@ TEST(PrepareEngine, TheOpeningSaysThatItCameTooLateAndTheCommandsAreKept)
 
     // The word of a statement that failed is its own alone, where another has ended well since.
     database.Begin();
-    sqlite3_stmt* count = nullptr;
-    ASSERT_EQ(sqlite3_prepare_v2(database.Handle(), "SELECT count(*) FROM versao_sb", -1, &count,
-                                 nullptr),
-              SQLITE_OK);
-    sqlite3_progress_handler(
-        database.Handle(), 1, [](void*) { return 1; }, nullptr);
-    EXPECT_EQ(sqlite3_step(count), SQLITE_INTERRUPT);
-    sqlite3_progress_handler(database.Handle(), 0, nullptr, nullptr);
+    test_support::LeaveInterrupted(database.Handle());
     sqlite3_exec(database.Handle(), "INSERT INTO versao_sb VALUES (1, 'v')", nullptr, nullptr,
                  nullptr);
     const LogOutcome outcome = database.Commit();
